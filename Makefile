@@ -1,0 +1,56 @@
+# The project's commands. They install what is missing, so a bare Debian machine needs only make and root.
+
+CONSTRUCAO := build
+PASTA_DEMO := demo
+PACOTES := g++ cmake ninja-build qt6-base-dev libsqlite3-dev libsqlitecpp-dev fonts-dejavu-core
+PACOTES_TESTE := libgtest-dev libgmock-dev clang-format
+EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
+	dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done)
+
+LINTER := clang-tidy
+
+.PHONY: all run test bench format lint clean pacotes pacotes-teste
+
+all: pacotes
+	cmake --preset desenvolvimento
+	cmake --build --preset desenvolvimento
+
+# Makes a demo company and opens the delivery-note screen on it; without a display, plays a guided session instead
+# and leaves its screenshots and a summary of what was written in demo/sessao.
+run: all
+	@rm -rf $(PASTA_DEMO)
+	$(CONSTRUCAO)/bin/orvex-empresa $(PASTA_DEMO)
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then \
+		echo "$(PASTA_DEMO)/orvex 2" && $(PASTA_DEMO)/orvex 2; \
+	else \
+		QT_QPA_PLATFORM=offscreen $(CONSTRUCAO)/bin/orvex-sessao-guiada $(PASTA_DEMO) $(PASTA_DEMO)/sessao; \
+	fi
+
+test: pacotes-teste
+	cmake --preset ci
+	cmake --build --preset ci
+	ctest --preset ci
+
+bench: pacotes-teste
+	cmake --preset medicao
+	cmake --build --preset medicao
+	build/medicao/bin/orvex-medicoes
+
+format: pacotes-teste
+	git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format -i
+
+lint:
+	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_TESTE) $(LINTER)"
+	cmake --preset desenvolvimento
+	git ls-files 'src/*.cpp' 'tools/*.cpp' | xargs -P 2 -n 4 clang-tidy -p $(CONSTRUCAO) --quiet
+
+clean:
+	rm -rf $(CONSTRUCAO) $(PASTA_DEMO)
+
+pacotes:
+	@em_falta="$(call EM_FALTA)"; [ -z "$$em_falta" ] || \
+		{ apt-get update -q && DEBIAN_FRONTEND=noninteractive apt-get install -qy --no-install-recommends $$em_falta; }
+
+pacotes-teste:
+	@em_falta="$(call EM_FALTA,$(PACOTES_TESTE))"; [ -z "$$em_falta" ] || \
+		{ apt-get update -q && DEBIAN_FRONTEND=noninteractive apt-get install -qy --no-install-recommends $$em_falta; }

@@ -1,0 +1,15 @@
+// Text files of the installation are written in the system's 8-bit code page (Windows-1252); the program
+// works in UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvex::base {
+
+// Gives the file's text in UTF-8. Bytes that start with a byte-order mark, or are valid UTF-8 with multi-byte
+// letters, are taken as UTF-8 (the mark is dropped); everything else as Windows-1252, where no byte is
+// invalid.
+std::string texto_de_ficheiro(std::string_view bytes);
+
+} // namespace orvex::base

@@ -1,0 +1,38 @@
+// Small operations on UTF-8 text. Lengths and positions are characters, never bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::base {
+
+// Splits at every separator; the empty text has no elements. Elements are taken as they stand, blanks
+// included.
+std::vector<std::string> divide(std::string_view texto, char separador);
+
+std::size_t comprimento(std::string_view texto);
+std::string primeiros(std::string_view texto, std::size_t caracteres);
+std::string ultimos(std::string_view texto, std::size_t caracteres);
+std::string a_partir_de(std::string_view texto, std::size_t posicao); // positions count from 1
+
+std::string_view apara(std::string_view texto); // without blanks at either end
+
+// Takes the first character off the text and gives its code point; a byte that starts no character stands for
+// itself.
+char32_t retira_caracter(std::string_view& texto);
+void acrescenta_caracter(std::string& texto, char32_t caracter);
+// The upper-case form of one letter of the system's 8-bit code page (accented ones too); any other as it is.
+char32_t maiuscula(char32_t caracter);
+std::string maiusculas(std::string_view texto);
+
+// The one place that turns a value into a quoted SQL text: apostrophes inside are doubled.
+std::string entre_plicas(std::string_view valor);
+
+// Whole number as written in fields and keys: digits with an optional sign, blanks around them ignored.
+std::optional<std::int64_t> le_inteiro(std::string_view texto);
+
+} // namespace orvex::base

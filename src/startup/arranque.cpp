@@ -1,0 +1,65 @@
+#include "startup/arranque.h"
+
+#include "startup/construtor_ligacao.h"
+#include "startup/esquema_livro.h"
+
+namespace orvex::startup {
+namespace {
+
+struct Tarefa {
+    const char* argumento;
+    TipoEcra ecra;
+    int modo;
+};
+
+constexpr Tarefa tarefas[] = {
+    {"1", TipoEcra::MovStocks, 1}, {"2", TipoEcra::GuiasRemessa, 0}, {"3", TipoEcra::MovStocks, 2},
+    {"4", TipoEcra::MovStocks, 3}, {"5", TipoEcra::TrfBobines, 1},   {"6", TipoEcra::TrfBobines, 2},
+};
+
+constexpr std::int16_t modo_ligacao = 2;
+
+} // namespace
+
+std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
+    std::filesystem::path pasta = pastas_.comum / "TRAMEL";
+    if (!std::filesystem::is_directory(pasta)) pasta = pastas_.programa;
+    gFicheiroDefinicoes = pasta / "OrvexEXE.xel";
+
+    if (!LigaERP()) return nullptr;
+    AbreBaseDados();
+    VerificaTabelas(*gBD);
+    VerificaPesos(*gBD);
+
+    for (const Tarefa& tarefa : tarefas) {
+        if (argumento != tarefa.argumento) continue;
+        auto ecra = fabrica_.cria_ecra(tarefa.ecra, *gBD, *gERP, tarefa.modo);
+        ecra->Load();
+        ecra->Show();
+        return ecra;
+    }
+    return nullptr;
+}
+
+bool Arranque::LigaERP() {
+    DefinicoesERP definicoes = DefinicoesERP::le(gFicheiroDefinicoes);
+    if (definicoes.incompletas()) definicoes.completa(gFicheiroDefinicoes);
+    gERP = fabrica_.cria_sessao_erp();
+    gERP->ModoLigacao(modo_ligacao);
+    if (gERP->Liga(definicoes.valores)) return true;
+    fabrica_.mostra_caixa("Não foi possivel ligar ao 100c ...", titulo_programa);
+    return false;
+}
+
+void Arranque::AbreBaseDados() {
+    DefinicoesBD definicoes = DefinicoesBD::le(gFicheiroDefinicoes);
+    if (definicoes.incompletas()) definicoes = DefinicoesBD::le(pastas_.programa / "Catalogos" / "bd.sql");
+    gBD = fabrica_.cria_sessao_bd(definicoes);
+    gBD->Abre(ConstrutorLigacao{.servidor = definicoes.servidor,
+                                .base = definicoes.base,
+                                .utilizador = definicoes.utilizador,
+                                .palavra_passe = definicoes.palavra_passe}
+                  .constroi());
+}
+
+} // namespace orvex::startup

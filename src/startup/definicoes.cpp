@@ -1,0 +1,44 @@
+#include "startup/definicoes.h"
+
+#include "startup/ficheiro.h"
+
+namespace orvex::startup {
+namespace {
+
+std::string base_completa(const std::string& servidor, const std::string& base,
+                          const std::filesystem::path& ficheiro) {
+    if (servidor != servidor_embebido || base.empty()) return base;
+    return (std::filesystem::absolute(ficheiro).parent_path() / base).lexically_normal().string();
+}
+
+} // namespace
+
+DefinicoesBD DefinicoesBD::le(const std::filesystem::path& ficheiro) {
+    auto valores = le_ini(ficheiro);
+    DefinicoesBD lidas{valores["BD.SERVIDOR"], valores["BD.BASE"], valores["BD.UTILIZADOR"],
+                       valores["BD.PALAVRAPASSE"]};
+    lidas.base = base_completa(lidas.servidor, lidas.base, ficheiro);
+    return lidas;
+}
+
+DefinicoesERP DefinicoesERP::le(const std::filesystem::path& ficheiro) {
+    auto valores = le_ini(ficheiro);
+    DefinicoesERP lidas{{valores["ERP.EMPRESA"], valores["ERP.PALAVRAPASSE"], valores["ERP.UTILIZADOR"],
+                         valores["ERP.SERVIDOR"], valores["ERP.BASE"]}};
+    lidas.valores[base] = base_completa(lidas.valores[servidor], lidas.valores[base], ficheiro);
+    return lidas;
+}
+
+bool DefinicoesERP::incompletas() const {
+    return valores[empresa].empty() || valores[utilizador].empty() || valores[servidor].empty() ||
+           valores[base].empty();
+}
+
+void DefinicoesERP::completa(const std::filesystem::path& ficheiro) {
+    const DefinicoesBD bd = DefinicoesBD::le(ficheiro);
+    if (valores[utilizador].empty()) valores[utilizador] = bd.utilizador;
+    if (valores[servidor].empty()) valores[servidor] = bd.servidor;
+    if (valores[base].empty()) valores[base] = bd.base;
+}
+
+} // namespace orvex::startup

@@ -1,0 +1,43 @@
+// The settings file: where the database is, and the ERP log-in.
+//
+//     [BD]                              [ERP]
+//     Servidor=sqlite                   Empresa=ORVEX
+//     Base=Empresa                      PalavraPasse=
+//     Utilizador=orvex                  Utilizador=demo
+//     PalavraPasse=                     Servidor=sqlite
+//                                       Base=Empresa
+//
+// The server `sqlite` names an embedded company, and the database is then its folder, relative to the
+// settings file; any other server is SQL Server.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+namespace orvex::startup {
+
+inline constexpr const char* servidor_embebido = "sqlite";
+
+struct DefinicoesBD {
+    std::string servidor;
+    std::string base; // of an embedded company: its folder, as an absolute path
+    std::string utilizador;
+    std::string palavra_passe; // may be empty
+
+    static DefinicoesBD le(const std::filesystem::path& ficheiro);
+    bool incompletas() const { return servidor.empty() || base.empty() || utilizador.empty(); }
+};
+
+// The five log-in values, in the order SessaoERP::Liga takes them.
+struct DefinicoesERP {
+    enum Valor { empresa, palavra_passe, utilizador, servidor, base };
+    std::array<std::string, 5> valores; // only the password may be empty
+
+    static DefinicoesERP le(const std::filesystem::path& ficheiro);
+    bool incompletas() const;
+    // Fills what is missing of server, database and user with the database's own settings.
+    void completa(const std::filesystem::path& ficheiro);
+};
+
+} // namespace orvex::startup

@@ -1,0 +1,75 @@
+// The database session every rule works on, and its record sets. Adapters under platform/ implement both.
+#pragma once
+
+#include "base/falha.h"
+#include "base/variante.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace orvex::startup {
+
+// Numbers of database failures (Falha::numero) that the rules and the tests know.
+namespace numeros_bd {
+inline constexpr std::int32_t tabela_em_falta = -2147217865;
+inline constexpr std::int32_t instrucao_errada = -2147217900;
+inline constexpr std::int32_t chave_violada = -2147217873;
+inline constexpr std::int32_t valor_truncado =
+    -2147217833; // a text too long or a number out of its column's range
+inline constexpr std::int32_t registo_alterado =
+    -2147217864;                                         // the row to update was changed or deleted meanwhile
+inline constexpr std::int32_t falha_geral = -2147467259; // locked, read-only, damaged, full, not open
+} // namespace numeros_bd
+
+// Rows of a query, visited forwards. Field names are case-insensitive; in a join the first match wins; an
+// unknown name throws. A set costs what is asked of it: rows are read as they are visited, the count only
+// when asked for, and no lock outlives the set or the next statement of its session.
+class ConjuntoRegistos {
+  public:
+    virtual ~ConjuntoRegistos() = default;
+
+    virtual bool fim() = 0; // no current row: an empty set, or moved past the last row
+    virtual void move_seguinte() = 0;
+    virtual std::int64_t contagem() = 0; // rows in all, whatever the current one
+
+    virtual std::size_t colunas() const = 0;
+    virtual std::string_view nome_coluna(std::size_t coluna) const = 0;
+    virtual base::Variante valor(std::size_t coluna) = 0;
+    virtual base::Variante valor(std::string_view nome) = 0;
+
+    // Updatable sets only. `acrescenta` starts a new row, `define` sets a field of it (or of the current
+    // row), and `actualiza` writes it. The row is found again by its key and by the values read: if somebody
+    // changed it meanwhile, `actualiza` throws registo_alterado and writes nothing.
+    virtual void acrescenta() = 0;
+    virtual void define(std::string_view nome, const base::Variante& valor) = 0;
+    virtual void actualiza() = 0;
+};
+
+class SessaoBD {
+  public:
+    virtual ~SessaoBD() = default;
+
+    // False when the session did not open; every later statement then throws, naming the cause.
+    virtual bool Abre(const std::string& ligacao) = 0;
+
+    // Each throws Falha with a number of numeros_bd and a text. The sets must not outlive the session.
+    virtual std::unique_ptr<ConjuntoRegistos> Consulta(const std::string& sql) = 0;
+    virtual std::unique_ptr<ConjuntoRegistos> AbreActualizavel(const std::string& sql) = 0;
+    virtual void Executa(const std::string& sql) = 0;
+
+    virtual void IniciaTransaccao() = 0;
+    virtual void
+    ConfirmaTransaccao() = 0; // when it throws, the transaction is still open and must be rolled back
+    virtual void AnulaTransaccao() = 0;
+    virtual bool EmTransaccao() = 0; // as the engine says, not as we remember
+
+    // The open connection, for a pick list to run its query on.
+    virtual SessaoBD& Ligacao() { return *this; }
+
+    virtual void Fecha() = 0;
+};
+
+} // namespace orvex::startup
