@@ -1,0 +1,96 @@
+// The controls of a screen as plain values: what the rules read and write. A window shows them and passes the
+// user's events on; it never keeps state of its own about them.
+#pragma once
+
+#include "base/datahora.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace orvex::common {
+
+inline constexpr int tecla_enter = 13;
+inline constexpr int tecla_esc = 27;
+inline constexpr int tecla_esquerda = 37;
+
+// Labels and the tab background: RGB(D5, DE, F2).
+inline constexpr std::uint32_t cor_fundo = 0xD5DEF2;
+
+struct Separadores;
+
+struct Controlo {
+    std::string nome;    // "campo(0)": the name the rules use; also the widget's object name
+    std::string Legenda; // the label beside it; the accessible name when there is no label is the tool tip
+    std::string ToolTip;
+    bool Enabled = true;
+    bool Visible = true;
+
+    // Where it lies: inside another control (a frame), and on which page when that is a tab control.
+    const Controlo* dentro_de = nullptr;
+    int pagina = -1;
+
+    Controlo() = default;
+    virtual ~Controlo() = default;
+    Controlo(const Controlo&) = delete; // other controls and the focus point at it
+    Controlo& operator=(const Controlo&) = delete;
+
+    bool a_vista() const; // visible, its page shown, everything around it too
+    bool recebe_foco() const { return Enabled && a_vista(); }
+};
+
+struct Campo : Controlo {
+    int Index = 0;
+    std::string Text;
+    int SelStart = 0;
+    int SelLength = 0;
+    int MaxLength = 0; // characters the user may type; 0 is no limit; never cuts what the program sets
+    bool so_leitura = false;
+    bool numerico = false; // shown aligned to the right
+};
+
+struct Etiqueta : Controlo {
+    std::string Caption;
+};
+
+struct Botao : Controlo {
+    std::string Caption; // "&" marks the access key
+    std::function<void()> Click;
+};
+
+struct SelectorData : Controlo {
+    base::DataHora Value;
+    bool com_hora = false; // dd-MM-yyyy HH:mm instead of a date alone; the hidden time is kept
+    std::function<void(int& KeyCode, int Shift)> KeyDown;
+};
+
+struct Combo : Controlo {
+    std::vector<std::string> itens;
+    int ListIndex = -1;
+};
+
+struct Separadores : Controlo {
+    std::vector<std::string> Captions;
+    int Tab = 0;
+};
+
+struct Quadro : Controlo {
+    std::string Caption;
+};
+
+// A control array: members are reached by their fixed index.
+template <typename Tipo>
+class Vector {
+  public:
+    Tipo& operator()(int indice) { return membros_[indice]; }
+    const Tipo& operator()(int indice) const { return membros_.at(indice); }
+    auto begin() { return membros_.begin(); }
+    auto end() { return membros_.end(); }
+
+  private:
+    std::map<int, Tipo> membros_;
+};
+
+} // namespace orvex::common

@@ -1,0 +1,332 @@
+#include "common/ecra.h"
+
+#include "base/falha.h"
+#include "base/texto.h"
+
+#include <exception>
+
+namespace orvex::common {
+
+using base::Variante;
+
+Ecra::Ecra(ServicosEcra servicos, std::string titulo_janela)
+    : BD(servicos.BD), gERP(servicos.gERP), servicos_(std::move(servicos)),
+      titulo_janela_(std::move(titulo_janela)) {}
+
+void Ecra::regista(Controlo& controlo, std::string nome) {
+    controlo.nome = std::move(nome);
+    controlos_.push_back(&controlo);
+}
+
+Controlo& Ecra::controlo(std::string_view nome) {
+    for (Controlo* controlo : controlos_)
+        if (controlo->nome == nome) return *controlo;
+    throw base::Falha("O ecrã não tem o controlo " + std::string(nome) + ".");
+}
+
+Janela& Ecra::janela() {
+    if (janela_ == nullptr) throw base::Falha("O ecrã ainda não tem janela.");
+    return *janela_;
+}
+
+// --- Events
+// ----------------------------------------------------------------------------------------------------
+
+void Ecra::corre(const std::function<void()>& manipulador) {
+    if (em_curso_ || a_fechar_) return;
+    em_curso_ = true;
+    janela().ocupado(true);
+    try {
+        manipulador();
+    } catch (const std::exception& falha) {
+        falha_sem_tratamento(falha.what());
+    }
+    resolve_foco();
+    janela().ocupado(false);
+    em_curso_ = false;
+    if (!a_fechar_) janela().mostra();
+}
+
+void Ecra::resolve_foco() {
+    foco_.resolve();
+    if (foco_.actual() != nullptr && !a_fechar_) janela().da_foco(*foco_.actual());
+}
+
+bool Ecra::valida_ao_sair(Controlo& controlo) {
+    const auto* campo = dynamic_cast<Campo*>(&controlo);
+    if (campo == nullptr) return true;
+    bool Cancel = false;
+    try {
+        campo_Validate(campo->Index, Cancel);
+    } catch (const std::exception& falha) {
+        falha_sem_tratamento(falha.what());
+        Cancel = true;
+    }
+    return !Cancel;
+}
+
+void Ecra::perdeu(Controlo& controlo) {
+    if (const auto* grelha = dynamic_cast<Grelha*>(&controlo); grelha != nullptr && grelha->LostFocus)
+        grelha->LostFocus();
+}
+
+void Ecra::ganhou(Controlo& controlo) {
+    if (const auto* grelha = dynamic_cast<Grelha*>(&controlo); grelha != nullptr && grelha->GotFocus)
+        grelha->GotFocus();
+    if (auto* campo = dynamic_cast<Campo*>(&controlo)) {
+        campo->SelStart = 0;
+        campo->SelLength = static_cast<int>(base::comprimento(campo->Text));
+    }
+}
+
+void Ecra::utilizador_abre() {
+    corre([this] { SetFocus(primeiro_campo()); });
+}
+
+void Ecra::utilizador_edita(Campo& campo, const std::string& texto) {
+    if (em_curso_ || !campo.Enabled || campo.so_leitura) return;
+    campo.Text = texto;
+    bDigitado = true;
+}
+
+void Ecra::utilizador_tecla(Campo& campo, int codigo) {
+    corre([&] {
+        if (codigo == tecla_enter) {
+            xelSendkeys("{TAB}");
+            return;
+        }
+        campo_KeyPress(campo, codigo);
+    });
+}
+
+void Ecra::utilizador_lista(Campo& campo) {
+    corre([&] { campo_BotaoLista(campo.Index); });
+}
+
+void Ecra::utilizador_avanca(int passos) {
+    corre([&] { foco_.envia(passos); });
+}
+
+bool Ecra::utilizador_foca(Controlo& controlo) {
+    if (foco_.actual() != &controlo) corre([&] { SetFocus(controlo); });
+    return foco_.actual() == &controlo;
+}
+
+void Ecra::utilizador_prime(Botao& botao) {
+    if (em_curso_ || !botao.recebe_foco() || !utilizador_foca(botao)) return;
+    corre([&] {
+        if (botao.Click) botao.Click();
+    });
+}
+
+void Ecra::utilizador_data(SelectorData& selector, const base::DataHora& valor) {
+    if (!em_curso_) selector.Value = valor;
+}
+
+void Ecra::utilizador_tecla(SelectorData& selector, int codigo, int shift) {
+    corre([&] {
+        if (selector.KeyDown) selector.KeyDown(codigo, shift);
+    });
+}
+
+void Ecra::utilizador_escolhe(Combo& combo, int indice) {
+    if (!em_curso_) combo.ListIndex = indice;
+}
+
+void Ecra::utilizador_pagina(Separadores& separadores, int pagina) {
+    corre([&] {
+        // The field left behind on the other page is validated before the page goes out of sight.
+        SetFocus(separadores);
+        if (foco_.resolve()) separadores.Tab = pagina;
+    });
+}
+
+void Ecra::utilizador_celula(Grelha& grelha, int linha, int coluna) {
+    if (linha == grelha.linha_actual && coluna == grelha.coluna_actual) return;
+    corre([&] {
+        const int linha_anterior = grelha.linha_actual;
+        const int coluna_anterior = grelha.coluna_actual;
+        grelha.linha_actual = linha;
+        grelha.coluna_actual = coluna;
+        if (grelha.RowColChange) grelha.RowColChange(linha_anterior, coluna_anterior);
+    });
+}
+
+bool Ecra::utilizador_tecla(Grelha& grelha, int codigo, int shift) {
+    bool engolida = false;
+    corre([&] {
+        const bool escolhe = grelha.DblClick && (codigo == tecla_enter || codigo == ' ');
+        if (grelha.KeyDown) grelha.KeyDown(codigo, shift);
+        if (escolhe && codigo != 0) {
+            grelha.DblClick();
+            codigo = 0;
+        }
+        engolida = codigo == 0;
+    });
+    return engolida;
+}
+
+void Ecra::utilizador_duplo_clique(Grelha& grelha) {
+    corre([&] {
+        if (grelha.DblClick) grelha.DblClick();
+    });
+}
+
+bool Ecra::utilizador_edita_celula(Grelha& grelha, const std::string& texto) {
+    bool aceite = false;
+    corre([&] {
+        const int linha = grelha.linha_actual - 1;
+        const int coluna = grelha.coluna_actual;
+        const Variante antigo = grelha.valor(linha, coluna);
+        if (texto != grelha.texto_para_editar(linha, coluna, formato())) bDigitado = true;
+
+        bool Cancel = false;
+        grelha.texto_editado = texto;
+        if (grelha.BeforeColUpdate) grelha.BeforeColUpdate(linha + 1, coluna, antigo, Cancel);
+        if (Cancel) return;
+        aceite = true;
+        const std::string& novo = grelha.texto_editado;
+        switch (grelha.colunas()[static_cast<std::size_t>(coluna)].tipo) {
+        case TipoColuna::texto:
+            grelha.define_valor(linha, coluna, novo);
+            break;
+        case TipoColuna::logico:
+            grelha.define_valor(linha, coluna, novo == "-1");
+            break;
+        case TipoColuna::decimal:
+        case TipoColuna::inteiro:
+            if (novo.empty())
+                grelha.define_valor(linha, coluna, novo);
+            else if (const auto numero = formato().le(novo))
+                grelha.define_valor(linha, coluna, *numero);
+            else
+                aceite = false;
+            break;
+        }
+    });
+    return aceite;
+}
+
+void Ecra::utilizador_apaga_linha(Grelha& grelha) {
+    corre([&] {
+        bool Cancel = !grelha.permite_apagar;
+        if (!Cancel && grelha.BeforeDelete) grelha.BeforeDelete(Cancel);
+        if (Cancel) return;
+        grelha.apaga_linha(grelha.linha_actual - 1);
+        if (grelha.AfterDelete) grelha.AfterDelete();
+    });
+}
+
+void Ecra::falha_sem_tratamento(const std::string& descricao) {
+    janela().mostra();
+    janela().caixa(descricao, startup::descricao_programa, Icone::critico, Botoes::ok);
+}
+
+// --- Services
+// --------------------------------------------------------------------------------------------------
+
+void Ecra::campo_KeyPress(Campo& campo, int& KeyAscii) {
+    bDigitado = true;
+    if (KeyAscii != tecla_esc) return;
+    xelSendkeys("+{TAB}");
+    KeyAscii = 0;
+    bDigitado = false;
+    if (&campo == campo_de_fecho()) Unload();
+}
+
+std::int32_t Ecra::Avisa(const std::string& campo, const std::string& Aviso, std::int16_t Tipo) {
+    constexpr const char* titulo = "Informação";
+    janela().mostra();
+    switch (Tipo) {
+    case 1:
+        janela().caixa("Campo obrigatório [" + campo + "].", titulo, Icone::exclamacao, Botoes::ok);
+        return 0;
+    case 2:
+        janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok);
+        return 0;
+    case 3:
+        return janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok_cancelar);
+    case 4:
+        return janela().caixa(Aviso, titulo, Icone::informacao, Botoes::sim_nao);
+    default:
+        return 0;
+    }
+}
+
+std::int16_t Ecra::MostraMensagem(const std::string& Texto, int Tipo) {
+    constexpr Icone icones[] = {Icone::exclamacao, Icone::informacao, Icone::critico};
+    if (Tipo < 0 || Tipo > 2) return 0;
+    janela().mostra();
+    return static_cast<std::int16_t>(
+        janela().caixa(Texto, startup::descricao_programa, icones[Tipo], Botoes::ok));
+}
+
+void Ecra::xelSendkeys(const std::string& sKey) { foco_.envia(sKey == "+{TAB}" ? -1 : +1); }
+
+void Ecra::Unload() {
+    a_fechar_ = true;
+    janela().descarrega();
+}
+
+double Ecra::PrecoMovimento(const std::string& chave) {
+    const auto registos = BD.AbreActualizavel(
+        "SELECT VLREXIST , STDISP , ULTPRCOM  From Artigos WHERE     (CODIGO = " + base::entre_plicas(chave) +
+        ")");
+    if (registos->fim()) return 0;
+    const double disponivel = registos->valor("Stdisp").real();
+    return disponivel != 0 ? registos->valor("VLREXIST").real() / disponivel
+                           : registos->valor("UltPrcom").real();
+}
+
+std::string Ecra::escolhe_da_lista(const ListaPesquisa& lista) {
+    janela().mostra();
+    return janela().escolhe(lista);
+}
+
+void Ecra::preenche_da_lista(Campo& campo, const ListaPesquisa& lista) {
+    const std::string escolha = escolhe_da_lista(lista);
+    if (escolha.empty()) {
+        SetFocus(campo);
+        return;
+    }
+    campo.Text = escolha;
+    campo.SelStart = 0;
+    campo.SelLength = static_cast<int>(base::comprimento(escolha));
+    SetFocus(campo);
+    xelSendkeys("{TAB}");
+    bDigitado = true;
+}
+
+void Ecra::regista_falha(const std::function<void()>& procedimento) {
+    try {
+        procedimento();
+    } catch (const std::exception& falha) {
+        UltimoErro = falha.what();
+        throw;
+    }
+}
+
+void Ecra::compensa(const std::string& texto_erro) {
+    // A rollback or a cancellation that fails in its turn must not keep the rest from being cancelled and
+    // named; the server rolls back by itself what a broken connection leaves open.
+    try {
+        if (BD.EmTransaccao()) BD.AnulaTransaccao();
+    } catch (const std::exception&) {
+    }
+    Avisa("", "Situação Anómala\n\rErro: " + texto_erro, 2);
+
+    std::string por_anular;
+    for (const startup::ChaveDocumento& chave : DocsCriados) {
+        bool anulado = false;
+        try {
+            anulado = gERP.AnulaDocumento(1, chave).sucesso;
+        } catch (const std::exception&) {
+        }
+        if (!anulado) por_anular += "\n\r'" + chave.texto() + " '";
+    }
+    if (!por_anular.empty())
+        Avisa("", "Os documentos seguintes devem ser anulados manualmente - " + por_anular, 2);
+    DocsCriados.clear();
+}
+
+} // namespace orvex::common

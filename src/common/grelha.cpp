@@ -1,0 +1,65 @@
+#include "common/grelha.h"
+
+#include "base/falha.h"
+
+namespace orvex::common {
+
+void Grelha::define(std::vector<Coluna> colunas, int linhas_em_branco) {
+    colunas_ = std::move(colunas);
+    valores_.assign(static_cast<std::size_t>(linhas_em_branco), std::vector<base::Variante>(colunas_.size()));
+    linha_actual = 1;
+    coluna_actual = 0;
+    for (int i = static_cast<int>(colunas_.size()) - 1; i >= 0; --i)
+        if (const Coluna& coluna = colunas_[static_cast<std::size_t>(i)];
+            !coluna.oculta && coluna.recebe_foco)
+            coluna_actual = i;
+    texto_editado.clear();
+    estilo.reset();
+    ++versao_;
+}
+
+int Grelha::coluna(std::string_view chave) const {
+    for (std::size_t i = 0; i < colunas_.size(); ++i)
+        if (colunas_[i].chave == chave) return static_cast<int>(i);
+    throw base::Falha("A grelha " + nome + " não tem a coluna " + std::string(chave) + ".");
+}
+
+void Grelha::garante_linha(int linha) {
+    while (linhas() <= linha)
+        valores_.emplace_back(colunas_.size());
+    ++versao_;
+}
+
+void Grelha::apaga_linha(int linha) {
+    valores_.erase(valores_.begin() + linha);
+    ++versao_;
+}
+
+const base::Variante& Grelha::valor(int linha, int coluna) const {
+    return valores_.at(static_cast<std::size_t>(linha)).at(static_cast<std::size_t>(coluna));
+}
+
+base::Moeda Grelha::moeda(int linha, std::string_view chave) const {
+    const base::Variante& celula = valor(linha, chave);
+    return celula.vazio() ? base::Moeda() : celula.moeda();
+}
+
+void Grelha::define_valor(int linha, int coluna, base::Variante valor) {
+    valores_.at(static_cast<std::size_t>(linha)).at(static_cast<std::size_t>(coluna)) = std::move(valor);
+    ++versao_;
+}
+
+std::string Grelha::texto_mostrado(int linha, int coluna, const base::FormatoRegional& formato) const {
+    const base::Variante& celula = valor(linha, coluna);
+    if (celula.vazio()) return {};
+    if (colunas_[static_cast<std::size_t>(coluna)].formato_peso) return formato.peso(celula.moeda());
+    return formato.texto(celula);
+}
+
+std::string Grelha::texto_para_editar(int linha, int coluna, const base::FormatoRegional& formato) const {
+    return formato.texto(valor(linha, coluna));
+}
+
+bool Grelha::pintada(int linha) const { return estilo && valor(linha, estilo->coluna) == estilo->valor; }
+
+} // namespace orvex::common

@@ -1,0 +1,260 @@
+#include "delivery/guias_remessa.h"
+
+#include "base/texto.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace orvex::delivery {
+
+using base::DataHora;
+using base::Variante;
+
+namespace {
+
+constexpr std::int64_t marcado = -1; // how the ERP writes a flag that is set
+constexpr std::int16_t mercado_nacional = 1;
+
+// A date the ERP gives as a date or as text.
+std::string data_em_texto(const Variante& valor) {
+    if (const auto* data = std::get_if<DataHora>(&valor.valor())) return data->data();
+    return valor.texto();
+}
+
+} // namespace
+
+void ValidaNIF(const std::string& NIF, ResultadoNIF& ok) {
+    constexpr int pesos[] = {9, 8, 7, 6, 5, 4, 3, 2};
+    ok = NIF.empty() ? ResultadoNIF::vazio : ResultadoNIF::invalido;
+    if (NIF.size() != 9 || !std::all_of(NIF.begin(), NIF.end(), [](char c) { return c >= '0' && c <= '9'; }))
+        return;
+    int soma = 0;
+    for (std::size_t i = 0; i < 8; ++i)
+        soma += (NIF[i] - '0') * pesos[i];
+    const int resto = soma % 11;
+    const int controlo = resto < 2 ? 0 : 11 - resto;
+    if (NIF[8] - '0' == controlo) ok = ResultadoNIF::valido;
+}
+
+void GuiasRemessa::tecla_data(int& KeyCode) {
+    if (KeyCode != common::tecla_enter && KeyCode != common::tecla_esc) return;
+    xelSendkeys(KeyCode == common::tecla_enter ? "{TAB}" : "+{TAB}");
+    if (KeyCode == common::tecla_esc) bDigitado = false;
+    KeyCode = 0;
+}
+
+void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
+    if (!bDigitado) return;
+    switch (Index) {
+    case 0:
+        ValidaCliente(Cancel);
+        break;
+    case 1:
+        ValidaNumero(Cancel);
+        break;
+    case 2:
+    case 3:
+        ValidaVendedor(Index, Cancel);
+        break;
+    case 19:
+        ValidaContribuinte(Cancel);
+        break;
+    default:
+        break;
+    }
+    // Only here: a validation that failed half-way must run again when the field is left again.
+    bDigitado = false;
+}
+
+void GuiasRemessa::LimpaDadosCliente() {
+    Label2(1).Caption.clear();
+    for (const int i : {19, 2, 3})
+        campo(i).Text.clear();
+}
+
+void GuiasRemessa::ValidaCliente(bool& Cancel) {
+    if (campo(0).Text.empty()) {
+        LimpaDadosCliente();
+        return;
+    }
+    const auto cliente =
+        BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(campo(0).Text) +
+                    " and Clientes.Inactivo<>-1 ");
+    if (cliente->fim()) {
+        Avisa("", "Cliente não existente!", 2);
+        SetFocus(campo(0));
+        LimpaDadosCliente();
+        Cancel = true;
+        return;
+    }
+    Label2(1).Caption = cliente->valor("Nome").texto();
+    campo(19).Text = cliente->valor("NContrib").texto();
+    campo(2).Text = cliente->valor("GesCnt").texto();
+    campo(3).Text = cliente->valor("Vendedor").texto();
+    LerIvas(cliente->valor("RegIva").texto());
+    CarregaFacturas(campo(0).Text);
+}
+
+void GuiasRemessa::LerIvas(const std::string& Reg) {
+    const auto regime = BD.Consulta("SELECT *  FROM  RGIVA  where RgIva.Codigo=" + base::entre_plicas(Reg));
+    MercadoCliente = regime->fim() || regime->valor("Mercado").nulo()
+                         ? std::int16_t{0}
+                         : static_cast<std::int16_t>(regime->valor("Mercado").inteiro());
+}
+
+void GuiasRemessa::ValidaNumero(bool& Cancel) {
+    const auto recusa = [&] {
+        Cancel = true;
+        SetFocus(campo(1));
+        LibertaDocumento();
+        limparform();
+    };
+
+    if (campo(1).Text.empty()) campo(1).Text = "0";
+    const auto numero = base::le_inteiro(campo(1).Text);
+    if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max()) {
+        Avisa("", "Valor inválido!", 2);
+        SetFocus(campo(1));
+        Cancel = true;
+        return;
+    }
+
+    btConf(0).Enabled = true;
+    btGV(0).Enabled = false;
+    btConf(1).Enabled = false;
+    Act_Gr();
+    Act_Detalhe();
+
+    bool bErro = false;
+    const auto iAno = static_cast<std::int16_t>(DTPicker1.Value.ano);
+    const auto lNumDoc = static_cast<std::int32_t>(*numero);
+    if (!Load(iAno, GUIASREMESSA.serie(1), lNumDoc, GUIASREMESSA[0], bErro) || bErro) return recusa();
+    if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == marcado) {
+        Avisa("", "Guia Remessa já Convertida!", 2);
+        return recusa();
+    }
+
+    MostraCabecalho();
+    campo(1).Text = std::to_string(lNumDoc);
+    SSTab1.Tab = 0;
+    SetFocus(SSTab1);
+    NumGuia = lNumDoc;
+    Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1), lNumDoc});
+    bDigitado = false;
+
+    const bool anulado =
+        DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() == marcado;
+    if (anulado) Avisa("", "Documento Anulado!", 2);
+    btConf(0).Enabled = false;
+    btConf(1).Enabled = !anulado;
+    btGV(0).Enabled = !anulado;
+}
+
+void GuiasRemessa::MostraCabecalho() {
+    const startup::ReferenciaERP Cab = DocActual->obtem("Cab").objecto;
+    const auto membro = [&Cab](const char* nome) { return Cab->obtem(nome).valor; };
+
+    if (const auto data = DataHora::le(data_em_texto(membro("Data")))) DTPicker1.Value = *data;
+    campo(0).Text = membro("Terceiro").texto();
+    campo(23).Text = membro("VossoNoDocumento").texto();
+    campo(19).Text = membro("NumeroContribuinte").texto();
+    campo(22).Text = membro("Processo").texto();
+    campo(3).Text = membro("Vendedor").texto();
+    campo(25).Text = membro("Matricula").texto();
+    campo(26).Text = membro("LocalCarga").texto();
+    campo(27).Text = membro("LocalDescarga").texto();
+
+    const auto mostra_momento = [&](int indice, const char* data, const char* hora) {
+        const std::string texto = data_em_texto(membro(data)) + " " + membro(hora).texto();
+        if (const auto momento = DataHora::le(texto)) DTPicker2(indice).Value = *momento;
+    };
+    mostra_momento(0, "DataCarga", "HoraCarga");
+    mostra_momento(1, "DataDescarga", "HoraDescarga");
+    LerIvas(membro("RegimeIva").texto());
+}
+
+void GuiasRemessa::ValidaVendedor(int Index, bool& Cancel) {
+    const std::string& valor = campo(Index).Text;
+    if (base::apara(valor).empty()) return;
+    const auto vendedor = BD.Consulta(" SELECT     VENDEDOR.CODIGO, VENDEDOR.NOME FROM VENDEDOR WHERE      "
+                                      "Vendedor.Codigo=" +
+                                      base::entre_plicas(valor) + " ");
+    if (!vendedor->fim()) return;
+    Avisa("", "Vendedor inexistente/interdito!", 2);
+    SetFocus(campo(Index));
+    Cancel = true;
+}
+
+void GuiasRemessa::ValidaContribuinte(bool& Cancel) {
+    const auto fica = [&] {
+        SetFocus(campo(19));
+        Cancel = true;
+    };
+    if (base::apara(campo(19).Text).empty()) {
+        Avisa("", "Campo obrigatório!", 2);
+        return fica();
+    }
+    ResultadoNIF ok = ResultadoNIF::invalido;
+    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
+    if (ok == ResultadoNIF::valido) return;
+    if (Avisa("", "Número Contribuinte inválido!", 3) != common::resposta_ok) fica();
+}
+
+void GuiasRemessa::btFx_Click(int Index) {
+    if (Index == 0) {
+        preenche_da_lista(campo(0), {BD.Ligacao(),
+                                     "Clientes",
+                                     "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
+                                     8000,
+                                     {{1, 1500}, {2, 5000}}});
+        return;
+    }
+    SetFocus(campo(Index));
+    if (Index == 1) EscolheGuia();
+    if (Index == 2 || Index == 3)
+        preenche_da_lista(campo(Index),
+                          {BD.Ligacao(),
+                           "Vendedores",
+                           " SELECT     VENDEDOR.CODIGO, VENDEDOR.NOME FROM Vendedor order by Nome",
+                           4500,
+                           {{1, 1000}, {2, 3000}}});
+}
+
+void GuiasRemessa::EscolheGuia() {
+    std::string sql =
+        " SELECT (convert(nvarchar(19),docgccab.data,120)+'*'+cast(DocGcCab.NNumDoc as nvarchar(10))+'*'+"
+        "cast(DocGcCab.Terceiro as nvarchar(15))) as Teste,DocGcCab.Data as 'Data Doc.', DocGcCab.NNumdoc as "
+        "'No. Doc.',DOCGCCAB.TERCEIRO AS Cliente, CLIENTES.NOME as 'Nome Cliente'"
+        " FROM DOCGCCAB INNER JOIN"
+        " CLIENTES ON CLIENTES.CODIGO = DOCGCCAB.TERCEIRO"
+        " WHERE     (DOCGCCAB.NVIAS <> - 1) AND (DOCGCCAB.TPTERC = 2) AND (DOCGCCAB.TPDOC = " +
+        base::entre_plicas(GUIASREMESSA[0]) +
+        ") AND (DOCGCCAB.SERIE = " + base::entre_plicas(GUIASREMESSA[1]) +
+        ")  and Ano=" + std::to_string(DTPicker1.Value.ano) + " and [Convert]<>-1";
+    if (!campo(0).Text.empty()) sql += " and DOCGCCAB.Terceiro=" + base::entre_plicas(campo(0).Text);
+    sql += " ORDER BY DocGcCab.Data,serie,nnumdoc";
+
+    const std::string escolha =
+        escolhe_da_lista({BD.Ligacao(),
+                          "Guias de Remessa",
+                          sql,
+                          8400,
+                          {{1, 0, true}, {2, 1200}, {3, 1000}, {4, 1200}, {5, 4500}}});
+    if (escolha.empty()) return;
+
+    const std::vector<std::string> partes = base::divide(escolha, '*');
+    if (const auto data = DataHora::le(partes.at(0).substr(0, 10))) DTPicker1.Value = *data;
+    // The client first, then the note; each as if typed.
+    const auto preenche = [this](int Index, const std::string& valor) {
+        campo(Index).Text = valor;
+        SetFocus(campo(Index));
+        bDigitado = true;
+        xelSendkeys("{TAB}");
+        bool Cancel = false;
+        campo_Validate(Index, Cancel);
+    };
+    preenche(0, partes.at(2));
+    preenche(1, partes.at(1));
+}
+
+} // namespace orvex::delivery

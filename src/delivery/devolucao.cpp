@@ -1,0 +1,150 @@
+#include "delivery/guias_remessa.h"
+
+#include "base/falha.h"
+#include "base/texto.h"
+
+#include <exception>
+
+namespace orvex::delivery {
+
+using base::Moeda;
+using base::Variante;
+using common::TipoColuna;
+
+namespace {
+
+constexpr int linhas_em_branco = 10;
+constexpr int abrir = 0;
+constexpr int confirmar = 1;
+
+} // namespace
+
+void GuiasRemessa::btGV_Click(int Index) {
+    if (Index == abrir) return AbreDevolucao();
+    if (Index == confirmar &&
+        Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?", 3) == common::resposta_ok) {
+        GravaDevolucao();
+        Frame3.Visible = false;
+        return;
+    }
+    Frame3.Visible = false;
+    DesInibe();
+    btConf(0).Enabled = false;
+}
+
+void GuiasRemessa::AbreDevolucao() {
+    DTPicker3.Value = agora();
+    Frame3.Visible = true;
+    Inibe();
+    for (common::Controlo* controlo :
+         std::initializer_list<common::Controlo*>{&btGV(1), &btGV(2), &btSair, &Frame3, &DTPicker3})
+        controlo->Enabled = true;
+    Act_Final();
+    CarregaFinal();
+    Final.Enabled = true;
+    SetFocus(Final);
+}
+
+void GuiasRemessa::Act_Final() {
+    Final.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
+                  {"Nome", "Designação", TipoColuna::texto, 4200, 80},
+                  {"Qtd", "Qtd", TipoColuna::decimal, 1500, 15, true, true, false},
+                  {"Transf", "...", TipoColuna::logico, 700, 0, false},
+                  {"NumLinha", "NumLinha", TipoColuna::inteiro, 1200, 20, true, true, false},
+                  {"PesoBruto", "PesoBruto", TipoColuna::decimal, 1500, 15, true, true, false}},
+                 linhas_em_branco);
+}
+
+void GuiasRemessa::CarregaFinal() {
+    int i = 0;
+    for (int linha = 0; linha < Gr.linhas(); ++linha) {
+        if (Gr.valor(linha, "Artigo").vazio()) continue;
+        Final.define_valor(i, "Artigo", Gr.valor(linha, "Artigo"));
+        Final.define_valor(i, "Nome", Gr.valor(linha, "Nome"));
+        Final.define_valor(i, "Qtd", Gr.valor(linha, "Quant"));
+        Final.define_valor(i, "Transf", false);
+        Final.define_valor(i, "NumLinha", Gr.valor(linha, "NumLinha"));
+        Final.define_valor(i, "PesoBruto", Gr.valor(linha, "PesoBruto"));
+        Final.garante_linha(++i);
+    }
+}
+
+void GuiasRemessa::Final_BeforeColUpdate(int Row, int Col, bool&) {
+    const int linha = Row - 1;
+    if (Col != Final.coluna("Transf") || Final.texto_editado != "-1") return;
+    if (Final.valor(linha, "Artigo").vazio()) {
+        Final.texto_editado = "0"; // nothing to take back in a blank row
+        return;
+    }
+    TestaGR(Final.texto(linha, "Artigo"),
+            static_cast<std::int16_t>(Final.valor(linha, "NumLinha").inteiro()));
+    if (!bDevolvido) return;
+    Avisa("", "O Artigo selecionado já foi devolvido!", 2);
+    Final.texto_editado = "0";
+}
+
+bool GuiasRemessa::Devolvida(int linha) const {
+    const Variante& marca = Final.valor(linha, "Transf");
+    return !marca.nulo() && marca.logico() && !Final.valor(linha, "Artigo").vazio();
+}
+
+void GuiasRemessa::GravaDevolucao() {
+    try {
+        ArmazemGuia = ArmazemEscolhido();
+        BD.IniciaTransaccao();
+        LibertaDocumento();
+        CriaCabecalhoDevolucao();
+        std::int32_t Erro = 0;
+        std::string Mensagem;
+        if (!CriaLinhasDevolucao(1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
+        const std::int32_t numero = NumeroNoEcra();
+        ActualizaMovGV(numero, NumGuia);
+        BD.ConfirmaTransaccao();
+        Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+    } catch (const std::exception& falha) {
+        compensa(UltimoErro.empty() ? falha.what() : UltimoErro);
+    }
+    LibertaDocumento();
+    DesInibe();
+    limparform();
+    SetFocus(campo(0));
+}
+
+void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {
+    regista_falha([&] {
+        const auto M =
+            BD.Consulta("Select * from xel_ORVEX_MOV where Ano=" + std::to_string(DTPicker1.Value.ano) +
+                        " and TpDoc=" + base::entre_plicas(GUIASREMESSA[0]) + " and NumDoc= " +
+                        std::to_string(NoGRemessa) + " and SerieDoc=" + GUIASREMESSA[1] + " ");
+        for (; !M->fim(); M->move_seguinte())
+            for (int i = 0; i < Final.linhas(); ++i)
+                if (Devolvida(i) && Final.valor(i, "NumLinha").inteiro() == M->valor("NumLinha").inteiro())
+                    SomaAOrigem(M->valor("Origem").texto(), Final.moeda(i, "Qtd"), Final.moeda(i, "Qtd"),
+                                Final.moeda(i, "PesoBruto"));
+        RegistaLinhasERP(GUIADEVOLUCAO, NoDoc, DTPicker3.Value, Sentido::entrada);
+    });
+}
+
+void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
+    bDevolvido = false;
+    const auto devolucoes =
+        BD.Consulta("Select * from xel_ORVEX_MOV where  Cliente = " + base::entre_plicas(campo(0).Text) +
+                    " and TpDoc=" + base::entre_plicas(GUIADEVOLUCAO[0]) +
+                    " and Artigo=" + base::entre_plicas(sArtigo) + " ");
+    const std::string chave = ChaveLinhaGuia(std::to_string(Linha));
+    for (; !devolucoes->fim() && !bDevolvido; devolucoes->move_seguinte())
+        bDevolvido = devolucoes->valor("Origem").texto() == chave;
+}
+
+void GuiasRemessa::TestaDevolucao(bool& Boa) {
+    Boa = false;
+    for (int i = 0; i < Gr.linhas(); ++i) {
+        if (Gr.valor(i, "Artigo").vazio()) continue;
+        TestaGR(Gr.texto(i, "Artigo"), static_cast<std::int16_t>(Gr.valor(i, "NumLinha").inteiro()));
+        if (!bDevolvido) continue;
+        Avisa("", "Esta GR já foi devolvida!", 2);
+        Boa = true;
+    }
+}
+
+} // namespace orvex::delivery

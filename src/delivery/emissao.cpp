@@ -1,0 +1,139 @@
+#include "delivery/guias_remessa.h"
+
+#include "base/falha.h"
+#include "base/texto.h"
+
+#include <exception>
+#include <unordered_map>
+
+namespace orvex::delivery {
+
+using base::Moeda;
+
+namespace {
+
+constexpr int emitir = 0;
+constexpr int anular = 1;
+constexpr int pagina_diversos = 1;
+
+} // namespace
+
+void GuiasRemessa::btConf_Click(int Index) {
+    try {
+        if (Index == emitir && !VerificaQuantidades()) return SetFocus(campo(0));
+        if (campo(0).Text.empty()) {
+            Avisa("", "Falta o Cliente!", 2);
+            return SetFocus(campo(0));
+        }
+        if (!VerificaContribuinte()) {
+            SSTab1.Tab = pagina_diversos;
+            return SetFocus(campo(19));
+        }
+        if (Index == anular) {
+            if (!GuiaAindaNoEcra()) return;
+            if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok) {
+                limparform();
+                return SetFocus(campo(0));
+            }
+        }
+        ArmazemGuia = ArmazemEscolhido();
+        BD.IniciaTransaccao();
+        if (Index == emitir)
+            Emite();
+        else
+            Anula();
+        LibertaDocumento();
+        limparform();
+        SetFocus(campo(0));
+    } catch (const std::exception& falha) {
+        FalhaConfirmacao(falha.what());
+    }
+}
+
+void GuiasRemessa::FalhaConfirmacao(const std::string& descricao) {
+    compensa(UltimoErro.empty() ? descricao : UltimoErro);
+    LibertaDocumento();
+    limparform();
+    SetFocus(campo(0));
+}
+
+bool GuiasRemessa::VerificaQuantidades() {
+    std::unordered_map<std::string, Moeda> disponivel; // of the first line with each key
+    for (int i = 0; i < Detalhe.linhas(); ++i) {
+        if (Detalhe.valor(i, "Artigo").vazio()) continue;
+        disponivel.try_emplace(ChaveLinhaAberta(i), Detalhe.moeda(i, "Quant"));
+    }
+    std::unordered_map<std::string, Moeda> total;
+    for (int i = 0; i < Gr.linhas(); ++i)
+        if (!Gr.valor(i, "Artigo").vazio()) total[Gr.texto(i, "OutroDocMesmo")] += Gr.moeda(i, "Quant");
+
+    // The first row of a key sees the key's whole total, so later rows of it can add nothing new.
+    for (int i = 0; i < Gr.linhas(); ++i) {
+        if (Gr.valor(i, "Artigo").vazio()) continue;
+        const std::string chave = Gr.texto(i, "OutroDocMesmo");
+        if (total[chave] <= disponivel[chave]) continue;
+        Avisa("",
+              "Não é possível gravar!\r\nA quantidade selecionada ultrapassa a permitida.\r\n Linha com " +
+                  Gr.texto(i, "Artigo") + " Qtd = " + formato().texto(total[chave]) + " ",
+              2);
+        return false;
+    }
+    return true;
+}
+
+bool GuiasRemessa::VerificaContribuinte() {
+    ResultadoNIF ok = ResultadoNIF::valido;
+    if (MercadoCliente == 1) ValidaNIF(campo(19).Text, ok);
+    if (ok == ResultadoNIF::invalido)
+        return Avisa("", "Número Contribuinte inválido!", 3) == common::resposta_ok;
+    if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", 2);
+    return ok == ResultadoNIF::valido;
+}
+
+// What is cancelled is the note that was loaded: the ledger goes by what the screen shows, the ERP by the
+// document read, and the two must still be the same note.
+bool GuiasRemessa::GuiaAindaNoEcra() {
+    const startup::ReferenciaERP Cab = DocActual ? DocActual->obtem("Cab").objecto : nullptr;
+    if (Cab && Cab->obtem("Ano").valor.inteiro() == DTPicker1.Value.ano &&
+        base::le_inteiro(campo(1).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
+        Cab->obtem("Terceiro").valor.texto() == campo(0).Text)
+        return true;
+    Avisa("", "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
+          2);
+    SetFocus(campo(1));
+    return false;
+}
+
+void GuiasRemessa::Emite() {
+    LibertaDocumento();
+    CriaCabecalhoGuia();
+    std::int32_t Erro = 0;
+    std::string Mensagem;
+    if (!CriaLinhasGuia(1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
+    const std::int32_t numero = NumeroNoEcra();
+    ActualizaMov(numero);
+    BD.ConfirmaTransaccao();
+    Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+}
+
+void GuiasRemessa::Anula() {
+    bool Boa = false;
+    TestaDevolucao(Boa);
+    if (!Boa) {
+        const startup::ReferenciaERP Cab = DocActual->obtem("Cab").objecto;
+        const startup::ChaveDocumento chave{
+            .Ano = static_cast<std::int16_t>(Cab->obtem("Ano").valor.inteiro()),
+            .TipoDocumento = Cab->obtem("TipoDocumento").valor.texto(),
+            .Serie = static_cast<std::int16_t>(Cab->obtem("Serie").valor.inteiro()),
+            .NossoNoDocumento = static_cast<std::int32_t>(Cab->obtem("NossoNoDocumento").valor.inteiro())};
+        LibertaDocumento();
+        ActualizaMovGR(NumeroNoEcra());
+        gERP.AnulaDocumento(1, chave);
+        const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
+        UltimoErro = resultado.mensagem;
+        if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
+    }
+    BD.ConfirmaTransaccao();
+}
+
+} // namespace orvex::delivery

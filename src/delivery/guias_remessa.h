@@ -1,0 +1,193 @@
+// The delivery-note screen: issues a delivery note from a client's open invoice lines, loads an issued note,
+// cancels it, or takes its items back.
+//
+// One class; each .cpp file beside this one holds one concern of it. The ledger and the ERP document of a
+// confirmation stand or fall together: the ledger writes are one transaction, the ERP document is cancelled
+// again when they fail.
+#pragma once
+
+#include "common/ecra.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace orvex::delivery {
+
+// Outcome of the check of a Portuguese tax number.
+enum class ResultadoNIF : std::int16_t { valido = 0, invalido = 1, vazio = 2 };
+
+// Nine digits, the last a check digit over the first eight.
+void ValidaNIF(const std::string& NIF, ResultadoNIF& ok);
+
+class GuiasRemessa : public common::Ecra {
+  public:
+    explicit GuiasRemessa(common::ServicosEcra servicos);
+
+    void Form_Load() override;
+    void Form_Terminate() override;
+
+    // --- Controls
+    // ----------------------------------------------------------------------------------------------
+
+    common::Etiqueta Label1; // the screen's title
+    common::Vector<common::Etiqueta> Label2;
+    common::Vector<common::Campo> campo;
+    common::SelectorData DTPicker1;
+    common::Vector<common::SelectorData> DTPicker2;
+    common::SelectorData DTPicker3;
+    common::Vector<common::Combo> cb1;
+    common::Vector<common::Botao> btFx;
+    common::Vector<common::Botao> btConf;
+    common::Vector<common::Botao> btGV;
+    common::Botao btCancelar;
+    common::Botao btSair;
+    common::Separadores SSTab1;
+    common::Grelha Detalhe; // ledger lines open for the client
+    common::Grelha Gr;      // lines of the note
+    common::Grelha Final;   // lines of the note to choose from for a return
+    common::Quadro Frame3;  // the return panel
+    common::Etiqueta Titulo;
+
+  private:
+    enum class Sentido { saida, entrada }; // of the items, seen from the warehouse
+
+    // --- The screen and its states: guias_remessa.cpp
+    // ----------------------------------------------------------
+
+    void liga_controlos();
+    void LeParametros();
+    void limparform() override;
+    bool Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc, const std::string& sTpDoc,
+              bool& bErro);
+    bool Ler(const startup::ChaveDocumento& utkeyDoc);
+    void Inibe();
+    void DesInibe();
+    void btCancelar_Click();
+    void btSair_Click();
+    const common::Campo* campo_de_fecho() const override { return &campo(0); }
+    common::Campo& primeiro_campo() override { return campo(0); }
+    std::string ArmazemEscolhido() const; // of the warehouse choice
+    std::int32_t NumeroNoEcra() const;    // campo(1) as a number; throws when it is none
+
+    // --- Client and header fields: campos.cpp
+    // ------------------------------------------------------------------
+
+    void campo_Validate(int Index, bool& Cancel) override;
+    void ValidaCliente(bool& Cancel);
+    void ValidaNumero(bool& Cancel);
+    void MostraCabecalho();
+    void ValidaVendedor(int Index, bool& Cancel);
+    void ValidaContribuinte(bool& Cancel);
+    void LimpaDadosCliente();
+    void LerIvas(const std::string& Reg);
+    void btFx_Click(int Index) override;
+    void EscolheGuia();
+    void tecla_data(int& KeyCode);
+
+    // --- Open ledger lines: linhas_abertas.cpp
+    // -----------------------------------------------------------------
+
+    void Act_Detalhe();
+    void CarregaFacturas(const std::string& Cliente);
+    std::string FiltroDocumentos() const;
+    void ReparaPesos(const std::string& Cliente);
+    std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
+    void MostraLinhaActual();
+    void Detalhe_DblClick();
+    void Detalhe_GotFocus() { MostraLinhaActual(); }
+    void Detalhe_LostFocus();
+    void Detalhe_RowColChange(int LastRow, int LastCol);
+
+    // --- Lines of the note: linhas_guia.cpp
+    // --------------------------------------------------------------------
+
+    void Act_Gr();
+    void Gr_KeyDown(int& KeyCode, int Shift);
+    void Gr_BeforeColUpdate(int Row, int Col, const base::Variante& OldValue, bool& Cancel);
+    bool AceitaNome(int linha);
+    bool AceitaQuant(int linha);
+    bool AceitaPesoBruto();
+    void Gr_BeforeDelete(bool& Cancel);
+    void Gr_AfterDelete();
+
+    // --- Issuing and cancelling: emissao.cpp
+    // -------------------------------------------------------------------
+
+    void btConf_Click(int Index);
+    bool VerificaQuantidades();
+    bool VerificaContribuinte();
+    void Emite();
+    void Anula();
+    bool GuiaAindaNoEcra();
+    void FalhaConfirmacao(const std::string& descricao);
+
+    // --- The ERP document: documento.cpp
+    // -----------------------------------------------------------------------
+
+    bool LibertaDocumento();
+    bool CriaCabecalhoGuia();
+    bool CriaCabecalhoDevolucao();
+    // True exactly when the document was created; otherwise UltimoErro tells why.
+    bool CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
+    bool CriaLinhasDevolucao(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
+    void AdicionaLinhaGuia(int linha);
+    void AdicionaLinhaDevolucao(int linha);
+    void AdicionaLinhaTexto(const std::string& texto);
+    startup::ReferenciaERP NovaLinha(const std::string& Artigo);
+    void SugereValores(const startup::ReferenciaERP& lin);
+    void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso);
+    bool EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
+
+    // --- The ledger: livro.cpp
+    // ---------------------------------------------------------------------------------
+
+    void ActualizaMov(std::int32_t NoDoc);
+    void ActualizaMovGR(std::int32_t NoDoc);
+    // One movement row, one holder row and one gross-weight row per article line of the ERP document.
+    void RegistaLinhasERP(const startup::ListaParametros& documento, std::int32_t NoDoc,
+                          const base::DataHora& data, Sentido sentido);
+    // Adds to the ledger line with this key; a key without a line is passed over.
+    void SomaAOrigem(const std::string& origem, base::Moeda quantidade, base::Moeda peso_liquido,
+                     base::Moeda peso_bruto);
+    std::string Detentor() const;                                  // holder after the movement
+    std::string ChaveLinhaGuia(const std::string& NumLinha) const; // 2019/GR/1/123/2/00000
+    std::string DaGuia(const char* coluna_serie, const char* coluna_numero, std::int32_t NoDoc) const;
+
+    // --- Returns: devolucao.cpp
+    // --------------------------------------------------------------------------------
+
+    void btGV_Click(int Index);
+    void AbreDevolucao();
+    void FechaDevolucao();
+    void Act_Final();
+    void CarregaFinal();
+    void Final_BeforeColUpdate(int Row, int Col, bool& Cancel);
+    bool Devolvida(int linha) const; // ticked in Final
+    void GravaDevolucao();
+    void ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa);
+    void TestaDevolucao(bool& Boa);
+    void TestaGR(const std::string& sArtigo, std::int16_t Linha);
+
+    // --- Members
+    // -----------------------------------------------------------------------------------------------
+
+    startup::ListaParametros GUIASREMESSA; // 0 document type, 1 series, 2 sector
+    startup::ListaParametros GUIADEVOLUCAO;
+    startup::ListaParametros FACTURAS; // groups of type, series and a third value
+    startup::ListaParametros ARMAZEM;  // 0 code of the warehouse of items at clients, 1 its label
+    startup::ListaParametros ARMAZEMORVEX;
+    startup::ListaParametros CLIENTEORVEX; // 0 the client code that stands for ORVEX
+
+    std::int32_t NumGuia = 0;         // number of the loaded note
+    startup::ReferenciaERP DocActual; // the document being built or read
+    std::int16_t MercadoCliente = 0;  // 1: the client's tax number is verified
+    // Per line of the note being built, text lines included; position 0 is never used.
+    std::vector<std::string> OutrosDocsLinha;
+    std::vector<base::Moeda> PesosLinha; // gross weight, tonnes
+    std::string ArmazemGuia;
+    std::int16_t UltimaLinha = -1; // matrix row of the last used row of Gr
+    bool bDevolvido = false;       // outcome of the last TestaGR
+};
+
+} // namespace orvex::delivery

@@ -1,0 +1,122 @@
+#include "delivery/guias_remessa.h"
+
+#include "base/texto.h"
+
+namespace orvex::delivery {
+
+using base::Moeda;
+using base::Variante;
+using common::TipoColuna;
+
+namespace {
+
+constexpr int linhas_em_branco = 30;
+constexpr int critica = 2; // kind of MostraMensagem
+
+} // namespace
+
+void GuiasRemessa::Act_Gr() {
+    const auto escondida = [](const char* chave, const char* legenda, TipoColuna tipo, int comprimento) {
+        return common::Coluna{
+            chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
+    };
+    Gr.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
+               {"Nome", "Designação", TipoColuna::texto, 3700, 80, false},
+               {"Quant", "P.Liq.", TipoColuna::decimal, 1150, 12, false, false, true, true},
+               escondida("Doc", "Doc", TipoColuna::texto, 20),
+               escondida("QuantDet", "QuantDet", TipoColuna::decimal, 12),
+               escondida("Unidade", "Unidade", TipoColuna::texto, 20),
+               escondida("Data", "Data", TipoColuna::texto, 20),
+               escondida("OutroDoc", "OutroDoc", TipoColuna::texto, 20),
+               escondida("OutroDocMesmo", "OutroDocMesmo", TipoColuna::texto, 20),
+               escondida("NumLinha", "NumLinha", TipoColuna::inteiro, 20),
+               {"PesoBruto", "Peso Bruto", TipoColuna::decimal, 1100, 12, false, false, true, true},
+               escondida("QtOrig", "Qt Orig", TipoColuna::decimal, 12),
+               escondida("PBOrig", "PB Orig", TipoColuna::decimal, 12)},
+              linhas_em_branco);
+}
+
+void GuiasRemessa::Gr_KeyDown(int& KeyCode, int) {
+    bDigitado = true;
+    if (KeyCode == common::tecla_esc) {
+        bDigitado = false;
+        KeyCode = 0;
+    }
+    if (KeyCode == common::tecla_esquerda) bDigitado = false;
+}
+
+void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue, bool& Cancel) {
+    const int linha = Row - 1;
+    bool aceite = true;
+    if (Col == Gr.coluna("Nome"))
+        aceite = AceitaNome(linha);
+    else if (Col == Gr.coluna("Quant") && bDigitado)
+        aceite = AceitaQuant(linha);
+    else if (Col == Gr.coluna("PesoBruto") && bDigitado)
+        aceite = AceitaPesoBruto();
+    if (!aceite) {
+        Cancel = true;
+        Gr.texto_editado = formato().texto(OldValue);
+    }
+    bDigitado = false;
+}
+
+bool GuiasRemessa::AceitaNome(int linha) {
+    if (linha == 0 && !Gr.texto(linha, "Artigo").empty()) return true;
+    if (linha == 0 || Gr.texto(linha - 1, "Doc").empty()) {
+        MostraMensagem("Não é permitido introduzir linha de texto!", critica);
+        return false;
+    }
+    if (!Gr.texto(linha, "Doc").empty()) return true;
+
+    // A new text line belongs to the nearest article line above it.
+    int artigo = linha - 1;
+    while (artigo > 0 && Gr.texto(artigo, "OutroDocMesmo").empty())
+        --artigo;
+    Gr.define_valor(linha, "Doc", Gr.valor(linha - 1, "Doc"));
+    Gr.define_valor(linha, "OutroDoc",
+                    Gr.texto(artigo, "OutroDocMesmo") + "/" +
+                        base::ultimos("00000" + std::to_string(UltimaLinha + 1), 5));
+    ++UltimaLinha;
+    return true;
+}
+
+bool GuiasRemessa::AceitaQuant(int linha) {
+    if (Gr.texto(linha, "Artigo").empty()) {
+        Gr.texto_editado.clear();
+        return true;
+    }
+    const auto numero = formato().le(Gr.texto_editado);
+    if (!numero) {
+        MostraMensagem("Valor inválido!", critica);
+        return false;
+    }
+    if (*numero > Gr.moeda(linha, "QuantDet")) {
+        Avisa("", "Ultrapassa a quantidade inicial!", 2);
+        SetFocus(Gr);
+        return false;
+    }
+    Gr.define_valor(linha, "PesoBruto", *numero);
+    return true;
+}
+
+bool GuiasRemessa::AceitaPesoBruto() {
+    const auto numero = formato().le(Gr.texto_editado);
+    if (numero && *numero >= Moeda()) return true;
+    MostraMensagem("Valor Inválido!", critica);
+    return false;
+}
+
+void GuiasRemessa::Gr_BeforeDelete(bool& Cancel) {
+    if (Gr.linha_actual == 1) {
+        Avisa("", "Não é permitido retirar esta linha!", 2);
+        Cancel = true;
+    }
+    if (Gr.linha_actual - 1 > UltimaLinha) Cancel = true;
+}
+
+void GuiasRemessa::Gr_AfterDelete() {
+    if (UltimaLinha > 0) --UltimaLinha;
+}
+
+} // namespace orvex::delivery
