@@ -1,5 +1,6 @@
 #include "base/texto.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace orvex::base {
@@ -120,6 +121,12 @@ std::string maiusculas(std::string_view texto) {
     while (!texto.empty())
         acrescenta_caracter(resultado, maiuscula(retira_caracter(texto)));
     return resultado;
+}
+
+bool mesmo_nome(std::string_view a, std::string_view b) {
+    const auto sem_caixa = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return sem_caixa(x) == sem_caixa(y); });
 }
 
 std::string entre_plicas(std::string_view valor) {

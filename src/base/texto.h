@@ -29,6 +29,9 @@ void acrescenta_caracter(std::string& texto, char32_t caracter);
 char32_t maiuscula(char32_t caracter);
 std::string maiusculas(std::string_view texto);
 
+// Names of columns and members: the same but for the case of their plain letters.
+bool mesmo_nome(std::string_view a, std::string_view b);
+
 // The one place that turns a value into a quoted SQL text: apostrophes inside are doubled.
 std::string entre_plicas(std::string_view valor);
 

@@ -18,6 +18,35 @@ void Ecra::regista(Controlo& controlo, std::string nome) {
     controlos_.push_back(&controlo);
 }
 
+void Ecra::regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda, int comprimento) {
+    regista(campo, "campo(" + std::to_string(Index) + ")");
+    campo.Index = Index;
+    campo.ToolTip = ToolTip;
+    campo.Legenda = Legenda;
+    campo.MaxLength = comprimento;
+}
+
+void Ecra::regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
+                         std::function<void()> Click) {
+    regista(botao, std::move(nome));
+    botao.Caption = Caption;
+    botao.ToolTip = ToolTip;
+    botao.Click = std::move(Click);
+}
+
+void Ecra::regista_selector(SelectorData& selector, std::string nome, const char* ToolTip,
+                            const char* Legenda) {
+    regista(selector, std::move(nome));
+    selector.ToolTip = ToolTip;
+    selector.Legenda = Legenda;
+    selector.KeyDown = [this](int& KeyCode, int) {
+        if (KeyCode != tecla_enter && KeyCode != tecla_esc) return;
+        xelSendkeys(KeyCode == tecla_enter ? "{TAB}" : "+{TAB}");
+        if (KeyCode == tecla_esc) bDigitado = false;
+        KeyCode = 0;
+    };
+}
+
 Controlo& Ecra::controlo(std::string_view nome) {
     for (Controlo* controlo : controlos_)
         if (controlo->nome == nome) return *controlo;
@@ -29,8 +58,7 @@ Janela& Ecra::janela() {
     return *janela_;
 }
 
-// --- Events
-// ----------------------------------------------------------------------------------------------------
+// Events
 
 void Ecra::corre(const std::function<void()>& manipulador) {
     if (em_curso_ || a_fechar_) return;
@@ -173,36 +201,20 @@ void Ecra::utilizador_duplo_clique(Grelha& grelha) {
 }
 
 bool Ecra::utilizador_edita_celula(Grelha& grelha, const std::string& texto) {
+    const int linha = grelha.linha_actual - 1;
+    const int coluna = grelha.coluna_actual;
+    if (texto == grelha.texto_para_editar(linha, coluna, formato())) return true; // nothing to store
+    const Coluna& descricao = grelha.colunas()[static_cast<std::size_t>(coluna)];
+    if (descricao.so_leitura || !grelha.Enabled) return false;
+
     bool aceite = false;
     corre([&] {
-        const int linha = grelha.linha_actual - 1;
-        const int coluna = grelha.coluna_actual;
-        const Variante antigo = grelha.valor(linha, coluna);
-        if (texto != grelha.texto_para_editar(linha, coluna, formato())) bDigitado = true;
-
         bool Cancel = false;
+        bDigitado = true;
         grelha.texto_editado = texto;
-        if (grelha.BeforeColUpdate) grelha.BeforeColUpdate(linha + 1, coluna, antigo, Cancel);
-        if (Cancel) return;
-        aceite = true;
-        const std::string& novo = grelha.texto_editado;
-        switch (grelha.colunas()[static_cast<std::size_t>(coluna)].tipo) {
-        case TipoColuna::texto:
-            grelha.define_valor(linha, coluna, novo);
-            break;
-        case TipoColuna::logico:
-            grelha.define_valor(linha, coluna, novo == "-1");
-            break;
-        case TipoColuna::decimal:
-        case TipoColuna::inteiro:
-            if (novo.empty())
-                grelha.define_valor(linha, coluna, novo);
-            else if (const auto numero = formato().le(novo))
-                grelha.define_valor(linha, coluna, *numero);
-            else
-                aceite = false;
-            break;
-        }
+        if (grelha.BeforeColUpdate)
+            grelha.BeforeColUpdate(linha + 1, coluna, Variante(grelha.valor(linha, coluna)), Cancel);
+        if (!Cancel) aceite = grelha.guarda_edicao(linha, coluna, formato());
     });
     return aceite;
 }
@@ -222,8 +234,7 @@ void Ecra::falha_sem_tratamento(const std::string& descricao) {
     janela().caixa(descricao, startup::descricao_programa, Icone::critico, Botoes::ok);
 }
 
-// --- Services
-// --------------------------------------------------------------------------------------------------
+// Services
 
 void Ecra::campo_KeyPress(Campo& campo, int& KeyAscii) {
     bDigitado = true;

@@ -49,8 +49,7 @@ class Ecra : private Foco::Ouvinte {
     virtual void Form_Load() = 0;
     virtual void Form_Terminate() {} // the window is gone and the program ends
 
-    // --- Events of the user, from the window
-    // -------------------------------------------------------------------
+    // Events of the user, from the window
 
     void utilizador_abre(); // the window was shown: the first control takes the focus
     void utilizador_edita(Campo& campo, const std::string& texto);
@@ -88,11 +87,17 @@ class Ecra : private Foco::Ouvinte {
     void campo_KeyPress(Campo& campo, int& KeyAscii);
     void campo_BotaoLista(int Index) { btFx_Click(Index); }
 
-    // Adds a control under its name, in the order the window shows and the tests list.
+    // Adds a control under its name.
     void regista(Controlo& controlo, std::string nome);
+    // Members of the array `campo`; the length is that of the column the field is written to, 0 where none
+    // limits it.
+    void regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda, int comprimento);
+    void regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
+                       std::function<void()> Click);
+    // A date picker in which Enter moves on and Esc moves back.
+    void regista_selector(SelectorData& selector, std::string nome, const char* ToolTip, const char* Legenda);
 
-    // --- Services
-    // ----------------------------------------------------------------------------------------------
+    // Services
 
     // Kinds: 1 mandatory field, 2 information, 3 OK/Cancel (Cancel the default), 4 Yes/No; any other shows
     // nothing.

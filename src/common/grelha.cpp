@@ -60,6 +60,24 @@ std::string Grelha::texto_para_editar(int linha, int coluna, const base::Formato
     return formato.texto(valor(linha, coluna));
 }
 
+bool Grelha::guarda_edicao(int linha, int coluna, const base::FormatoRegional& formato) {
+    switch (colunas_[static_cast<std::size_t>(coluna)].tipo) {
+    case TipoColuna::texto:
+        define_valor(linha, coluna, texto_editado);
+        return true;
+    case TipoColuna::logico:
+        define_valor(linha, coluna, texto_editado == "-1");
+        return true;
+    case TipoColuna::decimal:
+    case TipoColuna::inteiro:
+        break;
+    }
+    const auto numero = formato.le(texto_editado);
+    if (!numero && !texto_editado.empty()) return false;
+    define_valor(linha, coluna, numero ? base::Variante(*numero) : base::Variante(""));
+    return true;
+}
+
 bool Grelha::pintada(int linha) const { return estilo && valor(linha, estilo->coluna) == estilo->valor; }
 
 } // namespace orvex::common

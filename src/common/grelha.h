@@ -76,6 +76,8 @@ class Grelha : public Controlo {
     // What a cell shows, and what an editor of it starts with.
     std::string texto_mostrado(int linha, int coluna, const base::FormatoRegional& formato) const;
     std::string texto_para_editar(int linha, int coluna, const base::FormatoRegional& formato) const;
+    // Stores texto_editado in the cell, as the column's kind; false when it is no value of that kind.
+    bool guarda_edicao(int linha, int coluna, const base::FormatoRegional& formato);
     bool pintada(int linha) const;
 
     // Grows with every change, so that a window knows when to read the matrix again.

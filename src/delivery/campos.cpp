@@ -36,13 +36,6 @@ void ValidaNIF(const std::string& NIF, ResultadoNIF& ok) {
     if (NIF[8] - '0' == controlo) ok = ResultadoNIF::valido;
 }
 
-void GuiasRemessa::tecla_data(int& KeyCode) {
-    if (KeyCode != common::tecla_enter && KeyCode != common::tecla_esc) return;
-    xelSendkeys(KeyCode == common::tecla_enter ? "{TAB}" : "+{TAB}");
-    if (KeyCode == common::tecla_esc) bDigitado = false;
-    KeyCode = 0;
-}
-
 void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
     if (!bDigitado) return;
     switch (Index) {

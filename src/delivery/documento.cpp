@@ -130,10 +130,10 @@ void GuiasRemessa::AdicionaLinhaGuia(int linha) {
     const ReferenciaERP lin = NovaLinha(Gr.texto(linha, "Artigo"));
     lin->poe("Armazem", ArmazemGuia);
     SugereValores(lin);
-    lin->poe("descricao", Gr.valor(linha, "Nome"));
+    lin->poe("descricao", Gr.texto(linha, "Nome"));
     lin->poe("Quantidade", Gr.moeda(linha, "Quant"));
     lin->poe("QuantidadeOrigem", Gr.moeda(linha, "Quant"));
-    lin->poe("Unidade", Gr.valor(linha, "Unidade"));
+    lin->poe("Unidade", Gr.texto(linha, "Unidade"));
     lin->poe("DataMvStock", DTPicker1.Value.data());
     lin->poe("PrecoUnitario", 0);
     lin->poe("Sector", GUIASREMESSA[2]);
@@ -210,9 +210,11 @@ bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, st
         const auto r =
             doc->chama("Finalizar", {pedida.NossoNoDocumento, 0, pedida.TipoDocumento, pedida.Ano});
         if (r.valor.inteiro() == 0) {
-            const startup::ChaveDocumento criada = chave_de(doc);
-            DocsCriados.push_back(criada);
-            campo(1).Text = std::to_string(criada.NossoNoDocumento);
+            // The document exists from here on: if its number cannot be read, it is named for manual
+            // cancellation without it.
+            DocsCriados.push_back(pedida);
+            DocsCriados.back() = chave_de(doc);
+            campo(1).Text = std::to_string(DocsCriados.back().NossoNoDocumento);
             return true;
         }
         finalizado = true;

@@ -14,7 +14,6 @@ namespace {
 
 constexpr int emitir = 0;
 constexpr int anular = 1;
-constexpr int pagina_diversos = 1;
 
 } // namespace
 

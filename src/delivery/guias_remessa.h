@@ -27,8 +27,7 @@ class GuiasRemessa : public common::Ecra {
     void Form_Load() override;
     void Form_Terminate() override;
 
-    // --- Controls
-    // ----------------------------------------------------------------------------------------------
+    // Controls
 
     common::Etiqueta Label1; // the screen's title
     common::Vector<common::Etiqueta> Label2;
@@ -51,11 +50,20 @@ class GuiasRemessa : public common::Ecra {
 
   private:
     enum class Sentido { saida, entrada }; // of the items, seen from the warehouse
+    static constexpr int pagina_movimentos = 0;
+    static constexpr int pagina_diversos = 1;
 
-    // --- The screen and its states: guias_remessa.cpp
-    // ----------------------------------------------------------
+    // Names, captions and handlers of the controls: controlos.cpp
 
     void liga_controlos();
+    void liga_rotulos();
+    void liga_campos();
+    void liga_botoes();
+    void liga_grelhas();
+    void na_pagina(common::Controlo& controlo, int pagina);
+
+    // The screen and its states: guias_remessa.cpp
+
     void LeParametros();
     void limparform() override;
     bool Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc, const std::string& sTpDoc,
@@ -70,8 +78,7 @@ class GuiasRemessa : public common::Ecra {
     std::string ArmazemEscolhido() const; // of the warehouse choice
     std::int32_t NumeroNoEcra() const;    // campo(1) as a number; throws when it is none
 
-    // --- Client and header fields: campos.cpp
-    // ------------------------------------------------------------------
+    // Client and header fields: campos.cpp
 
     void campo_Validate(int Index, bool& Cancel) override;
     void ValidaCliente(bool& Cancel);
@@ -83,10 +90,8 @@ class GuiasRemessa : public common::Ecra {
     void LerIvas(const std::string& Reg);
     void btFx_Click(int Index) override;
     void EscolheGuia();
-    void tecla_data(int& KeyCode);
 
-    // --- Open ledger lines: linhas_abertas.cpp
-    // -----------------------------------------------------------------
+    // Open ledger lines: linhas_abertas.cpp
 
     void Act_Detalhe();
     void CarregaFacturas(const std::string& Cliente);
@@ -99,8 +104,7 @@ class GuiasRemessa : public common::Ecra {
     void Detalhe_LostFocus();
     void Detalhe_RowColChange(int LastRow, int LastCol);
 
-    // --- Lines of the note: linhas_guia.cpp
-    // --------------------------------------------------------------------
+    // Lines of the note: linhas_guia.cpp
 
     void Act_Gr();
     void Gr_KeyDown(int& KeyCode, int Shift);
@@ -111,8 +115,7 @@ class GuiasRemessa : public common::Ecra {
     void Gr_BeforeDelete(bool& Cancel);
     void Gr_AfterDelete();
 
-    // --- Issuing and cancelling: emissao.cpp
-    // -------------------------------------------------------------------
+    // Issuing and cancelling: emissao.cpp
 
     void btConf_Click(int Index);
     bool VerificaQuantidades();
@@ -122,8 +125,7 @@ class GuiasRemessa : public common::Ecra {
     bool GuiaAindaNoEcra();
     void FalhaConfirmacao(const std::string& descricao);
 
-    // --- The ERP document: documento.cpp
-    // -----------------------------------------------------------------------
+    // The ERP document: documento.cpp
 
     bool LibertaDocumento();
     bool CriaCabecalhoGuia();
@@ -139,8 +141,7 @@ class GuiasRemessa : public common::Ecra {
     void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso);
     bool EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
 
-    // --- The ledger: livro.cpp
-    // ---------------------------------------------------------------------------------
+    // The ledger: livro.cpp
 
     void ActualizaMov(std::int32_t NoDoc);
     void ActualizaMovGR(std::int32_t NoDoc);
@@ -154,12 +155,10 @@ class GuiasRemessa : public common::Ecra {
     std::string ChaveLinhaGuia(const std::string& NumLinha) const; // 2019/GR/1/123/2/00000
     std::string DaGuia(const char* coluna_serie, const char* coluna_numero, std::int32_t NoDoc) const;
 
-    // --- Returns: devolucao.cpp
-    // --------------------------------------------------------------------------------
+    // Returns: devolucao.cpp
 
     void btGV_Click(int Index);
     void AbreDevolucao();
-    void FechaDevolucao();
     void Act_Final();
     void CarregaFinal();
     void Final_BeforeColUpdate(int Row, int Col, bool& Cancel);
@@ -169,8 +168,7 @@ class GuiasRemessa : public common::Ecra {
     void TestaDevolucao(bool& Boa);
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);
 
-    // --- Members
-    // -----------------------------------------------------------------------------------------------
+    // Members
 
     startup::ListaParametros GUIASREMESSA; // 0 document type, 1 series, 2 sector
     startup::ListaParametros GUIADEVOLUCAO;
