@@ -1,0 +1,43 @@
+// Statements prepared once for each text and lent out again and again: preparing one costs more than running
+// it.
+#pragma once
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+namespace orvex::platform::sqlite {
+
+class InstrucoesGuardadas {
+  public:
+    // A statement at its start, without parameters; given back, reset, when the loan ends.
+    class Emprestimo {
+      public:
+        Emprestimo(InstrucoesGuardadas& dono, std::string sql);
+        ~Emprestimo();
+        Emprestimo(const Emprestimo&) = delete;
+        Emprestimo& operator=(const Emprestimo&) = delete;
+
+        SQLite::Statement& operator*() const { return *instrucao_; }
+        SQLite::Statement* operator->() const { return instrucao_.get(); }
+
+      private:
+        InstrucoesGuardadas& dono_;
+        std::string sql_;
+        std::unique_ptr<SQLite::Statement> instrucao_;
+    };
+
+    // The database must outlive the statements, and the statements their loans.
+    explicit InstrucoesGuardadas(const SQLite::Database& base) : base_(base) {}
+
+    Emprestimo toma(std::string sql) { return {*this, std::move(sql)}; }
+
+  private:
+    const SQLite::Database& base_;
+    std::unordered_map<std::string, std::unique_ptr<SQLite::Statement>> livres_;
+};
+
+} // namespace orvex::platform::sqlite

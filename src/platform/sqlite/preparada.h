@@ -1,0 +1,63 @@
+// A prepared statement with what is known of its columns.
+#pragma once
+
+#include "platform/sqlite/forma.h"
+#include "platform/sqlite/tipo_coluna.h"
+#include "platform/sqlite/traducao.h"
+
+#include <SQLiteCpp/Statement.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct sqlite3_stmt;
+
+namespace orvex::platform::sqlite {
+
+struct Coluna {
+    std::string nome;
+    TipoColuna tipo;
+    bool chave = false;      // of the table's key; known of a query that can be updated
+    bool identidade = false; // given by the database
+};
+
+struct Colunas {
+    std::vector<Coluna> lista;
+    std::string tabela; // that a row of these is found in; empty when the set is for reading only
+    bool chave_completa = false;
+};
+
+class Preparada {
+  public:
+    Preparada(const SQLite::Database& base, const Traducao& traducao);
+
+    // Gives the statement its parameters, from the start. Throws Falha when the literals are not as many.
+    void liga(const Forma& forma);
+    // True once the engine had to prepare the statement anew because somebody changed the schema.
+    bool caduca() const;
+
+    const std::shared_ptr<const Colunas>& colunas() const { return leitura_; }
+    // With the table and its key, where rows of this query can be found again in one.
+    std::shared_ptr<const Colunas> colunas_actualizaveis();
+
+    SQLite::Statement instrucao;
+    const Traducao::Genero genero;
+
+  private:
+    const SQLite::Database& base_;
+    std::string tabela_;
+    sqlite3_stmt* ponteiro_; // of the same statement, for what its class has no procedure for
+    std::shared_ptr<const Colunas> leitura_;
+    std::shared_ptr<const Colunas> escrita_;
+};
+
+Celula le_coluna(const SQLite::Statement& instrucao, std::size_t coluna);
+
+// A value as normaliza gave it, in the engine's form for a column of this type.
+void liga_valor(SQLite::Statement& instrucao, int parametro, const TipoColuna& tipo,
+                const base::Variante& valor);
+void liga_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula);
+
+} // namespace orvex::platform::sqlite

@@ -1,0 +1,159 @@
+#include "platform/sqlite/tipo_coluna.h"
+
+#include "base/falha.h"
+#include "base/texto.h"
+#include "startup/sessao_bd.h"
+
+#include <charconv>
+#include <limits>
+
+namespace orvex::platform::sqlite {
+namespace {
+
+using base::DataHora;
+using base::Falha;
+using base::Moeda;
+using base::Variante;
+using Especie = TipoColuna::Especie;
+
+// Beyond this a stored double no longer keeps four decimals.
+constexpr std::int64_t magnitude_recusada = 900'000'000'000;
+constexpr int primeiro_ano = 1753; // of the server's datetime
+
+[[noreturn]] void nao_cabe(std::string_view coluna, const Variante& valor) {
+    throw Falha("O valor «" + valor.texto() + "» não cabe na coluna " + std::string(coluna) + ".",
+                startup::numeros_bd::valor_truncado);
+}
+
+[[noreturn]] void nao_serve(std::string_view coluna, const Variante& valor, const char* pedido) {
+    throw Falha("O valor «" + valor.texto() + "» não é " + pedido + " (coluna " + std::string(coluna) + ").",
+                base::numeros_falha::tipo_diferente);
+}
+
+Moeda numero(std::string_view coluna, const Variante& valor) {
+    try {
+        return valor.moeda();
+    } catch (const Falha& falha) {
+        if (falha.numero() == base::numeros_falha::valor_excessivo) nao_cabe(coluna, valor);
+        nao_serve(coluna, valor, "um número");
+    }
+}
+
+Variante inteiro(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+    const std::int64_t lido = numero(coluna, valor).arredondada(0).decimos_milesimos() / Moeda::unidade;
+    if (lido > tipo.maximo || lido < -tipo.maximo - 1) nao_cabe(coluna, valor);
+    return lido;
+}
+
+Variante decimal(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+    const Moeda lido = numero(coluna, valor);
+    if (lido.absoluta() >= Moeda::de_inteiro(magnitude_recusada)) nao_cabe(coluna, valor);
+    return lido.arredondada(tipo.casas);
+}
+
+// Only the forms the ledger is written with: a text whose reading depends on a language is refused.
+DataHora data_canonica(std::string_view coluna, const Variante& valor) {
+    if (const auto* data = std::get_if<DataHora>(&valor.valor()); data != nullptr && data->valida())
+        return *data;
+    if (const auto* texto = std::get_if<std::string>(&valor.valor()))
+        if (const auto data = DataHora::le(*texto);
+            data && (*texto == data->data_iso() || *texto == data->data_hora_iso()))
+            return *data;
+    nao_serve(coluna, valor, "uma data");
+}
+
+Variante data(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+    const DataHora lida = data_canonica(coluna, valor);
+    if (tipo.especie == Especie::data) return DataHora{lida.ano, lida.mes, lida.dia};
+    if (lida.ano < primeiro_ano) nao_cabe(coluna, valor);
+    return lida;
+}
+
+std::size_t unidades_utf16(std::string_view texto) {
+    std::size_t total = 0;
+    while (!texto.empty())
+        total += base::retira_caracter(texto) >= 0x10000 ? 2 : 1;
+    return total;
+}
+
+Variante texto(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+    std::string lido = valor.texto();
+    if (tipo.comprimento > 0 && lido.size() > tipo.comprimento && unidades_utf16(lido) > tipo.comprimento)
+        nao_cabe(coluna, valor);
+    return lido;
+}
+
+// The whole numbers in a declared type's parentheses.
+struct Dimensoes {
+    int primeira = 0;
+    int segunda = 0;
+};
+
+Dimensoes le_dimensoes(std::string_view declarado) {
+    Dimensoes dimensoes;
+    const std::size_t abre = declarado.find('(');
+    if (abre == std::string_view::npos) return dimensoes;
+    const char* const fim = declarado.data() + declarado.size();
+    const char* lido = std::from_chars(declarado.data() + abre + 1, fim, dimensoes.primeira).ptr;
+    while (lido != fim && (*lido == ',' || *lido == ' '))
+        ++lido;
+    std::from_chars(lido, fim, dimensoes.segunda);
+    return dimensoes;
+}
+
+} // namespace
+
+TipoColuna TipoColuna::le(std::string_view declarado) {
+    const std::string nome = base::maiusculas(base::apara(declarado.substr(0, declarado.find('('))));
+    const Dimensoes dimensoes = le_dimensoes(declarado);
+    TipoColuna tipo;
+    if (nome == "SMALLINT") {
+        tipo = {Especie::inteiro, std::numeric_limits<std::int16_t>::max()};
+    } else if (nome == "INT" || nome == "INTEGER") {
+        tipo = {Especie::inteiro, std::numeric_limits<std::int32_t>::max()};
+    } else if (nome == "MONEY") {
+        tipo = {Especie::decimal, 0, Moeda::casas};
+    } else if (nome == "DECIMAL") {
+        tipo = {Especie::decimal, 0, dimensoes.segunda < Moeda::casas ? dimensoes.segunda : Moeda::casas};
+    } else if (nome == "DATE") {
+        tipo = {Especie::data};
+    } else if (nome == "DATETIME") {
+        tipo = {Especie::data_hora};
+    } else if (nome == "NVARCHAR") {
+        tipo = {Especie::texto, 0, 0, static_cast<std::size_t>(dimensoes.primeira)};
+    }
+    return tipo;
+}
+
+Variante normaliza(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+    if (valor.nulo()) return valor;
+    switch (tipo.especie) {
+    case Especie::inteiro:
+        return inteiro(tipo, coluna, valor);
+    case Especie::decimal:
+        return decimal(tipo, coluna, valor);
+    case Especie::data:
+    case Especie::data_hora:
+        return data(tipo, coluna, valor);
+    case Especie::texto:
+        return texto(tipo, coluna, valor);
+    case Especie::expressao:
+        break;
+    }
+    return valor;
+}
+
+Variante le_celula(const TipoColuna& tipo, const Celula& celula) {
+    if (const auto* lido = std::get_if<std::int64_t>(&celula))
+        return tipo.especie == Especie::decimal ? Variante(Moeda::de_inteiro(*lido)) : Variante(*lido);
+    if (const auto* lido = std::get_if<double>(&celula))
+        return tipo.especie == Especie::decimal ? Variante(Moeda::de_real(*lido)) : Variante(*lido);
+    if (const auto* lido = std::get_if<std::string_view>(&celula)) {
+        if (tipo.especie == Especie::data || tipo.especie == Especie::data_hora)
+            if (const auto data = DataHora::le(*lido)) return *data;
+        return *lido;
+    }
+    return {};
+}
+
+} // namespace orvex::platform::sqlite

@@ -1,0 +1,122 @@
+// What the server does to values on their way in, as tables.
+#include "tests/platform/sqlite/empresa_teste.h"
+
+namespace orvex::teste {
+namespace {
+
+struct Escrita {
+    const char* coluna;
+    Variante dado;
+    Variante lido;
+};
+
+struct Recusa {
+    const char* coluna;
+    Variante dado;
+    std::int32_t numero;
+};
+
+class RegrasServidor : public EmpresaTeste {
+  protected:
+    std::unique_ptr<ConjuntoRegistos> novo_registo() {
+        auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
+        conjunto->acrescenta();
+        conjunto->define("NumSerie", "B1");
+        return conjunto;
+    }
+};
+
+TEST_F(RegrasServidor, values_are_kept_as_their_column_keeps_them) {
+    const Escrita casos[] = {
+        {"Quantidade", moeda("1.2345"), moeda("1.235")},
+        {"Quantidade", moeda("-1.2345"), moeda("-1.235")},
+        {"Quantidade", 0.1 + 0.2, moeda("0.3")},
+        {"Preco", moeda("2.345"), moeda("2.35")},
+        {"Preco", "12.5", moeda("12.5")},
+        {"Preco", 7, Moeda::de_inteiro(7)},
+        {"Preco", moeda("899999999999.99"), moeda("899999999999.99")},
+        {"Serie", 32767, 32767},
+        {"Serie", "-12", -12},
+        {"NNumDoc", 2147483647, 2147483647},
+        {"TpDoc", "ção", "ção"},
+        {"Obs", "D'Ávila", "D'Ávila"},
+        {"Obs", std::string(100, 'x'), std::string(100, 'x')},
+        {"Cliente", "C1  ", "C1  "},
+        {"Funcionario", "", ""},
+        {"Data", DataHora{2024, 2, 29, 23, 59, 58}, DataHora{2024, 2, 29, 23, 59, 58}},
+        {"Data", "2024-02-29", DataHora{2024, 2, 29}},
+        {"Data", "2024-02-29 01:02:03", DataHora{2024, 2, 29, 1, 2, 3}},
+        {"Data", Variante(), Variante()},
+    };
+    std::int64_t registo = 0;
+    for (const Escrita& caso : casos) {
+        const auto conjunto = novo_registo();
+        conjunto->define(caso.coluna, caso.dado);
+        conjunto->actualiza();
+        const auto lido = valor("select " + std::string(caso.coluna) +
+                                " from xel_ORVEX where Registo=" + std::to_string(++registo));
+        EXPECT_EQ(lido, caso.lido) << caso.coluna << " = " << caso.dado.texto() << " became " << lido.texto();
+    }
+}
+
+TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
+    constexpr std::int32_t outro_tipo = base::numeros_falha::tipo_diferente;
+    const Recusa casos[] = {
+        {"TpDoc", "GRXX", numeros::valor_truncado},
+        {"TpDoc", "a😀b", numeros::valor_truncado}, // two UTF-16 units for one character
+        {"Serie", 32768, numeros::valor_truncado},
+        {"Serie", -32769, numeros::valor_truncado},
+        {"NNumDoc", std::int64_t{1} << 31, numeros::valor_truncado},
+        {"NNumDoc", 1e300, numeros::valor_truncado},
+        {"Preco", 9e11, numeros::valor_truncado},
+        {"Preco", -9e11, numeros::valor_truncado},
+        {"Data", DataHora{1752, 12, 31}, numeros::valor_truncado},
+        {"Serie", "um", outro_tipo},
+        {"Preco", "1,5", outro_tipo},
+        {"Preco", "", outro_tipo},
+        {"Data", "31-12-2024", outro_tipo},
+        {"Data", "2024-2-3", outro_tipo},
+        {"Data", 45000, outro_tipo},
+        {"Registo", 5, numeros::instrucao_errada},
+        {"Nenhuma", 5, numeros::instrucao_errada},
+    };
+    for (const Recusa& caso : casos)
+        EXPECT_EQ(numero_da_falha([&] { novo_registo()->define(caso.coluna, caso.dado); }), caso.numero)
+            << caso.coluna << " = " << caso.dado.texto();
+}
+
+TEST_F(RegrasServidor, a_date_column_drops_the_time_of_day) {
+    junta("xel_ORVEX_MOV", movimento(1, {{"Data", DataHora{2024, 5, 6, 7, 8, 9}}}));
+    EXPECT_EQ(valor("select Data from xel_ORVEX_Mov"), Variante(DataHora{2024, 5, 6}));
+    EXPECT_EQ(valor("select convert(nvarchar(19),Data,120) from xel_ORVEX_Mov"), Variante("2024-05-06"));
+}
+
+TEST_F(RegrasServidor, keys_are_unique_without_case_and_need_all_their_parts) {
+    junta("xel_ORVEX_MOV", movimento(1));
+    EXPECT_EQ(numero_da_falha([&] {
+                  junta("xel_ORVEX_MOV", movimento(1, {{"TpDoc", "fa "}}));
+              }),
+              numeros::chave_violada);
+    EXPECT_EQ(numero_da_falha([&] {
+                  junta("xel_ORVEX_MOV", movimento(2, {{"TpDoc", Variante()}}));
+              }),
+              numeros::chave_violada);
+    EXPECT_EQ(numero_da_falha([&] { junta("xel_ORVEX", {{"Ano", 2024}}); }), numeros::chave_violada);
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
+}
+
+TEST_F(RegrasServidor, an_identity_number_is_never_used_again) {
+    const auto novo = [&] {
+        junta("xel_ORVEX", {{"NumSerie", "B1"}});
+        return valor("select max(Registo) from xel_ORVEX").inteiro();
+    };
+    EXPECT_EQ(novo(), 1);
+    EXPECT_EQ(novo(), 2);
+    BD.Executa("Delete xel_ORVEX where registo=2 ");
+    EXPECT_EQ(novo(), 3);
+    BD.Executa("Delete xel_ORVEX");
+    EXPECT_EQ(novo(), 4);
+}
+
+} // namespace
+} // namespace orvex::teste
