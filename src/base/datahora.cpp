@@ -4,6 +4,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 namespace orvex::base {
 namespace {
@@ -31,6 +32,12 @@ bool retira_sinal(std::string_view& texto, std::string_view aceites) {
 }
 
 } // namespace
+
+DataHora DataHora::agora() {
+    const std::time_t instante = std::time(nullptr);
+    const std::tm local = *std::localtime(&instante);
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
 
 bool DataHora::valida() const {
     const std::chrono::year_month_day data{std::chrono::year(ano),

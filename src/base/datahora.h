@@ -19,6 +19,7 @@ struct DataHora {
 
     friend constexpr auto operator<=>(const DataHora&, const DataHora&) = default;
 
+    static DataHora agora(); // of the machine's own clock, local time
     bool valida() const;
 
     std::string data() const;          // dd-mm-yyyy, as shown and as sent to the ERP

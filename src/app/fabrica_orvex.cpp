@@ -1,0 +1,65 @@
+#include "app/fabrica_orvex.h"
+
+#include "base/falha.h"
+#include "delivery/guias_remessa.h"
+#include "platform/erp/sessao_erp_embebida.h"
+#include "platform/qt/aplicacao.h"
+#include "platform/qt/caixa.h"
+#include "platform/qt/janela_guias_remessa.h"
+#include "platform/sqlite/sessao_sqlite.h"
+
+namespace orvex::app {
+namespace {
+
+// A screen and its window.
+class EcraGuiasRemessa : public startup::EcraArranque {
+  public:
+    EcraGuiasRemessa(common::ServicosEcra servicos, const platform::qt::EstadoSessao& sessao)
+        : ecra_(std::move(servicos)), janela_(ecra_, sessao) {
+        janela_.define_ao_fechar([this] { ecra_.Form_Terminate(); });
+    }
+
+    void Load() override { ecra_.Form_Load(); }
+    void Show() override { janela_.abre(); }
+
+  private:
+    delivery::GuiasRemessa ecra_;
+    platform::qt::JanelaGuiasRemessa janela_;
+};
+
+} // namespace
+
+std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp() {
+    return std::make_unique<platform::erp::SessaoERPEmbebida>();
+}
+
+std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::DefinicoesBD& definicoes) {
+    if (definicoes.servidor != startup::servidor_embebido)
+        throw base::Falha("Esta versão do programa não traz o controlador de SQL Server de que o servidor '" +
+                          definicoes.servidor + "' precisa.");
+    sessao_ = {.empresa = {}, // the ERP tells its name
+               .motor = "SQLite",
+               .utilizador = definicoes.utilizador,
+               .demonstracao = true}; // an embedded company is there to learn and to try
+    return std::make_unique<platform::sqlite::SessaoSQLite>();
+}
+
+std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
+                                                               startup::SessaoERP& gERP, int) {
+    if (tipo != startup::TipoEcra::GuiasRemessa)
+        throw base::Falha(tipo == startup::TipoEcra::MovStocks
+                              ? "As regularizações de stock não fazem parte desta versão do programa."
+                              : "As transferências não fazem parte desta versão do programa.");
+    if (const startup::ReferenciaERP empresa = gERP.Empresa())
+        sessao_.empresa = empresa->obtem("Nome").valor.texto();
+    return std::make_shared<EcraGuiasRemessa>(common::ServicosEcra{BD, gERP, startup::Parametros(programa_),
+                                                                   platform::qt::formato_do_sistema(),
+                                                                   base::DataHora::agora},
+                                              sessao_);
+}
+
+void FabricaOrvex::mostra_caixa(const std::string& texto, const std::string& titulo) {
+    platform::qt::mostra_caixa(nullptr, texto, titulo, common::Icone::nenhum, common::Botoes::ok);
+}
+
+} // namespace orvex::app

@@ -1,0 +1,29 @@
+// Picks the adapters and makes the screens with their windows: the one place that knows them all.
+#pragma once
+
+#include "platform/qt/pecas.h"
+#include "startup/arranque.h"
+
+#include <filesystem>
+
+namespace orvex::app {
+
+class FabricaOrvex : public startup::Fabrica {
+  public:
+    // `programa` is the folder of the executable, where the parameters file is.
+    explicit FabricaOrvex(std::filesystem::path programa) : programa_(std::move(programa)) {}
+
+    std::unique_ptr<startup::SessaoERP> cria_sessao_erp() override;
+    // Throws Falha for a server this build has no driver for.
+    std::unique_ptr<startup::SessaoBD> cria_sessao_bd(const startup::DefinicoesBD& definicoes) override;
+    // Throws Falha for a screen this version does not have.
+    std::shared_ptr<startup::EcraArranque> cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
+                                                     startup::SessaoERP& gERP, int modo) override;
+    void mostra_caixa(const std::string& texto, const std::string& titulo) override;
+
+  private:
+    std::filesystem::path programa_;
+    platform::qt::EstadoSessao sessao_;
+};
+
+} // namespace orvex::app

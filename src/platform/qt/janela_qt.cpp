@@ -1,0 +1,183 @@
+#include "platform/qt/janela_qt.h"
+
+#include "platform/qt/caixa.h"
+#include "platform/qt/janela_lista.h"
+#include "platform/qt/memoria.h"
+#include "platform/qt/textos.h"
+
+#include <QAbstractScrollArea>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QSplitter>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace orvex::platform::qt {
+
+namespace {
+
+constexpr QSize tamanho_habitual{1160, 780};
+
+struct CursorEspera {
+    CursorEspera() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~CursorEspera() { QGuiApplication::restoreOverrideCursor(); }
+    CursorEspera(const CursorEspera&) = delete;
+};
+
+// While a box is up, the busy cursor rests.
+struct CursorNormal {
+    explicit CursorNormal(bool ocupado) : ocupado_(ocupado) {
+        if (ocupado_) QGuiApplication::restoreOverrideCursor();
+    }
+    ~CursorNormal() {
+        if (ocupado_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    CursorNormal(const CursorNormal&) = delete;
+    bool ocupado_;
+};
+
+} // namespace
+
+JanelaQt::JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao)
+    : ecra_(ecra), linha_estado_(new LinhaEstado(sessao)) {
+    setObjectName("janela");
+    setWindowTitle(qs(ecra.titulo_janela()));
+    linha_estado_->setParent(this);
+    ecra.define_janela(*this);
+}
+
+JanelaQt::~JanelaQt() { ocupado(false); }
+
+void JanelaQt::abre() {
+    mostra();
+    repoe_janela(*this, qs(ecra_.titulo_janela()), tamanho_habitual);
+    for (const auto& [divisao, nome] : divisoes_)
+        repoe_divisao(*divisao, nome);
+    show();
+    ecra_.utilizador_abre();
+}
+
+// What the screen asks
+
+void JanelaQt::mostra() {
+    if (a_mostrar_) return;
+    a_mostrar_ = true;
+    for (const auto& ligacao : ligacoes_)
+        ligacao->mostra();
+    a_mostrar_ = false;
+    poe_foco();
+}
+
+void JanelaQt::da_foco(common::Controlo&) { mostra(); }
+
+void JanelaQt::poe_foco() {
+    Ligacao* ligacao = ligacao_de(ecra_.foco().actual());
+    if (ligacao == nullptr) return;
+    QWidget& alvo = ligacao->alvo_do_foco();
+    const QWidget* com_foco = focusWidget();
+    if (com_foco == nullptr || (com_foco != &alvo && !alvo.isAncestorOf(com_foco)))
+        alvo.setFocus(Qt::OtherFocusReason);
+    if (ultimo_foco_ == &ligacao->controlo()) return;
+    ultimo_foco_ = &ligacao->controlo();
+    ligacao->recebeu_foco();
+    linha_estado_->mostra_ajuda(ligacao->ajuda());
+}
+
+int JanelaQt::caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
+                    common::Botoes botoes) {
+    const CursorNormal cursor(ocupado_);
+    ++caixas_;
+    return mostra_caixa(this, texto, titulo, icone, botoes);
+}
+
+std::string JanelaQt::escolhe(const common::ListaPesquisa& lista) {
+    ++caixas_;
+    const CursorNormal cursor(ocupado_);
+    try {
+        std::optional<JanelaLista> janela;
+        {
+            const CursorEspera espera;
+            janela.emplace(this, lista, ecra_.formato());
+        }
+        janela->exec();
+        return janela->escolha();
+    } catch (const std::exception& falha) {
+        mostra_caixa(this, falha.what(), lista.titulo, common::Icone::critico, common::Botoes::ok);
+        return {};
+    }
+}
+
+void JanelaQt::ocupado(bool sim) {
+    if (sim == ocupado_) return;
+    ocupado_ = sim;
+    if (sim)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+void JanelaQt::descarrega() {
+    QMetaObject::invokeMethod(
+        this, [this] { close(); }, Qt::QueuedConnection);
+}
+
+void JanelaQt::closeEvent(QCloseEvent* evento) {
+    guarda_janela(*this, qs(ecra_.titulo_janela()));
+    for (const auto& [divisao, nome] : divisoes_)
+        guarda_divisao(*divisao, nome);
+    for (const auto& ligacao : ligacoes_)
+        ligacao->guarda();
+    evento->accept();
+    if (const auto ao_fechar = std::exchange(ao_fechar_, nullptr)) ao_fechar();
+}
+
+// What the user does
+
+bool JanelaQt::termina_edicao() {
+    return std::all_of(ligacoes_.begin(), ligacoes_.end(),
+                       [](const auto& ligacao) { return ligacao->termina_edicao(); });
+}
+
+bool JanelaQt::entra(Ligacao& destino) {
+    return termina_edicao() && ecra_.utilizador_foca(destino.controlo());
+}
+
+bool JanelaQt::tecla(Ligacao& ligacao, QKeyEvent& evento) {
+    if (evento.key() == Qt::Key_Tab || evento.key() == Qt::Key_Backtab) {
+        const bool recua = evento.key() == Qt::Key_Backtab || evento.modifiers().testFlag(Qt::ShiftModifier);
+        ecra_.utilizador_avanca(recua ? -1 : +1);
+        return true;
+    }
+    return ligacao.tecla(evento);
+}
+
+bool JanelaQt::eventFilter(QObject* alvo, QEvent* evento) {
+    Ligacao* ligacao = por_alvo_.value(alvo, nullptr);
+    if (ligacao == nullptr) return QWidget::eventFilter(alvo, evento);
+    switch (evento->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        caixas_antes_ = caixas_;
+        return !entra(*ligacao) || ligacao->rato(*evento);
+    case QEvent::KeyPress:
+        return tecla(*ligacao, static_cast<QKeyEvent&>(*evento));
+    case QEvent::Shortcut:
+        return ligacao->atalho();
+    case QEvent::Wheel:
+        // The wheel turns what has the keyboard, and pages of grids; nothing changes in passing.
+        return qobject_cast<QAbstractScrollArea*>(alvo->parent()) == nullptr && !ligacao->widget().hasFocus();
+    default:
+        return QWidget::eventFilter(alvo, evento);
+    }
+}
+
+Ligacao* JanelaQt::ligacao_de(const common::Controlo* controlo) const {
+    for (const auto& ligacao : ligacoes_)
+        if (&ligacao->controlo() == controlo) return ligacao.get();
+    return nullptr;
+}
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,92 @@
+// The window of a screen: binds each control to a widget, shows what the rules decided and passes on what the
+// user does.
+//
+// The keyboard is where the screen's Foco says, always: widgets are asked for it by nothing else. A layout
+// derives from this class, makes the widgets with `liga` and places them.
+#pragma once
+
+#include "common/janela.h"
+#include "platform/qt/ligacao.h"
+#include "platform/qt/pecas.h"
+
+#include <QHash>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QSplitter;
+class QTabWidget;
+
+namespace orvex::platform::qt {
+
+class JanelaQt : public QWidget, public common::Janela {
+  public:
+    // The screen must outlive the window.
+    JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao);
+    ~JanelaQt() override;
+
+    common::Ecra& ecra() const { return ecra_; }
+    // Called once, when the window has closed.
+    void define_ao_fechar(std::function<void()> ao_fechar) { ao_fechar_ = std::move(ao_fechar); }
+    // Shows the window as it was left the last time, and starts the screen.
+    void abre();
+
+    void mostra() override;
+    void da_foco(common::Controlo& controlo) override;
+    int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
+              common::Botoes botoes) override;
+    std::string escolhe(const common::ListaPesquisa& lista) override;
+    void ocupado(bool sim) override;
+    void descarrega() override;
+
+    // Stores an open cell edit, wherever it is. False when it was refused.
+    bool termina_edicao();
+    // A modal box was shown while the event being passed on was handled.
+    bool caixa_neste_evento() const { return caixas_ != caixas_antes_; }
+
+  protected:
+    bool eventFilter(QObject* alvo, QEvent* evento) override;
+    void closeEvent(QCloseEvent* evento) override;
+
+    // Make and bind the widget of a control.
+    QWidget* liga(common::Campo& campo, int largura_em_letras);
+    QWidget* liga(common::SelectorData& selector);
+    QWidget* liga(common::Botao& botao);
+    QWidget* liga(common::Combo& combo);
+    EtiquetaElidida* liga(common::Etiqueta& etiqueta);
+    VistaGrelha* liga(common::Grelha& grelha);
+    QTabWidget* liga(common::Separadores& separadores);
+    void liga(common::Quadro& quadro, QWidget& painel);
+    // A field with the small list button at its side; the button is no stop of the Tab key.
+    QWidget* liga_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao);
+    // Also tells the status line that Esc in this field closes the screen.
+    void marca_fecho(const common::Campo& campo);
+    void recorda(QSplitter& divisao, const QString& nome);
+
+    LinhaEstado& linha_estado() { return *linha_estado_; }
+
+  private:
+    template <typename Tipo, typename Modelo, typename Widget>
+    Tipo& acrescenta(Modelo& modelo, Widget& widget);
+    void observa(QObject& alvo, Ligacao& ligacao);
+    Ligacao* ligacao_de(const common::Controlo* controlo) const;
+    bool entra(Ligacao& destino);
+    bool tecla(Ligacao& ligacao, QKeyEvent& evento);
+    void poe_foco();
+
+    common::Ecra& ecra_;
+    LinhaEstado* linha_estado_;
+    std::vector<std::unique_ptr<Ligacao>> ligacoes_;
+    QHash<const QObject*, Ligacao*> por_alvo_;
+    std::vector<std::pair<QSplitter*, QString>> divisoes_;
+    std::function<void()> ao_fechar_;
+    const common::Controlo* ultimo_foco_ = nullptr;
+    int caixas_ = 0;
+    int caixas_antes_ = 0;
+    bool a_mostrar_ = false;
+    bool ocupado_ = false;
+};
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,114 @@
+// The widgets of a window, made and bound to their controls.
+#include "platform/qt/aplicacao.h"
+#include "platform/qt/janela_qt.h"
+#include "platform/qt/textos.h"
+#include "platform/qt/vista_grelha.h"
+
+#include <QCalendarWidget>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace orvex::platform::qt {
+
+template <typename Tipo, typename Modelo, typename Widget>
+Tipo& JanelaQt::acrescenta(Modelo& modelo, Widget& widget) {
+    auto ligacao = std::make_unique<Tipo>(*this, modelo, widget);
+    Tipo& feita = *ligacao;
+    ligacoes_.push_back(std::move(ligacao));
+    return feita;
+}
+
+void JanelaQt::observa(QObject& alvo, Ligacao& ligacao) {
+    alvo.installEventFilter(this);
+    por_alvo_.insert(&alvo, &ligacao);
+}
+
+QWidget* JanelaQt::liga(common::Campo& campo, int largura_em_letras) {
+    auto* linha = new QLineEdit;
+    linha->setFixedWidth(linha->fontMetrics().horizontalAdvance(QString(largura_em_letras, '0')) + 16);
+    observa(*linha, acrescenta<LigacaoCampo>(campo, *linha));
+    return linha;
+}
+
+QWidget* JanelaQt::liga(common::SelectorData& selector) {
+    auto* calendario = new QDateTimeEdit;
+    Ligacao& ligacao = acrescenta<LigacaoData>(selector, *calendario);
+    observa(*calendario, ligacao);
+    for (QLineEdit* interior : calendario->findChildren<QLineEdit*>())
+        observa(*interior, ligacao);
+    return calendario;
+}
+
+QWidget* JanelaQt::liga(common::Botao& botao) {
+    auto* widget = new QPushButton;
+    widget->setAutoDefault(false);
+    widget->setMinimumWidth(96);
+    observa(*widget, acrescenta<LigacaoBotao>(botao, *widget));
+    return widget;
+}
+
+QWidget* JanelaQt::liga(common::Combo& combo) {
+    auto* caixa = new QComboBox;
+    caixa->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    caixa->setMinimumContentsLength(16); // the items come later, and must move nothing
+    observa(*caixa, acrescenta<LigacaoCombo>(combo, *caixa));
+    return caixa;
+}
+
+EtiquetaElidida* JanelaQt::liga(common::Etiqueta& etiqueta) {
+    auto* texto = new EtiquetaElidida;
+    acrescenta<LigacaoEtiqueta>(etiqueta, *texto);
+    return texto;
+}
+
+VistaGrelha* JanelaQt::liga(common::Grelha& grelha) {
+    auto* vista = new VistaGrelha(ecra_, grelha);
+    Ligacao& ligacao = acrescenta<LigacaoGrelha>(grelha, *vista);
+    observa(*vista, ligacao);
+    observa(*vista->viewport(), ligacao);
+    return vista;
+}
+
+QTabWidget* JanelaQt::liga(common::Separadores& separadores) {
+    auto* paginas = new QTabWidget;
+    observa(*paginas->tabBar(), acrescenta<LigacaoSeparadores>(separadores, *paginas));
+    return paginas;
+}
+
+void JanelaQt::liga(common::Quadro& quadro, QWidget& painel) {
+    acrescenta<Ligacao>(quadro, painel);
+    painel.setFocusPolicy(Qt::NoFocus);
+}
+
+QWidget* JanelaQt::liga_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao) {
+    auto* par = new QWidget;
+    auto* disposicao = new QHBoxLayout(par);
+    disposicao->setContentsMargins(0, 0, 0, 0);
+    disposicao->setSpacing(2);
+    disposicao->addWidget(liga(campo, largura_em_letras));
+    static_cast<LigacaoCampo*>(ligacao_de(&campo))->marca_lista();
+
+    if (botao.Caption.empty()) botao.Caption = "...";
+    auto* lista = static_cast<QPushButton*>(liga(botao));
+    lista->setMinimumWidth(0);
+    lista->setFixedWidth(28);
+    disposicao->addWidget(lista);
+    disposicao->addStretch();
+    return par;
+}
+
+void JanelaQt::marca_fecho(const common::Campo& campo) {
+    if (auto* ligacao = dynamic_cast<LigacaoCampo*>(ligacao_de(&campo))) ligacao->marca_fecho();
+}
+
+void JanelaQt::recorda(QSplitter& divisao, const QString& nome) {
+    divisoes_.emplace_back(&divisao, qs(ecra_.titulo_janela()) + "/" + nome);
+}
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,251 @@
+#include "platform/qt/ligacao.h"
+
+#include "platform/qt/janela_qt.h"
+#include "platform/qt/limite_texto.h"
+#include "platform/qt/teclas.h"
+#include "platform/qt/textos.h"
+#include "platform/qt/vista_grelha.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace orvex::platform::qt {
+namespace {
+
+bool e_enter(const QKeyEvent& evento) {
+    return evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter;
+}
+
+} // namespace
+
+Ligacao::Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
+    : janela_(janela), controlo_(controlo), widget_(widget) {
+    const QString dica = qs(controlo.ToolTip);
+    widget.setObjectName(qs(controlo.nome));
+    widget.setToolTip(dica);
+    widget.setAccessibleName(controlo.Legenda.empty() ? dica : qs(controlo.Legenda));
+    widget.setAccessibleDescription(dica);
+    // The keyboard goes where the screen says: a click asks it first, and so does the wheel.
+    widget.setFocusPolicy(Qt::TabFocus);
+    QSizePolicy politica = widget.sizePolicy();
+    politica.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(politica);
+}
+
+common::Ecra& Ligacao::ecra() const { return janela_.ecra(); }
+
+void Ligacao::mostra() {
+    if (widget_.isEnabledTo(widget_.parentWidget()) != controlo_.Enabled)
+        widget_.setEnabled(controlo_.Enabled);
+    if (widget_.isHidden() == controlo_.Visible) widget_.setVisible(controlo_.Visible);
+}
+
+// Entry field
+
+LigacaoCampo::LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha)
+    : Ligacao(janela, campo, linha), campo_(campo), linha_(linha) {
+    linha.setValidator(new LimiteTexto(&linha, campo.MaxLength, [&campo] { return qs(campo.Text); }));
+    if (campo.numerico) linha.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QObject::connect(&linha, &QLineEdit::textEdited, &linha, [this](const QString& texto) {
+        if (texto != qs(campo_.Text)) ecra().utilizador_edita(campo_, texto.toStdString());
+    });
+}
+
+void LigacaoCampo::mostra() {
+    Ligacao::mostra();
+    linha_.setReadOnly(campo_.so_leitura);
+    if (const QString texto = qs(campo_.Text); texto != linha_.text()) {
+        linha_.setText(texto);
+        if (linha_.hasFocus())
+            recebeu_foco();
+        else
+            linha_.setCursorPosition(0); // a long text shows its beginning
+    }
+}
+
+void LigacaoCampo::recebeu_foco() { linha_.setSelection(campo_.SelStart, campo_.SelLength); }
+
+bool LigacaoCampo::tecla(QKeyEvent& evento) {
+    if (e_enter(evento))
+        ecra().utilizador_tecla(campo_, common::tecla_enter);
+    else if (evento.key() == Qt::Key_Escape)
+        ecra().utilizador_tecla(campo_, common::tecla_esc);
+    else if (evento.key() == Qt::Key_F4 && evento.modifiers() == Qt::NoModifier)
+        ecra().utilizador_lista(campo_);
+    else
+        return false;
+    return true;
+}
+
+QString LigacaoCampo::ajuda() const {
+    return QString(com_lista_ ? "F4 lista   " : "") + "Enter seguinte   " +
+           (fecha_ ? "Esc sair" : "Esc anterior");
+}
+
+// Button
+
+LigacaoBotao::LigacaoBotao(JanelaQt& janela, common::Botao& botao, QAbstractButton& widget)
+    : Ligacao(janela, botao, widget), botao_(botao), tecla_(widget) {
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [this] { prime(); });
+}
+
+void LigacaoBotao::mostra() {
+    Ligacao::mostra();
+    if (const QString texto = qs(botao_.Caption); texto != tecla_.text()) tecla_.setText(texto);
+}
+
+void LigacaoBotao::prime() {
+    if (janela_.termina_edicao()) ecra().utilizador_prime(botao_);
+}
+
+bool LigacaoBotao::tecla(QKeyEvent& evento) {
+    switch (evento.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        prime();
+        return true;
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        ecra().utilizador_avanca(-1);
+        return true;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        ecra().utilizador_avanca(+1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool LigacaoBotao::rato(QEvent&) {
+    // A box that came up when the field was left has swallowed the release of the mouse button.
+    if (!janela_.caixa_neste_evento()) return false;
+    prime();
+    return true;
+}
+
+bool LigacaoBotao::atalho() {
+    prime();
+    return true;
+}
+
+// Combo
+
+LigacaoCombo::LigacaoCombo(JanelaQt& janela, common::Combo& combo, QComboBox& caixa)
+    : Ligacao(janela, combo, caixa), combo_(combo), caixa_(caixa) {
+    QObject::connect(&caixa, &QComboBox::currentIndexChanged, &caixa, [this](int indice) {
+        ecra().utilizador_escolhe(combo_, indice);
+        janela_.mostra();
+    });
+}
+
+void LigacaoCombo::mostra() {
+    Ligacao::mostra();
+    const QSignalBlocker calado(caixa_);
+    if (itens_ != combo_.itens) {
+        itens_ = combo_.itens;
+        caixa_.clear();
+        for (const std::string& item : itens_)
+            caixa_.addItem(qs(item));
+    }
+    if (caixa_.currentIndex() != combo_.ListIndex) caixa_.setCurrentIndex(combo_.ListIndex);
+}
+
+bool LigacaoCombo::tecla(QKeyEvent& evento) {
+    if (e_enter(evento))
+        ecra().utilizador_avanca(+1);
+    else if (evento.key() == Qt::Key_Escape)
+        ecra().utilizador_avanca(-1);
+    else
+        return false;
+    return true;
+}
+
+// Tabs
+
+LigacaoSeparadores::LigacaoSeparadores(JanelaQt& janela, common::Separadores& separadores,
+                                       QTabWidget& paginas)
+    : Ligacao(janela, separadores, paginas), separadores_(separadores), paginas_(paginas) {
+    paginas.tabBar()->setFocusPolicy(Qt::TabFocus);
+    paginas.tabBar()->setAccessibleName("Páginas");
+}
+
+QWidget& LigacaoSeparadores::alvo_do_foco() const { return *paginas_.tabBar(); }
+
+void LigacaoSeparadores::mostra() {
+    Ligacao::mostra();
+    for (int i = 0; i < paginas_.count() && i < static_cast<int>(separadores_.Captions.size()); ++i) {
+        const QString texto = qs(separadores_.Captions[static_cast<std::size_t>(i)]);
+        if (paginas_.tabText(i) != texto) paginas_.setTabText(i, texto);
+    }
+    if (paginas_.currentIndex() != separadores_.Tab) paginas_.setCurrentIndex(separadores_.Tab);
+}
+
+void LigacaoSeparadores::muda(int pagina) {
+    if (pagina < 0 || pagina >= paginas_.count()) return;
+    if (janela_.termina_edicao()) ecra().utilizador_pagina(separadores_, pagina);
+}
+
+bool LigacaoSeparadores::tecla(QKeyEvent& evento) {
+    switch (evento.key()) {
+    case Qt::Key_Left:
+        muda(separadores_.Tab - 1);
+        return true;
+    case Qt::Key_Right:
+        muda(separadores_.Tab + 1);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        ecra().utilizador_avanca(+1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool LigacaoSeparadores::rato(QEvent& evento) {
+    // The page turns when the screen has let it: the bar itself never turns it.
+    const auto& premido = static_cast<QMouseEvent&>(evento);
+    const int pagina = paginas_.tabBar()->tabAt(premido.position().toPoint());
+    if (premido.button() == Qt::LeftButton && pagina != separadores_.Tab) muda(pagina);
+    return true;
+}
+
+// Label
+
+LigacaoEtiqueta::LigacaoEtiqueta(JanelaQt& janela, common::Etiqueta& etiqueta, QLabel& texto)
+    : Ligacao(janela, etiqueta, texto), etiqueta_(etiqueta), texto_(texto) {
+    texto.setFocusPolicy(Qt::NoFocus);
+    texto.setTextFormat(Qt::PlainText);
+}
+
+void LigacaoEtiqueta::mostra() {
+    // A disabled label stays as readable as any other.
+    if (texto_.isHidden() == etiqueta_.Visible) texto_.setVisible(etiqueta_.Visible);
+    if (const QString texto = qs(etiqueta_.Caption); texto != texto_.text()) texto_.setText(texto);
+}
+
+// Grid
+
+LigacaoGrelha::LigacaoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista)
+    : Ligacao(janela, grelha, vista), vista_(vista) {
+    vista.define_avanco([this](int passos) { ecra().utilizador_avanca(passos); });
+}
+
+void LigacaoGrelha::mostra() {
+    Ligacao::mostra();
+    vista_.mostra();
+}
+
+bool LigacaoGrelha::tecla(QKeyEvent& evento) { return vista_.tecla(evento); }
+bool LigacaoGrelha::termina_edicao() { return vista_.termina_edicao(); }
+void LigacaoGrelha::guarda() const { vista_.guarda_larguras(); }
+QString LigacaoGrelha::ajuda() const { return vista_.ajuda(); }
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,152 @@
+// One control of a screen and the widget that shows it. The model is written into the widget by `mostra`;
+// what the user does goes to the screen. The window keeps the bindings and filters the events of their
+// widgets.
+#pragma once
+
+#include "common/ecra.h"
+
+#include <QString>
+
+class QAbstractButton;
+class QComboBox;
+class QDateTimeEdit;
+class QEvent;
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QTabWidget;
+class QWidget;
+
+namespace orvex::platform::qt {
+
+class JanelaQt;
+class VistaGrelha;
+
+class Ligacao {
+  public:
+    Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget);
+    virtual ~Ligacao() = default;
+    Ligacao(const Ligacao&) = delete;
+
+    common::Controlo& controlo() const { return controlo_; }
+    QWidget& widget() const { return widget_; }
+    virtual QWidget& alvo_do_foco() const { return widget_; }
+
+    virtual void mostra(); // enabled, visible
+    virtual void recebeu_foco() {}
+    // Each is true when the event was used up. Tab, and leaving another control, the window sees to.
+    virtual bool tecla(QKeyEvent&) { return false; }
+    virtual bool rato(QEvent&) { return false; } // a press, after the keyboard came to this control
+    virtual bool atalho() { return false; }      // the access key
+    virtual bool termina_edicao() { return true; }
+    virtual QString ajuda() const { return {}; } // which keys work here
+    virtual void guarda() const {}               // what the user changed in its looks, for the next time
+
+  protected:
+    common::Ecra& ecra() const;
+    JanelaQt& janela_;
+
+  private:
+    common::Controlo& controlo_;
+    QWidget& widget_;
+};
+
+class LigacaoCampo : public Ligacao {
+  public:
+    LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha);
+    void mostra() override;
+    void recebeu_foco() override;
+    bool tecla(QKeyEvent& evento) override;
+    QString ajuda() const override;
+    void marca_lista() { com_lista_ = true; }
+    void marca_fecho() { fecha_ = true; } // Esc in it closes the screen
+
+  private:
+    common::Campo& campo_;
+    QLineEdit& linha_;
+    bool com_lista_ = false;
+    bool fecha_ = false;
+};
+
+class LigacaoData : public Ligacao {
+  public:
+    LigacaoData(JanelaQt& janela, common::SelectorData& selector, QDateTimeEdit& data);
+    void mostra() override;
+    void recebeu_foco() override;
+    bool tecla(QKeyEvent& evento) override;
+    bool rato(QEvent& evento) override;
+    QString ajuda() const override { return "F4 calendário   Enter seguinte   Esc anterior"; }
+
+  private:
+    void abre_calendario();
+    common::SelectorData& selector_;
+    QDateTimeEdit& data_;
+};
+
+class LigacaoBotao : public Ligacao {
+  public:
+    LigacaoBotao(JanelaQt& janela, common::Botao& botao, QAbstractButton& widget);
+    void mostra() override;
+    bool tecla(QKeyEvent& evento) override;
+    bool rato(QEvent& evento) override;
+    bool atalho() override;
+    QString ajuda() const override { return "Enter carrega   Tab seguinte"; }
+
+  private:
+    void prime();
+    common::Botao& botao_;
+    QAbstractButton& tecla_;
+};
+
+class LigacaoCombo : public Ligacao {
+  public:
+    LigacaoCombo(JanelaQt& janela, common::Combo& combo, QComboBox& caixa);
+    void mostra() override;
+    bool tecla(QKeyEvent& evento) override;
+    QString ajuda() const override { return "F4 lista   Enter seguinte   Esc anterior"; }
+
+  private:
+    common::Combo& combo_;
+    QComboBox& caixa_;
+    std::vector<std::string> itens_; // as the widget has them
+};
+
+class LigacaoSeparadores : public Ligacao {
+  public:
+    LigacaoSeparadores(JanelaQt& janela, common::Separadores& separadores, QTabWidget& paginas);
+    QWidget& alvo_do_foco() const override;
+    void mostra() override;
+    bool tecla(QKeyEvent& evento) override;
+    bool rato(QEvent& evento) override;
+    QString ajuda() const override { return "Setas mudam de página   Tab seguinte"; }
+
+  private:
+    void muda(int pagina);
+    common::Separadores& separadores_;
+    QTabWidget& paginas_;
+};
+
+class LigacaoEtiqueta : public Ligacao {
+  public:
+    LigacaoEtiqueta(JanelaQt& janela, common::Etiqueta& etiqueta, QLabel& texto);
+    void mostra() override;
+
+  private:
+    common::Etiqueta& etiqueta_;
+    QLabel& texto_;
+};
+
+class LigacaoGrelha : public Ligacao {
+  public:
+    LigacaoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista);
+    void mostra() override;
+    bool tecla(QKeyEvent& evento) override;
+    bool termina_edicao() override;
+    QString ajuda() const override;
+    void guarda() const override;
+
+  private:
+    VistaGrelha& vista_;
+};
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,106 @@
+#include "platform/qt/modelo_grelha.h"
+
+#include "platform/qt/textos.h"
+
+#include <QBrush>
+#include <QColor>
+
+namespace orvex::platform::qt {
+namespace {
+
+int alinhamento(common::TipoColuna tipo) {
+    switch (tipo) {
+    case common::TipoColuna::decimal:
+    case common::TipoColuna::inteiro:
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    case common::TipoColuna::logico:
+        return int(Qt::AlignCenter);
+    case common::TipoColuna::texto:
+        break;
+    }
+    return int(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+std::vector<std::string> chaves_de(const common::Grelha& grelha) {
+    std::vector<std::string> chaves;
+    for (const common::Coluna& coluna : grelha.colunas())
+        chaves.push_back(coluna.chave);
+    return chaves;
+}
+
+} // namespace
+
+bool ModeloGrelha::actualiza() {
+    if (!grelha_.redesenha || versao_ == grelha_.versao()) return false;
+    versao_ = grelha_.versao();
+    if (std::vector<std::string> chaves = chaves_de(grelha_); chaves != chaves_) {
+        beginResetModel();
+        chaves_ = std::move(chaves);
+        linhas_ = grelha_.linhas();
+        endResetModel();
+        return true;
+    }
+    // Rows come and go at the end: which values they hold is read again in any case.
+    const int linhas = grelha_.linhas();
+    if (linhas > linhas_) {
+        beginInsertRows({}, linhas_, linhas - 1);
+        linhas_ = linhas;
+        endInsertRows();
+    } else if (linhas < linhas_) {
+        beginRemoveRows({}, linhas, linhas_ - 1);
+        linhas_ = linhas;
+        endRemoveRows();
+    }
+    if (linhas_ > 0 && !chaves_.empty()) emit dataChanged(index(0, 0), index(linhas_ - 1, columnCount() - 1));
+    return false;
+}
+
+bool ModeloGrelha::editavel(const QModelIndex& indice) const {
+    return indice.isValid() && grelha_.Enabled && !coluna(indice.column()).so_leitura;
+}
+
+QVariant ModeloGrelha::data(const QModelIndex& indice, int papel) const {
+    // A rule may be filling the matrix at this moment: a row that has just gone shows nothing.
+    if (!indice.isValid() || indice.row() >= grelha_.linhas()) return {};
+    const common::Coluna& desta = coluna(indice.column());
+    switch (papel) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole: {
+        if (desta.tipo == common::TipoColuna::logico) return {};
+        const QString texto = qs(grelha_.texto_mostrado(indice.row(), indice.column(), formato_));
+        return papel == Qt::ToolTipRole && texto.isEmpty() ? QVariant() : texto;
+    }
+    case Qt::TextAlignmentRole:
+        return alinhamento(desta.tipo);
+    case Qt::CheckStateRole:
+        if (desta.tipo != common::TipoColuna::logico) return {};
+        if (const base::Variante& valor = grelha_.valor(indice.row(), indice.column()); !valor.vazio())
+            return int(valor.logico() ? Qt::Checked : Qt::Unchecked);
+        return {};
+    case Qt::BackgroundRole:
+        if (grelha_.pintada(indice.row())) return QBrush(QColor::fromRgb(grelha_.estilo->cor_fundo));
+        return {};
+    case Qt::ForegroundRole:
+        if (!grelha_.pintada(indice.row())) return {};
+        return QBrush(qGray(grelha_.estilo->cor_fundo) > 110 ? Qt::black : Qt::white);
+    default:
+        return {};
+    }
+}
+
+QVariant ModeloGrelha::headerData(int seccao, Qt::Orientation orientacao, int papel) const {
+    if (orientacao != Qt::Horizontal || seccao >= columnCount()) return {};
+    const common::Coluna& desta = coluna(seccao);
+    if (papel == Qt::TextAlignmentRole) return alinhamento(desta.tipo);
+    if (papel != Qt::DisplayRole) return {};
+    return qs(desta.legenda) + (desta.formato_peso ? " (t)" : "");
+}
+
+Qt::ItemFlags ModeloGrelha::flags(const QModelIndex& indice) const {
+    Qt::ItemFlags marcas = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (editavel(indice) && coluna(indice.column()).tipo != common::TipoColuna::logico)
+        marcas |= Qt::ItemIsEditable;
+    return marcas;
+}
+
+} // namespace orvex::platform::qt

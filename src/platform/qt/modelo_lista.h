@@ -1,0 +1,59 @@
+// The rows of a pick list: read once from a query, then filtered and sorted in memory.
+//
+// Values are kept as they were read; the text to search in is folded (no case, no accents) once, at the first
+// letter typed. The view sees an order of row numbers, so that neither filtering nor sorting moves a value.
+#pragma once
+
+#include "base/formato_regional.h"
+#include "startup/sessao_bd.h"
+
+#include <QAbstractTableModel>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::platform::qt {
+
+// Lower case without accents, for the letters of western European languages.
+std::string dobrado(std::string_view texto);
+
+class ModeloLista : public QAbstractTableModel {
+  public:
+    // Reads the set to its end. Columns count from 0; those hidden are not searched.
+    ModeloLista(startup::ConjuntoRegistos& registos, base::FormatoRegional formato,
+                std::vector<bool> ocultas);
+
+    int total() const { return static_cast<int>(total_); }
+    // Keeps the rows that contain every word of the text in some visible column.
+    void filtra(const QString& texto);
+    void ordena(int coluna, Qt::SortOrder sentido);
+    std::string escolha(int linha) const; // first column, as it was read
+
+    int rowCount(const QModelIndex& pai = {}) const override;
+    int columnCount(const QModelIndex& pai = {}) const override;
+    QVariant data(const QModelIndex& indice, int papel) const override;
+    QVariant headerData(int seccao, Qt::Orientation orientacao, int papel) const override;
+    void sort(int coluna, Qt::SortOrder sentido) override { ordena(coluna, sentido); }
+
+  private:
+    const base::Variante& valor(std::size_t linha, std::size_t coluna) const {
+        return valores_[linha * nomes_.size() + coluna];
+    }
+    bool numerica(std::size_t coluna) const;
+    void dobra();
+    void aplica_filtro();
+
+    base::FormatoRegional formato_;
+    std::vector<std::string> nomes_;
+    std::vector<bool> ocultas_;
+    std::vector<base::Variante> valores_; // row by row
+    std::size_t total_ = 0;
+    std::vector<int> ordem_;    // every row, as sorted
+    std::vector<int> visiveis_; // those that pass the filter
+    std::string dobrados_;      // the folded rows end to end; row i ends at fins_[i]
+    std::vector<std::size_t> fins_;
+    std::vector<std::string> palavras_;
+};
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,46 @@
+// The parts every screen's window is put together from: title band, labels, status line.
+#pragma once
+
+#include <QLabel>
+
+#include <string>
+
+namespace orvex::platform::qt {
+
+// Where the user is working, for the status line.
+struct EstadoSessao {
+    std::string empresa;
+    std::string motor;
+    std::string utilizador;
+    bool demonstracao = false; // a training company, shown so that nobody takes it for the real one
+};
+
+// A label that never asks for more room than it is given: what does not fit is elided, with the whole as tool
+// tip.
+class EtiquetaElidida : public QLabel {
+  public:
+    explicit EtiquetaElidida(QWidget* pai = nullptr);
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* evento) override;
+    bool event(QEvent* evento) override;
+};
+
+// The label beside a field.
+QLabel* nova_legenda(const std::string& texto, QWidget* campo = nullptr);
+
+// The band at the top of a window. `titulo` is placed in it and dressed for it.
+QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao);
+
+// The foot of a window: the keys that work at this moment, and always company, engine and user.
+class LinhaEstado : public QWidget {
+  public:
+    explicit LinhaEstado(const EstadoSessao& sessao);
+    void mostra_ajuda(const QString& texto) { ajuda_->setText(texto); }
+
+  private:
+    QLabel* ajuda_;
+};
+
+} // namespace orvex::platform::qt

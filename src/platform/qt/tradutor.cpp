@@ -1,0 +1,62 @@
+#include "platform/qt/tradutor.h"
+
+#include <array>
+#include <cstring>
+
+namespace orvex::platform::qt {
+namespace {
+
+struct Palavra {
+    const char* original;
+    const char* portugues;
+};
+
+constexpr Palavra palavras[] = {
+    {"OK", "OK"},
+    {"&OK", "&OK"},
+    {"Cancel", "Cancelar"},
+    {"&Cancel", "&Cancelar"},
+    {"&Yes", "&Sim"},
+    {"Yes", "Sim"},
+    {"&No", "&Não"},
+    {"No", "Não"},
+    {"Close", "Fechar"},
+    {"&Close", "&Fechar"},
+    {"Save", "Guardar"},
+    {"&Save", "&Guardar"},
+    {"Open", "Abrir"},
+    {"Apply", "Aplicar"},
+    {"Help", "Ajuda"},
+    {"Abort", "Interromper"},
+    {"Retry", "Tentar de novo"},
+    {"Ignore", "Ignorar"},
+    {"Discard", "Rejeitar"},
+    {"Show Details...", "Mostrar detalhes..."},
+    {"Hide Details...", "Esconder detalhes..."},
+    {"&Undo", "&Desfazer"},
+    {"&Redo", "&Refazer"},
+    {"Cu&t", "Cor&tar"},
+    {"&Copy", "&Copiar"},
+    {"&Paste", "Co&lar"},
+    {"Delete", "Eliminar"},
+    {"Select All", "Seleccionar tudo"},
+    {"&Select All", "&Seleccionar tudo"},
+    {"&Step up", "&Aumentar"},
+    {"Step &down", "&Diminuir"},
+};
+
+constexpr std::array contextos = {"QPlatformTheme", "QDialogButtonBox", "QMessageBox", "QLineEdit",
+                                  "QAbstractSpinBox"};
+
+} // namespace
+
+QString Tradutor::translate(const char* contexto, const char* texto, const char*, int) const {
+    for (const char* nosso : contextos) {
+        if (std::strcmp(nosso, contexto) != 0) continue;
+        for (const Palavra& palavra : palavras)
+            if (std::strcmp(palavra.original, texto) == 0) return QString::fromUtf8(palavra.portugues);
+    }
+    return {};
+}
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,58 @@
+// Driving real windows, offscreen: the application object, keys and clicks, and answers to modal windows.
+#pragma once
+
+#include "platform/qt/janela_qt.h"
+
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+class QMessageBox;
+
+namespace orvex::testes {
+
+// The widget of a control, by the control's name; the test fails when there is none of that kind.
+template <typename Tipo>
+Tipo& widget(const QWidget& janela, const char* nome) {
+    auto* encontrado = janela.findChild<Tipo*>(nome);
+    if (encontrado == nullptr) throw std::runtime_error(std::string("Não há widget ") + nome);
+    return *encontrado;
+}
+
+void tecla(QWidget& janela, Qt::Key codigo,
+           Qt::KeyboardModifiers modificadores = {}); // where the keyboard is
+void escreve(QWidget& janela, const char* texto);
+std::string com_foco(const QWidget& janela); // name of the control that has the keyboard
+// The middle of a cell of a table, in its viewport.
+QPoint celula(const QWidget& janela, const char* grelha, int linha, int coluna);
+
+// Answers the modal windows that come up while it lives, in order, and keeps what the boxes said. One that
+// nobody expected fails the test and is dismissed; so does an answer that was never asked for.
+class Respostas {
+  public:
+    Respostas();
+    ~Respostas();
+
+    Respostas& carrega(Qt::Key codigo); // in the modal window's focused widget
+    Respostas& faz(std::function<void(QWidget&)> accao);
+
+    std::vector<std::string> textos;
+
+  private:
+    void responde();
+
+    std::deque<std::function<void(QWidget&)>> respostas_;
+    QTimer relogio_;
+    QPointer<QWidget> respondida_;
+    int espera_ = 0;
+    bool a_responder_ = false;
+};
+
+} // namespace orvex::testes

@@ -1,0 +1,157 @@
+// The delivery-note window over a real company: its layout, and a note's way through it by keyboard.
+#include "base/falha.h"
+#include "platform/erp/sessao_erp_embebida.h"
+#include "platform/qt/janela_guias_remessa.h"
+#include "platform/sqlite/sessao_sqlite.h"
+#include "startup/construtor_ligacao.h"
+#include "startup/definicoes.h"
+#include "tests/apoio/pasta_temporaria.h"
+#include "tests/qt/apoio_qt.h"
+#include "tools/empresa_demo.h"
+
+#include <QLabel>
+#include <QTableView>
+
+#include <gmock/gmock.h>
+
+#include <map>
+
+namespace orvex::testes {
+namespace {
+
+class JanelaDasGuias : public ::testing::Test {
+  protected:
+    JanelaDasGuias() {
+        opcoes.pasta = pasta.pasta() / "ORVEX";
+        opcoes.hoje = base::DataHora::agora();
+        opcoes.clientes = 3;
+        opcoes.artigos = opcoes.linhas = 60;
+        demo::faz_empresa(opcoes);
+
+        startup::ConstrutorLigacao ligacao;
+        ligacao.servidor = startup::servidor_embebido;
+        ligacao.base = (opcoes.pasta / demo::pasta_empresa).string();
+        ligacao.utilizador = demo::utilizador;
+        const auto valores = startup::DefinicoesERP::le(opcoes.pasta / "OrvexEXE.xel").valores;
+        if (!BD.Abre(ligacao.constroi()) || !gERP.Liga(valores)) throw base::Falha("A empresa não abriu.");
+        ecra = std::make_unique<delivery::GuiasRemessa>(
+            common::ServicosEcra{BD, gERP, startup::Parametros(opcoes.pasta), {}, base::DataHora::agora});
+        janela = std::make_unique<platform::qt::JanelaGuiasRemessa>(*ecra, sessao);
+        ecra->Form_Load();
+        janela->abre();
+        if (!QTest::qWaitForWindowActive(janela.get())) throw base::Falha("A janela não ficou activa.");
+    }
+
+    // Where every control in sight lies in the window.
+    std::map<std::string, QRect> lugares() {
+        QCoreApplication::processEvents();
+        std::map<std::string, QRect> todos;
+        for (const common::Controlo* controlo : ecra->controlos())
+            if (const auto* w = janela->findChild<QWidget*>(controlo->nome.c_str()); w && w->isVisible())
+                todos[controlo->nome] = QRect(w->mapTo(janela.get(), QPoint()), w->size());
+        return todos;
+    }
+
+    PastaTemporaria pasta;
+    demo::OpcoesEmpresa opcoes;
+    platform::sqlite::SessaoSQLite BD;
+    platform::erp::SessaoERPEmbebida gERP;
+    platform::qt::EstadoSessao sessao{"Bobines, Lda.", "SQLite", "demo", true};
+    std::unique_ptr<delivery::GuiasRemessa> ecra;
+    std::unique_ptr<platform::qt::JanelaGuiasRemessa> janela;
+};
+
+TEST_F(JanelaDasGuias, TemUmWidgetComNomeParaCadaControlo) {
+    for (const common::Controlo* controlo : ecra->controlos()) {
+        if (controlo->nome == "campo(11)") continue; // kept by the screen, shown nowhere
+        const auto* w = janela->findChild<QWidget*>(controlo->nome.c_str());
+        ASSERT_NE(w, nullptr) << controlo->nome;
+        const bool anonimo = controlo->Legenda.empty() && controlo->ToolTip.empty();
+        EXPECT_EQ(w->accessibleName().isEmpty(), anonimo) << controlo->nome;
+    }
+}
+
+TEST_F(JanelaDasGuias, CabeInteiraNumEcraPequeno) {
+    janela->resize(1024, 768);
+    const QSize minimo = janela->minimumSizeHint();
+    EXPECT_LE(minimo.width(), 683); // 1024 x 768 at 150 %
+    EXPECT_LE(minimo.height(), 512);
+    for (const auto& [nome, lugar] : lugares())
+        EXPECT_TRUE(janela->rect().contains(lugar)) << nome;
+}
+
+TEST_F(JanelaDasGuias, NadaSaiDoLugarComNomesCompridosOuComOPainelDaDevolucao) {
+    const auto antes = lugares();
+    ecra->Label2(1).Caption = std::string(300, 'W');
+    ecra->Frame3.Visible = true;
+    ecra->btConf(0).Enabled = false;
+    ecra->cb1(0).itens = {std::string(60, 'W')};
+    janela->mostra();
+    const auto depois = lugares();
+    EXPECT_GT(depois.size(), antes.size());
+    for (const auto& [nome, lugar] : antes)
+        EXPECT_EQ(depois.at(nome), lugar) << nome;
+}
+
+TEST_F(JanelaDasGuias, DizSempreQueEUmaEmpresaDeDemonstracao) {
+    EXPECT_EQ(widget<QLabel>(*janela, "demonstracao").text(), "EMPRESA DE DEMONSTRAÇÃO");
+    const QString texto = widget<QLabel>(*janela, "sessao").text();
+    for (const char* parte : {"Bobines, Lda.", "SQLite", "demo"})
+        EXPECT_TRUE(texto.contains(parte)) << parte;
+}
+
+TEST_F(JanelaDasGuias, EmiteEAnulaUmaGuiaSoComOTeclado) {
+    const auto da_guia = [this](const char* colunas) {
+        std::string texto;
+        const auto linhas =
+            BD.Consulta(std::string("Select ") + colunas +
+                        " from xel_ORVEX_Mov where TpDoc='GR' and NumDoc=12 order by NumLinha");
+        for (; !linhas->fim(); linhas->move_seguinte())
+            for (std::size_t i = 0; i < linhas->colunas(); ++i)
+                texto += linhas->valor(i).texto() + (i + 1 < linhas->colunas() ? "|" : ";");
+        return texto;
+    };
+    escreve(*janela, demo::codigo_cliente(1, opcoes).c_str());
+    tecla(*janela, Qt::Key_Return);
+    EXPECT_FALSE(widget<QLabel>(*janela, "Label2(1)").text().isEmpty());
+    while (com_foco(*janela) != "Detalhe")
+        tecla(*janela, Qt::Key_Tab);
+    tecla(*janela, Qt::Key_Return);
+    EXPECT_EQ(com_foco(*janela), "Gr");
+    const QString artigo = widget<QTableView>(*janela, "Detalhe").model()->index(0, 0).data().toString();
+    EXPECT_FALSE(artigo.isEmpty());
+
+    escreve(*janela, "0,5"); // the cursor is in the weight of the line picked
+    tecla(*janela, Qt::Key_Return);
+    tecla(*janela, Qt::Key_Return);
+    for (const char* letras : {"Sr.", " ", "D'", "Orey"})
+        escreve(*janela, letras);
+    tecla(*janela, Qt::Key_Return);
+    {
+        Respostas respostas;
+        respostas.carrega(Qt::Key_Return);
+        tecla(*janela, Qt::Key_C, Qt::AltModifier);
+        EXPECT_THAT(respostas.textos, ::testing::ElementsAre("Foi criado o documento Nº  12"));
+    }
+    janela->activateWindow(); // no window manager gives the keyboard back after the box
+    ASSERT_TRUE(QTest::qWaitForWindowActive(janela.get()));
+    EXPECT_EQ(com_foco(*janela), "campo(0)");
+    EXPECT_EQ(da_guia("NumLinha,Artigo,Qtd,PesoBruto"), "3|" + artigo.toStdString() + "|0.5|0.5;");
+
+    tecla(*janela, Qt::Key_Tab);
+    escreve(*janela, "0012");
+    tecla(*janela, Qt::Key_Tab);
+    EXPECT_EQ(ecra->campo(1).Text, "12");
+    EXPECT_EQ(widget<QTableView>(*janela, "Gr").model()->index(3, 1).data().toString(), "Sr. D'Orey");
+    Respostas respostas;
+    respostas.faz([](QWidget& caixa) {
+        tecla(caixa, Qt::Key_Left); // from Cancelar, the default, to OK
+        tecla(caixa, Qt::Key_Return);
+    });
+    tecla(*janela, Qt::Key_A, Qt::AltModifier);
+    EXPECT_EQ(da_guia("NumLinha"), "");
+    EXPECT_TRUE(ecra->campo(1).Text.empty());
+}
+
+} // namespace
+} // namespace orvex::testes

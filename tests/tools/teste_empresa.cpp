@@ -1,0 +1,324 @@
+#include "base/falha.h"
+#include "platform/erp/sessao_erp_embebida.h"
+#include "platform/sqlite/empresa.h"
+#include "platform/sqlite/sessao_sqlite.h"
+#include "startup/construtor_ligacao.h"
+#include "startup/definicoes.h"
+#include "startup/esquema_livro.h"
+#include "startup/parametros.h"
+#include "tests/apoio/pasta_temporaria.h"
+#include "tools/empresa_demo.h"
+#include "tools/linha_comando.h"
+
+#include <SQLiteCpp/Statement.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace orvex::testes {
+namespace {
+
+namespace fs = std::filesystem;
+using demo::OpcoesEmpresa;
+
+OpcoesEmpresa opcoes(const fs::path& pasta) {
+    OpcoesEmpresa novas;
+    novas.pasta = pasta;
+    novas.hoje = {2026, 5, 20, 10, 0, 0};
+    return novas;
+}
+
+// Both files of a company behind one connection: the ledger's tables, and the ERP's.
+class Empresa {
+  public:
+    explicit Empresa(const fs::path& pasta)
+        : bd_(platform::sqlite::abre_base(pasta / demo::pasta_empresa / platform::sqlite::ficheiro_livro)) {
+        bd_.exec("attach '" + (pasta / demo::pasta_empresa / platform::sqlite::ficheiro_erp).string() +
+                 "' as erp");
+    }
+
+    std::vector<std::string> linhas(const std::string& sql) {
+        std::vector<std::string> lidas;
+        SQLite::Statement consulta(bd_, sql);
+        while (consulta.executeStep()) {
+            std::string linha;
+            for (int i = 0; i < consulta.getColumnCount(); ++i) {
+                const SQLite::Column coluna = consulta.getColumn(i);
+                linha += (i == 0 ? "" : "|") + (coluna.isNull() ? std::string("null") : coluna.getString());
+            }
+            lidas.push_back(linha);
+        }
+        return lidas;
+    }
+
+    std::int64_t conta(const std::string& de) {
+        return std::stoll(linhas("select count(*) from " + de).at(0));
+    }
+
+    std::vector<std::string> tudo() {
+        std::vector<std::string> linhas_todas;
+        for (const char* ficheiro : {"main", "erp"})
+            for (const std::string& tabela :
+                 linhas(std::string("select '") + ficheiro + ".' || name from " + ficheiro +
+                        ".sqlite_master where type = 'table' order by 1"))
+                for (const std::string& linha : linhas("select * from " + tabela))
+                    linhas_todas.push_back(tabela + ": " + linha);
+        return linhas_todas;
+    }
+
+  private:
+    SQLite::Database bd_;
+};
+
+// Made once: the tests that only look share it.
+class EmpresaFeita : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        pasta = std::make_unique<PastaTemporaria>();
+        demo::faz_empresa(opcoes(pasta->pasta()));
+    }
+    static void TearDownTestSuite() { pasta.reset(); }
+
+    static std::unique_ptr<PastaTemporaria> pasta;
+    Empresa empresa{pasta->pasta()};
+};
+std::unique_ptr<PastaTemporaria> EmpresaFeita::pasta;
+
+bool contribuinte_valido(const std::string& numero) {
+    if (numero.size() != 9) return false;
+    int soma = 0;
+    for (std::size_t i = 0; i < 8; ++i)
+        soma += (numero[i] - '0') * static_cast<int>(9 - i);
+    const int controlo = soma % 11 < 2 ? 0 : 11 - soma % 11;
+    return numero[8] - '0' == controlo;
+}
+
+TEST_F(EmpresaFeita, a_mesma_semente_faz_a_mesma_empresa_e_outra_faz_outra) {
+    const PastaTemporaria outra;
+    auto pedida = opcoes(outra.pasta() / "igual");
+    demo::faz_empresa(pedida);
+    EXPECT_EQ(Empresa(pedida.pasta).tudo(), empresa.tudo());
+    pedida.pasta = outra.pasta() / "diferente";
+    pedida.semente = 2;
+    demo::faz_empresa(pedida);
+    EXPECT_NE(Empresa(pedida.pasta).tudo(), empresa.tudo());
+}
+
+TEST_F(EmpresaFeita, os_contribuintes_do_mercado_nacional_sao_validos_e_ha_clientes_de_fora_e_um_inactivo) {
+    const auto nacionais = empresa.linhas(
+        "select NContrib from Clientes c join RGIVA r on r.Codigo = c.RegIva where r.Mercado = 1");
+    EXPECT_GT(nacionais.size(), 30u);
+    for (const std::string& numero : nacionais)
+        EXPECT_TRUE(contribuinte_valido(numero)) << numero;
+    EXPECT_GT(empresa.conta("Clientes c join RGIVA r on r.Codigo = c.RegIva where r.Mercado <> 1"), 2);
+    EXPECT_EQ(empresa.conta("Clientes where Inactivo = -1"), 1);
+    EXPECT_GT(empresa.conta("Clientes where Nome like '%''%'"), 0);
+}
+
+TEST_F(EmpresaFeita, o_stock_dos_armazens_o_dos_artigos_e_o_do_livro_sao_o_mesmo) {
+    EXPECT_GT(empresa.conta("Artigos where STDISP <> 0"), 290);
+    EXPECT_THAT(empresa.linhas(R"(
+        select a.CODIGO, round(a.STDISP, 4),
+               (select round(sum(Existenc), 4) from artarm r where r.Artigo = a.CODIGO) armazens,
+               (select round(sum(Quantidade), 4) from xel_ORVEX x where x.NumSerie = a.CODIGO) livro
+        from Artigos a
+        where a.artoudes = 0 and (armazens is not round(a.STDISP, 4) or livro is not round(a.STDISP, 4)))"),
+                testing::IsEmpty());
+    EXPECT_THAT(empresa.linhas(R"(
+        select r.Artigo, r.Armazem, x.Cliente from artarm r
+        join xel_ORVEX x on x.Registo = (select max(Registo) from xel_ORVEX where NumSerie = r.Artigo)
+        where (x.Cliente = 'ORVEX') <> (r.Armazem = 'A1'))"),
+                testing::IsEmpty())
+        << "o artigo está no armazém de quem o detém";
+    EXPECT_THAT(empresa.linhas(R"(
+        select m.Artigo, round(sum(m.Qtd), 4) aberta, r.Existenc from xel_ORVEX_Mov m
+        join artarm r on r.Artigo = m.Artigo where m.TpDoc in ('FA', 'FR')
+        group by m.Artigo having aberta > r.Existenc + 0.05)"), // an adjustment took up to 0.045
+                testing::IsEmpty());
+}
+
+TEST_F(EmpresaFeita, cada_movimento_tem_a_sua_linha_no_erp_com_o_peso_bruto) {
+    EXPECT_EQ(empresa.conta("xel_ORVEX_Mov where TpDoc in ('FA', 'FR')"), 600);
+    EXPECT_THAT(empresa.linhas(R"(
+        select m.* from xel_ORVEX_Mov m
+        left join DocGcLin l on l.Ano = m.Ano and l.TpDocum = m.TpDoc and l.Serie = m.SerieDoc
+                            and l.NNumDoc = m.NumDoc and l.NumLinha = m.NumLinha
+        left join DocGcCab c on c.Ano = m.Ano and c.TpDoc = m.TpDoc and c.Serie = m.SerieDoc and c.NNumDoc = m.NumDoc
+        left join U_DocGcLin1 u on u.Ano = m.Ano and u.TpDocUM = m.TpDoc and u.Serie = m.SerieDoc
+                               and u.NNumDoc = m.NumDoc and u.NumLinha = m.NumLinha
+        where l.Artigo is not m.Artigo or l.Quant is not m.QtdOrig or c.Terceiro is not m.Cliente
+           or substr(c.Data, 1, 10) is not m.Data or substr(m.Data, 1, 4) <> m.Ano
+           or u.PesoBruto is null or u.PesoBruto < m.QtdOrig or c.NVias = -1)"),
+                testing::IsEmpty());
+    EXPECT_GT(
+        empresa.conta("xel_ORVEX_Mov where PesoBruto is null and PesoLiquido is null and Qtd = QtdOrig"), 20);
+}
+
+TEST_F(EmpresaFeita, as_guias_reduziram_as_linhas_de_que_sairam) {
+    EXPECT_THAT(empresa.linhas(R"(
+        select * from (
+            select m.*, round(m.QtdOrig - m.Qtd, 4) saiu,
+                   coalesce((select round(sum(g.Qtd), 4) from xel_ORVEX_Mov g where g.TpDoc = 'GR' and g.Origem =
+                       m.Ano || '/' || m.TpDoc || '/' || m.SerieDoc || '/' || m.NumDoc || '/' || m.NumLinha ||
+                       '/00000'), 0) guias
+            from xel_ORVEX_Mov m where m.TpDoc in ('FA', 'FR'))
+        where saiu <> guias or Qtd < 0 or PesoBruto < 0)"),
+                testing::IsEmpty());
+    EXPECT_EQ(empresa.conta("DocGcCab where TpDoc = 'GR' and Ano = 2026"), demo::guias_emitidas);
+    EXPECT_EQ(empresa.conta("(select distinct NumDoc from xel_ORVEX_Mov where TpDoc = 'GR')"),
+              demo::guias_emitidas - 1)
+        << "a anulada não está no livro";
+    EXPECT_EQ(empresa.conta("DocGcCab where TpDoc = 'GR' and NVias = -1"), 1);
+    EXPECT_EQ(empresa.conta("DocGcCab where TpDoc = 'GR' and [Convert] = -1"), 1);
+    EXPECT_EQ(empresa.linhas(
+                  "select distinct Armazem from DocGcLin where TpDocum = 'GR' and Artigo <> '' order by 1"),
+              (std::vector<std::string>{"A1", "A2"}));
+}
+
+TEST_F(EmpresaFeita, o_primeiro_cliente_tem_linhas_abertas_de_varias_facturas_nos_dois_armazens) {
+    for (const char* armazem : {demo::armazem_orvex, demo::armazem_clientes})
+        EXPECT_GE(
+            empresa.conta("(select distinct m.Ano, m.TpDoc, m.NumDoc from xel_ORVEX_Mov m join DocGcLin l"
+                          " on l.Ano = m.Ano and l.TpDocum = m.TpDoc and l.NNumDoc = m.NumDoc"
+                          " and l.NumLinha = m.NumLinha where m.Cliente = 'C0001' and m.Qtd > 0"
+                          " and l.Armazem = '" +
+                          std::string(armazem) + "')"),
+            2)
+            << armazem;
+}
+
+TEST(EmpresaDemo, a_guia_seguinte_e_a_12_entrando_com_as_definicoes_da_instalacao) {
+    const PastaTemporaria pasta;
+    demo::faz_empresa(opcoes(pasta.pasta()));
+    platform::erp::SessaoERPEmbebida erp;
+    ASSERT_TRUE(erp.Liga(startup::DefinicoesERP::le(pasta.pasta() / "OrvexEXE.xel").valores));
+    auto guia = erp.CriaObjecto("SageApiNextPlus.DocumentoComercial");
+    auto cab = guia->obtem("Cab").objecto;
+    const startup::Parametros parametros(pasta.pasta());
+    const auto GUIASREMESSA = parametros.lista("GUIASREMESSA");
+    cab->poe("Ano", 2026);
+    cab->poe("Data", "20-05-2026");
+    cab->poe("Serie", GUIASREMESSA.serie(1));
+    cab->poe("TipoDocumento", GUIASREMESSA[0]);
+    cab->poe("TipoTerceiro", 2);
+    cab->poe("Terceiro", "C0001");
+    auto linha = erp.CriaObjecto("SageApiNextPlus.DocumentosGcLin");
+    linha->poe("Artigo", "BA000001");
+    linha->poe("Armazem", parametros.lista("ARMAZEMORVEX")[0]);
+    linha->poe("Quantidade", base::Moeda::de_inteiro(1));
+    guia->chama("AdicionaLinha", {linha});
+    ASSERT_EQ(erp.SubmeteDocumento(3, guia), 0) << erp.ResultadoUltimo().mensagem;
+    ASSERT_EQ(erp.DocumentoSubmetido()->chama("Finalizar", {0, 0, "GR", 2026}).valor.inteiro(), 0);
+    EXPECT_EQ(cab->obtem("NossoNoDocumento").valor.inteiro(), 12);
+}
+
+TEST_F(EmpresaFeita, as_juncoes_do_programa_nao_tem_nomes_ambiguos_e_dao_linhas) {
+    const auto definicoes = startup::DefinicoesBD::le(pasta->pasta() / "Catalogos" / "bd.sql");
+    startup::ConstrutorLigacao ligacao;
+    ligacao.servidor = definicoes.servidor;
+    ligacao.base = definicoes.base;
+    ligacao.utilizador = definicoes.utilizador;
+    platform::sqlite::SessaoSQLite BD;
+    ASSERT_TRUE(BD.Abre(ligacao.constroi()));
+    startup::VerificaTabelas(BD);
+    startup::VerificaPesos(BD);
+    const std::string filtro = " (TpDoc='FA' and SerieDoc=1) OR  (TpDoc='FR' and SerieDoc=1)";
+    const std::string juncoes[] = {
+        " Select m.*,l.PESOBRUTO as 'PB' from xel_ORVEX_Mov as m inner join artigos as a on a.codigo=m.Artigo"
+        " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
+        " and l.nnumdoc=m.numdoc and l.NUMLINHA =m.numlinha where Cliente ='C0001' and Qtd>0 and artoudes=0 "
+        "and (" +
+            filtro + " )",
+        "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Cliente "
+        "='C0001'"
+        " and Qtd>0 and artoudes=0 and (" +
+            filtro + " )",
+        "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Artigo "
+        "='BA000007'"
+        " and Qtd>0 and artoudes=0 and (" +
+            filtro + " )",
+        " SELECT (convert(nvarchar(19),docgccab.data,120)+'*'+cast(DocGcCab.NNumDoc as nvarchar(10))+'*'+"
+        "cast(DocGcCab.Terceiro as nvarchar(15))) as Teste,DocGcCab.Data as 'Data Doc.', DocGcCab.NNumdoc as "
+        "'No. Doc.',"
+        "DOCGCCAB.TERCEIRO AS Cliente, CLIENTES.NOME as 'Nome Cliente' FROM DOCGCCAB INNER JOIN CLIENTES ON "
+        "CLIENTES.CODIGO = DOCGCCAB.TERCEIRO WHERE     (DOCGCCAB.NVIAS <> - 1) AND (DOCGCCAB.TPTERC = 2) AND "
+        "(DOCGCCAB.TPDOC = 'GR') AND (DOCGCCAB.SERIE = '1')  and Ano=2026 and [Convert]<>-1 ORDER BY "
+        "DocGcCab.Data,serie,nnumdoc",
+        "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
+        "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE  Group By NumSerie,Nome ORDER BY NUMSERIE",
+        " SELECT     CONVERT(nvarchar(10), Data, 120) + '*' + CAST(NNumDoc AS nvarchar(10))+ '*' + "
+        "CAST(Registo AS "
+        "nvarchar(10)) AS teste,  NNumDoc AS 'No.Doc.', Data,NumSerie as 'Artigo',Artigos.Nome as "
+        "'Designação Artigo',"
+        "Abs(Quantidade) as Peso   From xel_ORVEX  Inner join Artigos on Artigos.Codigo=xel_Orvex.Numserie  "
+        "WHERE     "
+        "(TpDoc = 'SB') AND (Serie = 1) and  nnumdoc>0 order by Data desc"};
+    for (const std::string& sql : juncoes)
+        EXPECT_FALSE(BD.Consulta(sql)->fim()) << sql;
+}
+
+TEST(EmpresaDemo, faz_empresas_de_qualquer_tamanho_e_as_linhas_pedidas_para_o_primeiro_cliente) {
+    const PastaTemporaria pasta;
+    auto minima = opcoes(pasta.pasta() / "minima");
+    minima.clientes = minima.artigos = 1;
+    minima.linhas = 0;
+    minima.hoje = {2024, 2, 29, 0, 0, 0};
+    demo::faz_empresa(minima);
+    EXPECT_EQ(Empresa(minima.pasta).conta("xel_ORVEX_Mov"), 0);
+
+    auto grande = opcoes(pasta.pasta() / "grande");
+    grande.clientes = 12'000;
+    grande.linhas = 900;
+    grande.linhas_primeiro_cliente = 700;
+    demo::faz_empresa(grande);
+    const std::string primeiro = demo::codigo_cliente(1, grande);
+    EXPECT_EQ(primeiro, "C00001");
+    EXPECT_EQ(Empresa(grande.pasta).conta("xel_ORVEX_Mov where Qtd > 0 and Cliente = '" + primeiro + "'"),
+              700);
+    EXPECT_EQ(Empresa(grande.pasta).conta("Clientes"), 12'001);
+}
+
+TEST(EmpresaDemo, nao_toca_numa_pasta_que_ja_tem_ficheiros_nem_faz_de_um_ficheiro_uma_pasta) {
+    const PastaTemporaria pasta;
+    const auto alheio = pasta.escreve("cheia/alheio.txt", "");
+    EXPECT_THROW(demo::faz_empresa(opcoes(alheio.parent_path())), base::Falha);
+    EXPECT_THROW(demo::faz_empresa(opcoes(alheio)), base::Falha);
+    EXPECT_EQ(std::distance(fs::directory_iterator(alheio.parent_path()), {}), 1);
+}
+
+TEST(EmpresaDemo, sem_espaco_para_acabar_nao_deixa_restos) {
+    const PastaTemporaria pasta;
+    rlimit normal{};
+    getrlimit(RLIMIT_FSIZE, &normal);
+    const rlimit pouco{100'000, normal.rlim_max};
+    const auto antes = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &pouco);
+    EXPECT_THROW(demo::faz_empresa(opcoes(pasta.pasta())), base::Falha);
+    setrlimit(RLIMIT_FSIZE, &normal);
+    std::signal(SIGXFSZ, antes);
+    EXPECT_TRUE(fs::is_empty(pasta.pasta()));
+}
+
+TEST(EmpresaDemo, le_a_linha_de_comando_e_recusa_o_que_nao_percebe) {
+    const char* certos[] = {"Pasta", "--clientes", "7", "--artigos", "8", "--linhas", "9", "--semente", "10"};
+    const OpcoesEmpresa lidas = demo::le_argumentos(certos);
+    EXPECT_EQ(lidas.pasta, "Pasta");
+    EXPECT_EQ(lidas.clientes, 7);
+    EXPECT_EQ(lidas.artigos, 8);
+    EXPECT_EQ(lidas.linhas, 9);
+    EXPECT_EQ(lidas.semente, 10u);
+    const std::vector<const char*> errados[] = {{},
+                                                {"--linhas", "5"},
+                                                {"P", "Q"},
+                                                {"P", "--linhas"},
+                                                {"P", "--linhas", "muitas"},
+                                                {"P", "--clientes", "0"},
+                                                {"P", "--outra", "1"}};
+    for (const auto& argumentos : errados)
+        EXPECT_THROW(demo::le_argumentos(argumentos), base::Falha);
+}
+
+} // namespace
+} // namespace orvex::testes

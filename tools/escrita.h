@@ -1,0 +1,45 @@
+// Writing many rows through one prepared statement.
+#pragma once
+
+#include "base/moeda.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <concepts>
+#include <string>
+
+namespace orvex::demo {
+
+class Insercao {
+  public:
+    // The statement needs a parameter for each value given to it.
+    Insercao(SQLite::Database& bd, const std::string& sql) : comando_(bd, sql) {}
+
+    template <typename... Valores>
+    void operator()(const Valores&... valores) {
+        comando_.reset();
+        int indice = 0;
+        (liga(++indice, valores), ...);
+        comando_.exec();
+    }
+
+  private:
+    void liga(int indice, std::integral auto valor) {
+        comando_.bind(indice, static_cast<std::int64_t>(valor));
+    }
+    void liga(int indice, const std::string& valor) { comando_.bindNoCopy(indice, valor); }
+    void liga(int indice, const char* valor) { comando_.bindNoCopy(indice, valor); }
+    // Four decimals of this size survive the way through a double.
+    void liga(int indice, base::Moeda valor) { comando_.bind(indice, valor.real()); }
+    void liga(int indice, const base::Moeda* valor) { // null for none
+        if (valor != nullptr)
+            liga(indice, *valor);
+        else
+            comando_.bind(indice);
+    }
+
+    SQLite::Statement comando_;
+};
+
+} // namespace orvex::demo

@@ -1,0 +1,206 @@
+// What the company has done this year before anybody opens it: delivery notes and adjustments, saved by the
+// ERP emulation itself and recorded in the ledger as the screens record them.
+#include "construcao.h"
+
+#include "base/falha.h"
+#include "platform/erp/documentos.h"
+
+#include <algorithm>
+
+namespace orvex::demo {
+namespace {
+
+using base::DataHora;
+using base::Moeda;
+using platform::erp::Comando;
+using platform::erp::Documento;
+using platform::erp::Registo;
+
+constexpr std::size_t guia_anulada = 3; // positions, from 0
+constexpr std::size_t guia_convertida = 6;
+
+struct LinhaGuia {
+    Origem origem;
+    Moeda quantidade;
+    Moeda peso_bruto;
+    std::int64_t numero = 0; // in the note
+};
+
+void grava(Construcao& construcao, const std::function<void()>& operacao) {
+    const auto resultado = construcao.erp.executa(operacao, SQLite::TransactionBehavior::IMMEDIATE);
+    if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
+}
+
+std::string chave_origem(const Origem& origem) {
+    return std::to_string(origem.factura.data.ano) + "/" + origem.factura.tipo + "/1/" +
+           std::to_string(origem.factura.numero) + "/" + std::to_string(origem.linha) + "/00000";
+}
+
+// The lines of the invoice that lie where the one given lies; half of the first, the others whole.
+std::vector<LinhaGuia> linhas_da_guia(const Construcao& construcao, const std::vector<Origem>& factura,
+                                      const Origem& escolhida) {
+    const auto armazem = [&](const Origem& origem) {
+        return std::string_view(construcao.plano.artigos[origem.conteudo.artigo].armazem());
+    };
+    std::vector<LinhaGuia> linhas;
+    for (const Origem& origem : factura) {
+        if (armazem(origem) != armazem(escolhida)) continue;
+        LinhaGuia linha{origem, origem.conteudo.peso_liquido, origem.conteudo.peso_bruto, 0};
+        if (linhas.empty()) {
+            linha.quantidade = Moeda::de_real(linha.quantidade.real() / 2).arredondada(3);
+            linha.peso_bruto = Moeda::de_real(linha.peso_bruto.real() / 2).arredondada(3);
+        }
+        linhas.push_back(linha);
+    }
+    return linhas;
+}
+
+Registo& acrescenta_linha(Documento& documento, const std::string& descricao) {
+    documento.linhas.push_back(platform::erp::nova_linha());
+    Registo& linha = *documento.linhas.back();
+    linha.poe("TipoDeLinha", 1);
+    linha.poe("descricao", descricao);
+    linha.poe("DataMvStock", documento.cabecalho.obtem("Data"));
+    linha.poe("Sector", "1");
+    return linha;
+}
+
+Documento documento(const char* tipo, const DataHora& data) {
+    Documento novo;
+    Registo& cab = novo.cabecalho;
+    cab.poe("Ano", data.ano);
+    cab.poe("Data", data);
+    cab.poe("Sector", "1");
+    cab.poe("Serie", 1);
+    cab.poe("TipoDocumento", tipo);
+    return novo;
+}
+
+Documento documento_guia(Construcao& construcao, std::vector<LinhaGuia>& linhas, const DataHora& data) {
+    Documento guia = documento("GR", data);
+    const Factura& factura = linhas.front().origem.factura;
+    Registo& cab = guia.cabecalho;
+    cab.poe("AreaGestao", 4);
+    cab.poe("TipoTerceiro", 2);
+    cab.poe("Terceiro", codigo_cliente(factura.cliente, construcao.opcoes));
+    cab.poe("MeiodeTransporte", "Camião");
+    cab.poe("Matricula", "AX-" + std::to_string(construcao.sorteio.entre(10, 99)) + "-RT");
+    cab.poe("LocalCarga", "Águeda");
+    cab.poe("LocalDescarga", "Instalações do cliente");
+    cab.poe("DataCarga", data);
+    cab.poe("HoraCarga", "09:30:00");
+    cab.poe("DataDescarga", data);
+    cab.poe("HoraDescarga", "15:00:00");
+    acrescenta_linha(guia, "O material constante desta posição foi facturado no documento ");
+    acrescenta_linha(guia, std::string(factura.tipo) + "/1/" + std::to_string(factura.numero) + " de " +
+                               factura.data.data());
+    for (LinhaGuia& linha : linhas) {
+        const Artigo& artigo = construcao.plano.artigos[linha.origem.conteudo.artigo];
+        Registo& nova = acrescenta_linha(guia, artigo.nome);
+        nova.poe("Artigo", artigo.codigo);
+        nova.poe("Armazem", artigo.armazem());
+        nova.poe("Quantidade", linha.quantidade);
+        nova.poe("QuantidadeOrigem", linha.quantidade);
+        nova.poe("Unidade", "TN");
+        linha.numero = static_cast<std::int64_t>(guia.linhas.size());
+    }
+    return guia;
+}
+
+std::string nome_cliente(Construcao& construcao, const std::string& codigo) {
+    Comando procura(construcao.erp, "select Nome from Clientes where CODIGO = ?");
+    return procura.com(codigo).linha() ? procura.texto(0) : std::string();
+}
+
+void reduz_origem(Construcao& construcao, const LinhaGuia& linha) {
+    const LinhaFactura& origem = linha.origem.conteudo;
+    const Factura& factura = linha.origem.factura;
+    Insercao(construcao.livro,
+             "update xel_ORVEX_Mov set Qtd = ?, PesoLiquido = ?, PesoBruto = ? where Ano = ?"
+             " and TpDoc = ? and NumDoc = ? and SerieDoc = 1 and NumLinha = ?")(
+        origem.peso_liquido - linha.quantidade, origem.peso_liquido - linha.quantidade,
+        origem.peso_bruto - linha.peso_bruto, factura.data.ano, factura.tipo, factura.numero,
+        linha.origem.linha);
+}
+
+void regista_guia(Construcao& construcao, const startup::ChaveDocumento& guia, const LinhaGuia& linha,
+                  const DataHora& data) {
+    const Artigo& artigo = construcao.plano.artigos[linha.origem.conteudo.artigo];
+    const std::string cliente = codigo_cliente(linha.origem.factura.cliente, construcao.opcoes);
+    reduz_origem(construcao, linha);
+    Insercao(construcao.livro,
+             "insert into xel_ORVEX_Mov (Ano, TpDoc, NumDoc, SerieDoc, NumLinha, Data, Artigo,"
+             " Cliente, Descritivo, QtdOrig, Qtd, Origem, PesoLiquido, PesoBruto)"
+             " values (?, ?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")(
+        guia.Ano, guia.TipoDocumento, guia.NossoNoDocumento, linha.numero, data.data_iso(), artigo.codigo,
+        cliente, artigo.nome, linha.quantidade, linha.quantidade, chave_origem(linha.origem),
+        linha.quantidade, linha.peso_bruto);
+    const std::string detentor = artigo.dono == 0 ? std::string(cliente_orvex) : cliente;
+    Insercao(construcao.livro, "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario,"
+                               " CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, NumLin)"
+                               " values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, ?, ?)")(
+        artigo.codigo, detentor, data.data_hora_iso(), -linha.quantidade, nome_cliente(construcao, cliente),
+        detentor, guia.Ano, guia.TipoDocumento, guia.NossoNoDocumento, linha.numero);
+}
+
+} // namespace
+
+void escreve_guias(Construcao& construcao, const std::vector<std::vector<Origem>>& origens) {
+    const DataHora primeiro_dia{.ano = construcao.opcoes.hoje.ano};
+    Insercao peso(construcao.livro,
+                  "insert into U_DocGcLin1 (Ano, TpDocUM, Serie, NNumDoc, NumLinha, PesoBruto)"
+                  " values (?, ?, 1, ?, ?, ?)");
+    for (std::size_t i = 0; i < origens.size(); ++i) {
+        // After its invoice and after the note before it, but never after today.
+        const DataHora data =
+            std::max(data_entre(primeiro_dia, construcao.opcoes.hoje, i + 1, origens.size()),
+                     origens[i].front().factura.data);
+        const Origem& escolhida = i % 2 == 0 ? origens[i].front() : origens[i].back();
+        auto linhas = linhas_da_guia(construcao, origens[i], escolhida);
+        Documento guia = documento_guia(construcao, linhas, data);
+        grava(construcao, [&] { platform::erp::grava(construcao.erp, guia); });
+        const startup::ChaveDocumento chave = guia.chave();
+        for (const LinhaGuia& linha : linhas) {
+            peso(chave.Ano, chave.TipoDocumento, chave.NossoNoDocumento, linha.numero, linha.peso_bruto);
+            if (i != guia_anulada) regista_guia(construcao, chave, linha, data);
+        }
+        if (i == guia_anulada) grava(construcao, [&] { platform::erp::anula(construcao.erp, chave); });
+        if (i == guia_convertida)
+            Insercao(construcao.erp.bd(),
+                     "update DocGcCab set [Convert] = -1 where TpDoc = 'GR' and Serie = 1"
+                     " and Ano = ? and NNumDoc = ?")(chave.Ano, chave.NossoNoDocumento);
+    }
+}
+
+void escreve_ajustes(Construcao& construcao) {
+    const struct {
+        const char* tipo;
+        const char* observacao;
+        int sinal;
+    } ajustes[] = {{"SB", "Excesso de Peso", 1}, {"QB", "Sucata", -1}, {"CI", "Consumo Interno", -1}};
+    const Moeda quantidade = Moeda::de_decimos_milesimos(450);
+    const DataHora data{.ano = construcao.opcoes.hoje.ano};
+    std::size_t vez = 0;
+    for (const auto& ajuste : ajustes) {
+        const Artigo& artigo =
+            construcao.plano.artigos[construcao.plano.de_orvex[vez++ % construcao.plano.de_orvex.size()]];
+        Documento novo = documento(ajuste.tipo, data);
+        novo.cabecalho.poe("AreaGestao", 6);
+        novo.cabecalho.poe("TipoTerceiro", 1);
+        novo.cabecalho.poe("Processo", "PESAGEM");
+        Registo& linha = acrescenta_linha(novo, artigo.nome);
+        linha.poe("Artigo", artigo.codigo);
+        linha.poe("Armazem", artigo.armazem());
+        linha.poe("Quantidade", quantidade);
+        linha.poe("PrecoUnitario", artigo.preco);
+        grava(construcao, [&] { platform::erp::grava(construcao.erp, novo); });
+        Insercao(construcao.livro,
+                 "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario,"
+                 " CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, NumLin)"
+                 " values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, ?, 1)")(
+            artigo.codigo, cliente_orvex, data.data_hora_iso(), ajuste.sinal > 0 ? quantidade : -quantidade,
+            ajuste.observacao, cliente_orvex, data.ano, ajuste.tipo, novo.chave().NossoNoDocumento);
+    }
+}
+
+} // namespace orvex::demo

@@ -1,0 +1,54 @@
+#include "instalacao.h"
+
+#include "base/falha.h"
+#include "empresa_demo.h"
+#include "startup/parametros.h"
+
+#include <fstream>
+
+namespace orvex::demo {
+namespace {
+
+// Lines end with CR LF on every system; the texts are ASCII, the same in every code page.
+void escreve(const std::filesystem::path& ficheiro, const std::vector<std::string>& linhas) {
+    std::ofstream saida(ficheiro, std::ios::binary);
+    for (const std::string& linha : linhas)
+        saida << linha << "\r\n";
+    if (!saida.flush())
+        throw base::Falha("Não foi possível escrever o ficheiro «" + ficheiro.string() + "».");
+}
+
+std::vector<std::string> seccao_bd(const std::string& base) {
+    return {"[BD]", "Servidor=sqlite", "Base=" + base, std::string("Utilizador=") + utilizador,
+            "PalavraPasse="};
+}
+
+} // namespace
+
+void escreve_ficheiros(const std::filesystem::path& pasta) {
+    auto definicoes = seccao_bd(pasta_empresa);
+    for (const char* linha : {"", "[ERP]", "Empresa=ORVEX", "PalavraPasse=", "Utilizador=demo",
+                              "Servidor=sqlite", "Base=Empresa"})
+        definicoes.emplace_back(linha);
+    escreve(pasta / "OrvexEXE.xel", definicoes);
+
+    std::filesystem::create_directory(pasta / "Catalogos");
+    escreve(pasta / "Catalogos" / "bd.sql", seccao_bd(std::string("../") + pasta_empresa));
+
+    escreve(pasta / startup::ficheiro_parametros,
+            {"GUIADEVOLUCAO=GD,1,1", "GUIASREMESSA=GR,1,1", "FACTURAS=FA,1,1;FR,1,1", "ARMAZEM=A2,Clientes",
+             "ARMAZEMORVEX=A1,ORVEX", "CLIENTEORVEX=ORVEX", "SOBRAS=SB,1,1", "QUEBRAS=QB,1,1",
+             "CONSUMOS=CI,1,1", "TRF=TR,1,1"});
+}
+
+bool copia_programa(const std::filesystem::path& de, const std::filesystem::path& para) {
+    bool encontrado = false;
+    for (const char* nome : {"orvex", "orvex.exe"}) {
+        if (!std::filesystem::is_regular_file(de / nome)) continue;
+        std::filesystem::copy_file(de / nome, para / nome);
+        encontrado = true;
+    }
+    return encontrado;
+}
+
+} // namespace orvex::demo

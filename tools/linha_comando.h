@@ -1,0 +1,16 @@
+#pragma once
+
+#include "empresa_demo.h"
+
+#include <span>
+#include <string>
+
+namespace orvex::demo {
+
+std::string uso();
+
+// orvex-empresa PASTA [--clientes N] [--artigos N] [--linhas N] [--semente S]. Throws Falha, with a text for
+// the user, for anything else.
+OpcoesEmpresa le_argumentos(std::span<const char* const> argumentos);
+
+} // namespace orvex::demo

@@ -1,0 +1,46 @@
+// orvex-empresa: makes a demo company.
+#include "base/falha.h"
+#include "empresa_demo.h"
+#include "instalacao.h"
+#include "linha_comando.h"
+
+#include <iostream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Where this program lies; its name as called tells nothing when it was found on the path.
+fs::path pasta_do_programa(const char* chamado) {
+    std::error_code erro;
+    const fs::path proprio = fs::read_symlink("/proc/self/exe", erro);
+    return erro ? fs::absolute(chamado).parent_path() : proprio.parent_path();
+}
+
+int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
+    orvex::demo::faz_empresa(opcoes);
+    std::cout << "Empresa criada em " << fs::absolute(opcoes.pasta).lexically_normal().string() << "\n";
+    if (!orvex::demo::copia_programa(programas, opcoes.pasta))
+        std::cout << "O programa orvex não foi encontrado em " << programas.string()
+                  << ": copie-o para a pasta da instalação.\n";
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    orvex::demo::OpcoesEmpresa opcoes;
+    try {
+        opcoes = orvex::demo::le_argumentos(
+            std::span<const char* const>(argv, static_cast<std::size_t>(argc)).subspan(1));
+    } catch (const orvex::base::Falha& falha) {
+        std::cerr << falha.what() << "\n" << orvex::demo::uso() << "\n";
+        return 2;
+    }
+    try {
+        return faz(opcoes, pasta_do_programa(argv[0]));
+    } catch (const std::exception& falha) {
+        std::cerr << "Não foi possível criar a empresa: " << falha.what() << "\n";
+        return 1;
+    }
+}
