@@ -119,12 +119,6 @@ void constroi(const OpcoesEmpresa& opcoes) {
 
 } // namespace
 
-base::DataHora agora() {
-    const std::time_t instante = std::time(nullptr);
-    const std::tm local = *std::localtime(&instante);
-    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
-}
-
 void faz_empresa(const OpcoesEmpresa& opcoes) {
     try {
         verifica_opcoes(opcoes);

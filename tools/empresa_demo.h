@@ -31,8 +31,6 @@ inline constexpr const char* armazem_orvex = "A1";
 inline constexpr const char* armazem_clientes = "A2";
 inline constexpr int guias_emitidas = 11; // of the current year, when there are lines enough
 
-base::DataHora agora();
-
 // Throws Falha when the folder is not empty, an option makes no sense or something cannot be written; what
 // was made by then is removed.
 void faz_empresa(const OpcoesEmpresa& opcoes);

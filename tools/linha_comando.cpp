@@ -23,7 +23,7 @@ std::string uso() {
 OpcoesEmpresa le_argumentos(std::span<const char* const> argumentos) {
     constexpr std::int64_t milhao = 1'000'000;
     OpcoesEmpresa opcoes;
-    opcoes.hoje = agora();
+    opcoes.hoje = base::DataHora::agora();
     for (std::size_t i = 0; i < argumentos.size(); ++i) {
         const std::string argumento = argumentos[i];
         const char* seguinte = i + 1 < argumentos.size() ? argumentos[i + 1] : nullptr;

@@ -1,0 +1,133 @@
+// orvex-sessao-guiada INSTALACAO SAIDA: plays the program's main job on a demo company with real keys in the
+// real window, and leaves pictures of it and a summary of what was written to the ledger, the ERP and the
+// stock.
+#include "app/fabrica_orvex.h"
+#include "empresa_demo.h"
+#include "platform/qt/aplicacao.h"
+#include "platform/sqlite/sessao_sqlite.h"
+#include "roteiro.h"
+#include "startup/construtor_ligacao.h"
+
+#include <QApplication>
+#include <QSettings>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace orvex;
+
+// What the confirmations wrote, read through a session of its own.
+class Resumo {
+  public:
+    explicit Resumo(const fs::path& instalacao) {
+        BD_.Abre(startup::ConstrutorLigacao{.servidor = startup::servidor_embebido,
+                                            .base = (fs::absolute(instalacao) / demo::pasta_empresa).string(),
+                                            .utilizador = demo::utilizador,
+                                            .palavra_passe = ""}
+                     .constroi());
+    }
+
+    void tabela(const std::string& titulo, const std::string& sql) {
+        const base::FormatoRegional formato;
+        texto_ << "\n" << titulo << "\n";
+        const auto registos = BD_.Consulta(sql);
+        if (registos->fim()) texto_ << "    (nada)\n";
+        for (; !registos->fim(); registos->move_seguinte()) {
+            texto_ << "   ";
+            for (std::size_t i = 0; i < registos->colunas(); ++i)
+                texto_ << ' ' << registos->nome_coluna(i) << '=' << formato.texto(registos->valor(i));
+            texto_ << "\n";
+        }
+    }
+
+    void estado(const std::string& momento) {
+        texto_ << "\n== " << momento << " ==\n";
+        tabela("xel_ORVEX_Mov, linhas da guia 12",
+               "Select NumLinha,Artigo,Cliente,Qtd,PesoLiquido,PesoBruto,Origem from xel_ORVEX_Mov where "
+               "TpDoc='GR' and "
+               "NumDoc=12");
+        tabela(
+            "xel_ORVEX, detentores escritos pela guia 12",
+            "Select NumSerie,Cliente,Quantidade,Obs,NumLin from xel_ORVEX where TpDoc='GR' and NNumDoc=12");
+        tabela("xel_ORVEX_Mov, linhas de factura abertas do cliente C0001",
+               "Select TpDoc,NumDoc,NumLinha,Artigo,QtdOrig,Qtd,PesoBruto from xel_ORVEX_Mov where "
+               "Cliente='C0001' and "
+               "TpDoc<>'GR' order by Artigo");
+        tabela("ERP, guia 12",
+               "Select TpDoc,NNumDoc,Terceiro,NVias from DocGcCab where TpDoc='GR' and NNumDoc=12");
+        tabela("ERP, stock dos artigos da guia 12",
+               "Select artarm.Artigo,artarm.Armazem,Existenc from artarm inner join DocGcLin on "
+               "DocGcLin.Artigo=artarm.Artigo where TpDocum='GR' and NNumDoc=12 order by artarm.Artigo");
+    }
+
+    std::string texto() const { return texto_.str(); }
+
+  private:
+    platform::sqlite::SessaoSQLite BD_;
+    std::ostringstream texto_;
+};
+
+// Client, two open lines, a lower weight, a text line, confirm; the same note again, and cancel it.
+void guia_de_remessa(demo::Roteiro& roteiro, Resumo& resumo) {
+    roteiro.retrata("ecra")
+        .tecla(Qt::Key_F4)
+        .retrata("clientes")
+        .tecla(Qt::Key_Return)
+        .retrata("linhas-abertas");
+    roteiro.tecla(Qt::Key_Tab, {}, 4).tecla(Qt::Key_Return);
+    roteiro.tecla(Qt::Key_Tab, Qt::ShiftModifier).tecla(Qt::Key_Down).tecla(Qt::Key_Return);
+    roteiro.escreve("1,5").tecla(Qt::Key_Return, {},
+                                 2); // past the gross weight to the designation of the next row
+    roteiro.escreve("Entregar ao cuidado da Sr.ª Conceição").tecla(Qt::Key_Return);
+    roteiro.retrata("guia-por-confirmar").tecla(Qt::Key_C, Qt::AltModifier).retrata("guia-criada");
+    roteiro.tecla(Qt::Key_Return).faz([&resumo] { resumo.estado("Depois de emitir"); });
+
+    roteiro.tecla(Qt::Key_Tab).escreve("12").tecla(Qt::Key_Tab).retrata("guia-carregada");
+    roteiro.tecla(Qt::Key_A, Qt::AltModifier).retrata("anular");
+    roteiro.tecla(Qt::Key_Left).tecla(Qt::Key_Return).retrata("anulada");
+    roteiro.faz([&resumo] { resumo.estado("Depois de anular"); });
+}
+
+int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& saida) {
+    fs::create_directories(saida);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(saida.string()));
+    platform::qt::prepara_aplicacao(aplicacao);
+
+    app::FabricaOrvex fabrica(instalacao);
+    startup::Arranque arranque(fabrica, {instalacao, instalacao});
+    const auto ecra = arranque.Main("2");
+    if (ecra == nullptr || QApplication::topLevelWidgets().isEmpty()) return 1;
+    QWidget* janela = QApplication::activeWindow();
+    if (janela == nullptr) janela = QApplication::topLevelWidgets().constFirst();
+
+    janela->resize(1024, 740);
+    Resumo resumo(instalacao);
+    demo::Roteiro roteiro(*janela, saida);
+    resumo.estado("Antes");
+    guia_de_remessa(roteiro, resumo);
+    roteiro.corre();
+
+    std::ofstream(saida / "resumo.txt") << resumo.texto();
+    std::cout << resumo.texto() << "\nImagens e resumo em " << saida.string() << "\n";
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication aplicacao(argc, argv);
+    if (argc != 3) {
+        std::cerr << "Uso: orvex-sessao-guiada INSTALACAO SAIDA\n";
+        return 2;
+    }
+    try {
+        return corre(aplicacao, argv[1], argv[2]);
+    } catch (const std::exception& falha) {
+        std::cerr << falha.what() << "\n";
+        return 1;
+    }
+}
