@@ -140,7 +140,7 @@ std::string entre_plicas(std::string_view valor) {
 
 std::optional<std::int64_t> le_inteiro(std::string_view texto) {
     texto = apara(texto);
-    if (!texto.empty() && texto.front() == '+') texto.remove_prefix(1);
+    if (texto.starts_with('+') && !texto.starts_with("+-")) texto.remove_prefix(1);
     std::int64_t valor = 0;
     const auto [fim, erro] = std::from_chars(texto.data(), texto.data() + texto.size(), valor);
     if (erro != std::errc() || fim != texto.data() + texto.size() || texto.empty()) return std::nullopt;

@@ -1,0 +1,141 @@
+#include "tests/apoio/empresa_teste.h"
+
+#include "platform/erp/esquema_erp.h"
+#include "platform/sqlite/empresa.h"
+#include "startup/construtor_ligacao.h"
+#include "startup/esquema_livro.h"
+
+namespace orvex::testes {
+namespace {
+
+constexpr const char* parametros =
+    "GUIADEVOLUCAO=GV,1,SD\r\nGUIASREMESSA=GR,1,SG\r\nFACTURAS=FA,1,X;FR,2,Y\r\n"
+    "ARMAZEM=CL,Armazém clientes\r\nARMAZEMORVEX=OR,Armazém ORVEX\r\n"
+    "CLIENTEORVEX=ORVEX\r\n";
+
+struct ChaveLinha {
+    const char* tipo;
+    int serie, numero, linha;
+};
+
+// An open line in the ledger, and in the ERP when it has a warehouse.
+void insere_factura(startup::SessaoBD& BD, const ChaveLinha& chave, const std::string& artigo,
+                    const char* aberto, const base::Variante& bruto, const std::string& armazem) {
+    insere(BD, "xel_ORVEX_MOV",
+           {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha", "Data", "Artigo", "Cliente", "Descritivo",
+            "QtdOrig", "Qtd", "PesoLiquido", "PesoBruto"},
+           {{2019, chave.tipo, chave.numero, chave.serie, chave.linha, base::DataHora{2019, 3, 1}, artigo,
+             "CL'1", "Bobina d'aço", m("8"), m(aberto), bruto.nulo() ? bruto : m(aberto), bruto}});
+    if (armazem.empty()) return;
+    insere(BD, "DocGcLin", {"Ano", "TpDocum", "Serie", "NNumDoc", "NumLinha", "Artigo", "Armazem"},
+           {{2019, chave.tipo, chave.serie, chave.numero, chave.linha, artigo, armazem}});
+}
+
+void preenche(startup::SessaoBD& BD) {
+    insere(BD, "Empresa", {"Codigo", "Nome"}, {{"E", "Empresa"}});
+    insere(BD, "Utilizadores", {"Utilizador", "PalavraPasse"}, {{"ana", ""}});
+    insere(BD, "Armazens", {"Codigo", "Descr"}, {{"OR", "ORVEX"}, {"CL", "Clientes"}});
+    insere(BD, "TiposDocumento", {"Codigo", "MovStock"}, {{"GR", -1}, {"GV", 1}});
+    insere(BD, "Series", {"TpDoc", "Serie"}, {{"GR", 1}, {"GV", 1}});
+    insere(BD, "RGIVA", {"Codigo", "Mercado"}, {{"N'1", 1}, {"UE", 2}});
+    insere(BD, "Vendedor", {"Codigo", "NOME"}, {{"V1", "Zé"}, {"V'2", "Ana"}});
+    insere(BD, "Clientes", {"CODIGO", "Nome", "NContrib", "GesCnt", "Vendedor", "RegIva", "Inactivo"},
+           {{"CL'1", "José O'Neill, Lda", "123456789", "V1", "V'2", "N'1", 0},
+            {"CL2", "Ibérica SL", "ESB1", "", "", "UE", 0},
+            {"CL3", "Sem regime", "123456780", "", "", "??", 0},
+            {"INA", "Inactivo", "123456789", "", "", "N'1", -1}});
+    for (const char* artigo : {"BOB'1", "BOB2", "BOB3", "BOB4", "OUTRO"}) {
+        insere(BD, "Artigos", {"CODIGO", "Nome", "UnBase", "artoudes", "VLREXIST", "STDISP", "ULTPRCOM"},
+               {{artigo, "Bobina d'aço", "TON", *artigo == 'O' ? -1 : 0, m("2000"), m("20"), m("90")}});
+        insere(BD, "artarm", {"Artigo", "Armazem", "Existenc"},
+               {{artigo, "OR", m("10")}, {artigo, "CL", m("10")}});
+    }
+    insere_factura(BD, {"FA", 1, 123, 1}, "BOB'1", "2.5", m("2.6"), "OR");
+    insere_factura(BD, {"FA", 1, 123, 2}, "BOB2", "1.15", {}, "OR");
+    insere_factura(BD, {"FR", 2, 9, 1}, "BOB3", "3", {}, "or");
+    insere_factura(BD, {"FA", 1, 124, 1}, "BOB4", "4", m("4.1"), "CL");
+    insere_factura(BD, {"FA", 1, 125, 1}, "BOB2", "5", m("5.1"), "");
+    insere_factura(BD, {"FA", 9, 1, 1}, "BOB2", "6", m("6.1"), "OR");
+    insere_factura(BD, {"FA", 1, 126, 1}, "OUTRO", "7", m("7.1"), "OR");
+    insere_factura(BD, {"FA", 1, 127, 1}, "BOB2", "0", m("0"), "OR");
+    insere(BD, "U_DocGcLin1", {"Ano", "TpDocUM", "Serie", "NNumDoc", "NumLinha", "PesoBruto"},
+           {{2019, "FA", 1, 123, 2, m("1.25")}});
+}
+
+// Made once, and copied for every test.
+const std::filesystem::path& modelo() {
+    static const PastaTemporaria pasta;
+    if (!std::filesystem::is_empty(pasta.pasta())) return pasta.pasta();
+    cria_empresa_vazia(pasta.pasta());
+    pasta.escreve(startup::ficheiro_parametros, parametros);
+    platform::sqlite::SessaoSQLite BD;
+    BD.Abre(ligacao(pasta.pasta()));
+    startup::VerificaTabelas(BD);
+    startup::VerificaPesos(BD);
+    BD.IniciaTransaccao();
+    preenche(BD);
+    BD.ConfirmaTransaccao();
+    return pasta.pasta();
+}
+
+} // namespace
+
+void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<const char*>& colunas,
+            const std::vector<std::vector<base::Variante>>& linhas) {
+    const auto conjunto = BD.AbreActualizavel("Select * from " + tabela + " where 1=0");
+    for (const auto& linha : linhas) {
+        conjunto->acrescenta();
+        for (std::size_t i = 0; i < colunas.size(); ++i)
+            conjunto->define(colunas[i], linha.at(i));
+        conjunto->actualiza();
+    }
+}
+
+void cria_empresa_vazia(const std::filesystem::path& pasta) {
+    platform::sqlite::cria_livro(pasta);
+    auto erp = platform::sqlite::abre_base(pasta / platform::sqlite::ficheiro_erp,
+                                           SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    platform::erp::cria_esquema_erp(erp);
+}
+
+std::string ligacao(const std::filesystem::path& pasta) {
+    startup::ConstrutorLigacao construtor;
+    construtor.servidor = "sqlite";
+    construtor.base = pasta.string();
+    construtor.utilizador = "ana";
+    return construtor.constroi();
+}
+
+EmpresaTeste::EmpresaTeste() {
+    std::filesystem::copy(modelo(), pasta());
+    if (!outra_.Abre(ligacao(pasta()))) throw std::runtime_error("the company did not open");
+}
+
+void EmpresaTeste::insere_linha_aberta(int numero, const std::string& artigo, const char* aberto) {
+    insere_factura(outra_, {"FA", 1, numero, 1}, artigo, aberto, m(aberto), "OR");
+}
+
+std::string EmpresaTeste::linhas(const std::string& sql) {
+    std::string resultado;
+    const auto conjunto = outra_.Consulta(sql);
+    for (; !conjunto->fim(); conjunto->move_seguinte())
+        for (std::size_t i = 0; i < conjunto->colunas(); ++i) {
+            const base::Variante valor = conjunto->valor(i);
+            resultado += (i > 0               ? "|"
+                          : resultado.empty() ? ""
+                                              : "; ") +
+                         (valor.nulo() ? "null" : valor.texto());
+        }
+    return resultado;
+}
+
+std::string EmpresaTeste::livro() {
+    return linhas("select * from xel_ORVEX_MOV") + "\n" + linhas("select * from xel_ORVEX") + "\n" +
+           linhas("select CODIGO, Observ from Artigos");
+}
+
+std::string EmpresaTeste::stock() {
+    return linhas("select CODIGO, VLREXIST, STDISP from Artigos") + "\n" + linhas("select * from artarm");
+}
+
+} // namespace orvex::testes

@@ -1,0 +1,83 @@
+// A small embedded company in which every figure is known: what tests of the screens work on.
+//
+// Texts carry apostrophes and accents on purpose. The clock stands at 15-03-2019 10:20:30; the ledger's lines
+// are of 01-03-2019, of 8 t at first, all of client CL'1:
+//
+//     Line          Article   Open   Gross weight                 Warehouse
+//     FA/1/123/1    BOB'1     2.5    2.6                          OR
+//     FA/1/123/2    BOB2      1.15   none, 1.25 in the ERP's line OR
+//     FR/2/9/1      BOB3      3      none, nor in the ERP's line  or
+//     FA/1/124/1    BOB4      4      4.1                          CL
+//     FA/1/125/1    BOB2      5      5.1                          no line in the ERP
+//     FA/9/1/1      BOB2      6      6.1, of a series not taken   OR
+//     FA/1/126/1    OUTRO     7      7.1, an article out of use   OR
+//     FA/1/127/1    BOB2      0      0, used up                   OR
+//
+// Every article has 10 t in each warehouse, 20 t in all, worth 2000 euro.
+#pragma once
+
+#include "common/ecra.h"
+#include "platform/erp/sessao_erp_embebida.h"
+#include "platform/sqlite/sessao_sqlite.h"
+#include "tests/apoio/gravador.h"
+#include "tests/apoio/janela_guiao.h"
+#include "tests/apoio/pasta_temporaria.h"
+
+namespace orvex::testes {
+
+inline constexpr base::DataHora relogio{2019, 3, 15, 10, 20, 30};
+
+inline base::Moeda m(const char* texto) { return base::Moeda::le(texto).value(); }
+
+void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<const char*>& colunas,
+            const std::vector<std::vector<base::Variante>>& linhas);
+
+// The files of a company without tables of the ledger and without rows.
+void cria_empresa_vazia(const std::filesystem::path& pasta);
+std::string ligacao(const std::filesystem::path& pasta);
+
+class EmpresaTeste {
+  public:
+    EmpresaTeste();
+
+    const std::filesystem::path& pasta() const { return pasta_.pasta(); }
+    void escreve_parametros(const std::string& texto) { pasta_.escreve(startup::ficheiro_parametros, texto); }
+    startup::SessaoBD& outra() { return outra_; } // a session of its own, as another workstation has
+    // One more open line of FA/1 of client CL'1 in warehouse OR, in ledger and ERP.
+    void insere_linha_aberta(int numero, const std::string& artigo, const char* aberto);
+
+    // Rows as "a|b; c|d", nulls as "null".
+    std::string linhas(const std::string& sql);
+    std::string livro(); // the rows this system keeps
+    std::string stock();
+
+  private:
+    PastaTemporaria pasta_;
+    platform::sqlite::SessaoSQLite outra_;
+};
+
+// A screen at work on a company of its own, through recording sessions.
+template <typename TEcra>
+struct Bancada {
+    EmpresaTeste empresa;
+    Diario diario;
+    SessaoBDGravada<platform::sqlite::SessaoSQLite> BD{diario};
+    SessaoERPGravada<platform::erp::SessaoERPEmbebida> ERP{diario};
+    JanelaGuiao janela;
+    TEcra ecra{{BD, ERP, startup::Parametros(empresa.pasta()), {}, [] { return relogio; }}};
+    Operador op{ecra};
+
+    Bancada() {
+        if (!BD.Abre(ligacao(empresa.pasta())) ||
+            !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
+            throw std::runtime_error("the company did not open");
+        ecra.define_janela(janela);
+    }
+    void abre() {
+        ecra.Form_Load();
+        ecra.utilizador_abre();
+    }
+    std::string caixas() { return janela.retira_caixas(); }
+};
+
+} // namespace orvex::testes

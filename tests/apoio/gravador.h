@@ -1,0 +1,231 @@
+// Sessions that record what the program asks of the database and of the ERP, to the letter and in order, and
+// that fail at any step asked for.
+//
+// A step is a statement, a row update, the begin or the commit of a transaction, the creation of an ERP
+// object, a member put, got or called, a submission, a cancellation. Of a step that fails nothing was done: a
+// refused commit leaves the transaction open.
+#pragma once
+
+#include "startup/sessao_bd.h"
+#include "startup/sessao_erp.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvex::testes {
+
+struct Diario {
+    enum class Maneira { lanca, recusa }; // of failing, where an ERP operation has both
+    // What else fails, once the step has failed.
+    enum class Depois { nada, anulacao_recusada, tudo_lanca };
+
+    std::vector<std::string> linhas;
+    int passos = 0;
+    int falha_no = 0; // the step that fails, from 1; 0 is none
+    Maneira maneira = Maneira::lanca;
+    Depois depois = Depois::nada;
+    bool falhou = false;
+
+    bool falha() { return ++passos == falha_no && (falhou = true); }
+    [[noreturn]] static void lanca() { throw base::Falha("Falha provocada."); }
+    void passo() {
+        if (falha()) lanca();
+    }
+    void passo(const std::string& linha) {
+        passo();
+        linhas.push_back(linha);
+    }
+    // Values put one after the other into one object share a line.
+    void passo_de(const std::string& objecto, const std::string& valor) {
+        passo();
+        if (linhas.empty() || !linhas.back().starts_with(objecto + " ")) linhas.push_back(objecto);
+        linhas.back() += " " + valor;
+    }
+    bool tambem(Depois qual) const { return falhou && depois == qual; }
+
+    std::string texto() const {
+        std::string tudo = "\n";
+        for (const std::string& linha : linhas)
+            tudo += linha + "\n";
+        return tudo;
+    }
+    void recomeca() { *this = Diario{}; }
+};
+
+// Texts in quotes, so that '1' and 1 differ.
+inline std::string escrito(const base::Variante& valor) {
+    if (valor.nulo()) return "null";
+    if (const auto* logico = std::get_if<bool>(&valor.valor())) return *logico ? "True" : "False";
+    return std::holds_alternative<std::string>(valor.valor()) ? "'" + valor.texto() + "'" : valor.texto();
+}
+
+class ConjuntoGravado : public startup::ConjuntoRegistos {
+  public:
+    ConjuntoGravado(std::unique_ptr<startup::ConjuntoRegistos> real, Diario& diario)
+        : real_(std::move(real)), diario_(diario) {}
+
+    bool fim() override { return real_->fim(); }
+    void move_seguinte() override { real_->move_seguinte(); }
+    std::int64_t contagem() override { return real_->contagem(); }
+    std::size_t colunas() const override { return real_->colunas(); }
+    std::string_view nome_coluna(std::size_t coluna) const override { return real_->nome_coluna(coluna); }
+    base::Variante valor(std::size_t coluna) override { return real_->valor(coluna); }
+    base::Variante valor(std::string_view nome) override { return real_->valor(nome); }
+    void acrescenta() override {
+        campos_ = "  acrescenta";
+        real_->acrescenta();
+    }
+    void define(std::string_view nome, const base::Variante& valor) override {
+        campos_ += " " + std::string(nome) + "=" + escrito(valor);
+        real_->define(nome, valor);
+    }
+    void actualiza() override {
+        diario_.passo(std::exchange(campos_, "  altera"));
+        real_->actualiza();
+    }
+
+  private:
+    std::unique_ptr<startup::ConjuntoRegistos> real_;
+    Diario& diario_;
+    std::string campos_ = "  altera";
+};
+
+template <typename TReal>
+class SessaoBDGravada : public TReal {
+  public:
+    explicit SessaoBDGravada(Diario& diario) : diario_(diario) {}
+
+    std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override {
+        diario_.passo("CONSULTA " + sql);
+        return std::make_unique<ConjuntoGravado>(TReal::Consulta(sql), diario_);
+    }
+    std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override {
+        diario_.passo("ABRE " + sql);
+        return std::make_unique<ConjuntoGravado>(TReal::AbreActualizavel(sql), diario_);
+    }
+    void Executa(const std::string& sql) override {
+        diario_.passo("EXECUTA " + sql);
+        TReal::Executa(sql);
+    }
+    void IniciaTransaccao() override {
+        diario_.passo("INICIA");
+        TReal::IniciaTransaccao();
+    }
+    void ConfirmaTransaccao() override {
+        diario_.passo("CONFIRMA");
+        TReal::ConfirmaTransaccao();
+    }
+    // A connection that breaks is rolled back by the server, and still reports a failure.
+    void AnulaTransaccao() override {
+        TReal::AnulaTransaccao();
+        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
+    }
+
+  private:
+    Diario& diario_;
+};
+
+class ObjectoGravado : public startup::ObjectoERP {
+  public:
+    ObjectoGravado(startup::ReferenciaERP real, std::string nome, Diario& diario)
+        : real_(std::move(real)), nome_(std::move(nome)), diario_(diario) {}
+
+    startup::ValorERP obtem(std::string_view membro) override {
+        diario_.passo();
+        return veste(real_->obtem(membro), membro);
+    }
+    void poe(std::string_view membro, const base::Variante& valor) override {
+        diario_.passo_de(nome_, std::string(membro) + "=" + escrito(valor));
+        real_->poe(membro, valor);
+    }
+    startup::ValorERP chama(std::string_view membro,
+                            const std::vector<startup::ValorERP>& argumentos) override {
+        if (recusado_ && membro == "UltimaMensagem") return "O ERP recusou.";
+        if (diario_.falha()) {
+            recusado_ = membro == "Finalizar" && diario_.maneira == Diario::Maneira::recusa;
+            if (recusado_) return -1;
+            Diario::lanca();
+        }
+        std::string escritos;
+        std::vector<startup::ValorERP> reais;
+        for (const startup::ValorERP& argumento : argumentos) {
+            const bool objecto = argumento.objecto != nullptr;
+            escritos += (escritos.empty() ? "" : ", ") +
+                        (objecto ? gravado(argumento.objecto).nome_ : escrito(argumento.valor));
+            reais.push_back(objecto ? gravado(argumento.objecto).real_ : argumento);
+        }
+        diario_.linhas.push_back(nome_ + "." + std::string(membro) + "(" + escritos + ")");
+        return veste(real_->chama(membro, reais), membro);
+    }
+
+    const startup::ReferenciaERP& real() const { return real_; }
+    static ObjectoGravado& gravado(const startup::ReferenciaERP& o) {
+        return dynamic_cast<ObjectoGravado&>(*o);
+    }
+
+  private:
+    startup::ValorERP veste(startup::ValorERP valor, std::string_view nome) {
+        if (valor.objecto)
+            valor.objecto = std::make_shared<ObjectoGravado>(valor.objecto, std::string(nome), diario_);
+        return valor;
+    }
+
+    startup::ReferenciaERP real_;
+    std::string nome_;
+    Diario& diario_;
+    bool recusado_ = false;
+};
+
+template <typename TReal>
+class SessaoERPGravada : public TReal {
+  public:
+    explicit SessaoERPGravada(Diario& diario) : diario_(diario) {}
+
+    startup::ReferenciaERP CriaObjecto(const std::string& classe) override {
+        diario_.passo("CRIA " + classe);
+        return std::make_shared<ObjectoGravado>(TReal::CriaObjecto(classe),
+                                                classe.ends_with("Comercial") ? "doc" : "lin", diario_);
+    }
+    void PreparaDocStock(bool sim) override {
+        diario_.passo("PREPARA " + escrito(sim));
+        TReal::PreparaDocStock(sim);
+    }
+    startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& p) override {
+        if (recusa()) return {};
+        diario_.linhas.push_back("STOCK " + p.tipo_documento);
+        return TReal::CriaDocStock(p);
+    }
+    std::int16_t SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) override {
+        if (recusa()) return -1;
+        diario_.linhas.push_back("SUBMETE " + std::to_string(especie));
+        return TReal::SubmeteDocumento(especie, ObjectoGravado::gravado(documento).real());
+    }
+    startup::ReferenciaERP DocumentoSubmetido() override {
+        diario_.passo();
+        return std::make_shared<ObjectoGravado>(TReal::DocumentoSubmetido(), "submetido", diario_);
+    }
+    startup::ResultadoERP AnulaDocumento(std::int16_t um, const startup::ChaveDocumento& chave) override {
+        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
+        if (diario_.tambem(Diario::Depois::anulacao_recusada) || recusa()) return recusado;
+        diario_.linhas.push_back("ANULA " + std::to_string(um) + " " + chave.texto());
+        return TReal::AnulaDocumento(um, chave);
+    }
+    startup::ResultadoERP ResultadoUltimo() override {
+        diario_.passo();
+        return recusada_ ? recusado : TReal::ResultadoUltimo();
+    }
+
+  private:
+    bool recusa() {
+        recusada_ = diario_.falha();
+        if (recusada_ && diario_.maneira == Diario::Maneira::lanca) Diario::lanca();
+        return recusada_;
+    }
+
+    inline static const startup::ResultadoERP recusado{false, "O ERP recusou."};
+    Diario& diario_;
+    bool recusada_ = false; // the last operation was refused here, not by the real session
+};
+
+} // namespace orvex::testes

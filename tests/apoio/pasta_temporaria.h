@@ -1,0 +1,36 @@
+// A folder of its own for one test, gone with it.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+namespace orvex::testes {
+
+class PastaTemporaria {
+  public:
+    PastaTemporaria() {
+        std::string modelo = (std::filesystem::temp_directory_path() / "orvex-XXXXXX").string();
+        if (mkdtemp(modelo.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        pasta_ = modelo;
+    }
+    ~PastaTemporaria() { std::filesystem::remove_all(pasta_); }
+    PastaTemporaria(const PastaTemporaria&) = delete;
+    PastaTemporaria& operator=(const PastaTemporaria&) = delete;
+
+    const std::filesystem::path& pasta() const { return pasta_; }
+
+    // The bytes as they are; folders on the way are made.
+    std::filesystem::path escreve(const std::filesystem::path& nome, const std::string& bytes) const {
+        std::filesystem::create_directories((pasta_ / nome).parent_path());
+        std::ofstream(pasta_ / nome, std::ios::binary) << bytes;
+        return pasta_ / nome;
+    }
+
+  private:
+    std::filesystem::path pasta_;
+};
+
+} // namespace orvex::testes

@@ -1,0 +1,95 @@
+// The layers, as the #include lines of src/ show them: arrows point one way only, and the core stands on the
+// standard library alone.
+
+#include "tests/apoio/tabela.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// "delivery", or "platform/qt".
+std::string camada(const std::string& ficheiro) {
+    const auto barra = ficheiro.find('/');
+    const bool plataforma = ficheiro.starts_with("platform/");
+    return ficheiro.substr(0, plataforma ? ficheiro.find('/', barra + 1) : barra);
+}
+
+const std::map<std::string, std::set<std::string>> permitidas{
+    {"base", {}},
+    {"startup", {"base"}},
+    {"common", {"base", "startup"}},
+    {"delivery", {"base", "startup", "common"}},
+    {"adjust", {"base", "startup", "common"}},
+    {"transfer", {"base", "startup", "common"}},
+    {"platform/sqlite", {"base", "startup", "common"}},
+    {"platform/odbc", {"base", "startup", "common"}},
+    {"platform/erp", {"base", "startup", "common"}},
+    // The windows lay out the screens' controls.
+    {"platform/qt", {"base", "startup", "common", "delivery", "adjust", "transfer"}}};
+
+bool aceite(const std::string& ficheiro, const std::string& incluido, bool do_sistema) {
+    const std::string de = camada(ficheiro);
+    if (de == "app") return true;
+    const auto regra = permitidas.find(de);
+    if (regra == permitidas.end()) return false;
+    // No standard header has a capital, a dot or a folder in its name; those of the libraries all do.
+    if (do_sistema)
+        return de.starts_with("platform/") ||
+               incluido.find_first_not_of("abcdefghijklmnopqrstuvwxyz_") == std::string::npos;
+    // The emulation's file lies beside the ledger's and is opened and spoken to the same way.
+    if (de == "platform/erp" && incluido == "platform/sqlite/empresa.h") return true;
+    if (de == "platform/erp" && incluido == "platform/sqlite/guardadas.h") return true;
+    return camada(incluido) == de || regra->second.contains(camada(incluido));
+}
+
+std::string violacoes(const std::string& ficheiro, std::istream& texto) {
+    std::string resultado;
+    for (std::string linha; std::getline(texto, linha);) {
+        std::erase(linha, ' ');
+        if (!linha.starts_with("#include")) continue;
+        const std::string incluido = linha.substr(9, linha.find_first_of(">\"", 9) - 9);
+        if (!aceite(ficheiro, incluido, linha[8] == '<')) resultado += ficheiro + " -> " + incluido + "\n";
+    }
+    return resultado;
+}
+
+} // namespace
+
+TEST(Camadas, a_forbidden_include_is_found) {
+    for (const auto& caso : orvex::testes::tabela(
+             {"delivery/a.h => #include <vector> => yes", "delivery/a.h => #include \"common/ecra.h\" => yes",
+              "delivery/a.h => // nota\n  # include <QString> => no",
+              "common/a.h => #include <sqlite3.h> => no", "base/a.h => #include <windows.h> => no",
+              "startup/a.h => #include <SQLiteCpp/Database.h> => no",
+              "startup/a.h => #include \"common/ecra.h\" => no",
+              "delivery/a.h => #include \"adjust/a.h\" => no",
+              "common/a.h => #include \"platform/qt/a.h\" => no",
+              "platform/qt/a.h => #include \"delivery/a.h\" => yes",
+              "platform/qt/a.h => #include \"platform/sqlite/empresa.h\" => no",
+              "platform/erp/a.h => #include \"platform/sqlite/empresa.h\" => yes",
+              "platform/erp/a.h => #include \"platform/sqlite/motor.h\" => no",
+              "novo/a.h => #include \"base/moeda.h\" => no", "app/a.h => #include <QApplication> => yes"})) {
+        std::istringstream texto(caso[1]);
+        EXPECT_EQ(violacoes(caso[0], texto).empty(), caso[2] == "yes") << caso[0] << " " << caso[1];
+    }
+}
+
+TEST(Camadas, every_include_of_the_sources_points_the_allowed_way) {
+    int ficheiros = 0;
+    for (const auto& entrada : fs::recursive_directory_iterator(ORVEX_FONTES)) {
+        if (entrada.path().extension() != ".h" && entrada.path().extension() != ".cpp") continue;
+        std::ifstream texto(entrada.path());
+        EXPECT_EQ(violacoes(fs::relative(entrada.path(), ORVEX_FONTES).generic_string(), texto), "");
+        ++ficheiros;
+    }
+    EXPECT_GT(ficheiros, 50);
+}

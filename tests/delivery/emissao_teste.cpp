@@ -1,0 +1,244 @@
+#include "tests/delivery/ecra_guias.h"
+
+using namespace orvex;
+using namespace orvex::testes;
+
+namespace {
+
+constexpr const char* sucesso = "Foi criado o documento Nº  1";
+constexpr const char* pergunta = "Vai proceder à anulação.\n\rPretende continuar?";
+constexpr const char* anomalia = "Situação Anómala\n\rErro: ";
+
+} // namespace
+
+TEST_F(Guias, a_note_goes_out_and_its_cancellation_leaves_everything_as_it_was) {
+    cliente("CL'1");
+    const auto livro = empresa.livro(), stock = empresa.stock();
+    escolhe(1);
+    EXPECT_TRUE(edita(1, "Quant", "2"));
+    escolhe(3);
+    EXPECT_TRUE(edita(3, "Nome", "Nota d'água"));
+    confirma();
+    EXPECT_EQ(caixas(), sucesso);
+    EXPECT_TRUE(vazio() && no_campo(0));
+    // What is asked, and the rows that answer it.
+    for (const auto& caso : tabela(
+             {"Ano, SerieDoc, NumDoc, NumLinha, Data, Artigo, Cliente, Descritivo, QtdOrig, Qtd, Origem, "
+              "PesoLiquido, "
+              "PesoBruto from xel_ORVEX_MOV where TpDoc='GR' order by NumLinha => "
+              "2019|1|1|3|2019-03-15 00:00:00|BOB'1|CL'1|Bobina d'aço|2|2|2019/FA/1/123/1/00000|2|2; "
+              "2019|1|1|6|2019-03-15 00:00:00|BOB3|CL'1|Bobina d'aço|3|3|2019/FR/2/9/1/00000|3|0",
+              "NumSerie, Cliente, Data, Quantidade, Obs, Funcionario, CliFinal, Preco, Ano, TpDoc, Serie, "
+              "NNumDoc, NumLin "
+              "from xel_ORVEX order by NumLin => "
+              "BOB'1|ORVEX|2019-03-15 10:20:30|-2|José O'Neill, Lda||ORVEX|0|2019|GR|1|1|3; "
+              "BOB3|ORVEX|2019-03-15 10:20:30|-3|José O'Neill, Lda||ORVEX|0|2019|GR|1|1|6",
+              "NumLinha, PesoBruto from U_DocGcLin1 where TpDocUM='GR' order by NumLinha => 3|2; 6|0",
+              "NumLinha, Artigo, Descr, Quant, Armazem, Unidade from DocGcLin where TpDocum='GR' order by "
+              "NumLinha => "
+              "1||O material constante desta posição foi facturado no documento |0||; 2||FA/1/123 de "
+              "01-03-2019|0||; "
+              "3|BOB'1|Bobina d'aço|2|OR|TON; 4||O material constante desta posição foi facturado no "
+              "documento |0||; "
+              "5||FR/2/9 de 01-03-2019|0||; 6|BOB3|Bobina d'aço|3|OR|TON; 7||Nota d'água|0|OR|",
+              "Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where NumDoc=123 and NumLinha=1 => 0.5|0.5|0.6",
+              "Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where TpDoc='FR' => 0|null|null",
+              "Existenc from artarm where Artigo='BOB''1' order by Armazem => 10; 8",
+              "STDISP, VLREXIST from Artigos where CODIGO='BOB''1' => 18|1800"}))
+        EXPECT_EQ(empresa.linhas("select " + caso[0]), caso[1]);
+
+    carrega("1");
+    anula();
+    EXPECT_EQ(caixas(), pergunta);
+    EXPECT_TRUE(vazio());
+    EXPECT_EQ(empresa.livro(), livro);
+    EXPECT_EQ(empresa.stock(), stock);
+    EXPECT_EQ(empresa.linhas("select NVias from DocGcCab where TpDoc='GR'"), "-1");
+    emite({1, 3});
+    EXPECT_EQ(caixas(), "Foi criado o documento Nº  2") << "the lines can go out again";
+}
+
+TEST_F(Guias, the_texts_of_issuing_a_note) {
+    cliente("CL'1");
+    escolhe(1);
+    edita(2, "Nome", "Nota");
+    for (const int i : {22, 23, 24, 25, 26, 27})
+        ecra.campo(i).Text = "c" + std::to_string(i);
+    ecra.DTPicker2(1).Value = {2019, 3, 16, 8, 5, 0};
+    diario.recomeca();
+    confirma();
+    EXPECT_EQ(diario.texto(), R"(
+INICIA
+CRIA SageApiNextPlus.DocumentoComercial
+Cab Ano=2019 Data='15-03-2019' AreaGestao=4 Sector='SG' Serie=1 TipoDocumento='GR' TipoTerceiro=2 Terceiro='CL'1' TipoPreco=0
+doc.Validar()
+Cab NumeroContribuinte='123456789' Processo='c22' VossoNoDocumento='c23' Vendedor='V1' MeiodeTransporte='c24' Matricula='c25' LocalCarga='c26' LocalDescarga='c27' HoraCarga='10:20:30' HoraDescarga='08:05:00' DataCarga='15-03-2019' DataDescarga='16-03-2019' IvaIncluido=False
+CRIA SageApiNextPlus.DocumentosGcLin
+lin TipoDeLinha=1 Artigo=''
+doc.SugereValoresLin(lin, True, True, True, True, True, False, True)
+lin descricao='O material constante desta posição foi facturado no documento ' Quantidade=0 Unidade='' TaxaIVA=0 DataMvStock='15-03-2019' PrecoUnitario=0 Sector='SG' Desconto=0 TaxaDesconto=0 Armazem=''
+doc.AdicionaLinha(lin)
+CRIA SageApiNextPlus.DocumentosGcLin
+lin TipoDeLinha=1 Artigo=''
+doc.SugereValoresLin(lin, True, True, True, True, True, False, True)
+lin descricao='FA/1/123 de 01-03-2019' Quantidade=0 Unidade='' TaxaIVA=0 DataMvStock='15-03-2019' PrecoUnitario=0 Sector='SG' Desconto=0 TaxaDesconto=0 Armazem=''
+doc.AdicionaLinha(lin)
+CRIA SageApiNextPlus.DocumentosGcLin
+lin TipoDeLinha=1 Artigo='BOB'1' Armazem='OR'
+doc.SugereValoresLin(lin, True, True, True, True, True, False, True)
+lin descricao='Bobina d'aço' Quantidade=2.5 QuantidadeOrigem=2.5 Unidade='TON' DataMvStock='15-03-2019' PrecoUnitario=0 Sector='SG' Desconto=0 TaxaDesconto=0
+doc.AdicionaLinha(lin)
+CRIA SageApiNextPlus.DocumentosGcLin
+lin TipoDeLinha=1 Artigo='' Armazem='OR'
+doc.SugereValoresLin(lin, True, True, True, True, True, False, True)
+lin descricao='Nota' Quantidade=0 QuantidadeOrigem=0 Unidade='' DataMvStock='15-03-2019' PrecoUnitario=0 Sector='SG' Desconto=0 TaxaDesconto=0
+doc.AdicionaLinha(lin)
+SUBMETE 3
+submetido.Finalizar(0, 0, 'GR', 2019)
+ABRE Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='FA'     and NumDoc=123 and SerieDoc=1 and NumLinha=1
+  altera Qtd=0 PesoLiquido=0 PesoBruto=0
+CONSULTA Select * from DocGcLin where ano=2019 and tpDocum='GR' and Serie=1 and NnumDoc=1
+ABRE Select * from xel_ORVEX_MOV where Ano=-1
+  acrescenta Ano=2019 TpDoc='GR' NumDoc=1 SerieDoc=1 NumLinha=3 Data=2019-03-15 10:20:30 Artigo='BOB'1' Cliente='CL'1' Descritivo='Bobina d'aço' QtdOrig=2.5 Qtd=2.5 Origem='2019/FA/1/123/1/00000' PesoLiquido=2.5 PesoBruto=2.6
+ABRE Select * from xel_ORVEX where Ano=-1
+  acrescenta NumSerie='BOB'1' Cliente='ORVEX' Data=2019-03-15 10:20:30 Quantidade=-2.5 Obs='José O'Neill, Lda' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2019 TpDoc='GR' NNumDoc=1 Serie=1 NumLin=3
+ABRE Select * from U_DocGcLin1 where ano=-1
+  acrescenta TpDocUM='GR' NNumDoc=1 NumLinha=3 Serie=1 Ano=2019 PesoBruto=2.6
+CONFIRMA
+)");
+}
+
+TEST_F(Guias, the_texts_of_loading_and_cancelling_a_note) {
+    emite({1});
+    diario.recomeca();
+    carrega("1");
+    EXPECT_THAT(diario.texto(), HasSubstr(R"(
+doc.Ler(2019, 1, 1, 'GR')
+CONSULTA SELECT *  FROM  RGIVA  where RgIva.Codigo='N''1'
+Linhas.Item(1)
+CONSULTA Select * from U_DocGcLin1 where Ano=2019 and NumLinha=1  and TpDocum='GR' and Serie=1  and NNumdoc=1  
+)"));
+    diario.recomeca();
+    anula();
+    EXPECT_EQ(diario.texto(), R"(
+INICIA
+CONSULTA Select * from xel_ORVEX_MOV where  Cliente = 'CL''1' and TpDoc='GV' and Artigo='BOB''1' 
+CONSULTA Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='GR'     and NumDoc=1 and SerieDoc=1 
+ABRE Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='FA'     and NumDoc=123 and SerieDoc=1 and NumLinha=1
+  altera Qtd=2.5 PesoLiquido=2.5 PesoBruto=2.6
+EXECUTA Delete xel_ORVEX_MOV where Ano=2019 and TpDoc='GR'     and NumDoc=1 and SerieDoc=1 
+EXECUTA Delete xel_ORVEX where Ano=2019 and TpDoc='GR'     and NNumDoc=1 and Serie=1 
+ANULA 1 GR/1/1/2019
+CONFIRMA
+)");
+}
+
+TEST_F(Guias, two_rows_of_one_line_reduce_it_twice_and_from_the_clients_warehouse_the_client_is_the_holder) {
+    ecra.utilizador_escolhe(ecra.cb1(0), 1);
+    cliente("CL'1");
+    escolhe(1); // BOB4: 4 t, gross 4.1
+    edita(1, "Quant", "1");
+    escolhe(1);
+    confirma();
+    EXPECT_THAT(caixas(), HasSubstr(sucesso));
+    EXPECT_EQ(empresa.linhas("select Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where NumDoc=124"),
+              "0|0|-1");
+    EXPECT_EQ(empresa.linhas("select Cliente, CliFinal, Quantidade from xel_ORVEX order by Registo"),
+              "CL'1|CL'1|-1; CL'1|CL'1|-3");
+    carrega("1");
+    EXPECT_EQ(ecra.cb1(0).ListIndex, 1);
+}
+
+TEST_F(Guias, more_than_a_source_line_offers_is_refused_even_spread_over_rows) {
+    cliente("CL'1");
+    escolhe(1);
+    edita(1, "Quant", "1");
+    escolhe(1);
+    edita(1, "Quant", "2");
+    caixas();
+    diario.recomeca();
+    confirma();
+    EXPECT_EQ(
+        caixas(),
+        "Não é possível gravar!\r\nA quantidade selecionada ultrapassa a permitida.\r\n Linha com BOB'1 "
+        "Qtd = 3,5 ");
+    EXPECT_EQ(diario.texto() + linhas(ecra.Gr, {"Quant"}), "\n2; 1.5");
+    EXPECT_TRUE(no_campo(0));
+}
+
+TEST_F(Guias, a_confirmation_needs_a_client_a_tax_number_of_the_national_market_and_lines) {
+    confirma();
+    EXPECT_EQ(caixas(), "Falta o Cliente!");
+    for (const auto& caso :
+         tabela({"CL'1 =>  => Número Contribuinte obrigatório! => 19",
+                 "CL'1 => 123456780 => Número Contribuinte inválido! => 19",
+                 "CL2 => 123456780 => Situação Anómala\n\rErro: Documento inválido. Obrigatório ter "
+                 "linhas. => 0"})) {
+        cliente(caso[0]);
+        caixas();
+        ecra.campo(19).Text = caso[1];
+        janela.respostas = {common::resposta_cancelar};
+        confirma();
+        EXPECT_EQ(caixas(), caso[2]);
+        EXPECT_TRUE(no_campo(std::stoi(caso[3])));
+        janela.respostas.clear();
+        op.prime(ecra.btCancelar);
+    }
+    cliente("CL'1");
+    escolhe(1);
+    ecra.campo(19).Text = "123456780";
+    confirma(); // the number is accepted as it is
+    EXPECT_EQ(caixas(), std::string("Número Contribuinte inválido!|") + sucesso);
+}
+
+TEST_F(Guias, a_client_or_article_that_went_meanwhile_is_the_erps_refusal_and_nothing_stays) {
+    for (const char* desaparece :
+         {"Update Clientes set Inactivo=-1", "Delete Artigos where CODIGO='BOB''1'"}) {
+        cliente("CL'1");
+        escolhe(1);
+        empresa.outra().Executa(desaparece);
+        const auto livro = empresa.livro();
+        confirma();
+        EXPECT_THAT(caixas(), HasSubstr(std::string(anomalia) + "O "));
+        EXPECT_TRUE(vazio() && !BD.EmTransaccao());
+        EXPECT_EQ(empresa.livro(), livro);
+        EXPECT_EQ(empresa.linhas("select * from DocGcCab"), "");
+        empresa.outra().Executa("Update Clientes set Inactivo=0");
+    }
+}
+
+TEST_F(Guias, only_the_note_that_was_loaded_is_cancelled_and_only_when_the_user_agrees) {
+    emite({1});
+    const auto livro = empresa.livro();
+    const std::function<void()> mudancas[] = {[&] {
+                                                  ecra.utilizador_data(ecra.DTPicker1, {2018, 3, 15});
+                                              },
+                                              [&] { cliente("CL2"); }, [&] { cliente(""); },
+                                              [&] { janela.respostas = {common::resposta_cancelar}; }};
+    for (const auto& muda : mudancas) {
+        carrega("1");
+        muda();
+        caixas();
+        anula();
+        EXPECT_NE(caixas(), "");
+        EXPECT_EQ(empresa.livro(), livro);
+        EXPECT_EQ(empresa.linhas("select NVias from DocGcCab"), "0");
+        op.prime(ecra.btCancelar);
+    }
+}
+
+TEST_F(Guias, a_note_with_returned_lines_is_not_cancelled_and_says_so_once_per_line) {
+    emite({1, 3});
+    for (const auto& [linha, artigo] : {std::pair{3, "BOB'1"}, {6, "BOB3"}})
+        insere(
+            empresa.outra(), "xel_ORVEX_MOV",
+            {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha", "Artigo", "Cliente", "Origem"},
+            {{2019, "GV", 1, 1, linha, artigo, "CL'1", "2019/GR/1/1/" + std::to_string(linha) + "/00000"}});
+    const auto livro = empresa.livro();
+    carrega("1");
+    caixas();
+    anula();
+    EXPECT_EQ(caixas(), std::string(pergunta) + "|Esta GR já foi devolvida!|Esta GR já foi devolvida!");
+    EXPECT_TRUE(vazio() && !BD.EmTransaccao());
+    EXPECT_EQ(empresa.livro(), livro);
+}

@@ -1,0 +1,69 @@
+#include "base/falha.h"
+#include "startup/construtor_ligacao.h"
+#include "startup/definicoes.h"
+#include "startup/parametros.h"
+#include "tests/apoio/pasta_temporaria.h"
+#include "tests/apoio/tabela.h"
+
+#include <gmock/gmock.h>
+
+using namespace orvex::startup;
+using namespace orvex::testes;
+using orvex::base::Falha;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+
+TEST(Parametros, the_first_line_with_the_key_and_an_equals_sign_gives_its_value_unchanged) {
+    const PastaTemporaria pasta;
+    const Parametros parametros(pasta.pasta());
+    EXPECT_THAT([&] { parametros.LerParametros("TRF"); },
+                ThrowsMessage<Falha>(HasSubstr(ficheiro_parametros)));
+
+    pasta.escreve(ficheiro_parametros, "SOBRAS=a,1\r\nnota = livre\r\nsobras=b,2\r\nTRFX=1\r\nTRF=\r\n"
+                                       "ARMAZEMORVEX=OR,Pr\xF3prio\r\narmazem=01 \r\n CONSUMOS=x\r\n"
+                                       "QUEBRAS =x\r\nFACTURAS=A,1,X;B,2,Y\r\nCLIENTEORVEX=O=1, ,");
+    for (const auto& caso :
+         tabela({"SOBRAS => a,1", "TRF => ", "ARMAZEM => 01 ", "armazemorvex => OR,Próprio", "CONSUMOS => ",
+                 "QUEBRAS => ", "CLIENTEORVEX => O=1, ,", "GUIAS => "}))
+        EXPECT_EQ(parametros.LerParametros(caso[0]), caso[1]) << caso[0];
+    EXPECT_THAT(parametros.lista_de_grupos("FACTURAS").elementos, ElementsAre("A", "1", "X", "B", "2", "Y"));
+    EXPECT_THAT(parametros.lista("FACTURAS").elementos, ElementsAre("A", "1", "X;B", "2", "Y"));
+    EXPECT_THAT(parametros.lista("CLIENTEORVEX").elementos, ElementsAre("O=1", " ", ""));
+    EXPECT_TRUE(parametros.lista("TRF").elementos.empty());
+}
+
+TEST(Parametros, an_element_that_is_missing_or_no_series_is_reported_with_its_key) {
+    const ListaParametros lista{"GUIASREMESSA", {"GR", "1a", "40000", " 2"}};
+    for (const std::size_t i : {1U, 2U, 4U})
+        EXPECT_THAT([&] { lista.serie(i); }, ThrowsMessage<Falha>(HasSubstr("GUIASREMESSA")));
+    EXPECT_EQ(lista.serie(3), 2);
+}
+
+TEST(Definicoes, five_erp_values_are_completed_from_the_database_and_only_the_password_may_be_empty) {
+    const PastaTemporaria pasta;
+    const auto ficheiro = pasta.escreve("OrvexEXE.xel", "; nota\n[bd]\nServidor = sqlite\nBase=Dados\n"
+                                                        "Utilizador=ana\nPalavraPasse=a;b={c}\n"
+                                                        "[ERP]\nempresa=\xC9vora\nUtilizador=\nServidor=\n");
+    const auto bd = DefinicoesBD::le(ficheiro);
+    EXPECT_EQ(bd.palavra_passe, "a;b={c}");
+    EXPECT_EQ(bd.base, (pasta.pasta() / "Dados").string());
+    auto erp = DefinicoesERP::le(ficheiro);
+    EXPECT_TRUE(erp.incompletas());
+    erp.completa(ficheiro);
+    EXPECT_THAT(erp.valores, ElementsAre("Évora", "", "ana", "sqlite", bd.base));
+    EXPECT_FALSE(erp.incompletas());
+}
+
+TEST(ConstrutorLigacao, every_value_comes_back_as_it_went_in) {
+    for (const char* valor : {"", "a", "}", "}}", "{a}", ";Pwd={x};", "a=b;c", "fim}", "ação'\""}) {
+        const ConstrutorLigacao c{
+            .servidor = valor, .base = valor, .utilizador = valor, .palavra_passe = valor};
+        auto lidos = ConstrutorLigacao::le(c.constroi());
+        for (const char* nome : {"Server", "Database", "Uid", "Pwd"})
+            EXPECT_EQ(lidos[nome], valor) << nome;
+        EXPECT_EQ(lidos["Provider"] + lidos["Option"], "MSDataShape1");
+    }
+    for (const char* ligacao : {"Server", "Server={a}", "Server={a", "Server={a}x;"})
+        EXPECT_THROW(ConstrutorLigacao::le(ligacao), Falha) << ligacao;
+}
