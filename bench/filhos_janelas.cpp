@@ -1,0 +1,126 @@
+#include "bench/filhos.h"
+
+#include "app/fabrica_orvex.h"
+#include "platform/qt/aplicacao.h"
+#include "platform/qt/janela_lista.h"
+#include "platform/sqlite/sessao_sqlite.h"
+#include "startup/construtor_ligacao.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace orvex::bench {
+namespace {
+
+constexpr int largura = 1024;
+constexpr int altura = 768;
+
+// Calls back once a window of the program has painted itself, children and all.
+class AoPintar : public QObject {
+  public:
+    explicit AoPintar(std::function<void(QWidget&)> accao) : accao_(std::move(accao)) {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* alvo, QEvent* evento) override {
+        auto* widget = qobject_cast<QWidget*>(alvo);
+        if (evento->type() == QEvent::Paint && widget != nullptr && widget->isWindow() && accao_) {
+            // The children are painted before the event loop goes on.
+            QTimer::singleShot(0, widget,
+                               [widget, accao = std::exchange(accao_, nullptr)] { accao(*widget); });
+        }
+        return false;
+    }
+
+  private:
+    std::function<void(QWidget&)> accao_;
+};
+
+// The process is gone at its first paint: what closing costs is not what is measured.
+[[noreturn]] void acaba(QWidget&) { _exit(0); }
+
+struct Aplicacao {
+    Aplicacao() : qt(argc, argv) {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, pasta.path());
+    }
+
+    QTemporaryDir pasta; // what windows remember must not change what is measured
+    int argc = 1;
+    char nome[6] = "orvex";
+    char* argv[2] = {nome, nullptr};
+    QApplication qt;
+};
+
+} // namespace
+
+int mostra_janela_vazia() {
+    Aplicacao aplicacao;
+    const AoPintar espera(acaba);
+    QWidget janela;
+    janela.resize(largura, altura);
+    janela.show();
+    return QApplication::exec();
+}
+
+int mostra_janela_com_texto() {
+    Aplicacao aplicacao;
+    const AoPintar espera(acaba);
+    QLabel janela("ORVEX");
+    janela.resize(largura, altura);
+    janela.show();
+    return QApplication::exec();
+}
+
+int mostra_ecra(const std::string& instalacao) {
+    Aplicacao aplicacao;
+    platform::qt::prepara_aplicacao(aplicacao.qt);
+    const AoPintar espera(acaba);
+    app::FabricaOrvex fabrica(instalacao);
+    startup::Arranque arranque(fabrica, {instalacao, instalacao});
+    const auto ecra = arranque.Main("2");
+    return ecra != nullptr ? QApplication::exec() : 1;
+}
+
+int mede_lista(const std::string& instalacao) {
+    Aplicacao aplicacao;
+    platform::qt::prepara_aplicacao(aplicacao.qt);
+    const auto definicoes = startup::DefinicoesBD::le(std::filesystem::path(instalacao) / "OrvexEXE.xel");
+    platform::sqlite::SessaoSQLite BD;
+    BD.Abre(startup::ConstrutorLigacao{.servidor = definicoes.servidor,
+                                       .base = definicoes.base,
+                                       .utilizador = definicoes.utilizador,
+                                       .palavra_passe = definicoes.palavra_passe}
+                .constroi());
+
+    QElapsedTimer relogio;
+    relogio.start();
+    platform::qt::JanelaLista lista(nullptr,
+                                    {BD,
+                                     "Clientes",
+                                     "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
+                                     8000,
+                                     {{1, 1500}, {2, 5000}}},
+                                    {});
+    const AoPintar mostrada([&](QWidget&) {
+        const double mostrar = static_cast<double>(relogio.nsecsElapsed()) / 1e6;
+        auto* filtro = lista.findChild<QLineEdit*>();
+        relogio.restart();
+        QTest::keyClicks(filtro, "met");
+        lista.repaint();
+        std::printf("%.3f %.3f\n", mostrar, static_cast<double>(relogio.nsecsElapsed()) / 1e6);
+        QApplication::quit();
+    });
+    lista.show();
+    return QApplication::exec();
+}
+
+} // namespace orvex::bench

@@ -1,0 +1,146 @@
+// Runs every benchmark beside its bare baseline, the two in turn, and prints medians and ratios.
+//
+//     orvex-medicoes [LINHAS]      rows of the large company; 1,000,000 when not given
+#include "base/falha.h"
+#include "bench/filhos.h"
+#include "bench/processo.h"
+#include "tools/empresa_demo.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+namespace {
+
+namespace fs = std::filesystem;
+using orvex::bench::corre;
+using orvex::bench::Corrida;
+using orvex::bench::mediana;
+using orvex::demo::OpcoesEmpresa;
+
+constexpr int voltas = 9;
+constexpr int linhas_do_cliente = 10'000;
+constexpr int linhas_da_guia = 500;
+
+struct Par {
+    std::vector<Corrida> nosso, nu;
+};
+
+// Both sides in turn, after one uncounted round, so that a machine that slows down slows both.
+Par mede(const std::vector<std::string>& nosso, const std::vector<std::string>& nu) {
+    corre(nosso);
+    corre(nu);
+    Par par;
+    for (int i = 0; i < voltas; ++i) {
+        par.nosso.push_back(corre(nosso));
+        par.nu.push_back(corre(nu));
+    }
+    return par;
+}
+
+double mediana_de(const std::vector<Corrida>& corridas, const std::function<double(const Corrida&)>& figura) {
+    std::vector<double> valores;
+    for (const Corrida& corrida : corridas)
+        valores.push_back(figura(corrida));
+    return mediana(valores);
+}
+
+double parede(const Corrida& corrida) { return corrida.parede_ms; }
+double impresso(const Corrida& corrida) { return corrida.numeros.at(0); }
+double memoria(const Corrida& corrida) { return static_cast<double>(corrida.memoria_kb) / 1024; }
+
+void cabecalho() {
+    std::printf("\n%-58s %10s %10s %7s %8s\n", "medição (medianas)", "ORVEX", "base nua", "razão", "limite");
+}
+
+void mostra(const char* nome, const Par& par, double (*figura)(const Corrida&), const char* unidade,
+            double limite) {
+    const double nosso = mediana_de(par.nosso, figura);
+    const double nu = mediana_de(par.nu, figura);
+    std::printf("%-58s %7.1f %s %7.1f %s %7.2f", nome, nosso, unidade, nu, unidade, nosso / nu);
+    if (limite > 0) std::printf(" %8.2f%s", limite, nosso / nu > limite ? "  acima" : "");
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+OpcoesEmpresa opcoes(const fs::path& pasta, std::int64_t linhas, std::int64_t clientes) {
+    OpcoesEmpresa resultado;
+    resultado.pasta = pasta;
+    resultado.linhas = linhas;
+    resultado.clientes = clientes;
+    resultado.hoje = orvex::base::DataHora::agora();
+    if (linhas > linhas_do_cliente) resultado.linhas_primeiro_cliente = linhas_do_cliente;
+    if (linhas > linhas_do_cliente) resultado.artigos = linhas / 10;
+    return resultado;
+}
+
+void mede_tudo(const fs::path& programas, std::int64_t linhas) {
+    const fs::path raiz = fs::temp_directory_path() / ("orvex-medicoes-" + std::to_string(std::rand()));
+    struct Limpeza {
+        fs::path pasta;
+        ~Limpeza() { fs::remove_all(pasta); }
+    } const limpeza{raiz};
+    const std::string eu = programas / "orvex-medicoes";
+    const std::string grande = raiz / "grande", pequena = raiz / "pequena", clientes = raiz / "clientes";
+
+    std::printf("A fazer as empresas (%lld, 1 000 e 600 linhas; 100 000 clientes na última)...\n",
+                static_cast<long long>(linhas));
+    const OpcoesEmpresa opcoes_grande = opcoes(grande, linhas, 400);
+    orvex::demo::faz_empresa(opcoes_grande);
+    orvex::demo::faz_empresa(opcoes(pequena, 1'000, 40));
+    orvex::demo::faz_empresa(opcoes(clientes, 600, 100'000));
+    const std::string cliente = orvex::demo::codigo_cliente(1, opcoes_grande);
+    const std::string empresa = fs::path(grande) / orvex::demo::pasta_empresa;
+
+    cabecalho();
+    mostra("arranque até pintar / janela Qt vazia", mede({eu, "--ecra", grande}, {eu, "--vazia"}), parede,
+           "ms", 1.3);
+    mostra("  o mesmo / janela Qt com uma linha de texto", mede({eu, "--ecra", grande}, {eu, "--texto"}),
+           parede, "ms", 0);
+    mostra("arranque com muitas linhas / com 1 000", mede({eu, "--ecra", grande}, {eu, "--ecra", pequena}),
+           parede, "ms", 1.1);
+
+    const Par facturas = mede({eu, "--facturas", grande, cliente},
+                              {programas / "facturas_nuas", empresa, cliente, orvex::demo::armazem_orvex});
+    if (facturas.nosso[0].numeros.at(1) != facturas.nu[0].numeros.at(1))
+        throw std::runtime_error("as duas listas de linhas abertas não têm o mesmo tamanho");
+    mostra("CarregaFacturas, 10 000 linhas abertas", facturas, impresso, "ms", 1.5);
+    mostra("  memória no máximo", facturas, memoria, "MB", 0);
+
+    mostra("emitir uma guia de 500 linhas",
+           mede({eu, "--emissao", grande, cliente, std::to_string(linhas_da_guia)},
+                {programas / "emissao_nua", empresa, cliente, std::to_string(linhas_da_guia)}),
+           impresso, "ms", 1.5);
+
+    std::vector<double> mostrar, filtrar;
+    for (int i = 0; i < voltas; ++i) {
+        const Corrida corrida = corre({eu, "--lista", clientes});
+        mostrar.push_back(corrida.numeros.at(0));
+        filtrar.push_back(corrida.numeros.at(1));
+    }
+    std::printf("%-58s %7.1f ms %29s\n", "lista de 100 000 clientes: mostrar", mediana(mostrar), "< 100 ms");
+    std::printf("%-58s %7.1f ms %29s\n", "lista de 100 000 clientes: filtrar por três letras",
+                mediana(filtrar), "< 100 ms");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using namespace orvex::bench;
+    const std::string modo = argc > 1 ? argv[1] : "";
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    try {
+        if (modo == "--vazia") return mostra_janela_vazia();
+        if (modo == "--texto") return mostra_janela_com_texto();
+        if (modo == "--ecra" && argc == 3) return mostra_ecra(argv[2]);
+        if (modo == "--facturas" && argc == 4) return mede_facturas(argv[2], argv[3]);
+        if (modo == "--emissao" && argc == 5) return mede_emissao(argv[2], argv[3], std::atoi(argv[4]));
+        if (modo == "--lista" && argc == 3) return mede_lista(argv[2]);
+        mede_tudo(fs::canonical("/proc/self/exe").parent_path(), argc > 1 ? std::atoll(argv[1]) : 1'000'000);
+    } catch (const std::exception& falha) {
+        std::fprintf(stderr, "%s\n", falha.what());
+        return 1;
+    }
+    return 0;
+}
