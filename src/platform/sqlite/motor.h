@@ -32,6 +32,7 @@ class Motor {
     void transaccao(const char* instrucao);
     bool em_transaccao() const;
 
+    SQLite::Database& base() { return base_; }
     // For the statements that write the rows of a set.
     InstrucoesGuardadas& escritas() { return escritas_; }
 
