@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <string>
+
 namespace orvex::platform::sqlite {
 namespace {
 
@@ -16,6 +18,7 @@ SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadore
     SQLite::Database base(ficheiro, indicadores, espera_ms);
     base.check(
         sqlite3_create_collation_v2(base.getHandle(), "SERVIDOR", SQLITE_UTF8, nullptr, compara, nullptr));
+    base.exec(std::string("PRAGMA ") + memoria_paginas);
     if ((indicadores & SQLite::OPEN_CREATE) != 0) base.exec("PRAGMA journal_mode = WAL");
     return base;
 }

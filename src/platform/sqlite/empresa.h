@@ -23,6 +23,10 @@ inline constexpr int espera_normal_ms = 5000; // for a lock held by another prog
 SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadores = SQLite::OPEN_READWRITE,
                            int espera_ms = espera_normal_ms);
 
+// Room for the pages of a long note and of the lists around it; the engine's own 2 MB would read them again
+// and again.
+inline constexpr const char* memoria_paginas = "cache_size = -16384"; // a pragma; negative is KB
+
 // Makes the ledger's file with the gross weights of the ERP's lines (U_DocGcLin1), which live beside the
 // ledger because they are written with it. The two ledger tables are made by start-up. What exists already is
 // kept.

@@ -12,9 +12,11 @@ namespace {
 
 namespace numeros = startup::numeros_bd;
 
+constexpr std::string_view sem_tabela = "no such table: ";
+
 struct Descricao {
     std::int32_t numero;
-    const char* texto;
+    std::string texto;
 };
 
 Descricao de_restricao(int codigo) {
@@ -50,7 +52,8 @@ Descricao descreve(int codigo, std::string_view mensagem) {
     case SQLITE_CANTOPEN:
         return {numeros::falha_geral, "Não foi possível abrir a base de dados."};
     case SQLITE_IOERR:
-        return {numeros::falha_geral, "Erro a ler ou a gravar a base de dados."};
+        return {numeros::falha_geral,
+                "Erro a ler ou a gravar a base de dados (" + std::string(mensagem) + ")."};
     case SQLITE_NOMEM:
         return {numeros::falha_geral, "Memória insuficiente."};
     case SQLITE_CONSTRAINT:
@@ -58,10 +61,12 @@ Descricao descreve(int codigo, std::string_view mensagem) {
     case SQLITE_ERROR:
         break;
     default:
-        return {numeros::falha_geral, "Erro da base de dados."};
+        return {numeros::falha_geral, "Erro da base de dados (" + std::string(mensagem) + ")."};
     }
-    if (mensagem.starts_with("no such table")) return {numeros::tabela_em_falta, "A tabela não existe."};
-    return {numeros::instrucao_errada, "A instrução SQL tem um erro."};
+    if (mensagem.starts_with(sem_tabela))
+        return {numeros::tabela_em_falta,
+                "A tabela " + std::string(mensagem.substr(sem_tabela.size())) + " não existe."};
+    return {numeros::instrucao_errada, "A instrução SQL tem um erro (" + std::string(mensagem) + ")."};
 }
 
 } // namespace
@@ -70,7 +75,7 @@ base::Falha falha_de(const SQLite::Exception& erro) {
     const std::string_view mensagem = erro.what();
     const int codigo = erro.getExtendedErrorCode() > 0 ? erro.getExtendedErrorCode() : erro.getErrorCode();
     const Descricao descricao = descreve(codigo, mensagem);
-    return base::Falha(std::string(descricao.texto) + " (" + std::string(mensagem) + ")", descricao.numero);
+    return base::Falha(descricao.texto, descricao.numero);
 }
 
 } // namespace orvex::platform::sqlite

@@ -83,6 +83,11 @@ Motor::Motor(const fs::path& pasta, int espera_ms) : base_(abre_livro(pasta, esp
         anexa.bind(1, texto_de(erp));
         anexa.exec();
         base_.exec("SELECT 1 FROM erp.sqlite_schema LIMIT 1");
+        base_.exec(std::string("PRAGMA erp.") + memoria_paginas);
+        for (const char* nome : {"main", "erp"})
+            if (sqlite3_db_readonly(base_.getHandle(), nome) != 0)
+                throw Falha("A empresa só pode ser lida: não há permissão para gravar em " + texto_de(pasta),
+                            startup::numeros_bd::falha_geral);
         base_.createFunction(funcao_soma, 2, true, nullptr, soma_servidor);
     });
 }
@@ -165,6 +170,16 @@ void Motor::executa(const std::string& sql) {
 }
 
 // --- Transactions ------------------------------------------------------------------------------------------
+
+void Motor::inicia_transaccao() {
+    transaccao("BEGIN");
+    // Writes nothing; a company without the table has nothing to guard.
+    const int codigo = base_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0");
+    if (codigo == SQLITE_OK || codigo == SQLITE_ERROR) return;
+    const SQLite::Exception erro(base_.getHandle(), codigo);
+    base_.tryExec("ROLLBACK");
+    throw falha_de(erro);
+}
 
 void Motor::transaccao(const char* instrucao) {
     liberta();

@@ -28,8 +28,10 @@ class Motor {
 
     std::unique_ptr<startup::ConjuntoRegistos> consulta(const std::string& sql, Modo modo);
     void executa(const std::string& sql);
-    // BEGIN, COMMIT or ROLLBACK.
-    void transaccao(const char* instrucao);
+    // Begins a transaction that holds the ledger's write lock from the start: who comes second waits for it
+    // here, and what is read afterwards is what will be written over. The ERP's file stays free for the ERP.
+    void inicia_transaccao();
+    void transaccao(const char* instrucao); // COMMIT or ROLLBACK
     bool em_transaccao() const;
 
     SQLite::Database& base() { return base_; }

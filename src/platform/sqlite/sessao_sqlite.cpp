@@ -37,7 +37,7 @@ std::unique_ptr<ConjuntoRegistos> SessaoSQLite::AbreActualizavel(const std::stri
 }
 void SessaoSQLite::Executa(const std::string& sql) { motor().executa(sql); }
 
-void SessaoSQLite::IniciaTransaccao() { motor().transaccao("BEGIN"); }
+void SessaoSQLite::IniciaTransaccao() { motor().inicia_transaccao(); }
 void SessaoSQLite::ConfirmaTransaccao() { motor().transaccao("COMMIT"); }
 void SessaoSQLite::AnulaTransaccao() { motor().transaccao("ROLLBACK"); }
 bool SessaoSQLite::EmTransaccao() { return motor_ != nullptr && motor_->em_transaccao(); }
