@@ -63,8 +63,38 @@ static int insere_textos(sqlite3_stmt* insere, int linha, const Linha* l) {
     return linha;
 }
 
+static void procura(sqlite3_stmt* comando, const char* codigo) {
+    sqlite3_bind_text(comando, 1, codigo, -1, SQLITE_STATIC);
+    sqlite3_step(comando);
+    sqlite3_reset(comando);
+}
+
+/* What the ERP asks while the document is built: the defaults of each article. */
+static void erp_sugere(sqlite3* erp, const Linha* linhas, int total) {
+    sqlite3_stmt* artigo = prepara(erp, "select Nome, UnBase, TaxaIva from Artigos where CODIGO = ?1");
+    for (int i = 0; i < total; ++i)
+        procura(artigo, linhas[i].artigo);
+    sqlite3_finalize(artigo);
+}
+
+/* What it checks, when the document is handed over and again when it is saved. */
+static void erp_verifica(sqlite3* erp, const Linha* linhas, int total) {
+    sqlite3_stmt* artigo = prepara(erp, "select 1 from Artigos where CODIGO = ?1");
+    sqlite3_stmt* armazem = prepara(erp, "select 1 from Armazens where Codigo = ?1");
+    for (int i = 0; i < total; ++i) {
+        procura(artigo, linhas[i].artigo);
+        procura(armazem, "A1");
+    }
+    sqlite3_finalize(artigo);
+    sqlite3_finalize(armazem);
+}
+
 static int erp_grava(sqlite3* erp, const char* cliente, const Linha* linhas, int total) {
+    executa(erp, "begin");
+    erp_verifica(erp, linhas, total);
+    executa(erp, "commit");
     executa(erp, "begin immediate");
+    erp_verifica(erp, linhas, total);
     sqlite3_stmt* numerador =
         prepara(erp, "insert into Numeradores (Ano, TpDoc, Serie, Ultimo) values (2026, 'GR', 1, 1)"
                      " on conflict (Ano, TpDoc, Serie) do update set Ultimo = Ultimo + 1 returning Ultimo");
@@ -218,6 +248,7 @@ int main(int argc, char** argv) {
 
     const double inicio = milissegundos();
     executa(bd, "begin");
+    erp_sugere(erp, linhas, total);
     const int numero = erp_grava(erp, argv[2], linhas, total);
     livro_grava(bd, argv[2], linhas, total, numero);
     executa(bd, "commit");

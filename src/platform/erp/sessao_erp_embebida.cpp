@@ -100,6 +100,8 @@ SessaoERPEmbebida::SessaoERPEmbebida(int espera_ms)
 
 bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     Desliga();
+    if (valores[DefinicoesERP::servidor].empty() || valores[DefinicoesERP::base].empty())
+        throw Falha("O ficheiro de definições não diz a que empresa do ERP ligar: faltam Servidor ou Base.");
     if (valores[DefinicoesERP::servidor] != startup::servidor_embebido)
         throw Falha("O ERP de produção só está disponível em Windows.");
     try {

@@ -24,6 +24,14 @@ Moeda valor_movido(const Existencia& antes, Moeda quantidade) {
     return Moeda::de_real(antes.valor.real() * (quantidade.real() / antes.quantidade.real()));
 }
 
+void grava_existencia(BaseErp& base, const std::string& artigo, Moeda quantidade, Moeda valor) {
+    Comando(base, "update Artigos set STDISP = ?, VLREXIST = ? where CODIGO = ?")
+        .com(quantidade)
+        .com(valor)
+        .com(artigo)
+        .executa();
+}
+
 } // namespace
 
 void move_armazem(BaseErp& base, const std::string& artigo, const std::string& armazem, Moeda quantidade) {
@@ -42,18 +50,15 @@ void move_armazem(BaseErp& base, const std::string& artigo, const std::string& a
 }
 
 Moeda move_artigo(BaseErp& base, const std::string& artigo, Moeda quantidade) {
-    const Moeda valor = valor_movido(existencia(base, artigo), quantidade);
-    move_artigo(base, artigo, quantidade, valor);
+    const Existencia antes = existencia(base, artigo);
+    const Moeda valor = valor_movido(antes, quantidade);
+    grava_existencia(base, artigo, antes.quantidade + quantidade, antes.valor + valor);
     return valor;
 }
 
 void move_artigo(BaseErp& base, const std::string& artigo, Moeda quantidade, Moeda valor) {
     const Existencia antes = existencia(base, artigo);
-    Comando(base, "update Artigos set STDISP = ?, VLREXIST = ? where CODIGO = ?")
-        .com(antes.quantidade + quantidade)
-        .com(antes.valor + valor)
-        .com(artigo)
-        .executa();
+    grava_existencia(base, artigo, antes.quantidade + quantidade, antes.valor + valor);
 }
 
 } // namespace orvex::platform::erp

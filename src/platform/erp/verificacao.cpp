@@ -76,6 +76,7 @@ void completa_do_cliente(BaseErp& base, Documento& documento) {
 }
 
 void sugere_do_artigo(BaseErp& base, Registo& linha) {
+    if (linha.texto("Artigo").empty()) return;
     Comando artigo(base, "select Nome, UnBase, TaxaIva from Artigos where CODIGO = ?");
     if (!artigo.com(linha.texto("Artigo")).linha()) return;
     linha.poe("descricao", artigo.texto(0));
