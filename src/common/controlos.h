@@ -69,6 +69,7 @@ struct SelectorData : Controlo {
 struct Combo : Controlo {
     std::vector<std::string> itens;
     int ListIndex = -1;
+    std::function<void(int anterior)> Change; // after the user chose another item
 };
 
 struct Separadores : Controlo {

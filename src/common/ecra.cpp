@@ -4,10 +4,20 @@
 #include "base/texto.h"
 
 #include <exception>
+#include <utility>
 
 namespace orvex::common {
 
 using base::Variante;
+
+namespace {
+
+void selecciona_tudo(Campo& campo) {
+    campo.SelStart = 0;
+    campo.SelLength = static_cast<int>(base::comprimento(campo.Text));
+}
+
+} // namespace
 
 Ecra::Ecra(ServicosEcra servicos, std::string titulo_janela)
     : BD(servicos.BD), gERP(servicos.gERP), servicos_(std::move(servicos)),
@@ -67,6 +77,7 @@ void Ecra::corre(const std::function<void()>& manipulador) {
     try {
         manipulador();
     } catch (const std::exception& falha) {
+        foco_.desiste(); // the cursor stays where it was
         falha_sem_tratamento(falha.what());
     }
     resolve_foco();
@@ -81,7 +92,7 @@ void Ecra::resolve_foco() {
 }
 
 bool Ecra::valida_ao_sair(Controlo& controlo) {
-    const auto* campo = dynamic_cast<Campo*>(&controlo);
+    auto* campo = dynamic_cast<Campo*>(&controlo);
     if (campo == nullptr) return true;
     bool Cancel = false;
     try {
@@ -90,21 +101,21 @@ bool Ecra::valida_ao_sair(Controlo& controlo) {
         falha_sem_tratamento(falha.what());
         Cancel = true;
     }
+    if (Cancel) selecciona_tudo(*campo); // what is typed next replaces what was refused
     return !Cancel;
 }
 
 void Ecra::perdeu(Controlo& controlo) {
-    if (const auto* grelha = dynamic_cast<Grelha*>(&controlo); grelha != nullptr && grelha->LostFocus)
-        grelha->LostFocus();
+    const auto* grelha = dynamic_cast<Grelha*>(&controlo);
+    if (grelha == nullptr) return;
+    bDigitado = false; // keys typed in a grid are no reason to validate a field
+    if (grelha->LostFocus) grelha->LostFocus();
 }
 
 void Ecra::ganhou(Controlo& controlo) {
     if (const auto* grelha = dynamic_cast<Grelha*>(&controlo); grelha != nullptr && grelha->GotFocus)
         grelha->GotFocus();
-    if (auto* campo = dynamic_cast<Campo*>(&controlo)) {
-        campo->SelStart = 0;
-        campo->SelLength = static_cast<int>(base::comprimento(campo->Text));
-    }
+    if (auto* campo = dynamic_cast<Campo*>(&controlo)) selecciona_tudo(*campo);
 }
 
 void Ecra::utilizador_abre() {
@@ -158,7 +169,11 @@ void Ecra::utilizador_tecla(SelectorData& selector, int codigo, int shift) {
 }
 
 void Ecra::utilizador_escolhe(Combo& combo, int indice) {
-    if (!em_curso_) combo.ListIndex = indice;
+    if (indice == combo.ListIndex) return;
+    corre([&] {
+        const int anterior = std::exchange(combo.ListIndex, indice);
+        if (combo.Change) combo.Change(anterior);
+    });
 }
 
 void Ecra::utilizador_pagina(Separadores& separadores, int pagina) {
@@ -301,8 +316,7 @@ void Ecra::preenche_da_lista(Campo& campo, const ListaPesquisa& lista) {
         return;
     }
     campo.Text = escolha;
-    campo.SelStart = 0;
-    campo.SelLength = static_cast<int>(base::comprimento(escolha));
+    selecciona_tudo(campo);
     SetFocus(campo);
     xelSendkeys("{TAB}");
     bDigitado = true;

@@ -15,6 +15,7 @@
 #include "startup/sessao_bd.h"
 #include "startup/sessao_erp.h"
 
+#include <exception>
 #include <functional>
 #include <optional>
 #include <string>
@@ -120,6 +121,11 @@ class Ecra : private Foco::Ouvinte {
 
     // Runs a procedure that writes: a failure leaves its text in UltimoErro and goes on to the caller.
     void regista_falha(const std::function<void()>& procedimento);
+
+    // What the failure path shows: the text kept by the procedure that failed, or the failure's own.
+    std::string erro_a_mostrar(const std::exception& falha) const {
+        return UltimoErro.empty() ? falha.what() : UltimoErro;
+    }
 
     // The failure path of every confirmation: rolls back, shows the text, has the ERP cancel every document
     // created by this confirmation, names those it refuses to cancel, and leaves DocsCriados empty.

@@ -12,6 +12,11 @@ void Foco::pede(Controlo& controlo) {
 
 void Foco::envia(int passos) { teclas_.push_back(passos); }
 
+void Foco::desiste() {
+    pedido_ = nullptr;
+    teclas_.clear();
+}
+
 bool Foco::resolve() {
     bool tudo_aceite = true;
     while (pedido_ != nullptr || !teclas_.empty()) {
@@ -39,8 +44,7 @@ bool Foco::muda(Controlo& destino) {
     Controlo* deixado = actual_;
     if (deixado != nullptr && !ouvinte_.valida_ao_sair(*deixado)) {
         // What the refusing handler asked for can only be the field it stays in.
-        pedido_ = nullptr;
-        teclas_.clear();
+        desiste();
         return false;
     }
     // The validation may have closed the way (a disabled field); it may also have asked for another one.

@@ -30,6 +30,8 @@ class Foco {
     void pede(Controlo& controlo); // SetFocus
     void envia(int passos);        // a sent {TAB} is +1, +{TAB} is -1
 
+    void desiste(); // of what was asked for
+
     // Carries out what was asked for. False when a validation refused.
     bool resolve();
 

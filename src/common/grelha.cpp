@@ -2,6 +2,8 @@
 
 #include "base/falha.h"
 
+#include <algorithm>
+
 namespace orvex::common {
 
 void Grelha::define(std::vector<Coluna> colunas, int linhas_em_branco) {
@@ -32,6 +34,7 @@ void Grelha::garante_linha(int linha) {
 
 void Grelha::apaga_linha(int linha) {
     valores_.erase(valores_.begin() + linha);
+    linha_actual = std::min(linha_actual, linhas());
     ++versao_;
 }
 

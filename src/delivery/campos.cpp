@@ -13,7 +13,6 @@ using base::Variante;
 namespace {
 
 constexpr std::int64_t marcado = -1; // how the ERP writes a flag that is set
-constexpr std::int16_t mercado_nacional = 1;
 
 // A date the ERP gives as a date or as text.
 std::string data_em_texto(const Variante& valor) {
@@ -70,21 +69,26 @@ void GuiasRemessa::ValidaCliente(bool& Cancel) {
         LimpaDadosCliente();
         return;
     }
-    const auto cliente =
-        BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(campo(0).Text) +
-                    " and Clientes.Inactivo<>-1 ");
-    if (cliente->fim()) {
-        Avisa("", "Cliente não existente!", 2);
-        SetFocus(campo(0));
-        LimpaDadosCliente();
-        Cancel = true;
-        return;
+    std::string RegIva;
+    {
+        const auto cliente =
+            BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(campo(0).Text) +
+                        " and Clientes.Inactivo<>-1 ");
+        if (cliente->fim()) {
+            Avisa("", "Cliente não existente!", 2);
+            SetFocus(campo(0));
+            LimpaDadosCliente();
+            Cancel = true;
+            return;
+        }
+        campo(0).Text = cliente->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
+        Label2(1).Caption = cliente->valor("Nome").texto();
+        campo(19).Text = cliente->valor("NContrib").texto();
+        campo(2).Text = cliente->valor("GesCnt").texto();
+        campo(3).Text = cliente->valor("Vendedor").texto();
+        RegIva = cliente->valor("RegIva").texto();
     }
-    Label2(1).Caption = cliente->valor("Nome").texto();
-    campo(19).Text = cliente->valor("NContrib").texto();
-    campo(2).Text = cliente->valor("GesCnt").texto();
-    campo(3).Text = cliente->valor("Vendedor").texto();
-    LerIvas(cliente->valor("RegIva").texto());
+    LerIvas(RegIva);
     CarregaFacturas(campo(0).Text);
 }
 
@@ -129,7 +133,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
 
     MostraCabecalho();
     campo(1).Text = std::to_string(lNumDoc);
-    SSTab1.Tab = 0;
+    SSTab1.Tab = pagina_movimentos;
     SetFocus(SSTab1);
     NumGuia = lNumDoc;
     Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1), lNumDoc});
@@ -148,7 +152,12 @@ void GuiasRemessa::MostraCabecalho() {
     const auto membro = [&Cab](const char* nome) { return Cab->obtem(nome).valor; };
 
     if (const auto data = DataHora::le(data_em_texto(membro("Data")))) DTPicker1.Value = *data;
-    campo(0).Text = membro("Terceiro").texto();
+    const std::string Terceiro = membro("Terceiro").texto();
+    if (Terceiro != campo(0).Text) { // what is shown of another client does not belong to this note
+        Label2(1).Caption.clear();
+        campo(2).Text.clear();
+    }
+    campo(0).Text = Terceiro;
     campo(23).Text = membro("VossoNoDocumento").texto();
     campo(19).Text = membro("NumeroContribuinte").texto();
     campo(22).Text = membro("Processo").texto();
@@ -159,7 +168,7 @@ void GuiasRemessa::MostraCabecalho() {
 
     const auto mostra_momento = [&](int indice, const char* data, const char* hora) {
         const std::string texto = data_em_texto(membro(data)) + " " + membro(hora).texto();
-        if (const auto momento = DataHora::le(texto)) DTPicker2(indice).Value = *momento;
+        if (const auto momento = DataHora::le(base::apara(texto))) DTPicker2(indice).Value = *momento;
     };
     mostra_momento(0, "DataCarga", "HoraCarga");
     mostra_momento(1, "DataDescarga", "HoraDescarga");

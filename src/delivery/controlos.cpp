@@ -94,6 +94,7 @@ void GuiasRemessa::liga_campos() {
     regista(cb1(0), "cb1(0)");
     cb1(0).ToolTip = "Armazém.";
     cb1(0).Legenda = "Armazém";
+    cb1(0).Change = [this](int anterior) { cb1_Change(anterior); };
 }
 
 void GuiasRemessa::liga_botoes() {

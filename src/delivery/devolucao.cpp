@@ -20,7 +20,10 @@ constexpr int confirmar = 1;
 } // namespace
 
 void GuiasRemessa::btGV_Click(int Index) {
-    if (Index == abrir) return AbreDevolucao();
+    if (Index == abrir) {
+        if (GuiaAindaNoEcra()) AbreDevolucao();
+        return;
+    }
     if (Index == confirmar &&
         Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?", 3) == common::resposta_ok) {
         GravaDevolucao();
@@ -47,7 +50,7 @@ void GuiasRemessa::AbreDevolucao() {
 
 void GuiasRemessa::Act_Final() {
     Final.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-                  {"Nome", "Designação", TipoColuna::texto, 4200, 80},
+                  {"Nome", "Designação", TipoColuna::texto, 4200, 80, false},
                   {"Qtd", "Qtd", TipoColuna::decimal, 1500, 15, true, true, false},
                   {"Transf", "...", TipoColuna::logico, 700, 0, false},
                   {"NumLinha", "NumLinha", TipoColuna::inteiro, 1200, 20, true, true, false},
@@ -100,9 +103,10 @@ void GuiasRemessa::GravaDevolucao() {
         const std::int32_t numero = NumeroNoEcra();
         ActualizaMovGV(numero, NumGuia);
         BD.ConfirmaTransaccao();
+        DocsCriados.clear();
         Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
     } catch (const std::exception& falha) {
-        compensa(UltimoErro.empty() ? falha.what() : UltimoErro);
+        compensa(erro_a_mostrar(falha));
     }
     LibertaDocumento();
     DesInibe();

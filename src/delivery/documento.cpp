@@ -104,6 +104,11 @@ void GuiasRemessa::SugereValores(const ReferenciaERP& lin) {
     DocActual->chama("SugereValoresLin", {lin, true, true, true, true, true, false, true});
 }
 
+void GuiasRemessa::ComecaLinhas() {
+    OutrosDocsLinha.assign(1, {});
+    PesosLinha.assign(1, {});
+}
+
 void GuiasRemessa::AcrescentaLinha(const ReferenciaERP& lin, const std::string& OutroDoc, Moeda peso) {
     DocActual->chama("AdicionaLinha", {lin});
     OutrosDocsLinha.push_back(OutroDoc);
@@ -147,7 +152,7 @@ void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
     const ReferenciaERP lin = NovaLinha(Final.texto(linha, "Artigo"));
     lin->poe("Armazem", ArmazemGuia);
     SugereValores(lin);
-    lin->poe("descricao", Final.valor(linha, "Nome"));
+    lin->poe("descricao", Final.texto(linha, "Nome"));
     lin->poe("Quantidade", Final.moeda(linha, "Qtd"));
     lin->poe("QuantidadeOrigem", Final.moeda(linha, "Qtd"));
     lin->poe("DataMvStock", DTPicker3.Value.data());
@@ -161,6 +166,7 @@ void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
 bool GuiasRemessa::CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
     regista_falha([&] {
+        ComecaLinhas();
         std::string ultimo_doc = "?\?!!"; // a value no document has
         for (int i = 0; i < Gr.linhas(); ++i) {
             if (Gr.valor(i, "Artigo").vazio() && Gr.valor(i, "Nome").vazio()) continue;
@@ -180,11 +186,22 @@ bool GuiasRemessa::CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, st
 bool GuiasRemessa::CriaLinhasDevolucao(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
     regista_falha([&] {
+        ComecaLinhas();
         for (int i = 0; i < Final.linhas(); ++i)
             if (Devolvida(i)) AdicionaLinhaDevolucao(i);
         criado = EnviaDocumento(TipoEnvio, Erro, Mensagem);
     });
     return criado;
+}
+
+startup::ChaveDocumento GuiasRemessa::ChaveDe(const ReferenciaERP& documento) {
+    const ReferenciaERP Cab = documento->obtem("Cab").objecto;
+    startup::ChaveDocumento chave;
+    chave.Ano = static_cast<std::int16_t>(Cab->obtem("Ano").valor.inteiro());
+    chave.Serie = static_cast<std::int16_t>(Cab->obtem("Serie").valor.inteiro());
+    chave.NossoNoDocumento = static_cast<std::int32_t>(Cab->obtem("NossoNoDocumento").valor.inteiro());
+    chave.TipoDocumento = Cab->obtem("TipoDocumento").valor.texto();
+    return chave;
 }
 
 bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
@@ -193,15 +210,7 @@ bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, st
         Mensagem = UltimoErro = sem_linhas;
         return false;
     }
-    const auto chave_de = [](const ReferenciaERP& documento) {
-        const ReferenciaERP Cab = documento->obtem("Cab").objecto;
-        return startup::ChaveDocumento{
-            .Ano = static_cast<std::int16_t>(Cab->obtem("Ano").valor.inteiro()),
-            .TipoDocumento = Cab->obtem("TipoDocumento").valor.texto(),
-            .Serie = static_cast<std::int16_t>(Cab->obtem("Serie").valor.inteiro()),
-            .NossoNoDocumento = static_cast<std::int32_t>(Cab->obtem("NossoNoDocumento").valor.inteiro())};
-    };
-    const startup::ChaveDocumento pedida = chave_de(DocActual);
+    const startup::ChaveDocumento pedida = ChaveDe(DocActual);
     if (TipoEnvio != submeter) return true;
 
     bool finalizado = false;
@@ -213,7 +222,7 @@ bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, st
             // The document exists from here on: if its number cannot be read, it is named for manual
             // cancellation without it.
             DocsCriados.push_back(pedida);
-            DocsCriados.back() = chave_de(doc);
+            DocsCriados.back() = ChaveDe(doc);
             campo(1).Text = std::to_string(DocsCriados.back().NossoNoDocumento);
             return true;
         }

@@ -41,16 +41,14 @@ void GuiasRemessa::btConf_Click(int Index) {
             Emite();
         else
             Anula();
-        LibertaDocumento();
-        limparform();
-        SetFocus(campo(0));
+        Recomeca();
     } catch (const std::exception& falha) {
-        FalhaConfirmacao(falha.what());
+        compensa(erro_a_mostrar(falha));
+        Recomeca();
     }
 }
 
-void GuiasRemessa::FalhaConfirmacao(const std::string& descricao) {
-    compensa(UltimoErro.empty() ? descricao : UltimoErro);
+void GuiasRemessa::Recomeca() {
     LibertaDocumento();
     limparform();
     SetFocus(campo(0));
@@ -82,7 +80,7 @@ bool GuiasRemessa::VerificaQuantidades() {
 
 bool GuiasRemessa::VerificaContribuinte() {
     ResultadoNIF ok = ResultadoNIF::valido;
-    if (MercadoCliente == 1) ValidaNIF(campo(19).Text, ok);
+    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
     if (ok == ResultadoNIF::invalido)
         return Avisa("", "Número Contribuinte inválido!", 3) == common::resposta_ok;
     if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", 2);
@@ -112,27 +110,32 @@ void GuiasRemessa::Emite() {
     const std::int32_t numero = NumeroNoEcra();
     ActualizaMov(numero);
     BD.ConfirmaTransaccao();
+    DocsCriados.clear();
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
 }
 
 void GuiasRemessa::Anula() {
     bool Boa = false;
     TestaDevolucao(Boa);
-    if (!Boa) {
-        const startup::ReferenciaERP Cab = DocActual->obtem("Cab").objecto;
-        const startup::ChaveDocumento chave{
-            .Ano = static_cast<std::int16_t>(Cab->obtem("Ano").valor.inteiro()),
-            .TipoDocumento = Cab->obtem("TipoDocumento").valor.texto(),
-            .Serie = static_cast<std::int16_t>(Cab->obtem("Serie").valor.inteiro()),
-            .NossoNoDocumento = static_cast<std::int32_t>(Cab->obtem("NossoNoDocumento").valor.inteiro())};
-        LibertaDocumento();
-        ActualizaMovGR(NumeroNoEcra());
-        gERP.AnulaDocumento(1, chave);
-        const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
+    if (Boa) return BD.ConfirmaTransaccao();
+
+    const startup::ChaveDocumento chave = ChaveDe(DocActual);
+    LibertaDocumento();
+    ActualizaMovGR(NumeroNoEcra());
+    gERP.AnulaDocumento(1, chave);
+    const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
+    if (!resultado.sucesso) {
         UltimoErro = resultado.mensagem;
-        if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
+        throw base::Falha(resultado.mensagem);
     }
-    BD.ConfirmaTransaccao();
+    try {
+        BD.ConfirmaTransaccao();
+    } catch (const std::exception& falha) {
+        // A cancellation cannot be taken back: whoever reads this must know what is left to put right.
+        UltimoErro = std::string(falha.what()) + "\n\rA guia " + chave.texto() +
+                     " ficou anulada no ERP, mas continua nos movimentos da ORVEX.";
+        throw;
+    }
 }
 
 } // namespace orvex::delivery

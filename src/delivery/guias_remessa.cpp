@@ -53,8 +53,7 @@ void GuiasRemessa::LeParametros() {
 
 void GuiasRemessa::limparform() {
     DocsCriados.clear();
-    OutrosDocsLinha.assign(1, {});
-    PesosLinha.assign(1, {});
+    ComecaLinhas();
     DTPicker1.Value = DTPicker2(0).Value = DTPicker2(1).Value = agora();
     for (const int i : {1, 6, 7})
         Label2(i).Caption.clear();
@@ -93,7 +92,6 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
         for (std::int64_t i = 1; i <= total; ++i) {
             const startup::ReferenciaERP linha = Linhas->chama("Item", {i}).objecto;
             const int r = static_cast<int>(i - 1);
-            Gr.garante_linha(r);
             Gr.define_valor(r, "Artigo", linha->obtem("Artigo").valor);
             Gr.define_valor(r, "Nome", linha->obtem("descricao").valor);
             Gr.define_valor(r, "Quant", linha->obtem("Quantidade").valor);
@@ -108,6 +106,7 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
                             "  and NNumdoc=" + std::to_string(utkeyDoc.NossoNoDocumento) + "  ");
             const Variante peso = extensao->fim() ? Variante() : extensao->valor("PesoBruto");
             Gr.define_valor(r, "PesoBruto", peso.nulo() ? Variante(Moeda()) : peso);
+            Gr.garante_linha(r + 1);
         }
     } catch (const std::exception&) {
         // The lines written so far stay on the screen; the note itself was read.

@@ -52,6 +52,7 @@ class GuiasRemessa : public common::Ecra {
     enum class Sentido { saida, entrada }; // of the items, seen from the warehouse
     static constexpr int pagina_movimentos = 0;
     static constexpr int pagina_diversos = 1;
+    static constexpr std::int16_t mercado_nacional = 1; // of MercadoCliente: the tax number is verified
 
     // Names, captions and handlers of the controls: controlos.cpp
 
@@ -75,6 +76,7 @@ class GuiasRemessa : public common::Ecra {
     void btSair_Click();
     const common::Campo* campo_de_fecho() const override { return &campo(0); }
     common::Campo& primeiro_campo() override { return campo(0); }
+    bool GuiaCarregada() const { return !btConf(0).Enabled; }
     std::string ArmazemEscolhido() const; // of the warehouse choice
     std::int32_t NumeroNoEcra() const;    // campo(1) as a number; throws when it is none
 
@@ -95,9 +97,11 @@ class GuiasRemessa : public common::Ecra {
 
     void Act_Detalhe();
     void CarregaFacturas(const std::string& Cliente);
+    int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
     std::string FiltroDocumentos() const;
     void ReparaPesos(const std::string& Cliente);
     std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
+    void cb1_Change(int anterior);
     void MostraLinhaActual();
     void Detalhe_DblClick();
     void Detalhe_GotFocus() { MostraLinhaActual(); }
@@ -109,11 +113,14 @@ class GuiasRemessa : public common::Ecra {
     void Act_Gr();
     void Gr_KeyDown(int& KeyCode, int Shift);
     void Gr_BeforeColUpdate(int Row, int Col, const base::Variante& OldValue, bool& Cancel);
+    bool RecusaAlterarGuia();
     bool AceitaNome(int linha);
     bool AceitaQuant(int linha);
     bool AceitaPesoBruto();
     void Gr_BeforeDelete(bool& Cancel);
     void Gr_AfterDelete();
+    int ArtigoDaLinha(int linha) const; // the row of the article that a text line stands under
+    bool TextoSemArtigo(int linha) const;
 
     // Issuing and cancelling: emissao.cpp
 
@@ -123,7 +130,7 @@ class GuiasRemessa : public common::Ecra {
     void Emite();
     void Anula();
     bool GuiaAindaNoEcra();
-    void FalhaConfirmacao(const std::string& descricao);
+    void Recomeca(); // the empty screen, the cursor in its first field
 
     // The ERP document: documento.cpp
 
@@ -138,7 +145,9 @@ class GuiasRemessa : public common::Ecra {
     void AdicionaLinhaTexto(const std::string& texto);
     startup::ReferenciaERP NovaLinha(const std::string& Artigo);
     void SugereValores(const startup::ReferenciaERP& lin);
+    void ComecaLinhas();
     void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso);
+    static startup::ChaveDocumento ChaveDe(const startup::ReferenciaERP& documento);
     bool EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
 
     // The ledger: livro.cpp
@@ -179,7 +188,7 @@ class GuiasRemessa : public common::Ecra {
 
     std::int32_t NumGuia = 0;         // number of the loaded note
     startup::ReferenciaERP DocActual; // the document being built or read
-    std::int16_t MercadoCliente = 0;  // 1: the client's tax number is verified
+    std::int16_t MercadoCliente = 0;  // of the client's VAT regime
     // Per line of the note being built, text lines included; position 0 is never used.
     std::vector<std::string> OutrosDocsLinha;
     std::vector<base::Moeda> PesosLinha; // gross weight, tonnes

@@ -19,27 +19,25 @@ std::string ano_de(const std::string& data) { return base::ultimos(data, 4); }
 } // namespace
 
 void GuiasRemessa::Act_Detalhe() {
-    Detalhe.define({{"Artigo", "Artigo", TipoColuna::texto, 1200, 15},
-                    {"Nome", "Designação", TipoColuna::texto, 3400, 50},
-                    {.chave = "Quant",
-                     .legenda = "P.Liq.",
-                     .tipo = TipoColuna::decimal,
-                     .largura = 1000,
-                     .comprimento_maximo = 12,
-                     .formato_peso = true},
-                    {.chave = "PesoBruto",
-                     .legenda = "PB",
-                     .tipo = TipoColuna::decimal,
-                     .largura = 1000,
-                     .comprimento_maximo = 12,
-                     .formato_peso = true},
-                    {"Data", "Data", TipoColuna::texto, 1200, 12},
-                    {"Doc", "Doc.", TipoColuna::texto, 1600, 12},
-                    {"QuantO", "QuantO", TipoColuna::decimal, 1200, 20, true, true, false, true},
-                    {"NumLinha", "NumLinha", TipoColuna::inteiro, 1200, 12, true, true, false},
-                    {"Unidade", "Unidade", TipoColuna::texto, 1200, 12, true, true, false},
-                    {"Estilo", "Estilo", TipoColuna::inteiro, 1200, 12, true, true, false}},
-                   linhas_em_branco);
+    const auto visivel = [](const char* chave, const char* legenda, TipoColuna tipo, int largura,
+                            int comprimento) {
+        return common::Coluna{
+            chave, legenda, tipo, largura, comprimento, true, false, true, tipo == TipoColuna::decimal};
+    };
+    const auto escondida = [](const char* chave, TipoColuna tipo, int comprimento) {
+        return common::Coluna{
+            chave, chave, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
+    };
+    Detalhe.define(
+        {visivel("Artigo", "Artigo", TipoColuna::texto, 1200, 15),
+         visivel("Nome", "Designação", TipoColuna::texto, 3400, 50),
+         visivel("Quant", "P.Liq.", TipoColuna::decimal, 1000, 12),
+         visivel("PesoBruto", "PB", TipoColuna::decimal, 1000, 12),
+         visivel("Data", "Data", TipoColuna::texto, 1200, 12),
+         visivel("Doc", "Doc.", TipoColuna::texto, 1600, 12), escondida("QuantO", TipoColuna::decimal, 20),
+         escondida("NumLinha", TipoColuna::inteiro, 12), escondida("Unidade", TipoColuna::texto, 12),
+         escondida("Estilo", TipoColuna::inteiro, 12)},
+        linhas_em_branco);
     Detalhe.estilo = {Detalhe.coluna("Estilo"), Variante(1), cor_escolhida};
 }
 
@@ -78,6 +76,11 @@ void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
     const std::string armazem = base::maiusculas(ArmazemEscolhido());
     ReparaPesos(Cliente);
 
+    if (PreencheDetalhe(Cliente, armazem) == 0)
+        Avisa("", "Não existe informação para as condições solicitadas!", 2);
+}
+
+int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
     const auto linhas = BD.Consulta(
         "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where "
         "Cliente =" +
@@ -122,7 +125,7 @@ void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
         ++contador;
         Detalhe.garante_linha(contador);
     }
-    if (contador == 0) Avisa("", "Não existe informação para as condições solicitadas!", 2);
+    return contador;
 }
 
 std::string GuiasRemessa::ChaveLinhaAberta(int linha) const {
@@ -132,7 +135,7 @@ std::string GuiasRemessa::ChaveLinhaAberta(int linha) const {
 
 void GuiasRemessa::Detalhe_DblClick() {
     const int r = Detalhe.linha_actual - 1;
-    if (Detalhe.texto(r, "Artigo").empty()) return;
+    if (GuiaCarregada() || Detalhe.texto(r, "Artigo").empty()) return;
     const std::string Data = Detalhe.texto(r, "Data");
     const std::string Doc = ano_de(Data) + "/" + Detalhe.texto(r, "Doc");
     const std::string chave = ChaveLinhaAberta(r);
@@ -172,6 +175,15 @@ void GuiasRemessa::Detalhe_DblClick() {
     Gr.linha_actual = n + 1;
     Gr.coluna_actual = Gr.coluna("Quant");
     SetFocus(Gr);
+}
+
+void GuiasRemessa::cb1_Change(int anterior) {
+    if (UltimaLinha >= 0) {
+        cb1(0).ListIndex = anterior;
+        Avisa("", "A guia já tem linhas deste armazém.\r\nCancele-a para escolher outro.", 2);
+        return;
+    }
+    if (!GuiaCarregada() && !Label2(1).Caption.empty()) CarregaFacturas(campo(0).Text);
 }
 
 void GuiasRemessa::MostraLinhaActual() {

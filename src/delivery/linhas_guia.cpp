@@ -48,7 +48,9 @@ void GuiasRemessa::Gr_KeyDown(int& KeyCode, int) {
 void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue, bool& Cancel) {
     const int linha = Row - 1;
     bool aceite = true;
-    if (Col == Gr.coluna("Nome"))
+    if (GuiaCarregada())
+        aceite = RecusaAlterarGuia();
+    else if (Col == Gr.coluna("Nome"))
         aceite = AceitaNome(linha);
     else if (Col == Gr.coluna("Quant") && bDigitado)
         aceite = AceitaQuant(linha);
@@ -61,6 +63,12 @@ void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue
     bDigitado = false;
 }
 
+// A return takes the note's lines as the screen shows them.
+bool GuiasRemessa::RecusaAlterarGuia() {
+    Avisa("", "A guia carregada não pode ser alterada!", 2);
+    return false;
+}
+
 bool GuiasRemessa::AceitaNome(int linha) {
     if (linha == 0 && !Gr.texto(linha, "Artigo").empty()) return true;
     if (linha == 0 || Gr.texto(linha - 1, "Doc").empty()) {
@@ -70,12 +78,9 @@ bool GuiasRemessa::AceitaNome(int linha) {
     if (!Gr.texto(linha, "Doc").empty()) return true;
 
     // A new text line belongs to the nearest article line above it.
-    int artigo = linha - 1;
-    while (artigo > 0 && Gr.texto(artigo, "OutroDocMesmo").empty())
-        --artigo;
     Gr.define_valor(linha, "Doc", Gr.valor(linha - 1, "Doc"));
     Gr.define_valor(linha, "OutroDoc",
-                    Gr.texto(artigo, "OutroDocMesmo") + "/" +
+                    Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo") + "/" +
                         base::ultimos("00000" + std::to_string(UltimaLinha + 1), 5));
     ++UltimaLinha;
     return true;
@@ -87,7 +92,7 @@ bool GuiasRemessa::AceitaQuant(int linha) {
         return true;
     }
     const auto numero = formato().le(Gr.texto_editado);
-    if (!numero) {
+    if (!numero || *numero < Moeda()) {
         MostraMensagem("Valor inválido!", critica);
         return false;
     }
@@ -112,11 +117,25 @@ void GuiasRemessa::Gr_BeforeDelete(bool& Cancel) {
         Avisa("", "Não é permitido retirar esta linha!", 2);
         Cancel = true;
     }
-    if (Gr.linha_actual - 1 > UltimaLinha) Cancel = true;
+    if (GuiaCarregada() || Gr.linha_actual - 1 > UltimaLinha) Cancel = true;
 }
 
 void GuiasRemessa::Gr_AfterDelete() {
     if (UltimaLinha > 0) --UltimaLinha;
+    // Text that stood under the article goes with it: under another one it would speak of the wrong goods.
+    for (const int linha = Gr.linha_actual - 1; linha <= UltimaLinha && TextoSemArtigo(linha); --UltimaLinha)
+        Gr.apaga_linha(linha);
+}
+
+int GuiasRemessa::ArtigoDaLinha(int linha) const {
+    while (linha > 0 && Gr.texto(linha, "OutroDocMesmo").empty())
+        --linha;
+    return linha;
+}
+
+bool GuiasRemessa::TextoSemArtigo(int linha) const {
+    if (!Gr.valor(linha, "Artigo").vazio()) return false;
+    return !Gr.texto(linha, "OutroDoc").starts_with(Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo") + "/");
 }
 
 } // namespace orvex::delivery

@@ -38,6 +38,10 @@ void GuiasRemessa::SomaAOrigem(const std::string& origem, Moeda quantidade, Moed
         "Select * from xel_ORVEX_MOV where Ano=" + p[0] + " and TpDoc=" + base::entre_plicas(p[1]) +
         "     and NumDoc=" + p[3] + " and SerieDoc=" + p[2] + " and NumLinha=" + p[4]);
     if (linha->fim()) return;
+    // The open quantity may have been sent by somebody else since it was listed; sent twice, its weight would
+    // be lost.
+    if (quantidade < Moeda() && moeda_ou_zero(linha->valor("Qtd")) + quantidade < Moeda())
+        throw base::Falha("A linha " + origem + " já não tem em aberto a quantidade pedida.");
     soma(*linha, "Qtd", quantidade);
     soma(*linha, "PesoLiquido", peso_liquido);
     soma(*linha, "PesoBruto", peso_bruto);

@@ -13,7 +13,7 @@
 namespace orvex::startup {
 
 inline constexpr const char* titulo_programa = "ORVEX - Movimentos"; // caption of the log-in failure box
-inline constexpr const char* descricao_programa = "ORVEX - Movimentos";
+inline constexpr const char* descricao_programa = titulo_programa;
 
 enum class TipoEcra { MovStocks, GuiasRemessa, TrfBobines };
 

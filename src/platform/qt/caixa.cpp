@@ -2,11 +2,14 @@
 
 #include "platform/qt/textos.h"
 
-#include <QGuiApplication>
+#include <QAbstractButton>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace orvex::platform::qt {
 namespace {
+
+constexpr int largura_minima = 260; // of the text, in pixels at 100 %
 
 QMessageBox::Icon icone_qt(common::Icone icone) {
     switch (icone) {
@@ -65,6 +68,12 @@ int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titu
     caixa.setText(com_quebras(texto));
     caixa.setIcon(icone_qt(icone));
     poe_botoes(caixa, botoes);
+    for (QAbstractButton* botao : caixa.buttons())
+        botao->setIcon({});
+    // Wide enough for its title; nothing to minimise or to enlarge.
+    if (auto* rotulo = caixa.findChild<QLabel*>("qt_msgbox_label")) rotulo->setMinimumWidth(largura_minima);
+    caixa.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                         Qt::WindowCloseButtonHint);
     return resposta(caixa.exec());
 }
 

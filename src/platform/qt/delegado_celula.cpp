@@ -23,6 +23,13 @@ void DelegadoCelula::initStyleOption(QStyleOptionViewItem* opcao, const QModelIn
 void DelegadoCelula::paint(QPainter* pintor, const QStyleOptionViewItem& opcao,
                            const QModelIndex& indice) const {
     QStyledItemDelegate::paint(pintor, opcao, indice);
+    if (opcao.state.testFlag(
+            QStyle::State_HasFocus)) { // the cell the keyboard is in, in a row that is all coloured
+        pintor->save();
+        pintor->setPen(QPen(opcao.palette.color(QPalette::Text), 2));
+        pintor->drawRect(opcao.rect.adjusted(1, 1, -1, -1));
+        pintor->restore();
+    }
     const QVariant marca = indice.data(Qt::CheckStateRole);
     if (!marca.isValid()) return;
     QStyle& estilo = opcao.widget != nullptr ? *opcao.widget->style() : *QApplication::style();

@@ -143,7 +143,7 @@ void JanelaLista::poe_larguras(const common::ListaPesquisa& lista) {
 
 void JanelaLista::filtra(const QString& texto) {
     modelo_.filtra(texto);
-    if (modelo_.rowCount() > 0) vista_->selectRow(0);
+    if (modelo_.rowCount() > 0) vista_->selectRow(modelo_.linha_exacta());
     const QLocale locale;
     QString contagem = locale.toString(modelo_.rowCount());
     if (modelo_.rowCount() != modelo_.total()) contagem += " de " + locale.toString(modelo_.total());

@@ -71,7 +71,10 @@ void JanelaQt::mostra() {
     poe_foco();
 }
 
-void JanelaQt::da_foco(common::Controlo&) { mostra(); }
+void JanelaQt::da_foco(common::Controlo& controlo) {
+    mostra();
+    if (Ligacao* ligacao = ligacao_de(&controlo)) ligacao->recebeu_foco();
+}
 
 void JanelaQt::poe_foco() {
     Ligacao* ligacao = ligacao_de(ecra_.foco().actual());

@@ -94,7 +94,6 @@ QWidget* JanelaQt::liga_com_lista(common::Campo& campo, int largura_em_letras, c
     disposicao->addWidget(liga(campo, largura_em_letras));
     static_cast<LigacaoCampo*>(ligacao_de(&campo))->marca_lista();
 
-    if (botao.Caption.empty()) botao.Caption = "...";
     auto* lista = static_cast<QPushButton*>(liga(botao));
     lista->setMinimumWidth(0);
     lista->setFixedWidth(28);

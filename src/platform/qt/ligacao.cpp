@@ -200,6 +200,9 @@ bool LigacaoSeparadores::tecla(QKeyEvent& evento) {
     case Qt::Key_Right:
         muda(separadores_.Tab + 1);
         return true;
+    case Qt::Key_Escape:
+        ecra().utilizador_avanca(-1);
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         ecra().utilizador_avanca(+1);

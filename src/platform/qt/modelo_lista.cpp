@@ -102,6 +102,7 @@ void ModeloLista::dobra() {
 
 void ModeloLista::filtra(const QString& texto) {
     palavras_.clear();
+    procurado_ = dobrado(texto.toStdString());
     for (const QString& palavra : texto.split(' ', Qt::SkipEmptyParts))
         palavras_.push_back(dobrado(palavra.toStdString()));
     beginResetModel();
@@ -111,20 +112,29 @@ void ModeloLista::filtra(const QString& texto) {
 
 void ModeloLista::aplica_filtro() {
     visiveis_.clear();
+    exacta_ = 0;
     if (palavras_.empty()) {
         visiveis_ = ordem_;
         return;
     }
     dobra();
     const std::string_view tudo = dobrados_;
+    const std::string celula = "\n" + procurado_ + "\n";
+    bool ha_exacta = false;
     for (const int linha : ordem_) {
         const auto i = static_cast<std::size_t>(linha);
         const std::size_t inicio = i == 0 ? 0 : fins_[i - 1];
         const std::string_view texto = tudo.substr(inicio, fins_[i] - inicio);
-        if (std::all_of(palavras_.begin(), palavras_.end(), [&](const std::string& palavra) {
+        if (!std::all_of(palavras_.begin(), palavras_.end(), [&](const std::string& palavra) {
                 return texto.find(palavra) != std::string_view::npos;
             }))
-            visiveis_.push_back(linha);
+            continue;
+        if (!ha_exacta && (texto.starts_with(std::string_view(celula).substr(1)) ||
+                           texto.find(celula) != std::string_view::npos)) {
+            exacta_ = static_cast<int>(visiveis_.size());
+            ha_exacta = true;
+        }
+        visiveis_.push_back(linha);
     }
 }
 

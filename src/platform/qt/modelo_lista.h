@@ -27,6 +27,8 @@ class ModeloLista : public QAbstractTableModel {
     int total() const { return static_cast<int>(total_); }
     // Keeps the rows that contain every word of the text in some visible column.
     void filtra(const QString& texto);
+    // The first row with a cell that is the text filtered by, to the letter; 0 when there is none.
+    int linha_exacta() const { return exacta_; }
     void ordena(int coluna, Qt::SortOrder sentido);
     std::string escolha(int linha) const; // first column, as it was read
 
@@ -54,6 +56,8 @@ class ModeloLista : public QAbstractTableModel {
     std::string dobrados_;      // the folded rows end to end; row i ends at fins_[i]
     std::vector<std::size_t> fins_;
     std::vector<std::string> palavras_;
+    std::string procurado_; // the text filtered by, folded
+    int exacta_ = 0;
 };
 
 } // namespace orvex::platform::qt

@@ -129,6 +129,8 @@ QModelIndex VistaGrelha::moveCursor(CursorAction accao, Qt::KeyboardModifiers mo
     const QModelIndex partida = currentIndex();
     const QModelIndex destino = QTableView::moveCursor(accao, modificadores);
     if (!destino.isValid() || modelo_.coluna(destino.column()).recebe_foco) return destino;
+    if (accao == MoveHome || accao == MoveEnd)
+        return destino.siblingAtColumn(coluna_com_foco(destino.column()));
     return destino.row() == partida.row() ? partida : destino.siblingAtColumn(partida.column());
 }
 
