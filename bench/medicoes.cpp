@@ -87,9 +87,10 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     std::printf("A fazer as empresas (%lld, 1 000 e 600 linhas; 100 000 clientes na última)...\n",
                 static_cast<long long>(linhas));
     const OpcoesEmpresa opcoes_grande = opcoes(grande, linhas, 400);
-    orvex::demo::faz_empresa(opcoes_grande);
-    orvex::demo::faz_empresa(opcoes(pequena, 1'000, 40));
-    orvex::demo::faz_empresa(opcoes(clientes, 600, 100'000));
+    // In processes of their own: a child's peak memory starts from that of the process it was started by.
+    corre({eu, "--empresa", grande, std::to_string(linhas), "400"});
+    corre({eu, "--empresa", pequena, "1000", "40"});
+    corre({eu, "--empresa", clientes, "600", "100000"});
     const std::string cliente = orvex::demo::codigo_cliente(1, opcoes_grande);
     const std::string empresa = fs::path(grande) / orvex::demo::pasta_empresa;
 
@@ -132,6 +133,10 @@ int main(int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     try {
         if (modo == "--vazia") return mostra_janela_vazia();
+        if (modo == "--empresa" && argc == 5) {
+            orvex::demo::faz_empresa(opcoes(argv[2], std::atoll(argv[3]), std::atoll(argv[4])));
+            return 0;
+        }
         if (modo == "--texto") return mostra_janela_com_texto();
         if (modo == "--ecra" && argc == 3) return mostra_ecra(argv[2]);
         if (modo == "--facturas" && argc == 4) return mede_facturas(argv[2], argv[3]);
