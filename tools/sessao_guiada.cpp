@@ -44,24 +44,35 @@ class Resumo {
         }
     }
 
-    void estado(const std::string& momento) {
+    void estado(const std::string& momento, int guia = 12) {
+        const std::string numero = std::to_string(guia);
         texto_ << "\n== " << momento << " ==\n";
-        tabela("xel_ORVEX_Mov, linhas da guia 12",
+        tabela("xel_ORVEX_Mov, linhas da guia " + numero,
                "Select NumLinha,Artigo,Cliente,Qtd,PesoLiquido,PesoBruto,Origem from xel_ORVEX_Mov where "
-               "TpDoc='GR' and "
-               "NumDoc=12");
-        tabela(
-            "xel_ORVEX, detentores escritos pela guia 12",
-            "Select NumSerie,Cliente,Quantidade,Obs,NumLin from xel_ORVEX where TpDoc='GR' and NNumDoc=12");
+               "TpDoc='GR' and NumDoc=" +
+                   numero);
+        tabela("xel_ORVEX, detentores escritos pela guia " + numero,
+               "Select NumSerie,Cliente,Quantidade,Obs,NumLin from xel_ORVEX where TpDoc='GR' and NNumDoc=" +
+                   numero);
         tabela("xel_ORVEX_Mov, linhas de factura abertas do cliente C0001",
                "Select TpDoc,NumDoc,NumLinha,Artigo,QtdOrig,Qtd,PesoBruto from xel_ORVEX_Mov where "
-               "Cliente='C0001' and "
-               "TpDoc<>'GR' order by Artigo");
-        tabela("ERP, guia 12",
-               "Select TpDoc,NNumDoc,Terceiro,NVias from DocGcCab where TpDoc='GR' and NNumDoc=12");
-        tabela("ERP, stock dos artigos da guia 12",
+               "Cliente='C0001' and (TpDoc='FA' or TpDoc='FR') order by Artigo");
+        tabela("ERP, guia " + numero,
+               "Select TpDoc,NNumDoc,Terceiro,NVias from DocGcCab where TpDoc='GR' and NNumDoc=" + numero);
+        tabela("ERP, stock dos artigos da guia " + numero,
                "Select artarm.Artigo,artarm.Armazem,Existenc from artarm inner join DocGcLin on "
-               "DocGcLin.Artigo=artarm.Artigo where TpDocum='GR' and NNumDoc=12 order by artarm.Artigo");
+               "DocGcLin.Artigo=artarm.Artigo where TpDocum='GR' and NNumDoc=" +
+                   numero + " order by artarm.Artigo");
+    }
+
+    void devolucao() {
+        tabela("xel_ORVEX_Mov, linhas da devolução 1",
+               "Select NumLinha,Artigo,Cliente,Qtd,PesoLiquido,PesoBruto,Origem from xel_ORVEX_Mov where "
+               "TpDoc='GD' and NumDoc=1");
+        tabela("xel_ORVEX, detentores escritos pela devolução 1",
+               "Select NumSerie,Cliente,Quantidade,Obs,NumLin from xel_ORVEX where TpDoc='GD' and NNumDoc=1");
+        tabela("ERP, devolução 1",
+               "Select TpDoc,NNumDoc,Terceiro,VossoNo,NVias from DocGcCab where TpDoc='GD' and NNumDoc=1");
     }
 
     std::string texto() const { return texto_.str(); }
@@ -92,6 +103,22 @@ void guia_de_remessa(demo::Roteiro& roteiro, Resumo& resumo) {
     roteiro.faz([&resumo] { resumo.estado("Depois de anular"); });
 }
 
+// The same two lines go out once more, and the first of them comes back.
+void devolucao(demo::Roteiro& roteiro, Resumo& resumo) {
+    roteiro.escreve("C0001").tecla(Qt::Key_Tab, {}, 5).tecla(Qt::Key_Return);
+    roteiro.tecla(Qt::Key_Tab, Qt::ShiftModifier).tecla(Qt::Key_Down).tecla(Qt::Key_Return);
+    roteiro.tecla(Qt::Key_C, Qt::AltModifier).tecla(Qt::Key_Return);
+    roteiro.faz([&resumo] { resumo.estado("Depois de emitir outra vez", 13); });
+
+    roteiro.tecla(Qt::Key_Tab).escreve("13").tecla(Qt::Key_Tab).tecla(Qt::Key_D, Qt::AltModifier);
+    roteiro.tecla(Qt::Key_Space).retrata("devolucao").tecla(Qt::Key_D, Qt::AltModifier);
+    roteiro.tecla(Qt::Key_Left).tecla(Qt::Key_Return).retrata("devolvida").tecla(Qt::Key_Return);
+    roteiro.faz([&resumo] {
+        resumo.estado("Depois de devolver uma linha", 13);
+        resumo.devolucao();
+    });
+}
+
 int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& saida) {
     fs::create_directories(saida);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(saida.string()));
@@ -109,6 +136,7 @@ int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& s
     demo::Roteiro roteiro(*janela, saida);
     resumo.estado("Antes");
     guia_de_remessa(roteiro, resumo);
+    devolucao(roteiro, resumo);
     roteiro.corre();
 
     std::ofstream(saida / "resumo.txt") << resumo.texto();

@@ -11,4 +11,9 @@ bool Controlo::a_vista() const {
     return dentro_de->a_vista();
 }
 
+Botao* Controlo::cancela() const {
+    const auto* quadro = dynamic_cast<const Quadro*>(dentro_de);
+    return quadro != nullptr ? quadro->Cancela : nullptr;
+}
+
 } // namespace orvex::common

@@ -20,6 +20,7 @@ inline constexpr int tecla_esquerda = 37;
 inline constexpr std::uint32_t cor_fundo = 0xD5DEF2;
 
 struct Separadores;
+struct Botao;
 
 struct Controlo {
     std::string nome;    // "campo(0)": the name the rules use; also the widget's object name
@@ -39,6 +40,8 @@ struct Controlo {
 
     bool a_vista() const; // visible, its page shown, everything around it too
     bool recebe_foco() const { return Enabled && a_vista(); }
+    // What Esc presses here: the cancelling button of the frame it lies in; none where there is none.
+    Botao* cancela() const;
 };
 
 struct Campo : Controlo {
@@ -79,6 +82,7 @@ struct Separadores : Controlo {
 
 struct Quadro : Controlo {
     std::string Caption;
+    Botao* Cancela = nullptr; // leaves the frame
 };
 
 // A control array: members are reached by their fixed index.

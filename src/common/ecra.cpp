@@ -78,7 +78,7 @@ void Ecra::corre(const std::function<void()>& manipulador) {
         manipulador();
     } catch (const std::exception& falha) {
         foco_.desiste(); // the cursor stays where it was
-        falha_sem_tratamento(falha.what());
+        falha_sem_tratamento(falha);
     }
     resolve_foco();
     janela().ocupado(false);
@@ -98,7 +98,7 @@ bool Ecra::valida_ao_sair(Controlo& controlo) {
     try {
         campo_Validate(campo->Index, Cancel);
     } catch (const std::exception& falha) {
-        falha_sem_tratamento(falha.what());
+        falha_sem_tratamento(falha);
         Cancel = true;
     }
     if (Cancel) selecciona_tudo(*campo); // what is typed next replaces what was refused
@@ -156,6 +156,12 @@ void Ecra::utilizador_prime(Botao& botao) {
     corre([&] {
         if (botao.Click) botao.Click();
     });
+}
+
+bool Ecra::utilizador_esc(Controlo& controlo) {
+    Botao* cancela = controlo.cancela();
+    if (cancela != nullptr) utilizador_prime(*cancela);
+    return cancela != nullptr;
 }
 
 void Ecra::utilizador_data(SelectorData& selector, const base::DataHora& valor) {
@@ -244,9 +250,9 @@ void Ecra::utilizador_apaga_linha(Grelha& grelha) {
     });
 }
 
-void Ecra::falha_sem_tratamento(const std::string& descricao) {
+void Ecra::falha_sem_tratamento(const std::exception& falha) {
     janela().mostra();
-    janela().caixa(descricao, startup::descricao_programa, Icone::critico, Botoes::ok);
+    janela().caixa(falha.what(), startup::descricao_programa, Icone::critico, Botoes::ok);
 }
 
 // Services
@@ -309,6 +315,17 @@ std::string Ecra::escolhe_da_lista(const ListaPesquisa& lista) {
     return janela().escolhe(lista);
 }
 
+std::string Ecra::filtro_documentos(const startup::ListaParametros& FACTURAS) {
+    std::string filtro;
+    for (std::size_t i = 0; i == 0 || i < FACTURAS.elementos.size(); i += 3) {
+        FACTURAS.serie(i + 1);
+        FACTURAS[i + 2];
+        if (i > 0) filtro += " OR ";
+        filtro += " (TpDoc=" + base::entre_plicas(FACTURAS[i]) + " and SerieDoc=" + FACTURAS[i + 1] + ")";
+    }
+    return filtro;
+}
+
 void Ecra::preenche_da_lista(Campo& campo, const ListaPesquisa& lista) {
     const std::string escolha = escolhe_da_lista(lista);
     if (escolha.empty()) {
@@ -331,6 +348,18 @@ void Ecra::regista_falha(const std::function<void()>& procedimento) {
     }
 }
 
+void Ecra::regista_falha_numerada(const std::function<void()>& procedimento) {
+    constexpr std::int64_t primeiro_numero = -2147221504;
+    try {
+        procedimento();
+    } catch (const std::exception& falha) {
+        const auto* numerada = dynamic_cast<const base::Falha*>(&falha);
+        const std::int64_t numero = numerada != nullptr ? numerada->numero() : 0;
+        UltimoErro = std::to_string(numero - primeiro_numero) + " - " + falha.what();
+        throw;
+    }
+}
+
 void Ecra::compensa(const std::string& texto_erro) {
     // A rollback or a cancellation that fails in its turn must not keep the rest from being cancelled and
     // named; the server rolls back by itself what a broken connection leaves open.
@@ -340,18 +369,25 @@ void Ecra::compensa(const std::string& texto_erro) {
     }
     Avisa("", "Situação Anómala\n\rErro: " + texto_erro, 2);
 
-    std::string por_anular;
+    std::vector<startup::ChaveDocumento> por_anular;
     for (const startup::ChaveDocumento& chave : DocsCriados) {
         bool anulado = false;
         try {
             anulado = gERP.AnulaDocumento(1, chave).sucesso;
         } catch (const std::exception&) {
         }
-        if (!anulado) por_anular += "\n\r'" + chave.texto() + " '";
+        if (!anulado) por_anular.push_back(chave);
     }
-    if (!por_anular.empty())
-        Avisa("", "Os documentos seguintes devem ser anulados manualmente - " + por_anular, 2);
+    avisa_por_anular(por_anular);
     DocsCriados.clear();
+}
+
+void Ecra::avisa_por_anular(const std::vector<startup::ChaveDocumento>& documentos) {
+    if (documentos.empty()) return;
+    std::string texto = "Os documentos seguintes devem ser anulados manualmente - ";
+    for (const startup::ChaveDocumento& chave : documentos)
+        texto += "\n\r'" + chave.texto() + " '";
+    Avisa("", texto, 2);
 }
 
 } // namespace orvex::common

@@ -61,6 +61,7 @@ class Ecra : private Foco::Ouvinte {
     // A click on a control. False when the field left refused; the click must then do nothing.
     bool utilizador_foca(Controlo& controlo);
     void utilizador_prime(Botao& botao);
+    bool utilizador_esc(Controlo& controlo); // false where Esc presses no button
     void utilizador_data(SelectorData& selector, const base::DataHora& valor);
     void utilizador_tecla(SelectorData& selector, int codigo, int shift);
     void utilizador_escolhe(Combo& combo, int indice);
@@ -83,7 +84,7 @@ class Ecra : private Foco::Ouvinte {
     virtual void limparform() = 0;
     virtual Campo& primeiro_campo() = 0;
     // A failure that no handler trapped. Shown with its text; the screen stays open unless it says otherwise.
-    virtual void falha_sem_tratamento(const std::string& descricao);
+    virtual void falha_sem_tratamento(const std::exception& falha);
 
     void campo_KeyPress(Campo& campo, int& KeyAscii);
     void campo_BotaoLista(int Index) { btFx_Click(Index); }
@@ -114,6 +115,10 @@ class Ecra : private Foco::Ouvinte {
 
     // The first column of the row the user chose, or the empty text.
     std::string escolhe_da_lista(const ListaPesquisa& lista);
+    // The condition on xel_ORVEX_Mov that a row is of one of the document types and series of FACTURAS.
+    // Throws FalhaParametro when a group is incomplete or has a series that is no number.
+    static std::string filtro_documentos(const startup::ListaParametros& FACTURAS);
+
     // Opens the list; on a choice puts it into the field, whose validation then runs as the focus moves on.
     void preenche_da_lista(Campo& campo, const ListaPesquisa& lista);
 
@@ -121,6 +126,10 @@ class Ecra : private Foco::Ouvinte {
 
     // Runs a procedure that writes: a failure leaves its text in UltimoErro and goes on to the caller.
     void regista_falha(const std::function<void()>& procedimento);
+
+    // The same, with the failure's number before its text, counted from where the automation's own numbers
+    // begin.
+    void regista_falha_numerada(const std::function<void()>& procedimento);
 
     // What the failure path shows: the text kept by the procedure that failed, or the failure's own.
     std::string erro_a_mostrar(const std::exception& falha) const {
@@ -130,6 +139,9 @@ class Ecra : private Foco::Ouvinte {
     // The failure path of every confirmation: rolls back, shows the text, has the ERP cancel every document
     // created by this confirmation, names those it refuses to cancel, and leaves DocsCriados empty.
     void compensa(const std::string& texto_erro);
+
+    // Names the documents that the user must cancel in the ERP, if any.
+    void avisa_por_anular(const std::vector<startup::ChaveDocumento>& documentos);
 
     base::DataHora agora() const { return servicos_.agora(); }
 

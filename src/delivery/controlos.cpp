@@ -114,6 +114,7 @@ void GuiasRemessa::liga_botoes() {
                   [this] { btCancelar_Click(); });
     regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { btSair_Click(); });
     btGV(1).dentro_de = btGV(2).dentro_de = &Frame3;
+    Frame3.Cancela = &btGV(2);
 }
 
 void GuiasRemessa::liga_grelhas() {

@@ -33,6 +33,7 @@ void GuiasRemessa::btGV_Click(int Index) {
     Frame3.Visible = false;
     DesInibe();
     btConf(0).Enabled = false;
+    SetFocus(btGV(abrir));
 }
 
 void GuiasRemessa::AbreDevolucao() {
@@ -45,6 +46,7 @@ void GuiasRemessa::AbreDevolucao() {
     Act_Final();
     CarregaFinal();
     Final.Enabled = true;
+    Final.coluna_actual = Final.coluna("Transf");
     SetFocus(Final);
 }
 
@@ -120,13 +122,30 @@ void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {
             BD.Consulta("Select * from xel_ORVEX_MOV where Ano=" + std::to_string(DTPicker1.Value.ano) +
                         " and TpDoc=" + base::entre_plicas(GUIASREMESSA[0]) + " and NumDoc= " +
                         std::to_string(NoGRemessa) + " and SerieDoc=" + GUIASREMESSA[1] + " ");
+        if (M->fim()) return RecusaAnulada(NoGRemessa); // nothing of it is in the ledger to take back
         for (; !M->fim(); M->move_seguinte())
             for (int i = 0; i < Final.linhas(); ++i)
                 if (Devolvida(i) && Final.valor(i, "NumLinha").inteiro() == M->valor("NumLinha").inteiro())
                     SomaAOrigem(M->valor("Origem").texto(), Final.moeda(i, "Qtd"), Final.moeda(i, "Qtd"),
                                 Final.moeda(i, "PesoBruto"));
+        RecusaDevolvidas();
         RegistaLinhasERP(GUIADEVOLUCAO, NoDoc, DTPicker3.Value, Sentido::entrada);
     });
+}
+
+void GuiasRemessa::RecusaAnulada(std::int32_t NoGRemessa) {
+    constexpr std::int64_t anulada = -1;
+    const auto guia = BD.Consulta("Select NVias from DocGcCab" + DaGuia("Serie", "NNumDoc", NoGRemessa));
+    if (!guia->fim() && guia->valor("NVias").inteiro() == anulada)
+        throw base::Falha("A guia " + std::to_string(NoGRemessa) + " foi anulada depois de carregada.");
+}
+
+// Another program may have taken a line back since it was ticked here.
+void GuiasRemessa::RecusaDevolvidas() {
+    for (int i = 0; i < Final.linhas(); ++i)
+        if (Devolvida(i) && LinhaDevolvida(Final.texto(i, "NumLinha")))
+            throw base::Falha("O artigo " + Final.texto(i, "Artigo") + " da guia " + std::to_string(NumGuia) +
+                              " já foi devolvido.");
 }
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {

@@ -98,7 +98,6 @@ class GuiasRemessa : public common::Ecra {
     void Act_Detalhe();
     void CarregaFacturas(const std::string& Cliente);
     int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
-    std::string FiltroDocumentos() const;
     void ReparaPesos(const std::string& Cliente);
     std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
     void cb1_Change(int anterior);
@@ -160,8 +159,12 @@ class GuiasRemessa : public common::Ecra {
     // Adds to the ledger line with this key; a key without a line is passed over.
     void SomaAOrigem(const std::string& origem, base::Moeda quantidade, base::Moeda peso_liquido,
                      base::Moeda peso_bruto);
-    std::string Detentor() const;                                  // holder after the movement
-    std::string ChaveLinhaGuia(const std::string& NumLinha) const; // 2019/GR/1/123/2/00000
+    std::string Detentor() const; // holder after the movement
+    // Of a line of the loaded note: 2019/GR/1/123/2/00000.
+    std::string ChaveLinhaGuia(const std::string& NumLinha) const;
+    // Whether a line of the loaded note came back, whoever the ledger says it came back from. Asked after the
+    // source lines were written: whoever comes second then waits for the first, and finds what it recorded.
+    bool LinhaDevolvida(const std::string& NumLinha);
     std::string DaGuia(const char* coluna_serie, const char* coluna_numero, std::int32_t NoDoc) const;
 
     // Returns: devolucao.cpp
@@ -174,6 +177,8 @@ class GuiasRemessa : public common::Ecra {
     bool Devolvida(int linha) const; // ticked in Final
     void GravaDevolucao();
     void ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa);
+    void RecusaAnulada(std::int32_t NoGRemessa);
+    void RecusaDevolvidas();
     void TestaDevolucao(bool& Boa);
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);
 

@@ -41,21 +41,12 @@ void GuiasRemessa::Act_Detalhe() {
     Detalhe.estilo = {Detalhe.coluna("Estilo"), Variante(1), cor_escolhida};
 }
 
-std::string GuiasRemessa::FiltroDocumentos() const {
-    std::string filtro;
-    for (std::size_t i = 0; i < FACTURAS.elementos.size(); i += 3) {
-        if (i > 0) filtro += " OR ";
-        filtro += " (TpDoc=" + base::entre_plicas(FACTURAS[i]) + " and SerieDoc=" + FACTURAS[i + 1] + ")";
-    }
-    return filtro;
-}
-
 void GuiasRemessa::ReparaPesos(const std::string& Cliente) {
     const auto linhas = BD.Consulta(
         " Select m.*,l.PESOBRUTO as 'PB' from xel_ORVEX_Mov as m inner join artigos as a on a.codigo=m.Artigo"
         " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
         " and l.nnumdoc=m.numdoc and l.NUMLINHA =m.numlinha where Cliente =" +
-        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + FiltroDocumentos() + " )");
+        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )");
     for (; !linhas->fim(); linhas->move_seguinte()) {
         if (linhas->valor("PB").nulo() || !linhas->valor("PesoBruto").nulo()) continue;
         const auto linha =
@@ -84,7 +75,7 @@ int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string&
     const auto linhas = BD.Consulta(
         "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where "
         "Cliente =" +
-        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + FiltroDocumentos() + " )");
+        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )");
     // However the fill ends, the grid shows what it holds.
     struct Pintura {
         common::Grelha& grelha;

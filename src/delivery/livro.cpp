@@ -23,7 +23,13 @@ Moeda moeda_ou_zero(const Variante& valor) { return valor.nulo() ? Moeda() : val
 
 std::string GuiasRemessa::ChaveLinhaGuia(const std::string& NumLinha) const {
     return std::to_string(DTPicker1.Value.ano) + "/" + GUIASREMESSA[0] + "/" + GUIASREMESSA[1] + "/" +
-           campo(1).Text + "/" + NumLinha + "/00000";
+           std::to_string(NumGuia) + "/" + NumLinha + "/00000";
+}
+
+bool GuiasRemessa::LinhaDevolvida(const std::string& NumLinha) {
+    return !BD.Consulta("Select * from xel_ORVEX_MOV where TpDoc=" + base::entre_plicas(GUIADEVOLUCAO[0]) +
+                        " and Origem=" + base::entre_plicas(ChaveLinhaGuia(NumLinha)))
+                ->fim();
 }
 
 std::string GuiasRemessa::Detentor() const {
@@ -131,9 +137,13 @@ std::string GuiasRemessa::DaGuia(const char* coluna_serie, const char* coluna_nu
 void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
     regista_falha([&] {
         const auto M = BD.Consulta("Select * from xel_ORVEX_MOV" + DaGuia("SerieDoc", "NumDoc", NoDoc));
-        for (; !M->fim(); M->move_seguinte())
+        for (; !M->fim(); M->move_seguinte()) {
             SomaAOrigem(M->valor("Origem").texto(), moeda_ou_zero(M->valor("Qtd")),
                         moeda_ou_zero(M->valor("PesoLiquido")), moeda_ou_zero(M->valor("PesoBruto")));
+            if (LinhaDevolvida(M->valor("NumLinha").texto()))
+                throw base::Falha("O artigo " + M->valor("Artigo").texto() + " da guia " +
+                                  std::to_string(NoDoc) + " já foi devolvido.");
+        }
         BD.Executa("Delete xel_ORVEX_MOV" + DaGuia("SerieDoc", "NumDoc", NoDoc));
         BD.Executa("Delete xel_ORVEX" + DaGuia("Serie", "NNumDoc", NoDoc));
     });

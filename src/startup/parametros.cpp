@@ -1,6 +1,5 @@
 #include "startup/parametros.h"
 
-#include "base/falha.h"
 #include "base/texto.h"
 #include "startup/ficheiro.h"
 
@@ -11,9 +10,9 @@ namespace orvex::startup {
 
 const std::string& ListaParametros::operator[](std::size_t indice) const {
     if (indice < elementos.size()) return elementos[indice];
-    throw base::Falha("O parâmetro " + chave + " está incompleto: falta o elemento " +
-                          std::to_string(indice + 1) + " no ficheiro de parâmetros.",
-                      base::numeros_falha::sem_elemento);
+    throw FalhaParametro("O parâmetro " + chave + " está incompleto: falta o elemento " +
+                             std::to_string(indice + 1) + " no ficheiro de parâmetros.",
+                         base::numeros_falha::sem_elemento);
 }
 
 std::int16_t ListaParametros::serie(std::size_t indice) const {
@@ -21,9 +20,9 @@ std::int16_t ListaParametros::serie(std::size_t indice) const {
     const auto numero = base::le_inteiro((*this)[indice]);
     if (numero && *numero >= Limites::min() && *numero <= Limites::max())
         return static_cast<std::int16_t>(*numero);
-    throw base::Falha("O parâmetro " + chave + " tem no elemento " + std::to_string(indice + 1) +
-                          " um valor que não é um número de série.",
-                      base::numeros_falha::tipo_diferente);
+    throw FalhaParametro("O parâmetro " + chave + " tem no elemento " + std::to_string(indice + 1) +
+                             " um valor que não é um número de série.",
+                         base::numeros_falha::tipo_diferente);
 }
 
 std::string Parametros::LerParametros(const std::string& Texto) const {

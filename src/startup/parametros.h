@@ -1,6 +1,8 @@
 // The parameters file: document types, series, warehouses and the client that stands for ORVEX.
 #pragma once
 
+#include "base/falha.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -10,13 +12,21 @@ namespace orvex::startup {
 
 inline constexpr const char* ficheiro_parametros = "xel_Parametros_ORVEX.xel";
 
-// The value of a key, split at ",". Elements count from 0; one that is missing throws Falha naming the key.
+// A key whose value lacks an element, or has text where a number is needed: a matter of the file, not of what
+// the user was doing.
+class FalhaParametro : public base::Falha {
+  public:
+    using base::Falha::Falha;
+};
+
+// The value of a key, split at ",". Elements count from 0; one that is missing throws FalhaParametro naming
+// the key.
 struct ListaParametros {
     std::string chave;
     std::vector<std::string> elementos;
 
     const std::string& operator[](std::size_t indice) const;
-    std::int16_t serie(std::size_t indice) const; // throws Falha when the element is no 16-bit number
+    std::int16_t serie(std::size_t indice) const; // throws FalhaParametro when it is no 16-bit number
 };
 
 class Parametros {

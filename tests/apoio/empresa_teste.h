@@ -64,10 +64,13 @@ struct Bancada {
     SessaoBDGravada<platform::sqlite::SessaoSQLite> BD{diario};
     SessaoERPGravada<platform::erp::SessaoERPEmbebida> ERP{diario};
     JanelaGuiao janela;
-    TEcra ecra{{BD, ERP, startup::Parametros(empresa.pasta()), {}, [] { return relogio; }}};
+    TEcra ecra;
     Operador op{ecra};
 
-    Bancada() {
+    // With what the screen's constructor takes besides its services.
+    template <typename... Argumentos>
+    explicit Bancada(Argumentos... argumentos)
+        : ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [] { return relogio; }}, argumentos...) {
         if (!BD.Abre(ligacao(empresa.pasta())) ||
             !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
             throw std::runtime_error("the company did not open");

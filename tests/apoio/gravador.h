@@ -60,6 +60,21 @@ inline std::string escrito(const base::Variante& valor) {
     return std::holds_alternative<std::string>(valor.valor()) ? "'" + valor.texto() + "'" : valor.texto();
 }
 
+template <typename Valor>
+std::string escrito(const std::vector<Valor>& valores) {
+    std::string todos;
+    for (const Valor& valor : valores)
+        todos += (todos.empty() ? "" : " ") + escrito(base::Variante(valor));
+    return "[" + todos + "]";
+}
+
+template <typename... Valores>
+std::string escritos(const Valores&... valores) {
+    std::string todos;
+    ((todos += (todos.empty() ? "" : ", ") + escrito(valores)), ...);
+    return todos;
+}
+
 class ConjuntoGravado : public startup::ConjuntoRegistos {
   public:
     ConjuntoGravado(std::unique_ptr<startup::ConjuntoRegistos> real, Diario& diario)
@@ -193,7 +208,10 @@ class SessaoERPGravada : public TReal {
     }
     startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& p) override {
         if (recusa()) return {};
-        diario_.linhas.push_back("STOCK " + p.tipo_documento);
+        diario_.linhas.push_back(
+            "STOCK " + escritos(p.tipo_terceiro, p.area, p.tipo_documento, p.sector, p.serie, p.destino,
+                                p.processo, p.texto_8, p.data, p.texto_10, p.armazem, p.inteiro_12,
+                                p.texto_13, p.artigos, p.textos_15, p.quantidades, p.precos, p.textos_18));
         return TReal::CriaDocStock(p);
     }
     std::int16_t SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) override {

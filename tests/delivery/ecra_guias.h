@@ -11,6 +11,13 @@ namespace orvex::testes {
 
 struct EcraGuias : Bancada<delivery::GuiasRemessa> {
     EcraGuias() { abre(); }
+    // One more workstation of this company.
+    explicit EcraGuias(const EmpresaTeste& partilhada) {
+        if (!BD.Abre(ligacao(partilhada.pasta())) ||
+            !ERP.Liga({"E", "", "ana", "sqlite", partilhada.pasta().string()}))
+            throw std::runtime_error("the company did not open");
+        abre();
+    }
 
     void cliente(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
     void escolhe(int linha) { op.duplo_clique(ecra.Detalhe, linha); }
@@ -26,6 +33,20 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
         for (const int linha : linhas)
             escolhe(linha);
         confirma();
+    }
+
+    void abre_devolucao() { op.prime(ecra.btGV(0)); }
+    bool marca(int linha) {
+        op.edita(ecra.Final, linha, "Transf", "-1");
+        const base::Variante& marca = ecra.Final.valor(linha - 1, "Transf");
+        return !marca.vazio() && marca.logico();
+    }
+    // Returns these lines of the note that is loaded.
+    void devolve(std::initializer_list<int> linhas) {
+        abre_devolucao();
+        for (const int linha : linhas)
+            marca(linha);
+        op.prime(ecra.btGV(1));
     }
 
     // The rows in use, "a|b; c|d".
@@ -47,7 +68,8 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
                (ecra.btGV(0).Enabled ? "D" : "-");
     }
     bool vazio() {
-        return ecra.campo(0).Text.empty() && linhas(ecra.Gr, {"Nome"}).empty() && botoes() == "C--";
+        return ecra.campo(0).Text.empty() && linhas(ecra.Gr, {"Nome"}).empty() && botoes() == "C--" &&
+               !ecra.Frame3.Visible;
     }
     bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
 };

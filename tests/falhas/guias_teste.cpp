@@ -33,3 +33,16 @@ TEST(FalhasGuias, cancelling_a_note) {
                                      },
                                      [](EcraGuias& guias) { guias.anula(); }, utilizavel});
 }
+
+TEST(FalhasGuias, returning_lines_of_a_note) {
+    ciclo_de_falhas(Fluxo<EcraGuias>{"Returning lines of a note",
+                                     [](EcraGuias& guias) {
+                                         guias.emite({1, 3});
+                                         guias.carrega("1");
+                                         guias.abre_devolucao();
+                                         guias.marca(1);
+                                         guias.marca(2);
+                                     },
+                                     [](EcraGuias& guias) { guias.op.prime(guias.ecra.btGV(1)); },
+                                     utilizavel});
+}

@@ -153,5 +153,54 @@ TEST_F(JanelaDasGuias, EmiteEAnulaUmaGuiaSoComOTeclado) {
     EXPECT_TRUE(ecra->campo(1).Text.empty());
 }
 
+TEST_F(JanelaDasGuias, DevolveUmaLinhaDeUmaGuiaComOTecladoOuORato) {
+    const auto procura = [this](const std::string& sql) {
+        const auto linhas = BD.Consulta(sql);
+        return linhas->fim() ? std::string() : linhas->valor(0).texto();
+    };
+    const std::string numero = procura(
+        "Select top 1 NNumDoc from DocGcCab where TpDoc='GR' and NVias<>-1 and [Convert]<>-1 and Ano=" +
+        std::to_string(opcoes.hoje.ano));
+    const auto& final = widget<QTableView>(*janela, "Final");
+    const auto marcada = [&] { return ecra->Final.valor(0, "Transf").logico(); };
+    const auto na_guia = [&] { return !final.isVisible() && com_foco(*janela) == "btGV(0)"; };
+
+    tecla(*janela, Qt::Key_Tab);
+    escreve(*janela, numero.c_str());
+    tecla(*janela, Qt::Key_Tab);
+    for (int tabs = 0; tabs <= 3; ++tabs) { // from the grid, the date, each of the buttons
+        tecla(*janela, Qt::Key_D, Qt::AltModifier);
+        EXPECT_TRUE(final.isVisible() && com_foco(*janela) == "Final");
+        EXPECT_FALSE(widget<QWidget>(*janela, "campo(0)").isEnabled());
+        tecla(*janela, Qt::Key_Space);
+        EXPECT_TRUE(marcada());
+        for (int i = 0; i < tabs; ++i)
+            tecla(*janela, Qt::Key_Tab);
+        EXPECT_TRUE(widget<QLabel>(*janela, "ajuda").text().contains("Esc cancela")) << com_foco(*janela);
+        tecla(*janela, Qt::Key_Escape);
+        EXPECT_TRUE(na_guia()) << tabs;
+    }
+    tecla(*janela, Qt::Key_Return); // on the button that opened it
+    const int transf = ecra->Final.coluna("Transf");
+    for (const bool esperada : {true, false, true}) {
+        QTest::mouseClick(final.viewport(), Qt::LeftButton, {}, celula(*janela, "Final", 0, transf));
+        EXPECT_EQ(marcada(), esperada);
+    }
+    Respostas respostas;
+    respostas.faz([](QWidget& caixa) {
+        tecla(caixa, Qt::Key_Left); // from Cancelar, the default, to OK
+        tecla(caixa, Qt::Key_Return);
+    });
+    respostas.carrega(Qt::Key_Return);
+    tecla(*janela, Qt::Key_D, Qt::AltModifier);
+    EXPECT_THAT(respostas.textos, ::testing::ElementsAre("Vai proceder à Devolução.\nPretende continuar?",
+                                                         "Foi criado o documento Nº  1"));
+    janela->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(janela.get()));
+    EXPECT_TRUE(!final.isVisible() && com_foco(*janela) == "campo(0)");
+    EXPECT_THAT(procura("Select Origem from xel_ORVEX_Mov where TpDoc='GD'"),
+                ::testing::HasSubstr("/GR/1/" + numero + "/"));
+}
+
 } // namespace
 } // namespace orvex::testes

@@ -14,19 +14,7 @@
 namespace orvex::platform::qt {
 namespace {
 
-constexpr int margem = 14;
-
-void negrito(QLabel& texto) {
-    QFont letra = texto.font();
-    letra.setBold(true);
-    texto.setFont(letra);
-}
-
-// A label and its field in two neighbouring cells.
-void par(QGridLayout& grelha, int linha, int coluna, const common::Controlo& controlo, QWidget* campo) {
-    grelha.addWidget(nova_legenda(controlo.Legenda, campo), linha, coluna);
-    grelha.addWidget(campo, linha, coluna + 1, Qt::AlignLeft | Qt::AlignVCenter);
-}
+const QColor cor_veu{0x20, 0x2C, 0x4A, 90};
 
 } // namespace
 
@@ -38,7 +26,8 @@ JanelaGuiasRemessa::JanelaGuiasRemessa(delivery::GuiasRemessa& ecra, const Estad
     disposicao->addWidget(nova_faixa_titulo(liga(ecra.Label1), sessao));
     disposicao->addWidget(cabecalho(ecra));
     disposicao->addWidget(corpo(ecra), 1);
-    disposicao->addWidget(botoes(ecra));
+    disposicao->addWidget(
+        barra_botoes({&ecra.btConf(0), &ecra.btGV(0), &ecra.btCancelar}, &ecra.btConf(1), ecra.btSair));
     disposicao->addWidget(&linha_estado());
     marca_fecho(ecra.campo(0));
 }
@@ -48,7 +37,7 @@ QWidget* JanelaGuiasRemessa::cabecalho(delivery::GuiasRemessa& ecra) {
     quadro->setObjectName("Frame1");
     pinta_fundo(*quadro, cor_etiquetas);
     auto* grelha = new QGridLayout(quadro);
-    grelha->setContentsMargins(margem, 10, margem, 10);
+    grelha->setContentsMargins(margem_janela, 10, margem_janela, 10);
     grelha->setHorizontalSpacing(10);
 
     par(*grelha, 0, 0, ecra.campo(0), liga_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
@@ -73,7 +62,7 @@ QWidget* JanelaGuiasRemessa::corpo(delivery::GuiasRemessa& ecra) {
     camadas->setStackingMode(QStackedLayout::StackAll);
     auto* fundo = new QWidget;
     auto* margens = new QVBoxLayout(fundo);
-    margens->setContentsMargins(margem, 8, margem, 4);
+    margens->setContentsMargins(margem_janela, 8, margem_janela, 4);
     margens->addWidget(paginas);
     camadas->addWidget(painel_devolucao(ecra));
     camadas->addWidget(fundo);
@@ -155,44 +144,47 @@ QWidget* JanelaGuiasRemessa::diversos(delivery::GuiasRemessa& ecra) {
     return pagina;
 }
 
+// A sheet over a veil: what lies under the veil is still seen, and seen to be waiting.
 QWidget* JanelaGuiasRemessa::painel_devolucao(delivery::GuiasRemessa& ecra) {
-    auto* painel = new QFrame;
-    liga(ecra.Frame3, *painel);
-    painel->setFrameShape(QFrame::StyledPanel);
-    pinta_fundo(*painel, cor_etiquetas);
-    auto* disposicao = new QVBoxLayout(painel);
-    disposicao->setContentsMargins(margem + 10, 12, margem + 10, 12);
+    auto* folha = new QFrame;
+    folha->setFrameShape(QFrame::Box);
+    pinta_fundo(*folha, cor_etiquetas);
 
     auto* titulo = new QLabel("Devolução");
     negrito(*titulo);
-    QWidget* data_devolucao = liga(ecra.DTPicker3);
-    auto* de_cima = new QHBoxLayout;
-    de_cima->addWidget(titulo, 1);
-    de_cima->addWidget(nova_legenda("Data da Devolução", data_devolucao));
-    de_cima->addWidget(data_devolucao);
-    disposicao->addLayout(de_cima);
-    disposicao->addWidget(liga(ecra.Final), 1);
+    titulo->setMargin(8);
+    pinta_fundo(*titulo, cor_titulo, Qt::white);
+    auto* instrucoes = new QLabel("Marque as linhas que voltam, acerte a data e confirme.");
 
+    QWidget* data_devolucao = liga(ecra.DTPicker3);
     auto* de_baixo = new QHBoxLayout;
+    de_baixo->setSpacing(8);
+    de_baixo->addWidget(nova_legenda(ecra.DTPicker3.ToolTip, data_devolucao));
+    de_baixo->addWidget(data_devolucao);
+    de_baixo->addSpacing(margem_janela);
     de_baixo->addWidget(liga(ecra.btGV(1)));
     de_baixo->addWidget(liga(ecra.btGV(2)));
     de_baixo->addStretch();
-    disposicao->addLayout(de_baixo);
-    return painel;
-}
 
-QWidget* JanelaGuiasRemessa::botoes(delivery::GuiasRemessa& ecra) {
-    auto* barra = new QWidget;
-    auto* disposicao = new QHBoxLayout(barra);
-    disposicao->setContentsMargins(margem, 4, margem, 6);
-    disposicao->addWidget(liga(ecra.btConf(0)));
-    disposicao->addWidget(liga(ecra.btGV(0)));
-    disposicao->addWidget(liga(ecra.btCancelar));
-    disposicao->addStretch();
-    disposicao->addWidget(liga(ecra.btConf(1))); // it undoes a document: away from the others
-    disposicao->addSpacing(48);
-    disposicao->addWidget(liga(ecra.btSair));
-    return barra;
+    auto* conteudo = new QVBoxLayout;
+    conteudo->setContentsMargins(margem_janela, 8, margem_janela, 12);
+    conteudo->setSpacing(8);
+    conteudo->addWidget(instrucoes);
+    conteudo->addWidget(liga(ecra.Final), 1);
+    conteudo->addLayout(de_baixo);
+    auto* disposicao = new QVBoxLayout(folha);
+    disposicao->setContentsMargins(1, 1, 1, 1);
+    disposicao->setSpacing(0);
+    disposicao->addWidget(titulo);
+    disposicao->addLayout(conteudo, 1);
+
+    auto* veu = new QFrame;
+    liga(ecra.Frame3, *veu);
+    pinta_fundo(*veu, cor_veu);
+    auto* margens = new QVBoxLayout(veu);
+    margens->setContentsMargins(3 * margem_janela, 2 * margem_janela, 3 * margem_janela, 2 * margem_janela);
+    margens->addWidget(folha);
+    return veu;
 }
 
 } // namespace orvex::platform::qt

@@ -18,7 +18,6 @@ class JanelaGuiasRemessa : public JanelaQt {
     QWidget* movimentos(delivery::GuiasRemessa& ecra);
     QWidget* diversos(delivery::GuiasRemessa& ecra);
     QWidget* painel_devolucao(delivery::GuiasRemessa& ecra);
-    QWidget* botoes(delivery::GuiasRemessa& ecra);
 };
 
 } // namespace orvex::platform::qt

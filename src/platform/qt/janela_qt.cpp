@@ -19,8 +19,6 @@ namespace orvex::platform::qt {
 
 namespace {
 
-constexpr QSize tamanho_habitual{1160, 780};
-
 struct CursorEspera {
     CursorEspera() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
     ~CursorEspera() { QGuiApplication::restoreOverrideCursor(); }
@@ -41,8 +39,8 @@ struct CursorNormal {
 
 } // namespace
 
-JanelaQt::JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao)
-    : ecra_(ecra), linha_estado_(new LinhaEstado(sessao)) {
+JanelaQt::JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao, QSize tamanho_habitual)
+    : ecra_(ecra), tamanho_habitual_(tamanho_habitual), linha_estado_(new LinhaEstado(sessao)) {
     setObjectName("janela");
     setWindowTitle(qs(ecra.titulo_janela()));
     linha_estado_->setParent(this);
@@ -53,7 +51,7 @@ JanelaQt::~JanelaQt() { ocupado(false); }
 
 void JanelaQt::abre() {
     mostra();
-    repoe_janela(*this, qs(ecra_.titulo_janela()), tamanho_habitual);
+    repoe_janela(*this, qs(ecra_.titulo_janela()), tamanho_habitual_);
     for (const auto& [divisao, nome] : divisoes_)
         repoe_divisao(*divisao, nome);
     show();
@@ -154,6 +152,7 @@ bool JanelaQt::tecla(Ligacao& ligacao, QKeyEvent& evento) {
         ecra_.utilizador_avanca(recua ? -1 : +1);
         return true;
     }
+    if (evento.key() == Qt::Key_Escape && ecra_.utilizador_esc(ligacao.controlo())) return true;
     return ligacao.tecla(evento);
 }
 

@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -24,7 +25,7 @@ namespace orvex::platform::qt {
 class JanelaQt : public QWidget, public common::Janela {
   public:
     // The screen must outlive the window.
-    JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao);
+    JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao, QSize tamanho_habitual = {1160, 780});
     ~JanelaQt() override;
 
     common::Ecra& ecra() const { return ecra_; }
@@ -61,6 +62,12 @@ class JanelaQt : public QWidget, public common::Janela {
     void liga(common::Quadro& quadro, QWidget& painel);
     // A field with the small list button at its side; the button is no stop of the Tab key.
     QWidget* liga_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao);
+    // A label whose access key presses the button, for one that the Tab key does not reach.
+    QLabel* legenda_que_prime(const QString& texto, common::Botao& botao);
+    // The foot of a window: the confirming button first, the one that undoes a document (if any) away from
+    // the others, leaving last.
+    QWidget* barra_botoes(std::initializer_list<common::Botao*> primeiros, common::Botao* desfaz,
+                          common::Botao& sair);
     // Also tells the status line that Esc in this field closes the screen.
     void marca_fecho(const common::Campo& campo);
     void recorda(QSplitter& divisao, const QString& nome);
@@ -77,6 +84,7 @@ class JanelaQt : public QWidget, public common::Janela {
     void poe_foco();
 
     common::Ecra& ecra_;
+    QSize tamanho_habitual_; // until the user gives it another
     LinhaEstado* linha_estado_;
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;
     QHash<const QObject*, Ligacao*> por_alvo_;

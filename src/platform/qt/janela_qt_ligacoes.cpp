@@ -102,6 +102,31 @@ QWidget* JanelaQt::liga_com_lista(common::Campo& campo, int largura_em_letras, c
     return par;
 }
 
+QLabel* JanelaQt::legenda_que_prime(const QString& texto, common::Botao& botao) {
+    Ligacao& ligacao = *ligacao_de(&botao);
+    auto* legenda = new QLabel(texto);
+    legenda->setToolTip(qs(botao.ToolTip));
+    legenda->setBuddy(&ligacao.widget());
+    observa(*legenda, ligacao);
+    return legenda;
+}
+
+QWidget* JanelaQt::barra_botoes(std::initializer_list<common::Botao*> primeiros, common::Botao* desfaz,
+                                common::Botao& sair) {
+    auto* barra = new QWidget;
+    auto* disposicao = new QHBoxLayout(barra);
+    disposicao->setContentsMargins(margem_janela, 4, margem_janela, 6);
+    for (common::Botao* botao : primeiros)
+        disposicao->addWidget(liga(*botao));
+    disposicao->addStretch();
+    if (desfaz != nullptr) {
+        disposicao->addWidget(liga(*desfaz));
+        disposicao->addSpacing(48);
+    }
+    disposicao->addWidget(liga(sair));
+    return barra;
+}
+
 void JanelaQt::marca_fecho(const common::Campo& campo) {
     if (auto* ligacao = dynamic_cast<LigacaoCampo*>(ligacao_de(&campo))) ligacao->marca_fecho();
 }

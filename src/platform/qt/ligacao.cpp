@@ -29,7 +29,6 @@ Ligacao::Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
     const QString dica = qs(controlo.ToolTip);
     widget.setObjectName(qs(controlo.nome));
     widget.setToolTip(dica);
-    widget.setAccessibleName(controlo.Legenda.empty() ? dica : qs(controlo.Legenda));
     widget.setAccessibleDescription(dica);
     // The keyboard goes where the screen says: a click asks it first, and so does the wheel.
     widget.setFocusPolicy(Qt::TabFocus);
@@ -41,6 +40,8 @@ Ligacao::Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
 common::Ecra& Ligacao::ecra() const { return janela_.ecra(); }
 
 void Ligacao::mostra() {
+    const QString nome = qs(controlo_.Legenda.empty() ? controlo_.ToolTip : controlo_.Legenda);
+    if (widget_.accessibleName() != nome) widget_.setAccessibleName(nome);
     if (widget_.isEnabledTo(widget_.parentWidget()) != controlo_.Enabled)
         widget_.setEnabled(controlo_.Enabled);
     if (widget_.isHidden() == controlo_.Visible) widget_.setVisible(controlo_.Visible);
@@ -52,6 +53,10 @@ LigacaoCampo::LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& li
     : Ligacao(janela, campo, linha), campo_(campo), linha_(linha) {
     linha.setValidator(new LimiteTexto(&linha, campo.MaxLength, [&campo] { return qs(campo.Text); }));
     if (campo.numerico) linha.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    // What is closed to typing is there to be read.
+    QPalette cores = linha.palette();
+    cores.setColor(QPalette::Disabled, QPalette::Text, cores.color(QPalette::Active, QPalette::Text));
+    linha.setPalette(cores);
     QObject::connect(&linha, &QLineEdit::textEdited, &linha, [this](const QString& texto) {
         if (texto != qs(campo_.Text)) ecra().utilizador_edita(campo_, texto.toStdString());
     });
@@ -128,6 +133,10 @@ bool LigacaoBotao::rato(QEvent&) {
     if (!janela_.caixa_neste_evento()) return false;
     prime();
     return true;
+}
+
+QString LigacaoBotao::ajuda() const {
+    return QString("Enter carrega   Tab seguinte") + (botao_.cancela() != nullptr ? "   Esc cancela" : "");
 }
 
 bool LigacaoBotao::atalho() {

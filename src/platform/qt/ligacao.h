@@ -75,7 +75,7 @@ class LigacaoData : public Ligacao {
     void recebeu_foco() override;
     bool tecla(QKeyEvent& evento) override;
     bool rato(QEvent& evento) override;
-    QString ajuda() const override { return "F4 calendário   Enter seguinte   Esc anterior"; }
+    QString ajuda() const override;
 
   private:
     void abre_calendario();
@@ -90,7 +90,7 @@ class LigacaoBotao : public Ligacao {
     bool tecla(QKeyEvent& evento) override;
     bool rato(QEvent& evento) override;
     bool atalho() override;
-    QString ajuda() const override { return "Enter carrega   Tab seguinte"; }
+    QString ajuda() const override;
 
   private:
     void prime();

@@ -55,6 +55,11 @@ void LigacaoData::mostra() {
 
 void LigacaoData::recebeu_foco() { data_.setSelectedSection(QDateTimeEdit::DaySection); }
 
+QString LigacaoData::ajuda() const {
+    return QString("F4 calendário   Enter seguinte   ") +
+           (selector_.cancela() != nullptr ? "Esc cancela" : "Esc anterior");
+}
+
 bool LigacaoData::tecla(QKeyEvent& evento) {
     switch (evento.key()) {
     case Qt::Key_Return:

@@ -4,6 +4,7 @@
 #include "platform/qt/textos.h"
 
 #include <QEvent>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QPainter>
@@ -15,9 +16,7 @@ namespace {
 QLabel* novo_aviso_demonstracao() {
     auto* aviso = new QLabel("EMPRESA DE DEMONSTRAÇÃO");
     aviso->setObjectName("demonstracao");
-    QFont letra = aviso->font();
-    letra.setBold(true);
-    aviso->setFont(letra);
+    negrito(*aviso);
     aviso->setMargin(3);
     aviso->setContentsMargins(6, 0, 6, 0);
     pinta_fundo(*aviso, cor_aviso, Qt::black);
@@ -48,10 +47,23 @@ bool EtiquetaElidida::event(QEvent* evento) {
     return true;
 }
 
+void negrito(QLabel& texto) {
+    QFont letra = texto.font();
+    letra.setBold(true);
+    texto.setFont(letra);
+}
+
 QLabel* nova_legenda(const std::string& texto, QWidget* campo) {
     auto* legenda = new QLabel(qs(texto));
     legenda->setTextFormat(Qt::PlainText);
     if (campo != nullptr) legenda->setToolTip(campo->toolTip());
+    return legenda;
+}
+
+QLabel* par(QGridLayout& grelha, int linha, int coluna, const common::Controlo& controlo, QWidget* campo) {
+    QLabel* legenda = nova_legenda(controlo.Legenda, campo);
+    grelha.addWidget(legenda, linha, coluna);
+    grelha.addWidget(campo, linha, coluna + 1, Qt::AlignLeft | Qt::AlignVCenter);
     return legenda;
 }
 
@@ -65,7 +77,7 @@ QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao) {
     cores.setColor(QPalette::WindowText, Qt::white);
     titulo->setPalette(cores);
     auto* disposicao = new QHBoxLayout(faixa);
-    disposicao->setContentsMargins(14, 6, 14, 6);
+    disposicao->setContentsMargins(margem_janela, 6, margem_janela, 6);
     disposicao->addWidget(titulo, 1);
     if (sessao.demonstracao) disposicao->addWidget(novo_aviso_demonstracao());
     return faixa;
@@ -75,13 +87,14 @@ LinhaEstado::LinhaEstado(const EstadoSessao& sessao) : ajuda_(new EtiquetaElidid
     setObjectName("LinhaEstado");
     ajuda_->setObjectName("ajuda");
     auto* disposicao = new QHBoxLayout(this);
-    disposicao->setContentsMargins(14, 3, 14, 4);
+    disposicao->setContentsMargins(margem_janela, 3, margem_janela, 4);
     disposicao->setSpacing(18);
     disposicao->addWidget(ajuda_, 1);
-    auto* quem = new QLabel(qs("Empresa: " + sessao.empresa + "   Base de dados: " + sessao.motor +
-                               "   Utilizador: " + sessao.utilizador));
+    auto* quem = new EtiquetaElidida; // a long company name must not make the window wider than the screen
+    quem->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    quem->setText(
+        qs("Empresa: " + sessao.empresa + "   BD: " + sessao.motor + "   Utilizador: " + sessao.utilizador));
     quem->setObjectName("sessao");
-    quem->setTextFormat(Qt::PlainText);
     disposicao->addWidget(quem);
 }
 

@@ -1,9 +1,13 @@
 // The parts every screen's window is put together from: title band, labels, status line.
 #pragma once
 
+#include "common/controlos.h"
+
 #include <QLabel>
 
 #include <string>
+
+class QGridLayout;
 
 namespace orvex::platform::qt {
 
@@ -27,8 +31,15 @@ class EtiquetaElidida : public QLabel {
     bool event(QEvent* evento) override;
 };
 
+inline constexpr int margem_janela = 14; // left and right of everything in a window
+
+void negrito(QLabel& texto);
+
 // The label beside a field.
 QLabel* nova_legenda(const std::string& texto, QWidget* campo = nullptr);
+
+// A label and its field in two neighbouring cells. Gives the label.
+QLabel* par(QGridLayout& grelha, int linha, int coluna, const common::Controlo& controlo, QWidget* campo);
 
 // The band at the top of a window. `titulo` is placed in it and dressed for it.
 QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao);

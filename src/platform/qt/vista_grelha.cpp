@@ -99,7 +99,9 @@ QString VistaGrelha::ajuda() const {
     QString texto = "Tab seguinte";
     if (grelha_.DblClick) texto = "Enter ou duplo clique escolhe   " + texto;
     if (marca) texto = "Espaço marca   " + texto;
-    if (escreve) texto = "F2 edita   Esc desiste   " + texto;
+    if (escreve)
+        texto = QString("F2 edita   ") +
+                (grelha_.cancela() != nullptr ? "Esc cancela   " : "Esc desiste   ") + texto;
     if (grelha_.permite_apagar) texto += "   Ctrl+Del apaga a linha";
     return texto;
 }

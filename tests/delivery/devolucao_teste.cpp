@@ -1,0 +1,248 @@
+#include "tests/delivery/ecra_guias.h"
+
+using namespace orvex;
+using namespace orvex::testes;
+
+namespace {
+
+constexpr const char* pergunta = "Vai proceder à Devolução.\n\rPretende continuar?";
+constexpr const char* ja_devolvido = "O Artigo selecionado já foi devolvido!";
+constexpr const char* ja_devolvida = "Esta GR já foi devolvida!";
+constexpr const char* anomalia = "Situação Anómala\n\rErro: ";
+
+// What Esc, the button and a change of mind leave behind: the note as it was loaded.
+bool guia_carregada(EcraGuias& guias) {
+    for (const common::Controlo* controlo : guias.ecra.controlos())
+        if (controlo->Enabled != (controlo != &guias.ecra.btConf(0))) return false;
+    return !guias.ecra.Frame3.Visible && guias.ecra.foco().actual() == &guias.ecra.btGV(0);
+}
+
+} // namespace
+
+TEST_F(Guias, what_came_back_can_go_out_again_but_does_not_come_back_twice) {
+    const auto ve = [this](std::initializer_list<const char*> perguntas) {
+        for (const auto& caso : tabela(perguntas))
+            EXPECT_EQ(empresa.linhas("select " + caso[0]), caso[1]) << caso[0];
+    };
+    const auto origens = [this] {
+        return empresa.linhas("select Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where NumLinha=1 and "
+                              "(NumDoc=123 or NumDoc=9) order by TpDoc");
+    };
+    emite({1, 3});
+    EXPECT_EQ(origens(), "0|0|0; 0|null|null");
+    cliente("CL'1");
+    carrega("1");
+    caixas();
+    devolve({1});
+    EXPECT_EQ(caixas(), std::string(pergunta) + "|Foi criado o documento Nº  1");
+    EXPECT_TRUE(vazio() && no_campo(0) && !BD.EmTransaccao());
+    EXPECT_EQ(origens(), "2.5|2.5|2.6; 0|null|null");
+    ve({"Ano, SerieDoc, NumDoc, NumLinha, Data, Artigo, Cliente, Descritivo, QtdOrig, Qtd, Origem, "
+        "PesoLiquido, PesoBruto from xel_ORVEX_MOV where TpDoc='GV' => "
+        "2019|1|1|1|2019-03-15 00:00:00|BOB'1|CL'1|Bobina d'aço|2.5|2.5|2019/GR/1/1/3/00000|2.5|2.6",
+        "NumSerie, Cliente, Data, Quantidade, Obs, Funcionario, CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, "
+        "NumLin from xel_ORVEX where TpDoc='GV' => "
+        "BOB'1|ORVEX|2019-03-15 10:20:30|2.5|José O'Neill, Lda||ORVEX|0|2019|GV|1|1|1",
+        "NumLinha, PesoBruto from U_DocGcLin1 where TpDocUM='GV' => 1|2.6",
+        "TpDoc, Terceiro, VossoNo, NVias from DocGcCab order by TpDoc => GR|CL'1||0; GV|CL'1|1|0",
+        "NumLinha, Artigo, Quant, Armazem from DocGcLin where TpDocum='GV' => 1|BOB'1|2.5|OR",
+        "Existenc from artarm where Armazem='OR' order by Artigo => 10; 10; 7; 10; 10"});
+
+    const auto depois = empresa.livro();
+    carrega("1");
+    abre_devolucao();
+    EXPECT_FALSE(marca(1));
+    EXPECT_TRUE(marca(2)) << "the other line is still out";
+    EXPECT_EQ(caixas(), ja_devolvido);
+    op.prime(ecra.btGV(2));
+    anula();
+    EXPECT_THAT(caixas(), testing::EndsWith(std::string("|") + ja_devolvida));
+    EXPECT_TRUE(vazio() && !BD.EmTransaccao());
+    EXPECT_EQ(empresa.livro(), depois);
+
+    emite({1});
+    EXPECT_EQ(caixas(), "Foi criado o documento Nº  2");
+    EXPECT_EQ(origens(), "0|0|0; 0|null|null");
+    carrega("2");
+    anula();
+    EXPECT_EQ(empresa.livro(), depois) << "a note with nothing returned is cancelled";
+    carrega("1");
+    devolve({2});
+    EXPECT_EQ(origens(), "2.5|2.5|2.6; 3|null|null");
+    carrega("1");
+    caixas();
+    anula();
+    EXPECT_THAT(caixas(), testing::EndsWith(std::string("|") + ja_devolvida + "|" + ja_devolvida));
+    ve({"TpDoc, NNumDoc, NVias from DocGcCab order by TpDoc, NNumDoc => GR|1|0; GR|2|-1; GV|1|0; GV|2|0"});
+}
+
+TEST_F(Guias, the_texts_of_returning_a_line) {
+    emite({1, 3});
+    cliente("CL'1");
+    carrega("1");
+    for (const int i : {2, 19, 22, 24, 25, 26, 27})
+        ecra.campo(i).Text = "c" + std::to_string(i);
+    abre_devolucao();
+    ecra.utilizador_data(ecra.DTPicker3, {2019, 4, 2, 8, 5, 0});
+    diario.recomeca();
+    marca(1);
+    op.prime(ecra.btGV(1));
+    EXPECT_EQ(diario.texto(), R"(
+CONSULTA Select * from xel_ORVEX_MOV where  Cliente = 'CL''1' and TpDoc='GV' and Artigo='BOB''1' 
+INICIA
+CRIA SageApiNextPlus.DocumentoComercial
+Cab Ano=2019 Data='02-04-2019' AreaGestao=4 Sector='SD' Serie=1 TipoDocumento='GV' TipoTerceiro=2 Terceiro='CL'1' TipoPreco=0
+doc Origem=3
+doc.Validar()
+Cab NumeroContribuinte='c19' Processo='' VossoNoDocumento='1' Vendedor='c2' MeiodeTransporte='c24' Matricula='c25' LocalCarga='c27' LocalDescarga='c26' DataCarga='02-04-2019' DataDescarga='02-04-2019' IvaIncluido=False
+CRIA SageApiNextPlus.DocumentosGcLin
+lin TipoDeLinha=1 Artigo='BOB'1' Armazem='OR'
+doc.SugereValoresLin(lin, True, True, True, True, True, False, True)
+lin descricao='Bobina d'aço' Quantidade=2.5 QuantidadeOrigem=2.5 DataMvStock='02-04-2019' PrecoUnitario=0 Sector='SD' Desconto=0 TaxaDesconto=0
+doc.AdicionaLinha(lin)
+SUBMETE 3
+submetido.Finalizar(0, 0, 'GV', 2019)
+CONSULTA Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='GR' and NumDoc= 1 and SerieDoc=1 
+ABRE Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='FA'     and NumDoc=123 and SerieDoc=1 and NumLinha=1
+  altera Qtd=2.5 PesoLiquido=2.5 PesoBruto=2.6
+CONSULTA Select * from xel_ORVEX_MOV where TpDoc='GV' and Origem='2019/GR/1/1/3/00000'
+CONSULTA Select * from DocGcLin where ano=2019 and tpDocum='GV' and Serie=1 and NnumDoc=1
+ABRE Select * from xel_ORVEX_MOV where Ano=-1
+  acrescenta Ano=2019 TpDoc='GV' NumDoc=1 SerieDoc=1 NumLinha=1 Data=2019-04-02 08:05:00 Artigo='BOB'1' Cliente='CL'1' Descritivo='Bobina d'aço' QtdOrig=2.5 Qtd=2.5 Origem='2019/GR/1/1/3/00000' PesoLiquido=2.5 PesoBruto=2.6
+ABRE Select * from xel_ORVEX where Ano=-1
+  acrescenta NumSerie='BOB'1' Cliente='ORVEX' Data=2019-04-02 08:05:00 Quantidade=2.5 Obs='José O'Neill, Lda' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2019 TpDoc='GV' NNumDoc=1 Serie=1 NumLin=1
+ABRE Select * from U_DocGcLin1 where ano=-1
+  acrescenta TpDocUM='GV' NNumDoc=1 NumLinha=1 Serie=1 Ano=2019 PesoBruto=2.6
+CONFIRMA
+)");
+}
+
+TEST(Devolucoes,
+     what_another_program_did_to_the_loaded_note_meanwhile_refuses_the_return_and_the_cancellation) {
+    for (const auto& caso :
+         tabela({"devolve => devolve => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
+                 "devolve a outro => devolve => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
+                 "anula => devolve => Erro: A guia 1 foi anulada depois de carregada.",
+                 "devolve => anula => Esta GR já foi devolvida!",
+                 "devolve a outro => anula => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
+                 "anula => anula => Erro: "})) {
+        SCOPED_TRACE(caso[0] + ", " + caso[1]);
+        EcraGuias este;
+        EcraGuias outro(este.empresa);
+        este.emite({1, 3});
+        for (EcraGuias* posto : {&este, &outro})
+            posto->carrega("1");
+        este.abre_devolucao();
+        EXPECT_TRUE(este.marca(2) && este.marca(1));
+        if (caso[1] == "anula") este.op.prime(este.ecra.btGV(2));
+        caso[0] == "anula" ? outro.anula() : outro.devolve({1});
+        if (caso[0] == "devolve a outro")
+            outro.BD.Executa("Update xel_ORVEX_MOV set Cliente='CL2' where TpDoc='GV'");
+        const auto livro = este.empresa.livro(), stock = este.empresa.stock();
+        este.caixas();
+        caso[1] == "anula" ? este.anula() : este.op.prime(este.ecra.btGV(1));
+        EXPECT_THAT(este.caixas(), HasSubstr(caso[2]));
+        EXPECT_TRUE(este.vazio() && este.no_campo(0) && !este.BD.EmTransaccao());
+        EXPECT_EQ(este.empresa.livro(), livro);
+        EXPECT_EQ(este.empresa.stock(), stock);
+    }
+}
+
+TEST_F(Guias, the_panel_holds_the_screen_until_it_is_left_and_leaves_the_note_as_it_was) {
+    emite({1});
+    carrega("1");
+    const auto livro = empresa.livro();
+    const auto esc = [this](common::Controlo& onde) {
+        ecra.utilizador_foca(onde);
+        EXPECT_TRUE(ecra.utilizador_esc(onde)) << onde.nome;
+    };
+    const std::function<void()> saidas[] = {[&] { esc(ecra.Final); },
+                                            [&] { esc(ecra.DTPicker3); },
+                                            [&] { esc(ecra.btGV(1)); },
+                                            [&] { esc(ecra.btGV(2)); },
+                                            [&] { op.prime(ecra.btGV(2)); },
+                                            [&] {
+                                                janela.respostas = {common::resposta_cancelar};
+                                                op.prime(ecra.btGV(1));
+                                                EXPECT_EQ(janela.caixas.back().texto, pergunta);
+                                            }};
+    for (const auto& sai : saidas) {
+        abre_devolucao();
+        EXPECT_EQ(ecra.DTPicker3.Value, relogio);
+        std::string activos;
+        for (const common::Controlo* controlo : ecra.controlos())
+            if (controlo->Enabled) activos += controlo->nome + " ";
+        EXPECT_EQ(activos, "Frame3 DTPicker3 btGV(1) btGV(2) btSair Final ");
+        EXPECT_EQ(ecra.foco().actual(), &ecra.Final);
+        EXPECT_FALSE(ecra.utilizador_esc(ecra.btSair));
+        EXPECT_TRUE(marca(1)) << "and unticked again when the panel is opened";
+        sai();
+        EXPECT_TRUE(guia_carregada(*this));
+    }
+    EXPECT_EQ(empresa.livro(), livro);
+    anula();
+    EXPECT_THAT(empresa.linhas("select NVias from DocGcCab"), "-1") << "the loaded note is still at hand";
+}
+
+TEST_F(Guias, the_panel_offers_the_notes_articles_and_only_what_is_ticked_comes_back) {
+    cliente("CL'1");
+    for (int numero = 201; numero <= 212; ++numero)
+        empresa.insere_linha_aberta(numero, "BOB2", "0.1");
+    emite({1, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14});
+    carrega("1");
+    EXPECT_GT(ecra.Gr.linhas(), 30);
+    abre_devolucao();
+    EXPECT_EQ(linhas(ecra.Final, {"Artigo"}), "BOB'1; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; "
+                                              "BOB2; BOB2");
+    EXPECT_FALSE(marca(13)) << "a blank row";
+    EXPECT_TRUE(marca(12) && marca(2));
+    EXPECT_TRUE(op.edita(ecra.Final, 2, "Transf", "0"));
+    op.prime(ecra.btGV(1));
+    EXPECT_EQ(empresa.linhas("select NumLinha, Qtd, Origem from xel_ORVEX_MOV where TpDoc='GV'"),
+              "1|0.1|2019/GR/1/1/36/00000");
+}
+
+TEST_F(Guias, a_return_without_lines_or_that_the_erp_refuses_leaves_nothing) {
+    for (const auto& caso : tabela({" => Documento inválido. Obrigatório ter linhas.",
+                                    "Delete Artigos where CODIGO='BOB''1' => O artigo"})) {
+        if (caso[0].empty()) emite({1});
+        carrega("1");
+        abre_devolucao();
+        if (!caso[0].empty()) {
+            marca(1);
+            empresa.outra().Executa(caso[0]);
+        }
+        const auto livro = empresa.livro(), stock = empresa.stock();
+        caixas();
+        op.prime(ecra.btGV(1));
+        EXPECT_THAT(caixas(), HasSubstr(anomalia + caso[1]));
+        EXPECT_TRUE(vazio() && no_campo(0) && !BD.EmTransaccao());
+        EXPECT_EQ(empresa.livro() + empresa.stock(), livro + stock);
+        EXPECT_EQ(empresa.linhas("select * from DocGcCab where TpDoc='GV'"), "");
+    }
+}
+
+TEST(Devolucoes, a_return_of_another_year_belongs_to_the_notes_own_year_and_to_the_holder_of_its_warehouse) {
+    for (const auto& [armazem, detentor] : {std::pair{0, "ORVEX"}, {1, "CL'1"}}) {
+        EcraGuias guias;
+        guias.ecra.utilizador_escolhe(guias.ecra.cb1(0), armazem);
+        guias.emite({1});
+        guias.janela.escolhe_a_primeira_com("No. Doc.", "1");
+        guias.op.prime(guias.ecra.btFx(1)); // from the list
+        guias.op.escreve(guias.ecra.campo(1), "0001");
+        guias.op.tecla(guias.ecra.campo(1), common::tecla_esc); // back, with the number left as typed
+        guias.abre_devolucao();
+        EXPECT_TRUE(guias.marca(1));
+        guias.ecra.utilizador_data(guias.ecra.DTPicker3, {2020, 1, 2});
+        guias.op.prime(guias.ecra.btGV(1));
+        EXPECT_EQ(guias.empresa.linhas("select Ano, Cliente, Origem from xel_ORVEX_MOV where TpDoc='GV'"),
+                  "2020|CL'1|2019/GR/1/1/3/00000");
+        EXPECT_EQ(guias.empresa.linhas("select Ano, Cliente, CliFinal from xel_ORVEX where TpDoc='GV'"),
+                  std::string("2020|") + detentor + "|" + detentor);
+        guias.carrega("1");
+        guias.caixas();
+        guias.abre_devolucao();
+        EXPECT_FALSE(guias.marca(1));
+        EXPECT_EQ(guias.caixas(), ja_devolvido);
+    }
+}
