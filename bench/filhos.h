@@ -8,13 +8,16 @@ namespace orvex::bench {
 // Each prints milliseconds first; gives the exit code.
 int mede_facturas(const std::string& instalacao, const std::string& cliente);
 int mede_emissao(const std::string& instalacao, const std::string& cliente, int linhas);
+// Of one of so many consumptions of the item of the newest ledger row.
+int mede_ajuste(const std::string& instalacao, int vezes);
 
 // Open a window and end the process at its first paint; the caller measures the whole process.
 int mostra_ecra(const std::string& instalacao);
 int mostra_janela_vazia();
 int mostra_janela_com_texto(); // one line of it: what any window that is not blank pays for its font
 
-// Prints the milliseconds to show the pick list of clients, and to filter it by three typed letters.
-int mede_lista(const std::string& instalacao);
+// Prints the milliseconds to show a pick list, and to filter it by three typed letters.
+int mede_lista_clientes(const std::string& instalacao);
+int mede_lista_artigos(const std::string& instalacao);
 
 } // namespace orvex::bench

@@ -60,6 +60,33 @@ struct Aplicacao {
     QApplication qt;
 };
 
+int mede_lista(const std::string& instalacao, const char* titulo, const char* sql, const char* letras) {
+    Aplicacao aplicacao;
+    platform::qt::prepara_aplicacao(aplicacao.qt);
+    const auto definicoes = startup::DefinicoesBD::le(std::filesystem::path(instalacao) / "OrvexEXE.xel");
+    platform::sqlite::SessaoSQLite BD;
+    BD.Abre(startup::ConstrutorLigacao{.servidor = definicoes.servidor,
+                                       .base = definicoes.base,
+                                       .utilizador = definicoes.utilizador,
+                                       .palavra_passe = definicoes.palavra_passe}
+                .constroi());
+
+    QElapsedTimer relogio;
+    relogio.start();
+    platform::qt::JanelaLista lista(nullptr, {BD, titulo, sql, 8000, {{1, 1500}, {2, 5000}}}, {});
+    const AoPintar mostrada([&](QWidget&) {
+        const double mostrar = static_cast<double>(relogio.nsecsElapsed()) / 1e6;
+        auto* filtro = lista.findChild<QLineEdit*>();
+        relogio.restart();
+        QTest::keyClicks(filtro, letras);
+        lista.repaint();
+        std::printf("%.3f %.3f\n", mostrar, static_cast<double>(relogio.nsecsElapsed()) / 1e6);
+        QApplication::quit();
+    });
+    lista.show();
+    return QApplication::exec();
+}
+
 } // namespace
 
 int mostra_janela_vazia() {
@@ -90,37 +117,16 @@ int mostra_ecra(const std::string& instalacao) {
     return ecra != nullptr ? QApplication::exec() : 1;
 }
 
-int mede_lista(const std::string& instalacao) {
-    Aplicacao aplicacao;
-    platform::qt::prepara_aplicacao(aplicacao.qt);
-    const auto definicoes = startup::DefinicoesBD::le(std::filesystem::path(instalacao) / "OrvexEXE.xel");
-    platform::sqlite::SessaoSQLite BD;
-    BD.Abre(startup::ConstrutorLigacao{.servidor = definicoes.servidor,
-                                       .base = definicoes.base,
-                                       .utilizador = definicoes.utilizador,
-                                       .palavra_passe = definicoes.palavra_passe}
-                .constroi());
+int mede_lista_clientes(const std::string& instalacao) {
+    return mede_lista(instalacao, "Clientes",
+                      "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo", "met");
+}
 
-    QElapsedTimer relogio;
-    relogio.start();
-    platform::qt::JanelaLista lista(nullptr,
-                                    {BD,
-                                     "Clientes",
-                                     "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
-                                     8000,
-                                     {{1, 1500}, {2, 5000}}},
-                                    {});
-    const AoPintar mostrada([&](QWidget&) {
-        const double mostrar = static_cast<double>(relogio.nsecsElapsed()) / 1e6;
-        auto* filtro = lista.findChild<QLineEdit*>();
-        relogio.restart();
-        QTest::keyClicks(filtro, "met");
-        lista.repaint();
-        std::printf("%.3f %.3f\n", mostrar, static_cast<double>(relogio.nsecsElapsed()) / 1e6);
-        QApplication::quit();
-    });
-    lista.show();
-    return QApplication::exec();
+int mede_lista_artigos(const std::string& instalacao) {
+    return mede_lista(instalacao, "Artigos",
+                      "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
+                      "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE  Group By NumSerie,Nome ORDER BY NUMSERIE",
+                      "gal");
 }
 
 } // namespace orvex::bench

@@ -1,5 +1,6 @@
 #include "bench/filhos.h"
 
+#include "adjust/mov_stocks.h"
 #include "base/texto.h"
 #include "delivery/guias_remessa.h"
 #include "platform/erp/sessao_erp_embebida.h"
@@ -28,12 +29,19 @@ class JanelaMuda : public common::Janela {
     void descarrega() override {}
 };
 
-// The delivery-note screen on an installation, with no window.
+// A screen on an installation, with no window.
+template <typename TEcra>
 struct Posto {
-    explicit Posto(const std::filesystem::path& instalacao)
-        : ecra({BD, gERP, startup::Parametros(instalacao), {}, [] {
+    template <typename... Argumentos>
+    explicit Posto(const std::filesystem::path& instalacao, Argumentos... argumentos)
+        : ecra({BD,
+                gERP,
+                startup::Parametros(instalacao),
+                {},
+                [] {
                     return base::DataHora{2026, 1, 2, 10};
-                }}) {
+                }},
+               argumentos...) {
         const auto definicoes = instalacao / "OrvexEXE.xel";
         const auto bd = startup::DefinicoesBD::le(definicoes);
         BD.Abre(startup::ConstrutorLigacao{.servidor = bd.servidor,
@@ -48,16 +56,16 @@ struct Posto {
         ecra.utilizador_abre();
     }
 
-    // Types the client and leaves the field, which lists the client's open lines.
-    void escolhe_cliente(const std::string& cliente) {
-        ecra.utilizador_edita(ecra.campo(0), cliente);
+    // Types into the first field and leaves it: the client, which lists its open lines, or the item.
+    void escolhe(const std::string& codigo) {
+        ecra.utilizador_edita(ecra.campo(0), codigo);
         ecra.utilizador_avanca(+1);
     }
 
     platform::sqlite::SessaoSQLite BD;
     platform::erp::SessaoERPEmbebida gERP;
     JanelaMuda janela;
-    delivery::GuiasRemessa ecra;
+    TEcra ecra;
 };
 
 template <typename Trabalho>
@@ -70,8 +78,8 @@ double milissegundos(Trabalho trabalho) {
 } // namespace
 
 int mede_facturas(const std::string& instalacao, const std::string& cliente) {
-    Posto posto(instalacao);
-    const double ms = milissegundos([&] { posto.escolhe_cliente(cliente); });
+    Posto<delivery::GuiasRemessa> posto(instalacao);
+    const double ms = milissegundos([&] { posto.escolhe(cliente); });
     int mostradas = 0;
     while (mostradas < posto.ecra.Detalhe.linhas() && !posto.ecra.Detalhe.valor(mostradas, "Artigo").vazio())
         ++mostradas;
@@ -80,8 +88,8 @@ int mede_facturas(const std::string& instalacao, const std::string& cliente) {
 }
 
 int mede_emissao(const std::string& instalacao, const std::string& cliente, int linhas) {
-    Posto posto(instalacao);
-    posto.escolhe_cliente(cliente);
+    Posto<delivery::GuiasRemessa> posto(instalacao);
+    posto.escolhe(cliente);
     for (int linha = 1; linha <= linhas; ++linha) {
         posto.ecra.utilizador_celula(posto.ecra.Detalhe, linha, 0);
         posto.ecra.utilizador_duplo_clique(posto.ecra.Detalhe);
@@ -92,6 +100,26 @@ int mede_emissao(const std::string& instalacao, const std::string& cliente, int 
         return 1;
     }
     std::printf("%.3f %d\n", ms, linhas);
+    return 0;
+}
+
+int mede_ajuste(const std::string& instalacao, int vezes) {
+    Posto<adjust::MovStocks> posto(instalacao, std::int16_t{3});
+    const std::string artigo =
+        posto.BD.Consulta("Select top 1 * from xel_ORVEX order by Registo desc")->valor("NumSerie").texto();
+    double ms = 0;
+    for (int i = 0; i < vezes; ++i) {
+        posto.escolhe(artigo);
+        posto.ecra.utilizador_foca(posto.ecra.campo(3));
+        posto.ecra.utilizador_edita(posto.ecra.campo(3), "0,001");
+        posto.ecra.utilizador_foca(posto.ecra.btConf); // leaving the field checks it
+        ms += milissegundos([&] { posto.ecra.utilizador_prime(posto.ecra.btConf); });
+        if (posto.janela.ultima_caixa.rfind("Foi gerado o Documento", 0) != 0) {
+            std::fprintf(stderr, "%s\n", posto.janela.ultima_caixa.c_str());
+            return 1;
+        }
+    }
+    std::printf("%.3f %d\n", ms / vezes, vezes);
     return 0;
 }
 

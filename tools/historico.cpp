@@ -4,6 +4,7 @@
 
 #include "base/falha.h"
 #include "platform/erp/documentos.h"
+#include "platform/erp/stock.h"
 
 #include <algorithm>
 
@@ -143,6 +144,32 @@ void regista_guia(Construcao& construcao, const startup::ChaveDocumento& guia, c
         detentor, guia.Ano, guia.TipoDocumento, guia.NossoNoDocumento, linha.numero);
 }
 
+struct Ajuste {
+    const char* tipo;
+    const char* observacao;
+    Moeda quantidade; // signed, tonnes
+};
+
+void regista_ajuste(Construcao& construcao, const Artigo& artigo, const Ajuste& ajuste, const DataHora& data,
+                    std::int64_t numero) {
+    Insercao(construcao.livro, "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario,"
+                               " CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, NumLin)"
+                               " values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, ?, 1)")(
+        artigo.codigo, cliente_orvex, data.data_hora_iso(), ajuste.quantidade, ajuste.observacao,
+        cliente_orvex, data.ano, ajuste.tipo, numero);
+}
+
+// One whose document the ERP has archived: only the ledger still knows it.
+void escreve_ajuste_arquivado(Construcao& construcao, const Artigo& artigo) {
+    const Ajuste ajuste{"SB", "Excesso de Peso", Moeda::de_decimos_milesimos(1200)};
+    grava(construcao, [&] {
+        platform::erp::move_armazem(construcao.erp, artigo.codigo, artigo.armazem(), ajuste.quantidade);
+        platform::erp::move_artigo(construcao.erp, artigo.codigo, ajuste.quantidade);
+    });
+    const DataHora data{.ano = construcao.opcoes.hoje.ano - 1, .mes = 11, .dia = 15};
+    regista_ajuste(construcao, artigo, ajuste, data, 37);
+}
+
 } // namespace
 
 void escreve_guias(Construcao& construcao, const std::vector<std::vector<Origem>>& origens) {
@@ -173,34 +200,31 @@ void escreve_guias(Construcao& construcao, const std::vector<std::vector<Origem>
 }
 
 void escreve_ajustes(Construcao& construcao) {
-    const struct {
-        const char* tipo;
-        const char* observacao;
-        int sinal;
-    } ajustes[] = {{"SB", "Excesso de Peso", 1}, {"QB", "Sucata", -1}, {"CI", "Consumo Interno", -1}};
+    const auto artigo = [&](std::size_t vez) -> const Artigo& {
+        const auto& de_orvex = construcao.plano.de_orvex;
+        return construcao.plano.artigos[de_orvex[vez % de_orvex.size()]];
+    };
     const Moeda quantidade = Moeda::de_decimos_milesimos(450);
+    const Ajuste ajustes[] = {{"SB", "Excesso de Peso", quantidade},
+                              {"QB", "Sucata", -quantidade},
+                              {"CI", "Consumo Interno", -quantidade}};
     const DataHora data{.ano = construcao.opcoes.hoje.ano};
     std::size_t vez = 0;
-    for (const auto& ajuste : ajustes) {
-        const Artigo& artigo =
-            construcao.plano.artigos[construcao.plano.de_orvex[vez++ % construcao.plano.de_orvex.size()]];
+    for (const Ajuste& ajuste : ajustes) {
+        const Artigo& ajustado = artigo(vez++);
         Documento novo = documento(ajuste.tipo, data);
         novo.cabecalho.poe("AreaGestao", 6);
         novo.cabecalho.poe("TipoTerceiro", 1);
         novo.cabecalho.poe("Processo", "PESAGEM");
-        Registo& linha = acrescenta_linha(novo, artigo.nome);
-        linha.poe("Artigo", artigo.codigo);
-        linha.poe("Armazem", artigo.armazem());
+        Registo& linha = acrescenta_linha(novo, ajustado.nome);
+        linha.poe("Artigo", ajustado.codigo);
+        linha.poe("Armazem", ajustado.armazem());
         linha.poe("Quantidade", quantidade);
-        linha.poe("PrecoUnitario", artigo.preco);
+        linha.poe("PrecoUnitario", ajustado.preco);
         grava(construcao, [&] { platform::erp::grava(construcao.erp, novo); });
-        Insercao(construcao.livro,
-                 "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario,"
-                 " CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, NumLin)"
-                 " values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, ?, 1)")(
-            artigo.codigo, cliente_orvex, data.data_hora_iso(), ajuste.sinal > 0 ? quantidade : -quantidade,
-            ajuste.observacao, cliente_orvex, data.ano, ajuste.tipo, novo.chave().NossoNoDocumento);
+        regista_ajuste(construcao, ajustado, ajuste, data, novo.chave().NossoNoDocumento);
     }
+    escreve_ajuste_arquivado(construcao, artigo(vez));
 }
 
 } // namespace orvex::demo

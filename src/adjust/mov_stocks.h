@@ -1,0 +1,108 @@
+// The stock-adjustment screen: surplus, breakage or internal consumption of one item, a past adjustment
+// loaded again, replaced or cancelled.
+//
+// An adjustment is one ERP stock document and one ledger row. Replacing one cancels the old document and
+// deletes the old row first; the new ones keep its date.
+#pragma once
+
+#include "common/ecra.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace orvex::adjust {
+
+enum class Especie : std::int16_t { nenhuma = 0, sobra = 1, quebra = 2, consumo = 3 };
+
+class MovStocks : public common::Ecra {
+  public:
+    // `Modo` is 1 surplus, 2 breakage or 3 consumption, for the life of the screen.
+    MovStocks(common::ServicosEcra servicos, std::int16_t Modo);
+
+    void Form_Load() override;
+
+    // Controls
+
+    common::Etiqueta Label1; // the screen's title
+    common::Vector<common::Etiqueta> Label2;
+    common::Vector<common::Campo> campo;
+    common::SelectorData DTPicker1;
+    common::Vector<common::Botao> btFx;
+    common::Botao btConf;
+    common::Botao btCancelar;
+    common::Botao btAnular;
+    common::Botao btSair;
+
+  private:
+    // What a confirmation is about to write.
+    struct Ajuste {
+        Especie Tipo = Especie::nenhuma;
+        base::Moeda Qtd; // tonnes
+        std::string TpDoc;
+        std::int16_t Serie = 0;
+        std::string Sector;
+
+        base::Moeda com_sinal() const { return Tipo == Especie::sobra ? Qtd : -Qtd; }
+    };
+
+    // The screen: mov_stocks.cpp
+
+    void liga_controlos();
+    void limparform() override;
+    void nomeia_quantidade(const char* nome);
+    void btCancelar_Click();
+    const common::Campo* campo_de_fecho() const override { return &campo(1); }
+    common::Campo& primeiro_campo() override { return campo(0); }
+    Especie especie_do_modo() const;
+    // 0 document type, 1 series, 2 sector.
+    const startup::ListaParametros& chave_documento(Especie especie) const;
+
+    // The lists, and a past adjustment loaded: listas.cpp
+
+    void btFx_Click(int Index) override;
+    void EscolheAjuste();
+    // Throws with the screen untouched, so that what cannot be read whole is not loaded at all.
+    void LerMovimento();
+
+    // What is validated as it is typed: validacao.cpp
+
+    void campo_Validate(int Index, bool& Cancel) override;
+    bool ValidaArtigo();
+    bool ValidaQuantidade();
+    bool recusa_artigo(const char* aviso);
+    base::Moeda valor(int Index) const; // of a field; an empty one counts as 0
+    // Where the items of a holder lie.
+    const std::string& ArmazemDe(const std::string& cliente) const;
+    // The stock as the ERP has it; nothing when it never had any there.
+    std::optional<base::Variante> Existencia(const std::string& artigo, const std::string& armazem);
+
+    // Confirming, replacing and cancelling: confirmacao.cpp
+
+    void btConf_Click();
+    bool entrada_aceite();
+    Ajuste ajuste_pedido();
+    bool Pergunta(const Ajuste& ajuste);
+    void Confirma(const Ajuste& ajuste);
+    void ConfereArtigo();
+    // Gives the number of the document created.
+    std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data);
+    void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
+    void btAnular_Click();
+    // Cancels the loaded adjustment's document, deletes its row and gives the row's date.
+    base::DataHora RemoveInf(std::vector<startup::ChaveDocumento>& por_anular);
+    void RecomecaEcra();
+
+    // Members
+
+    std::int16_t Modo;
+    startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS;
+    startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
+    std::string Detentor;      // holder of the item, by its newest ledger row
+    std::string ArmazemActual; // where its stock is read and moved
+    std::int32_t lRegisto = 0; // of the adjustment loaded
+    bool bCarregado = false;
+    base::Moeda cQtdCarregada; // tonnes
+};
+
+} // namespace orvex::adjust

@@ -1,0 +1,100 @@
+#include "adjust/mov_stocks.h"
+
+#include "base/texto.h"
+
+namespace orvex::adjust {
+
+using base::Moeda;
+
+void MovStocks::campo_Validate(int Index, bool& Cancel) {
+    if (!bDigitado) return;
+    if (Index == 0) Cancel = !ValidaArtigo();
+    if (Index == 3) Cancel = !ValidaQuantidade();
+    // Only here: a validation that failed half-way must run again when the field is left again.
+    bDigitado = false;
+}
+
+Moeda MovStocks::valor(int Index) const { return formato().le(campo(Index).Text).value_or(Moeda()); }
+
+const std::string& MovStocks::ArmazemDe(const std::string& cliente) const {
+    return cliente == CLIENTEORVEX[0] ? ARMAZEMORVEX[0] : ARMAZEM[0];
+}
+
+std::optional<base::Variante> MovStocks::Existencia(const std::string& artigo, const std::string& armazem) {
+    const auto stock = BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + base::entre_plicas(artigo) +
+                                   " and Armazem=" + base::entre_plicas(armazem));
+    if (stock->fim()) return std::nullopt;
+    return stock->valor("Existenc");
+}
+
+bool MovStocks::recusa_artigo(const char* aviso) {
+    Avisa("", aviso, 2);
+    Label2(1).Caption.clear();
+    SetFocus(campo(0));
+    return false;
+}
+
+bool MovStocks::ValidaArtigo() {
+    const std::string artigo = base::entre_plicas(campo(0).Text);
+    if (campo(0).Text.empty()) {
+        Label2(1).Caption.clear();
+        return true;
+    }
+    {
+        const auto ultimo =
+            BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + artigo + " order by Registo desc");
+        if (ultimo->fim()) return recusa_artigo("Artigo não existente!");
+        ArmazemActual = ArmazemDe(ultimo->valor("Cliente").texto());
+    }
+    {
+        const auto ficha = BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + artigo +
+                                       " and Artigos.Inactivo<>-1 ");
+        if (ficha->fim()) return recusa_artigo("Artigo não existente!");
+        Label2(1).Caption = ficha->valor("Nome").texto();
+    }
+    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    if (!existencia) {
+        Avisa("", "Este Artigo não tem Existência!", 2);
+        return false;
+    }
+    const auto entrada =
+        BD.Consulta("Select top 1 * from xel_ORVEX where Numserie=" + artigo + " order by Registo desc");
+    if (entrada->fim()) {
+        Avisa("", "Este Artigo não tem Entrada!", 2);
+        return false;
+    }
+    campo(1).Text = formato().texto(*existencia);
+    campo(1).Enabled = false;
+    Detentor = entrada->valor("Cliente").texto();
+    SetFocus(campo(2));
+    return true;
+}
+
+bool MovStocks::ValidaQuantidade() {
+    const auto recusa = [this](const char* aviso) {
+        Avisa("", aviso, 2);
+        SetFocus(campo(3));
+        return false;
+    };
+    const auto aceita = [this](const char* observacao) {
+        if (campo(4).Text.empty()) campo(4).Text = observacao;
+        return true;
+    };
+    if (campo(3).Text.empty()) return recusa("Campo Obrigatório!");
+    if (!formato().le(campo(3).Text)) return recusa("Valor inválido!");
+    const Moeda novo = valor(3), stock = valor(1);
+
+    if (especie_do_modo() == Especie::consumo)
+        return novo - cQtdCarregada > stock ? recusa("Valor Inválido para o Consumo!")
+                                            : aceita("Consumo Interno");
+    if (especie_do_modo() == Especie::quebra) {
+        if (bCarregado && novo - cQtdCarregada > stock) return recusa("Valor Inválido para o Consumo!");
+        if (!bCarregado && novo > stock) return recusa("A Nova Existência deve ser inferior à Existência!");
+        return aceita("Sucata");
+    }
+    if (bCarregado) return true;
+    return novo < stock ? recusa("A Nova Existência deve ser superior à Existência!")
+                        : aceita("Excesso de Peso");
+}
+
+} // namespace orvex::adjust

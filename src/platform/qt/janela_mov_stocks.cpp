@@ -1,0 +1,92 @@
+#include "platform/qt/janela_mov_stocks.h"
+
+#include "platform/qt/aplicacao.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+
+namespace orvex::platform::qt {
+namespace {
+
+constexpr const char* unidade = " (t)";
+
+// One of the two frames; their labels stand in one column, as wide as the longest of both.
+QGridLayout* nova_moldura(const char* nome) {
+    auto* moldura = new QWidget;
+    moldura->setObjectName(nome);
+    pinta_fundo(*moldura, cor_etiquetas);
+    auto* grelha = new QGridLayout(moldura);
+    grelha->setContentsMargins(margem_janela, 12, margem_janela, 12);
+    grelha->setHorizontalSpacing(10);
+    grelha->setVerticalSpacing(8);
+    const QString mais_comprida = QString("Nova Existência") + unidade;
+    grelha->setColumnMinimumWidth(0, moldura->fontMetrics().horizontalAdvance(mais_comprida) + 4);
+    return grelha;
+}
+
+} // namespace
+
+JanelaMovStocks::JanelaMovStocks(adjust::MovStocks& ecra, const EstadoSessao& sessao)
+    : JanelaQt(ecra, sessao, {780, 370}) {
+    auto* disposicao = new QVBoxLayout(this);
+    disposicao->setContentsMargins(0, 0, 0, 0);
+    disposicao->setSpacing(0);
+    QWidget* titulo = nova_faixa_titulo(liga(ecra.Label1), sessao);
+    titulo->setObjectName("Frame1");
+    disposicao->addWidget(titulo);
+    disposicao->addWidget(artigo(ecra));
+    disposicao->addSpacing(6);
+    disposicao->addWidget(movimento(ecra), 1);
+    disposicao->addWidget(barra_botoes({&ecra.btConf, &ecra.btCancelar}, &ecra.btAnular, ecra.btSair));
+    disposicao->addWidget(&linha_estado());
+    marca_fecho(ecra.campo(1));
+}
+
+QWidget* JanelaMovStocks::artigo(adjust::MovStocks& ecra) {
+    QGridLayout* grelha = nova_moldura("Frame2");
+    par(*grelha, 0, 0, ecra.campo(0), liga_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
+    EtiquetaElidida* nome = liga(ecra.Label2(1));
+    negrito(*nome);
+    grelha->addWidget(nome, 0, 2, 1, 3);
+
+    QWidget* existencia = liga(ecra.campo(1), 15);
+    grelha->addWidget(nova_legenda(ecra.campo(1).Legenda + unidade, existencia), 1, 0);
+    grelha->addWidget(existencia, 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
+    par(*grelha, 1, 2, ecra.DTPicker1, liga(ecra.DTPicker1));
+    grelha->addWidget(liga_com_lista(ecra.campo(5), 15, ecra.btFx(5)), 2, 1,
+                      Qt::AlignLeft | Qt::AlignVCenter);
+    grelha->addWidget(legenda_que_prime("Número &Doc.", ecra.btFx(5)), 2, 0); // the field takes no F4
+    grelha->setColumnStretch(4, 1);
+    return grelha->parentWidget();
+}
+
+QWidget* JanelaMovStocks::movimento(adjust::MovStocks& ecra) {
+    QGridLayout* grelha = nova_moldura("Frame3");
+    par(*grelha, 0, 0, ecra.campo(2), liga(ecra.campo(2), 20));
+    grelha->addWidget(legenda_quantidade(ecra), 1, 0);
+    grelha->addWidget(liga(ecra.campo(3), 15), 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
+
+    QWidget* observacoes = liga(ecra.campo(4), 25);
+    observacoes->setMaximumWidth(QWIDGETSIZE_MAX);
+    grelha->addWidget(nova_legenda(ecra.campo(4).Legenda, observacoes), 2, 0);
+    grelha->addWidget(observacoes, 2, 1);
+    grelha->setColumnStretch(1, 1);
+    grelha->setRowStretch(3, 1);
+    return grelha->parentWidget();
+}
+
+// Its text changes with the mode and with what is loaded; the unit follows it.
+QWidget* JanelaMovStocks::legenda_quantidade(adjust::MovStocks& ecra) {
+    auto* legenda = new QWidget;
+    auto* disposicao = new QHBoxLayout(legenda);
+    disposicao->setContentsMargins(0, 0, 0, 0);
+    disposicao->setSpacing(0);
+    EtiquetaElidida* nome = liga(ecra.Label2(3));
+    nome->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    disposicao->addWidget(nome);
+    disposicao->addWidget(nova_legenda(unidade));
+    disposicao->addStretch();
+    return legenda;
+}
+
+} // namespace orvex::platform::qt

@@ -1,0 +1,21 @@
+// The stock-adjustment window.
+#pragma once
+
+#include "adjust/mov_stocks.h"
+#include "platform/qt/janela_qt.h"
+
+class QGridLayout;
+
+namespace orvex::platform::qt {
+
+class JanelaMovStocks : public JanelaQt {
+  public:
+    JanelaMovStocks(adjust::MovStocks& ecra, const EstadoSessao& sessao);
+
+  private:
+    QWidget* artigo(adjust::MovStocks& ecra);
+    QWidget* movimento(adjust::MovStocks& ecra);
+    QWidget* legenda_quantidade(adjust::MovStocks& ecra);
+};
+
+} // namespace orvex::platform::qt
