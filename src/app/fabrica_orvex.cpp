@@ -6,16 +6,20 @@
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
 #include "platform/qt/janela_guias_remessa.h"
+#include "platform/qt/janela_mov_stocks.h"
+#include "platform/qt/janela_trf_bobines.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
 namespace orvex::app {
 namespace {
 
 // A screen and its window.
-class EcraGuiasRemessa : public startup::EcraArranque {
+template <typename TEcra, typename TJanela>
+class EcraComJanela : public startup::EcraArranque {
   public:
-    EcraGuiasRemessa(common::ServicosEcra servicos, const platform::qt::EstadoSessao& sessao)
-        : ecra_(std::move(servicos)), janela_(ecra_, sessao) {
+    template <typename... Argumentos>
+    explicit EcraComJanela(const platform::qt::EstadoSessao& sessao, Argumentos&&... argumentos)
+        : ecra_(std::forward<Argumentos>(argumentos)...), janela_(ecra_, sessao) {
         janela_.define_ao_fechar([this] { ecra_.Form_Terminate(); });
     }
 
@@ -23,9 +27,13 @@ class EcraGuiasRemessa : public startup::EcraArranque {
     void Show() override { janela_.abre(); }
 
   private:
-    delivery::GuiasRemessa ecra_;
-    platform::qt::JanelaGuiasRemessa janela_;
+    TEcra ecra_;
+    TJanela janela_;
 };
+
+using EcraGuiasRemessa = EcraComJanela<delivery::GuiasRemessa, platform::qt::JanelaGuiasRemessa>;
+using EcraMovStocks = EcraComJanela<adjust::MovStocks, platform::qt::JanelaMovStocks>;
+using EcraTrfBobines = EcraComJanela<transfer::TrfBobines, platform::qt::JanelaTrfBobines>;
 
 } // namespace
 
@@ -45,17 +53,21 @@ std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::D
 }
 
 std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
-                                                               startup::SessaoERP& gERP, int) {
-    if (tipo != startup::TipoEcra::GuiasRemessa)
-        throw base::Falha(tipo == startup::TipoEcra::MovStocks
-                              ? "As regularizações de stock não fazem parte desta versão do programa."
-                              : "As transferências não fazem parte desta versão do programa.");
+                                                               startup::SessaoERP& gERP, int modo) {
     if (const startup::ReferenciaERP empresa = gERP.Empresa())
         sessao_.empresa = empresa->obtem("Nome").valor.texto();
-    return std::make_shared<EcraGuiasRemessa>(common::ServicosEcra{BD, gERP, startup::Parametros(programa_),
-                                                                   platform::qt::formato_do_sistema(),
-                                                                   base::DataHora::agora},
-                                              sessao_);
+    const common::ServicosEcra servicos{BD, gERP, startup::Parametros(programa_),
+                                        platform::qt::formato_do_sistema(), base::DataHora::agora};
+    const auto Modo = static_cast<std::int16_t>(modo);
+    switch (tipo) {
+    case startup::TipoEcra::GuiasRemessa:
+        return std::make_shared<EcraGuiasRemessa>(sessao_, servicos);
+    case startup::TipoEcra::MovStocks:
+        return std::make_shared<EcraMovStocks>(sessao_, servicos, Modo);
+    case startup::TipoEcra::TrfBobines:
+        return std::make_shared<EcraTrfBobines>(sessao_, servicos, Modo);
+    }
+    throw base::Falha("Ecrã desconhecido.");
 }
 
 void FabricaOrvex::mostra_caixa(const std::string& texto, const std::string& titulo) {

@@ -16,7 +16,6 @@ class FabricaOrvex : public startup::Fabrica {
     std::unique_ptr<startup::SessaoERP> cria_sessao_erp() override;
     // Throws Falha for a server this build has no driver for.
     std::unique_ptr<startup::SessaoBD> cria_sessao_bd(const startup::DefinicoesBD& definicoes) override;
-    // Throws Falha for a screen this version does not have.
     std::shared_ptr<startup::EcraArranque> cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
                                                      startup::SessaoERP& gERP, int modo) override;
     void mostra_caixa(const std::string& texto, const std::string& titulo) override;

@@ -1,0 +1,81 @@
+#include "platform/qt/janela_trf_bobines.h"
+
+#include "platform/qt/aplicacao.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+
+namespace orvex::platform::qt {
+namespace {
+
+constexpr QSize tamanho{900, 330};
+constexpr int letras_codigo = 15;
+constexpr int letras_obs = 30; // at least: it grows with the window
+
+} // namespace
+
+JanelaTrfBobines::JanelaTrfBobines(transfer::TrfBobines& ecra, const EstadoSessao& sessao)
+    : JanelaQt(ecra, sessao, tamanho), trf_(ecra) {
+    auto* disposicao = new QVBoxLayout(this);
+    disposicao->setContentsMargins(0, 0, 0, 0);
+    disposicao->setSpacing(0);
+    disposicao->addWidget(nova_faixa_titulo(liga(ecra.Label1), sessao));
+    disposicao->addWidget(corpo(), 1);
+    disposicao->addWidget(botoes());
+    disposicao->addWidget(&linha_estado());
+    marca_fecho(ecra.campo(1));
+}
+
+void JanelaTrfBobines::mostra() {
+    for (QWidget* widget : destino_)
+        widget->setVisible(trf_.campo(2).Visible);
+    JanelaQt::mostra();
+}
+
+QWidget* JanelaTrfBobines::corpo() {
+    auto* quadro = new QWidget;
+    pinta_fundo(*quadro, cor_etiquetas);
+    auto* grelha = new QGridLayout(quadro);
+    grelha->setContentsMargins(margem_janela, 12, margem_janela, 12);
+    grelha->setHorizontalSpacing(12);
+    grelha->setVerticalSpacing(8);
+
+    const auto com_nome = [&](int linha, common::Campo& campo, QWidget* widget, common::Etiqueta& etiqueta) {
+        QLabel* legenda = par(*grelha, linha, 0, campo, widget);
+        EtiquetaElidida* nome = liga(etiqueta);
+        negrito(*nome);
+        grelha->addWidget(nome, linha, 2);
+        return std::vector<QWidget*>{legenda, widget, nome};
+    };
+    com_nome(0, trf_.campo(0), liga_com_lista(trf_.campo(0), letras_codigo, trf_.btFx(0)), trf_.Label2(2));
+    com_nome(1, trf_.campo(1), liga(trf_.campo(1), letras_codigo), trf_.Label2(3));
+    destino_ = com_nome(2, trf_.campo(2), liga_com_lista(trf_.campo(2), letras_codigo, trf_.btFx(2)),
+                        trf_.Label2(4));
+    QSizePolicy sem_lugar = destino_.back()->sizePolicy();
+    sem_lugar.setRetainSizeWhenHidden(false);
+    destino_.back()->setSizePolicy(sem_lugar);
+
+    par(*grelha, 3, 0, trf_.DTPicker1, liga(trf_.DTPicker1));
+    for (const int i : {4, 5}) {
+        QWidget* obs = liga(trf_.campo(i), letras_obs);
+        obs->setMaximumWidth(QWIDGETSIZE_MAX);
+        grelha->addWidget(nova_legenda(trf_.campo(i).Legenda, obs), i, 0);
+        grelha->addWidget(obs, i, 1, 1, 2);
+    }
+    grelha->setColumnStretch(2, 1);
+    grelha->setRowStretch(6, 1);
+    return quadro;
+}
+
+QWidget* JanelaTrfBobines::botoes() {
+    auto* barra = new QWidget;
+    auto* disposicao = new QHBoxLayout(barra);
+    disposicao->setContentsMargins(margem_janela, 4, margem_janela, 6);
+    disposicao->addWidget(liga(trf_.btConf));
+    disposicao->addWidget(liga(trf_.btCancelar));
+    disposicao->addStretch();
+    disposicao->addWidget(liga(trf_.btSair));
+    return barra;
+}
+
+} // namespace orvex::platform::qt

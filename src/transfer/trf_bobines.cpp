@@ -1,0 +1,244 @@
+#include "transfer/trf_bobines.h"
+
+#include "base/texto.h"
+
+namespace orvex::transfer {
+
+namespace {
+
+constexpr int para_orvex = 1;
+constexpr int para_cliente = 2;
+constexpr int comprimento_codigo = 15; // of the ledger's columns
+constexpr int comprimento_obs = 100;
+
+} // namespace
+
+TrfBobines::TrfBobines(common::ServicosEcra servicos, std::int16_t modo)
+    : Ecra(std::move(servicos), "Transferências"), Modo(modo) {
+    liga_controlos();
+}
+
+void TrfBobines::liga_controlos() {
+    regista(Label1, "Label1");
+    for (const int i : {2, 3, 4})
+        regista(Label2(i), "Label2(" + std::to_string(i) + ")");
+
+    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série", comprimento_codigo);
+    regista_campo(campo(1), 1, "Cliente.", "Cliente", 0);
+    regista_campo(campo(2), 2, "Cliente destino.", "Novo Cliente", comprimento_codigo);
+    regista_campo(campo(3), 3, "Cliente destino.", "", 0);
+    regista_campo(campo(4), 4, "Observações", "Obs (Entrada)", comprimento_obs);
+    regista_campo(campo(5), 5, "Observações", "Obs (Saída)", comprimento_obs);
+    campo(1).so_leitura = true; // set by the program alone; takes the focus, so that Esc in it closes
+    campo(3).Visible = false;
+    regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
+    DTPicker1.com_hora = true;
+
+    regista_botao(btFx(0), "btFx(0)", "...", "Lista de Equipamentos.", [this] { btFx_Click(0); });
+    regista_botao(btFx(2), "btFx(2)", "...", "Lista de Equipamentos.", [this] { btFx_Click(2); });
+    regista_botao(btConf, "btConf", "&Confirmar", "Confirmar a operação.", [this] { btConf_Click(); });
+    regista_botao(btCancelar, "btCancelar", "C&ancelar", "Cancelar a operação.",
+                  [this] { btCancelar_Click(); });
+    regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); });
+
+    foco().define_ordem(
+        {&campo(0), &campo(1), &campo(2), &DTPicker1, &campo(4), &campo(5), &btConf, &btCancelar, &btSair});
+}
+
+void TrfBobines::Form_Load() {
+    SOBRAS = parametros().lista("SOBRAS");
+    QUEBRAS = parametros().lista("QUEBRAS");
+    CONSUMOS = parametros().lista("CONSUMOS");
+    TRF = parametros().lista("TRF");
+    FACTURAS = parametros().lista_de_grupos("FACTURAS");
+    if (!FACTURAS.elementos.empty() && FACTURAS.elementos.back().empty()) FACTURAS.elementos.pop_back();
+    ARMAZEM = parametros().lista("ARMAZEM");
+    ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
+    CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
+    limparform();
+    Label1.Caption = Modo == para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
+}
+
+void TrfBobines::limparform() {
+    for (const int i : {0, 1, 2, 4, 5})
+        campo(i).Text.clear();
+    for (const int i : {2, 3, 4})
+        Label2(i).Caption.clear();
+    if (Modo == para_orvex)
+        for (common::Controlo* controlo :
+             std::initializer_list<common::Controlo*>{&campo(2), &Label2(4), &btFx(2)})
+            controlo->Visible = false;
+    DTPicker1.Value = agora();
+    DocsCriados.clear();
+    Aceites = {};
+}
+
+void TrfBobines::btCancelar_Click() {
+    limparform();
+    SetFocus(campo(0));
+}
+
+void TrfBobines::btFx_Click(int Index) {
+    if (Index == 0)
+        return preenche_da_lista(
+            campo(0),
+            {BD.Ligacao(),
+             "Artigos",
+             "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
+             "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE Group By NumSerie,Nome ORDER BY NUMSERIE",
+             8000,
+             {{1, 1500}, {2, 5000}}});
+    if (Index == 2)
+        return preenche_da_lista(campo(2), {BD.Ligacao(),
+                                            "Clientes",
+                                            "SELECT Codigo AS Cliente, Nome AS Nome From Clientes where  "
+                                            "Clientes.Inactivo<>-1 ORDER BY Codigo",
+                                            8000,
+                                            {{1, 1500}, {2, 5000}}});
+    SetFocus(campo(Index));
+}
+
+void TrfBobines::falha_sem_tratamento(const std::exception& falha) {
+    Ecra::falha_sem_tratamento(falha);
+    if (dynamic_cast<const startup::FalhaParametro*>(&falha) == nullptr) Unload();
+}
+
+void TrfBobines::campo_Validate(int Index, bool& Cancel) {
+    if (!bDigitado) return;
+    if (Index == 0) Cancel = !ValidaArtigo();
+    if (Index == 2) Cancel = !ValidaDestino();
+    bDigitado = false;
+}
+
+void TrfBobines::LimpaArtigo() {
+    for (const int i : {2, 3, 4})
+        Label2(i).Caption.clear();
+    for (const int i : {1, 2, 5, 4})
+        campo(i).Text.clear();
+}
+
+bool TrfBobines::ValidaArtigo() {
+    Aceites.Artigo.clear();
+    if (campo(0).Text.empty()) {
+        LimpaArtigo();
+        return true;
+    }
+    if (!ValidaDetentor()) {
+        LimpaArtigo();
+        SetFocus(campo(0));
+        return false;
+    }
+    if (!ValidaStock()) return false;
+    Aceites.Artigo = campo(0).Text;
+    return true;
+}
+
+std::unique_ptr<startup::ConjuntoRegistos> TrfBobines::UltimoMovimento() {
+    return BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(campo(0).Text) +
+                       " order by Registo desc");
+}
+
+bool TrfBobines::ValidaDetentor() {
+    const auto recusa = [this](const char* aviso) {
+        Avisa("", aviso, 2);
+        return false;
+    };
+    {
+        const auto ultimo = UltimoMovimento();
+        if (ultimo->fim()) return recusa("Artigo não existente!");
+        Detentor = ultimo->valor("Cliente").texto();
+        Aceites.Registo = ultimo->valor("Registo").inteiro();
+    }
+    const bool na_orvex = Detentor == CLIENTEORVEX[0];
+    ArmazemActual = na_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    if (na_orvex)
+        return recusa(Modo == para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
+                                         : "Este Artigo/Num.Série pertence à ORVEX!");
+    return !TemGuiasPorGerar() || recusa("Existem Guias de Remessa por gerar para este Artigo!");
+}
+
+bool TrfBobines::TemGuiasPorGerar() {
+    return !BD.Consulta("Select * from xel_ORVEX_Mov INNER JOIN Artigos ON "
+                        "Artigos.Codigo=xel_ORVEX_Mov.Artigo where "
+                        "Artigo =" +
+                        base::entre_plicas(campo(0).Text) + " and Qtd>0 and artoudes=0 and (" +
+                        filtro_documentos(FACTURAS) + " )")
+                ->fim();
+}
+
+bool TrfBobines::ValidaStock() {
+    const std::string artigo = base::entre_plicas(campo(0).Text);
+    std::string nome;
+    {
+        const auto ficha = BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + artigo +
+                                       " and Artigos.Inactivo<>-1 ");
+        if (ficha->fim()) {
+            Avisa("", "Artigo não existente!", 2);
+            Label2(2).Caption.clear();
+            SetFocus(campo(0));
+            return false;
+        }
+        nome = ficha->valor("Nome").texto();
+    }
+    {
+        const auto stock = BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + artigo +
+                                       " and Armazem=" + base::entre_plicas(ArmazemActual));
+        if (stock->fim()) {
+            Avisa("", "Este Artigo não tem Existência!", 2);
+            return false;
+        }
+        Quantidade = stock->valor("Existenc").nulo() ? base::Moeda() : stock->valor("Existenc").moeda();
+    }
+    Label2(2).Caption = nome + " (" + formato().texto(Quantidade) + ")";
+    {
+        const auto entrada =
+            BD.Consulta("Select top 1 * from xel_ORVEX where Numserie=" + artigo + " order by Registo desc");
+        if (entrada->fim()) {
+            Avisa("", "Este Artigo não tem Entrada!", 2);
+            return false;
+        }
+        campo(1).Text = entrada->valor("CliFinal").texto();
+        Detentor = entrada->valor("Cliente").texto();
+    }
+    const auto cliente =
+        BD.Consulta("Select * from Clientes where Codigo=" + base::entre_plicas(campo(1).Text) + " ");
+    Label2(3).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();
+    if (Modo == para_orvex) {
+        campo(5).Text = "Mov.Saida - Aquisição pela Orvex do Cliente " + campo(1).Text;
+        campo(4).Text = "Mov.Entrada - Aquisição pela Orvex do Cliente " + campo(1).Text;
+    } else {
+        SetFocus(campo(2));
+    }
+    return true;
+}
+
+bool TrfBobines::ValidaDestino() {
+    const std::string& c = campo(2).Text;
+    Aceites.Destino.clear();
+    if (c.empty()) {
+        Label2(4).Caption.clear();
+        Avisa("", "Campo obrigatório!", 2);
+        return false;
+    }
+    const auto recusa = [this](const char* aviso) {
+        Avisa("", aviso, 2);
+        SetFocus(campo(2));
+        Label2(4).Caption.clear();
+        campo(5).Text.clear();
+        campo(4).Text.clear();
+        return false;
+    };
+    if (c == CLIENTEORVEX[0]) return recusa("Impossível.Cliente destino selecionado é a ORVEX!");
+    if (c == campo(1).Text) return recusa("Impossível.Cliente destino selecionado é o mesmo!");
+    const auto cliente =
+        BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(c) +
+                    " and Clientes.Inactivo<>-1 ");
+    if (cliente->fim()) return recusa("Cliente não existente!");
+    Label2(4).Caption = cliente->valor("Nome").texto();
+    campo(5).Text = "Mov.Saida - Transferência para Cliente " + c;
+    campo(4).Text = "Mov.Entrada - Transferência do Cliente " + campo(1).Text;
+    Aceites.Destino = c;
+    return true;
+}
+
+} // namespace orvex::transfer

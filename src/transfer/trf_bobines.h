@@ -1,0 +1,86 @@
+// The transfer screen: moves an item from the client that holds it back to ORVEX, or on to another client.
+//
+// A transfer is an exit row and an entry row of the ledger, in this order, so that the entry's client is the
+// new holder. Back to ORVEX the ERP moves the stock between the warehouses too; to another client the article
+// notes its holder.
+#pragma once
+
+#include "common/ecra.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace orvex::transfer {
+
+class TrfBobines : public common::Ecra {
+  public:
+    // `Modo` is 1 to ORVEX or 2 to another client, for the life of the screen.
+    TrfBobines(common::ServicosEcra servicos, std::int16_t Modo);
+
+    void Form_Load() override;
+
+    // Controls
+
+    common::Etiqueta Label1; // the screen's title
+    common::Vector<common::Etiqueta> Label2;
+    common::Vector<common::Campo> campo; // campo(3) is part of the screen and takes no room in its window
+    common::SelectorData DTPicker1;
+    common::Vector<common::Botao> btFx;
+    common::Botao btConf;
+    common::Botao btCancelar;
+    common::Botao btSair;
+
+  private:
+    // The screen and its validations: trf_bobines.cpp
+
+    void liga_controlos();
+    void limparform() override;
+    void btFx_Click(int Index) override;
+    void btCancelar_Click();
+    const common::Campo* campo_de_fecho() const override { return &campo(1); }
+    common::Campo& primeiro_campo() override { return campo(0); }
+    // Ends the program, unless it is the parameters file that has to be put right.
+    void falha_sem_tratamento(const std::exception& falha) override;
+
+    void campo_Validate(int Index, bool& Cancel) override;
+    bool ValidaArtigo();
+    bool ValidaDetentor();
+    bool ValidaStock();
+    bool TemGuiasPorGerar();
+    bool ValidaDestino();
+    std::unique_ptr<startup::ConjuntoRegistos> UltimoMovimento(); // of the item, by the ledger
+    void LimpaArtigo();
+
+    // Confirming: confirmacao.cpp
+
+    void btConf_Click();
+    void ExigeParametros() const;
+    // The ledger is a chain: each exit leaves the holder that the row before it named. Throws when the item
+    // is not the one accepted or has moved since, on this workstation or on another.
+    void VerificaAceite();
+    void GravaMovimento(const std::string& Cliente, const std::string& txt, base::Moeda Qtd,
+                        const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal);
+    void TransfereArmazem(base::Moeda Quant);
+    double PrecoTransferencia(const std::string& Artigo);
+    void ActArtigo();
+
+    // Members
+
+    std::int16_t Modo;
+    startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS, TRF, FACTURAS;
+    startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
+    std::string Detentor;      // `Cliente` of the item's newest ledger row
+    std::string ArmazemActual; // where its stock lies
+    base::Moeda Quantidade;    // its stock there, tonnes
+
+    // What the validations accepted last. `Registo` is that of the item's newest ledger row then.
+    struct Aceite {
+        std::string Artigo;
+        std::int64_t Registo = 0;
+        std::string Destino;
+    };
+    Aceite Aceites;
+};
+
+} // namespace orvex::transfer

@@ -1,0 +1,67 @@
+// The transfer screen at work on the small company, with items of its own: 2.5 t in the clients' warehouse,
+// worth 250 euro. The newest ledger row of each:
+//
+//     Item      Cliente  CliFinal
+//     REEL'1    CL'1     CL'1
+//     CEDIDA    CL'1     CL2
+//     CASA      ORVEX    ORVEX
+//     COMGUIA   CL'1     CL'1      an open line of FA/1
+//     OUTRA     CL'1     CL'1      an open line of FA/9, a series not taken
+//     PARADA    CL'1     CL'1      out of use
+//     SEMSTOCK  CL'1     CL'1      no stock at the clients'
+#pragma once
+
+#include "tests/apoio/empresa_teste.h"
+#include "transfer/trf_bobines.h"
+
+namespace orvex::testes {
+
+struct EcraTrf : Bancada<transfer::TrfBobines> {
+    explicit EcraTrf(int modo, const std::string& parametros = "")
+        : Bancada(static_cast<std::int16_t>(modo)) {
+        // The first line of a key counts.
+        empresa.escreve_parametros(parametros +
+                                   "FACTURAS=FA,1,X;\r\nSOBRAS=SB,3,SS\r\nQUEBRAS=QB,4,SQ\r\nTRF=TR,6,ST\r\n"
+                                   "ARMAZEM=CL,Clientes\r\nARMAZEMORVEX=OR,ORVEX\r\nCLIENTEORVEX=ORVEX\r\n");
+        auto& BD_ = empresa.outra();
+        BD_.IniciaTransaccao();
+        insere(BD_, "TiposDocumento", {"Codigo", "MovStock"}, {{"TR", 2}});
+        insere(BD_, "Series", {"TpDoc", "Serie"}, {{"TR", 6}});
+        for (const char* item : {"REEL'1", "CEDIDA", "CASA", "COMGUIA", "OUTRA", "PARADA", "SEMSTOCK"}) {
+            const std::string nome = item, dono = nome == "CASA" ? "ORVEX" : "CL'1";
+            insere(BD_, "Artigos", {"CODIGO", "Nome", "Inactivo", "VLREXIST", "STDISP", "ULTPRCOM"},
+                   {{nome, "Bobina d'aço", nome == "PARADA" ? -1 : 0, m("250"), m("2.5"), m("90")}});
+            insere(BD_, "artarm", {"Artigo", "Armazem", "Existenc"},
+                   {{nome, nome == "SEMSTOCK" ? "OR" : "CL", m("2.5")}});
+            insere(
+                BD_, "xel_ORVEX", {"NumSerie", "Cliente", "CliFinal", "TpDoc", "NNumDoc"},
+                {{nome, "ORVEX", "ORVEX", "SB", 7}, {nome, dono, nome == "CEDIDA" ? "CL2" : dono, "SB", 8}});
+        }
+        insere(BD_, "xel_ORVEX_Mov", {"Ano", "TpDoc", "SerieDoc", "NumDoc", "NumLinha", "Artigo", "Qtd"},
+               {{2019, "FA", 1, 500, 1, "COMGUIA", m("1")}, {2019, "FA", 9, 500, 1, "OUTRA", m("1")}});
+        BD_.ConfirmaTransaccao();
+        abre();
+    }
+
+    void item(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
+    void destino(const std::string& codigo) { op.preenche(ecra.campo(2), codigo); }
+    void confirma() { op.prime(ecra.btConf); }
+    bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
+    bool vazio() { return ecra.campo(0).Text.empty() && conteudo() == "||||||" && no_campo(0); }
+    // What the fields and labels filled by the validations hold.
+    std::string conteudo() {
+        std::string tudo;
+        for (const int i : {2, 3, 4})
+            tudo += ecra.Label2(i).Caption + "|";
+        for (const int i : {1, 2, 4, 5})
+            tudo += ecra.campo(i).Text + (i < 5 ? "|" : "");
+        return tudo;
+    }
+    // The rows transfers wrote.
+    std::string rasto() {
+        return empresa.linhas(
+            "select Cliente, CliFinal, Quantidade from xel_ORVEX where NNumDoc=0 order by Registo");
+    }
+};
+
+} // namespace orvex::testes

@@ -1,0 +1,216 @@
+#include "tests/transfer/ecra_trf.h"
+
+#include "tests/apoio/tabela.h"
+
+#include <gmock/gmock.h>
+
+using namespace orvex;
+using namespace orvex::testes;
+using testing::HasSubstr;
+
+TEST(TrfBobines, each_refusal_says_why_and_clears_only_what_it_must) {
+    // Mode, field, what is typed => the box => the labels 2, 3, 4 and the fields 1, 2, 4, 5 afterwards.
+    for (const auto& caso : tabela({
+             "1|0| =>  => ||||||",
+             "1|0|NADA => Artigo não existente! => ||||||",
+             "1|0|CASA => Este Artigo/Num.Série já pertence à ORVEX! => ||||||",
+             "2|0|CASA => Este Artigo/Num.Série pertence à ORVEX! => ||||||",
+             "2|0|COMGUIA => Existem Guias de Remessa por gerar para este Artigo! => ||||||",
+             "1|0|PARADA => Artigo não existente! => |L3|L4|c1|c2|c4|c5",
+             "2|0|SEMSTOCK => Este Artigo não tem Existência! => L2|L3|L4|c1|c2|c4|c5",
+             "2|2| => Campo obrigatório! => L2|L3||c1||c4|c5",
+             "2|2|ORVEX => Impossível.Cliente destino selecionado é a ORVEX! => L2|L3||c1|ORVEX||",
+             "2|2|c1 => Impossível.Cliente destino selecionado é o mesmo! => L2|L3||c1|c1||",
+             "2|2|NADA => Cliente não existente! => L2|L3||c1|NADA||",
+             "2|2|INA => Cliente não existente! => L2|L3||c1|INA||",
+         })) {
+        SCOPED_TRACE(caso[0]);
+        const auto entrada = partes(caso[0], "|");
+        EcraTrf trf(std::stoi(entrada[0]));
+        for (const int i : {2, 3, 4})
+            trf.ecra.Label2(i).Caption = "L" + std::to_string(i);
+        for (const int i : {1, 2, 4, 5})
+            trf.ecra.campo(i).Text = "c" + std::to_string(i);
+        const int campo = std::stoi(entrada[1]);
+        trf.op.preenche(trf.ecra.campo(campo), entrada[2]);
+        EXPECT_EQ(trf.caixas(), caso[1]);
+        EXPECT_EQ(trf.conteudo(), caso[2]);
+        EXPECT_EQ(trf.no_campo(campo), !caso[1].empty());
+    }
+}
+
+TEST(TrfBobines, an_item_goes_back_to_orvex) {
+    EcraTrf trf(1);
+    EXPECT_FALSE(trf.ecra.campo(2).Visible || trf.ecra.btFx(2).Visible || trf.ecra.Label2(4).Visible);
+    trf.diario.recomeca();
+    trf.item("CEDIDA");
+    EXPECT_EQ(trf.conteudo(), "Bobina d'aço (2,5)|Ibérica SL||CL2||"
+                              "Mov.Entrada - Aquisição pela Orvex do Cliente CL2|"
+                              "Mov.Saida - Aquisição pela Orvex do Cliente CL2");
+    trf.ecra.utilizador_data(trf.ecra.DTPicker1, {2018, 12, 31, 9, 5, 0});
+    trf.confirma();
+    EXPECT_EQ(trf.caixas(), "");
+    EXPECT_TRUE(trf.vazio());
+    EXPECT_EQ(trf.diario.texto(), R"(
+CONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc
+CONSULTA Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Artigo ='CEDIDA' and Qtd>0 and artoudes=0 and ( (TpDoc='FA' and SerieDoc=1) )
+CONSULTA SELECT * FROM Artigos  where Artigos.CODIGO='CEDIDA' and Artigos.Inactivo<>-1 
+CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
+CONSULTA Select top 1 * from xel_ORVEX where Numserie='CEDIDA' order by Registo desc
+CONSULTA Select * from Clientes where Codigo='CL2' 
+INICIA
+CONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc
+ABRE Select * from xel_ORVEX where Ano=-1
+  acrescenta NumSerie='CEDIDA' Cliente='CL'1' Data=2018-12-31 09:05:00 Quantidade=-2.5 Obs='Mov.Saida - Aquisição pela Orvex do Cliente CL2' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2019 TpDoc='QB' NNumDoc=0 Serie=4 NumLin=1
+ABRE Select * from xel_ORVEX where Ano=-1
+  acrescenta NumSerie='CEDIDA' Cliente='ORVEX' Data=2018-12-31 09:05:00 Quantidade=2.5 Obs='Mov.Entrada - Aquisição pela Orvex do Cliente CL2' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2019 TpDoc='SB' NNumDoc=0 Serie=3 NumLin=1
+CONSULTA SELECT VLREXIST , STDISP , ULTPRCOM  From Artigos WHERE     (CODIGO = 'CEDIDA')
+STOCK 1, 6, 'TR', 'ST', 6, 'OR', '', '', '31-12-2018', '', 'CL', 0, '', ['' 'CEDIDA'], ['' ''], [0 2.5], [0 100], ['' '']
+CONFIRMA
+)");
+    EXPECT_EQ(
+        trf.empresa.linhas("select Armazem, Existenc from artarm where Artigo='CEDIDA' order by Armazem"),
+        "CL|0; OR|2.5");
+}
+
+TEST(TrfBobines, an_item_goes_to_another_client_and_the_article_notes_it) {
+    EcraTrf trf(2);
+    insere(trf.empresa.outra(), "Clientes", {"CODIGO", "Nome"},
+           {{"CL'9", "Trefilaria Ançã & Irmãos D'Orey, Lda"}});
+    trf.item("REEL'1");
+    EXPECT_TRUE(trf.no_campo(2));
+    EXPECT_EQ(trf.conteudo(), "Bobina d'aço (2,5)|José O'Neill, Lda||CL'1|||");
+    trf.diario.recomeca();
+    trf.destino("CL'9");
+    EXPECT_THAT(trf.conteudo(), HasSubstr("|CL'9|Mov.Entrada - Transferência do Cliente CL'1|"
+                                          "Mov.Saida - Transferência para Cliente CL'9"));
+    trf.confirma();
+    EXPECT_EQ(trf.caixas(), "");
+    EXPECT_TRUE(trf.vazio());
+    EXPECT_EQ(trf.diario.texto(), R"(
+CONSULTA SELECT * FROM Clientes  where Clientes.CODIGO='CL''9' and Clientes.Inactivo<>-1 
+INICIA
+CONSULTA Select top 1 * from xel_ORVEX where NumSerie='REEL''1' order by Registo desc
+ABRE Select * from xel_ORVEX where Ano=-1
+  acrescenta NumSerie='REEL'1' Cliente='CL'1' Data=2019-03-15 10:20:30 Quantidade=-2.5 Obs='Mov.Saida - Transferência para Cliente CL'9' Funcionario='' CliFinal='CL'9' Preco=0 Ano=2019 TpDoc='QB' NNumDoc=0 Serie=4 NumLin=1
+ABRE Select * from xel_ORVEX where Ano=-1
+  acrescenta NumSerie='REEL'1' Cliente='CL'9' Data=2019-03-15 10:20:30 Quantidade=2.5 Obs='Mov.Entrada - Transferência do Cliente CL'1' Funcionario='' CliFinal='CL'9' Preco=0 Ano=2019 TpDoc='SB' NNumDoc=0 Serie=3 NumLin=1
+ABRE Select * from Artigos where Codigo='REEL''1'
+  altera Observ='CL'9 - Trefilaria Ançã & Irmãos D'O'
+CONFIRMA
+)");
+}
+
+TEST(TrfBobines, nothing_is_written_without_an_item_and_without_the_destination_of_mode_2) {
+    const std::pair<int, const char*> casos[] = {{1, "Campo obrigatório [Artigo/Num.Série]."},
+                                                 {2, "Deve selecionar o cliente destino!"}};
+    for (const auto& [modo, texto] : casos) {
+        EcraTrf trf(modo);
+        if (modo == 2) trf.item("REEL'1");
+        const auto antes = trf.conteudo() + trf.empresa.livro();
+        trf.confirma();
+        EXPECT_EQ(trf.caixas(), texto);
+        EXPECT_TRUE(trf.no_campo(modo == 1 ? 0 : 2));
+        EXPECT_EQ(trf.conteudo() + trf.empresa.livro(), antes);
+    }
+}
+
+TEST(TrfBobines, a_failure_is_shown_with_its_number_and_kept_for_those_that_have_none) {
+    for (const auto& caso :
+         tabela({"QUEBRAS=LONGO,1,S => 3671 - ",
+                 "TRF=XX,1,S => 2147226504 - O tipo de documento «XX» não movimenta stocks."})) {
+        EcraTrf trf(1, caso[0] + "\r\n");
+        const auto antes = trf.empresa.livro() + trf.empresa.stock();
+        for (const int falha_no : {0, 1}) { // the second time, the begin of the transaction fails
+            trf.item("REEL'1");
+            trf.diario.recomeca();
+            trf.diario.falha_no = falha_no;
+            trf.confirma();
+            EXPECT_THAT(trf.caixas(), HasSubstr("Situação Anómala\n\rErro: " + caso[1]));
+            EXPECT_TRUE(trf.vazio());
+        }
+        EXPECT_EQ(trf.empresa.livro() + trf.empresa.stock(), antes);
+    }
+}
+
+TEST(TrfBobines, the_ledger_stays_a_chain_when_two_workstations_transfer_one_item) {
+    EcraTrf trf(2);
+    platform::sqlite::SessaoSQLite BD;
+    platform::erp::SessaoERPEmbebida ERP;
+    BD.Abre(ligacao(trf.empresa.pasta()));
+    ERP.Liga({"E", "", "ana", "sqlite", trf.empresa.pasta().string()});
+    transfer::TrfBobines outra(
+        {BD, ERP, startup::Parametros(trf.empresa.pasta()), {}, [] { return relogio; }}, 1);
+    JanelaGuiao janela;
+    outra.define_janela(janela);
+    outra.Form_Load();
+    outra.utilizador_abre();
+    Operador op(outra);
+
+    trf.item("REEL'1");
+    trf.destino("CL2");
+    op.preenche(outra.campo(0), "REEL'1");
+    trf.confirma();
+    op.prime(outra.btConf);
+    EXPECT_EQ(janela.retira_caixas(),
+              "Situação Anómala\n\rErro: O Artigo/Num.Série REEL'1 teve outro movimento "
+              "depois de ter sido indicado. Volte a indicá-lo.");
+    op.preenche(outra.campo(0), "REEL'1");
+    op.prime(outra.btConf);
+    EXPECT_EQ(trf.rasto(), "CL'1|CL2|-2.5; CL2|CL2|2.5; CL2|ORVEX|-2.5; ORVEX|ORVEX|2.5");
+}
+
+TEST(TrfBobines, what_was_typed_but_never_accepted_is_not_transferred) {
+    // Esc leaves a field without validating it; the last item is with the client chosen for the one before.
+    for (const auto& caso :
+         tabela({"0 => OUTRA => 27 => O Artigo/Num.Série OUTRA não foi validado.",
+                 "2 => NADA => 27 => O cliente destino NADA não foi validado para este Artigo.",
+                 "0 => CEDIDA => 13 => O cliente destino CL2 não foi validado para este Artigo."})) {
+        EcraTrf trf(2);
+        const auto antes = trf.empresa.livro();
+        trf.item("REEL'1");
+        trf.destino("CL2");
+        common::Campo& campo = trf.ecra.campo(std::stoi(caso[0]));
+        trf.op.escreve(campo, caso[1]);
+        trf.op.tecla(campo, std::stoi(caso[2]));
+        trf.confirma();
+        EXPECT_EQ(trf.caixas(), "Situação Anómala\n\rErro: " + caso[3] + " Volte a indicá-lo.");
+        EXPECT_EQ(trf.empresa.livro(), antes);
+    }
+}
+
+TEST(TrfBobines, a_short_parameter_is_named_and_the_fields_stay_but_any_other_failure_ends_the_program) {
+    for (const auto& caso : tabela({"TRF=TR,6 => TRF", "SOBRAS=SB => SOBRAS", "FACTURAS=FA,1 => FACTURAS",
+                                    "FACTURAS= => FACTURAS", "CLIENTEORVEX= => CLIENTEORVEX"})) {
+        EcraTrf trf(1, caso[0] + "\r\n");
+        trf.diario.recomeca();
+        trf.item("REEL'1");
+        trf.confirma();
+        EXPECT_THAT(trf.caixas(), HasSubstr("O parâmetro " + caso[1] + " está incompleto"));
+        EXPECT_EQ(trf.ecra.campo(0).Text, "REEL'1");
+        EXPECT_EQ(trf.diario.texto().find("INICIA"), std::string::npos);
+        EXPECT_FALSE(trf.janela.descarregada);
+    }
+    EcraTrf trf(1);
+    trf.diario.falha_no = trf.diario.passos + 1;
+    trf.item("REEL'1");
+    EXPECT_EQ(trf.caixas(), "Falha provocada.");
+    EXPECT_TRUE(trf.janela.descarregada);
+}
+
+TEST(TrfBobines, the_lists_offer_every_item_of_the_ledger_and_the_clients_in_use) {
+    EcraTrf trf(2);
+    trf.janela.escolhe_a_primeira_com("Artigo", "REEL'1");
+    trf.op.prime(trf.ecra.btFx(0));
+    EXPECT_TRUE(trf.no_campo(2)); // the choice was validated
+    trf.ecra.utilizador_lista(trf.ecra.campo(2));
+    trf.ecra.utilizador_lista(trf.ecra.campo(4)); // none
+    ASSERT_EQ(trf.janela.listas.size(), 2U);
+    EXPECT_EQ(trf.janela.listas[0].forma, "Artigos, 8000, 1:1500 2:5000");
+    EXPECT_EQ(trf.janela.listas[0].sql,
+              "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
+              "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE Group By NumSerie,Nome ORDER BY NUMSERIE");
+    EXPECT_EQ(trf.janela.listas[1].forma, "Clientes, 8000, 1:1500 2:5000");
+    EXPECT_EQ(trf.janela.listas[1].sql, "SELECT Codigo AS Cliente, Nome AS Nome From Clientes where  "
+                                        "Clientes.Inactivo<>-1 ORDER BY Codigo");
+}
