@@ -124,14 +124,14 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     mostra("CarregaFacturas, 10 000 linhas abertas", facturas, impresso, "ms", 1.5);
     mostra("  memória no máximo", facturas, memoria, "MB", 0);
 
-    mostra("emitir uma guia de 500 linhas",
-           mede({eu, "--emissao", grande, cliente, std::to_string(linhas_da_guia)},
-                {programas / "emissao_nua", empresa, cliente, std::to_string(linhas_da_guia)}),
-           impresso, "ms", 1.5);
-
+    // Before the notes: the bare program that issues them keeps no holders straight.
     mostra("uma regularização de stock (média de 200)",
            mede({eu, "--ajuste", grande, std::to_string(ajustes)},
                 {programas / "ajuste_nuo", empresa, std::to_string(ajustes)}),
+           impresso, "ms", 1.5);
+    mostra("emitir uma guia de 500 linhas",
+           mede({eu, "--emissao", grande, cliente, std::to_string(linhas_da_guia)},
+                {programas / "emissao_nua", empresa, cliente, std::to_string(linhas_da_guia)}),
            impresso, "ms", 1.5);
 
     mede_lista("lista de 100 000 clientes", {eu, "--clientes", clientes});

@@ -119,6 +119,13 @@ void devolucao(demo::Roteiro& roteiro, Resumo& resumo) {
     });
 }
 
+// The screen's own window: pop-ups of its widgets are windows of the application too.
+QWidget* janela_do_ecra() {
+    for (QWidget* janela : QApplication::topLevelWidgets())
+        if (janela->isVisible() && janela->windowType() == Qt::Window) return janela;
+    return nullptr;
+}
+
 int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& saida) {
     fs::create_directories(saida);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(saida.string()));
@@ -127,10 +134,8 @@ int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& s
     app::FabricaOrvex fabrica(instalacao);
     startup::Arranque arranque(fabrica, {instalacao, instalacao});
     const auto ecra = arranque.Main("2");
-    if (ecra == nullptr || QApplication::topLevelWidgets().isEmpty()) return 1;
-    QWidget* janela = QApplication::activeWindow();
-    if (janela == nullptr) janela = QApplication::topLevelWidgets().constFirst();
-
+    QWidget* janela = janela_do_ecra();
+    if (ecra == nullptr || janela == nullptr) return 1;
     janela->resize(1024, 740);
     Resumo resumo(instalacao);
     demo::Roteiro roteiro(*janela, saida);

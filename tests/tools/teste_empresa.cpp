@@ -1,11 +1,5 @@
 #include "base/falha.h"
-#include "platform/erp/sessao_erp_embebida.h"
 #include "platform/sqlite/empresa.h"
-#include "platform/sqlite/sessao_sqlite.h"
-#include "startup/construtor_ligacao.h"
-#include "startup/definicoes.h"
-#include "startup/esquema_livro.h"
-#include "startup/parametros.h"
 #include "tests/apoio/pasta_temporaria.h"
 #include "tools/empresa_demo.h"
 #include "tools/linha_comando.h"
@@ -187,76 +181,6 @@ TEST_F(EmpresaFeita, o_primeiro_cliente_tem_linhas_abertas_de_varias_facturas_no
                           std::string(armazem) + "')"),
             2)
             << armazem;
-}
-
-TEST(EmpresaDemo, a_guia_seguinte_e_a_12_entrando_com_as_definicoes_da_instalacao) {
-    const PastaTemporaria pasta;
-    demo::faz_empresa(opcoes(pasta.pasta()));
-    platform::erp::SessaoERPEmbebida erp;
-    ASSERT_TRUE(erp.Liga(startup::DefinicoesERP::le(pasta.pasta() / "OrvexEXE.xel").valores));
-    auto guia = erp.CriaObjecto("SageApiNextPlus.DocumentoComercial");
-    auto cab = guia->obtem("Cab").objecto;
-    const startup::Parametros parametros(pasta.pasta());
-    const auto GUIASREMESSA = parametros.lista("GUIASREMESSA");
-    cab->poe("Ano", 2026);
-    cab->poe("Data", "20-05-2026");
-    cab->poe("Serie", GUIASREMESSA.serie(1));
-    cab->poe("TipoDocumento", GUIASREMESSA[0]);
-    cab->poe("TipoTerceiro", 2);
-    cab->poe("Terceiro", "C0001");
-    auto linha = erp.CriaObjecto("SageApiNextPlus.DocumentosGcLin");
-    linha->poe("Artigo", "BA000001");
-    linha->poe("Armazem", parametros.lista("ARMAZEMORVEX")[0]);
-    linha->poe("Quantidade", base::Moeda::de_inteiro(1));
-    guia->chama("AdicionaLinha", {linha});
-    ASSERT_EQ(erp.SubmeteDocumento(3, guia), 0) << erp.ResultadoUltimo().mensagem;
-    ASSERT_EQ(erp.DocumentoSubmetido()->chama("Finalizar", {0, 0, "GR", 2026}).valor.inteiro(), 0);
-    EXPECT_EQ(cab->obtem("NossoNoDocumento").valor.inteiro(), 12);
-}
-
-TEST_F(EmpresaFeita, as_juncoes_do_programa_nao_tem_nomes_ambiguos_e_dao_linhas) {
-    const auto definicoes = startup::DefinicoesBD::le(pasta->pasta() / "Catalogos" / "bd.sql");
-    startup::ConstrutorLigacao ligacao;
-    ligacao.servidor = definicoes.servidor;
-    ligacao.base = definicoes.base;
-    ligacao.utilizador = definicoes.utilizador;
-    platform::sqlite::SessaoSQLite BD;
-    ASSERT_TRUE(BD.Abre(ligacao.constroi()));
-    startup::VerificaTabelas(BD);
-    startup::VerificaPesos(BD);
-    const std::string filtro = " (TpDoc='FA' and SerieDoc=1) OR  (TpDoc='FR' and SerieDoc=1)";
-    const std::string juncoes[] = {
-        " Select m.*,l.PESOBRUTO as 'PB' from xel_ORVEX_Mov as m inner join artigos as a on a.codigo=m.Artigo"
-        " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
-        " and l.nnumdoc=m.numdoc and l.NUMLINHA =m.numlinha where Cliente ='C0001' and Qtd>0 and artoudes=0 "
-        "and (" +
-            filtro + " )",
-        "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Cliente "
-        "='C0001'"
-        " and Qtd>0 and artoudes=0 and (" +
-            filtro + " )",
-        "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Artigo "
-        "='BA000007'"
-        " and Qtd>0 and artoudes=0 and (" +
-            filtro + " )",
-        " SELECT (convert(nvarchar(19),docgccab.data,120)+'*'+cast(DocGcCab.NNumDoc as nvarchar(10))+'*'+"
-        "cast(DocGcCab.Terceiro as nvarchar(15))) as Teste,DocGcCab.Data as 'Data Doc.', DocGcCab.NNumdoc as "
-        "'No. Doc.',"
-        "DOCGCCAB.TERCEIRO AS Cliente, CLIENTES.NOME as 'Nome Cliente' FROM DOCGCCAB INNER JOIN CLIENTES ON "
-        "CLIENTES.CODIGO = DOCGCCAB.TERCEIRO WHERE     (DOCGCCAB.NVIAS <> - 1) AND (DOCGCCAB.TPTERC = 2) AND "
-        "(DOCGCCAB.TPDOC = 'GR') AND (DOCGCCAB.SERIE = '1')  and Ano=2026 and [Convert]<>-1 ORDER BY "
-        "DocGcCab.Data,serie,nnumdoc",
-        "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
-        "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE  Group By NumSerie,Nome ORDER BY NUMSERIE",
-        " SELECT     CONVERT(nvarchar(10), Data, 120) + '*' + CAST(NNumDoc AS nvarchar(10))+ '*' + "
-        "CAST(Registo AS "
-        "nvarchar(10)) AS teste,  NNumDoc AS 'No.Doc.', Data,NumSerie as 'Artigo',Artigos.Nome as "
-        "'Designação Artigo',"
-        "Abs(Quantidade) as Peso   From xel_ORVEX  Inner join Artigos on Artigos.Codigo=xel_Orvex.Numserie  "
-        "WHERE     "
-        "(TpDoc = 'SB') AND (Serie = 1) and  nnumdoc>0 order by Data desc"};
-    for (const std::string& sql : juncoes)
-        EXPECT_FALSE(BD.Consulta(sql)->fim()) << sql;
 }
 
 TEST(EmpresaDemo, faz_empresas_de_qualquer_tamanho_e_as_linhas_pedidas_para_o_primeiro_cliente) {
