@@ -19,6 +19,8 @@ SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadore
     base.check(
         sqlite3_create_collation_v2(base.getHandle(), "SERVIDOR", SQLITE_UTF8, nullptr, compara, nullptr));
     base.exec(std::string("PRAGMA ") + memoria_paginas);
+    // A long note is not made to wait while its log is copied into the file; closing does that.
+    base.exec("PRAGMA wal_autocheckpoint = 8000");
     if ((indicadores & SQLite::OPEN_CREATE) != 0) base.exec("PRAGMA journal_mode = WAL");
     return base;
 }
