@@ -31,7 +31,7 @@ struct ListaParametros {
 
 class Parametros {
   public:
-    explicit Parametros(std::filesystem::path pasta) : ficheiro_(std::move(pasta) / ficheiro_parametros) {}
+    explicit Parametros(const std::filesystem::path& pasta) : ficheiro_(pasta / ficheiro_parametros) {}
 
     // The value of the first line that starts with the key and "="; the empty text when there is none. Reads
     // the file anew on every call and throws Falha when it cannot be opened.
