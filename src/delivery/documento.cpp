@@ -115,6 +115,15 @@ void GuiasRemessa::AcrescentaLinha(const ReferenciaERP& lin, const std::string& 
     PesosLinha.push_back(peso);
 }
 
+void GuiasRemessa::PoeMovimento(startup::ObjectoERP& lin, const base::DataHora& data,
+                                const std::string& sector) {
+    lin.poe("DataMvStock", data.data());
+    lin.poe("PrecoUnitario", 0);
+    lin.poe("Sector", sector);
+    lin.poe("Desconto", 0);
+    lin.poe("TaxaDesconto", 0);
+}
+
 void GuiasRemessa::AdicionaLinhaTexto(const std::string& texto) {
     const ReferenciaERP lin = NovaLinha("");
     SugereValores(lin);
@@ -122,11 +131,7 @@ void GuiasRemessa::AdicionaLinhaTexto(const std::string& texto) {
     lin->poe("Quantidade", 0);
     lin->poe("Unidade", "");
     lin->poe("TaxaIVA", 0);
-    lin->poe("DataMvStock", DTPicker1.Value.data());
-    lin->poe("PrecoUnitario", 0);
-    lin->poe("Sector", GUIASREMESSA[2]);
-    lin->poe("Desconto", 0);
-    lin->poe("TaxaDesconto", 0);
+    PoeMovimento(*lin, DTPicker1.Value, GUIASREMESSA[2]);
     lin->poe("Armazem", "");
     AcrescentaLinha(lin, "", Moeda());
 }
@@ -139,11 +144,7 @@ void GuiasRemessa::AdicionaLinhaGuia(int linha) {
     lin->poe("Quantidade", Gr.moeda(linha, "Quant"));
     lin->poe("QuantidadeOrigem", Gr.moeda(linha, "Quant"));
     lin->poe("Unidade", Gr.texto(linha, "Unidade"));
-    lin->poe("DataMvStock", DTPicker1.Value.data());
-    lin->poe("PrecoUnitario", 0);
-    lin->poe("Sector", GUIASREMESSA[2]);
-    lin->poe("Desconto", 0);
-    lin->poe("TaxaDesconto", 0);
+    PoeMovimento(*lin, DTPicker1.Value, GUIASREMESSA[2]);
     const bool sem_origem = Gr.moeda(linha, "QtOrig") == Moeda();
     AcrescentaLinha(lin, Gr.texto(linha, "OutroDoc"), sem_origem ? Moeda() : Gr.moeda(linha, "PesoBruto"));
 }
@@ -155,11 +156,7 @@ void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
     lin->poe("descricao", Final.texto(linha, "Nome"));
     lin->poe("Quantidade", Final.moeda(linha, "Qtd"));
     lin->poe("QuantidadeOrigem", Final.moeda(linha, "Qtd"));
-    lin->poe("DataMvStock", DTPicker3.Value.data());
-    lin->poe("PrecoUnitario", 0);
-    lin->poe("Sector", GUIADEVOLUCAO[2]);
-    lin->poe("Desconto", 0);
-    lin->poe("TaxaDesconto", 0);
+    PoeMovimento(*lin, DTPicker3.Value, GUIADEVOLUCAO[2]);
     AcrescentaLinha(lin, ChaveLinhaGuia(Final.texto(linha, "NumLinha")), Final.moeda(linha, "PesoBruto"));
 }
 

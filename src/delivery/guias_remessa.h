@@ -143,6 +143,8 @@ class GuiasRemessa : public common::Ecra {
     void AdicionaLinhaDevolucao(int linha);
     void AdicionaLinhaTexto(const std::string& texto);
     startup::ReferenciaERP NovaLinha(const std::string& Artigo);
+    // What every line says of its movement: its day and sector, and no price of its own.
+    static void PoeMovimento(startup::ObjectoERP& lin, const base::DataHora& data, const std::string& sector);
     void SugereValores(const startup::ReferenciaERP& lin);
     void ComecaLinhas();
     void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso);

@@ -1,13 +1,6 @@
 // The delivery-note window over a real company: its layout, and a note's way through it by keyboard.
-#include "base/falha.h"
-#include "platform/erp/sessao_erp_embebida.h"
 #include "platform/qt/janela_guias_remessa.h"
-#include "platform/sqlite/sessao_sqlite.h"
-#include "startup/construtor_ligacao.h"
-#include "startup/definicoes.h"
-#include "tests/apoio/pasta_temporaria.h"
-#include "tests/qt/apoio_qt.h"
-#include "tools/empresa_demo.h"
+#include "tests/qt/janela_na_empresa.h"
 
 #include <QLabel>
 #include <QTableView>
@@ -19,29 +12,8 @@
 namespace orvex::testes {
 namespace {
 
-class JanelaDasGuias : public ::testing::Test {
+class JanelaDasGuias : public JanelaNaEmpresa<delivery::GuiasRemessa, platform::qt::JanelaGuiasRemessa> {
   protected:
-    JanelaDasGuias() {
-        opcoes.pasta = pasta.pasta() / "ORVEX";
-        opcoes.hoje = base::DataHora::agora();
-        opcoes.clientes = 3;
-        opcoes.artigos = opcoes.linhas = 60;
-        demo::faz_empresa(opcoes);
-
-        startup::ConstrutorLigacao ligacao;
-        ligacao.servidor = startup::servidor_embebido;
-        ligacao.base = (opcoes.pasta / demo::pasta_empresa).string();
-        ligacao.utilizador = demo::utilizador;
-        const auto valores = startup::DefinicoesERP::le(opcoes.pasta / "OrvexEXE.xel").valores;
-        if (!BD.Abre(ligacao.constroi()) || !gERP.Liga(valores)) throw base::Falha("A empresa não abriu.");
-        ecra = std::make_unique<delivery::GuiasRemessa>(
-            common::ServicosEcra{BD, gERP, startup::Parametros(opcoes.pasta), {}, base::DataHora::agora});
-        janela = std::make_unique<platform::qt::JanelaGuiasRemessa>(*ecra, sessao);
-        ecra->Form_Load();
-        janela->abre();
-        if (!QTest::qWaitForWindowActive(janela.get())) throw base::Falha("A janela não ficou activa.");
-    }
-
     // Where every control in sight lies in the window.
     std::map<std::string, QRect> lugares() {
         QCoreApplication::processEvents();
@@ -51,14 +23,6 @@ class JanelaDasGuias : public ::testing::Test {
                 todos[controlo->nome] = QRect(w->mapTo(janela.get(), QPoint()), w->size());
         return todos;
     }
-
-    PastaTemporaria pasta;
-    demo::OpcoesEmpresa opcoes;
-    platform::sqlite::SessaoSQLite BD;
-    platform::erp::SessaoERPEmbebida gERP;
-    platform::qt::EstadoSessao sessao{"Bobines, Lda.", "SQLite", "demo", true};
-    std::unique_ptr<delivery::GuiasRemessa> ecra;
-    std::unique_ptr<platform::qt::JanelaGuiasRemessa> janela;
 };
 
 TEST_F(JanelaDasGuias, TemUmWidgetComNomeParaCadaControlo) {
@@ -133,8 +97,7 @@ TEST_F(JanelaDasGuias, EmiteEAnulaUmaGuiaSoComOTeclado) {
         tecla(*janela, Qt::Key_C, Qt::AltModifier);
         EXPECT_THAT(respostas.textos, ::testing::ElementsAre("Foi criado o documento Nº  12"));
     }
-    janela->activateWindow(); // no window manager gives the keyboard back after the box
-    ASSERT_TRUE(QTest::qWaitForWindowActive(janela.get()));
+    activa();
     EXPECT_EQ(com_foco(*janela), "campo(0)");
     EXPECT_EQ(da_guia("NumLinha,Artigo,Qtd,PesoBruto"), "3|" + artigo.toStdString() + "|0.5|0.5;");
 
@@ -195,8 +158,7 @@ TEST_F(JanelaDasGuias, DevolveUmaLinhaDeUmaGuiaComOTecladoOuORato) {
     tecla(*janela, Qt::Key_D, Qt::AltModifier);
     EXPECT_THAT(respostas.textos, ::testing::ElementsAre("Vai proceder à Devolução.\nPretende continuar?",
                                                          "Foi criado o documento Nº  1"));
-    janela->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(janela.get()));
+    activa();
     EXPECT_TRUE(!final.isVisible() && com_foco(*janela) == "campo(0)");
     EXPECT_THAT(procura("Select Origem from xel_ORVEX_Mov where TpDoc='GD'"),
                 ::testing::HasSubstr("/GR/1/" + numero + "/"));

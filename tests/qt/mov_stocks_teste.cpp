@@ -1,14 +1,7 @@
 // The stock-adjustment window over a real company: its layout, and an adjustment's way through it by
 // keyboard: made, replaced, cancelled.
-#include "base/falha.h"
-#include "platform/erp/sessao_erp_embebida.h"
 #include "platform/qt/janela_mov_stocks.h"
-#include "platform/sqlite/sessao_sqlite.h"
-#include "startup/construtor_ligacao.h"
-#include "startup/definicoes.h"
-#include "tests/apoio/pasta_temporaria.h"
-#include "tests/qt/apoio_qt.h"
-#include "tools/empresa_demo.h"
+#include "tests/qt/janela_na_empresa.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -18,34 +11,10 @@
 namespace orvex::testes {
 namespace {
 
-class JanelaDosAjustes : public ::testing::Test {
+class JanelaDosAjustes : public JanelaNaEmpresa<adjust::MovStocks, platform::qt::JanelaMovStocks> {
   protected:
-    JanelaDosAjustes() {
-        opcoes.pasta = pasta.pasta() / "ORVEX";
-        opcoes.hoje = base::DataHora::agora();
-        opcoes.clientes = 3;
-        opcoes.artigos = opcoes.linhas = 60;
-        demo::faz_empresa(opcoes);
-        startup::ConstrutorLigacao ligacao;
-        ligacao.servidor = startup::servidor_embebido;
-        ligacao.base = (opcoes.pasta / demo::pasta_empresa).string();
-        ligacao.utilizador = demo::utilizador;
-        if (!BD.Abre(ligacao.constroi()) ||
-            !gERP.Liga(startup::DefinicoesERP::le(opcoes.pasta / "OrvexEXE.xel").valores))
-            throw base::Falha("A empresa não abriu.");
-        ecra = std::make_unique<adjust::MovStocks>(
-            common::ServicosEcra{BD, gERP, startup::Parametros(opcoes.pasta), {}, base::DataHora::agora},
-            std::int16_t{1});
-        janela = std::make_unique<platform::qt::JanelaMovStocks>(*ecra, sessao);
-        ecra->Form_Load();
-        janela->abre();
-        activa();
-    }
+    JanelaDosAjustes() : JanelaNaEmpresa(std::int16_t{1}) {}
 
-    void activa() { // no window manager gives the keyboard back after a box
-        janela->activateWindow();
-        if (!QTest::qWaitForWindowActive(janela.get())) throw base::Falha("A janela não ficou activa.");
-    }
     std::string texto(const char* campo) { return widget<QLineEdit>(*janela, campo).text().toStdString(); }
     // Of the ledger's rows of surpluses of today: number and weight.
     std::string livro() {
@@ -57,14 +26,6 @@ class JanelaDosAjustes : public ::testing::Test {
             linhas += registos->valor(0).texto() + " " + registos->valor(1).texto() + ";";
         return linhas;
     }
-
-    PastaTemporaria pasta;
-    demo::OpcoesEmpresa opcoes;
-    platform::sqlite::SessaoSQLite BD;
-    platform::erp::SessaoERPEmbebida gERP;
-    platform::qt::EstadoSessao sessao{"Bobines, Lda.", "SQLite", "demo", true};
-    std::unique_ptr<adjust::MovStocks> ecra;
-    std::unique_ptr<platform::qt::JanelaMovStocks> janela;
 };
 
 TEST_F(JanelaDosAjustes, TemTodosOsControlosECabeInteiraNumEcraPequenoA200PorCento) {
