@@ -30,8 +30,9 @@ const std::map<std::string, std::set<std::string>> permitidas{
     {"delivery", {"base", "startup", "common"}},
     {"adjust", {"base", "startup", "common"}},
     {"transfer", {"base", "startup", "common"}},
-    {"platform/sqlite", {"base", "startup", "common"}},
-    {"platform/odbc", {"base", "startup", "common"}},
+    {"platform/registos", {"base", "startup"}},
+    {"platform/sqlite", {"base", "startup", "common", "platform/registos"}},
+    {"platform/odbc", {"base", "startup", "common", "platform/registos"}},
     {"platform/erp", {"base", "startup", "common"}},
     // The windows lay out the screens' controls.
     {"platform/qt", {"base", "startup", "common", "delivery", "adjust", "transfer"}}};

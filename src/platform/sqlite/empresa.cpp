@@ -1,5 +1,7 @@
 #include "platform/sqlite/empresa.h"
 
+#include "platform/sqlite/traducao.h"
+
 #include <sqlite3.h>
 
 #include <string>
@@ -12,12 +14,36 @@ int compara(void*, int tamanho_a, const void* a, int tamanho_b, const void* b) {
                             {static_cast<const char*>(b), static_cast<std::size_t>(tamanho_b)});
 }
 
+// Texts are joined; numbers, and texts that are added to numbers, are summed.
+void soma_servidor(sqlite3_context* contexto, int, sqlite3_value** valores) {
+    const auto tipo = [&](int i) { return sqlite3_value_type(valores[i]); };
+    if (tipo(0) == SQLITE_NULL || tipo(1) == SQLITE_NULL) {
+        sqlite3_result_null(contexto);
+    } else if (tipo(0) == SQLITE_TEXT && tipo(1) == SQLITE_TEXT) {
+        std::string texto;
+        for (int i = 0; i < 2; ++i) {
+            const auto* bytes = static_cast<const char*>(sqlite3_value_blob(valores[i]));
+            if (bytes != nullptr)
+                texto.append(bytes, static_cast<std::size_t>(sqlite3_value_bytes(valores[i])));
+        }
+        sqlite3_result_text64(contexto, texto.data(), texto.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+    } else if (sqlite3_value_numeric_type(valores[0]) == SQLITE_TEXT ||
+               sqlite3_value_numeric_type(valores[1]) == SQLITE_TEXT) {
+        sqlite3_result_error(contexto, "a text that is no number is added to a number", -1);
+    } else if (tipo(0) == SQLITE_INTEGER && tipo(1) == SQLITE_INTEGER) {
+        sqlite3_result_int64(contexto, sqlite3_value_int64(valores[0]) + sqlite3_value_int64(valores[1]));
+    } else {
+        sqlite3_result_double(contexto, sqlite3_value_double(valores[0]) + sqlite3_value_double(valores[1]));
+    }
+}
+
 } // namespace
 
 SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadores, int espera_ms) {
     SQLite::Database base(ficheiro, indicadores, espera_ms);
     base.check(
         sqlite3_create_collation_v2(base.getHandle(), "SERVIDOR", SQLITE_UTF8, nullptr, compara, nullptr));
+    base.createFunction(funcao_soma, 2, true, nullptr, soma_servidor);
     base.exec(std::string("PRAGMA ") + memoria_paginas);
     // A long note is not made to wait while its log is copied into the file; closing does that.
     base.exec("PRAGMA wal_autocheckpoint = 8000");

@@ -4,7 +4,7 @@
 // A company is a folder of two files, both with a write-ahead log: the program's ledger and the ERP's tables.
 // Texts of either are declared `nvarchar(n) COLLATE SERVIDOR`, so that they compare as the server compares
 // them: without case, accented letters too, and without trailing blanks. A file whose tables name that
-// collation can only be used through `abre_base`, which registers it.
+// collation can only be used through `abre_base`, which registers it and the server's +.
 #pragma once
 
 #include <SQLiteCpp/Database.h>

@@ -1,6 +1,6 @@
 #include "platform/sqlite/motor.h"
 
-#include "platform/sqlite/conjunto.h"
+#include "platform/registos/conjunto.h"
 #include "platform/sqlite/falhas.h"
 #include "platform/sqlite/lexico.h"
 
@@ -51,28 +51,22 @@ SQLite::Database abre_livro(const fs::path& pasta, int espera_ms) {
     });
 }
 
-// Texts are joined; numbers, and texts that are added to numbers, are summed.
-void soma_servidor(sqlite3_context* contexto, int, sqlite3_value** valores) {
-    const auto tipo = [&](int i) { return sqlite3_value_type(valores[i]); };
-    if (tipo(0) == SQLITE_NULL || tipo(1) == SQLITE_NULL) {
-        sqlite3_result_null(contexto);
-    } else if (tipo(0) == SQLITE_TEXT && tipo(1) == SQLITE_TEXT) {
-        std::string texto;
-        for (int i = 0; i < 2; ++i) {
-            const auto* bytes = static_cast<const char*>(sqlite3_value_blob(valores[i]));
-            if (bytes != nullptr)
-                texto.append(bytes, static_cast<std::size_t>(sqlite3_value_bytes(valores[i])));
-        }
-        sqlite3_result_text64(contexto, texto.data(), texto.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-    } else if (sqlite3_value_numeric_type(valores[0]) == SQLITE_TEXT ||
-               sqlite3_value_numeric_type(valores[1]) == SQLITE_TEXT) {
-        sqlite3_result_error(contexto, "a text that is no number is added to a number", -1);
-    } else if (tipo(0) == SQLITE_INTEGER && tipo(1) == SQLITE_INTEGER) {
-        sqlite3_result_int64(contexto, sqlite3_value_int64(valores[0]) + sqlite3_value_int64(valores[1]));
-    } else {
-        sqlite3_result_double(contexto, sqlite3_value_double(valores[0]) + sqlite3_value_double(valores[1]));
+// Over a statement that has made its first step.
+class CursorPreparada final : public registos::Cursor {
+  public:
+    explicit CursorPreparada(std::shared_ptr<Preparada> preparada) : preparada_(std::move(preparada)) {}
+    // Repeats the failure of the last step, which has been dealt with.
+    ~CursorPreparada() override { preparada_->instrucao.tryReset(); }
+
+    bool ha_linha() const { return preparada_->instrucao.hasRow(); }
+    bool avanca() override {
+        return com_falhas([this] { return preparada_->instrucao.executeStep(); });
     }
-}
+    Celula celula(std::size_t coluna) const override { return le_coluna(preparada_->instrucao, coluna); }
+
+  private:
+    std::shared_ptr<Preparada> preparada_;
+};
 
 } // namespace
 
@@ -88,15 +82,10 @@ Motor::Motor(const fs::path& pasta, int espera_ms) : base_(abre_livro(pasta, esp
             if (sqlite3_db_readonly(base_.getHandle(), nome) != 0)
                 throw Falha("A empresa só pode ser lida: não há permissão para gravar em " + texto_de(pasta),
                             startup::numeros_bd::falha_geral);
-        base_.createFunction(funcao_soma, 2, true, nullptr, soma_servidor);
     });
 }
 
 Motor::~Motor() { liberta(); }
-
-void Motor::liberta() {
-    if (aberto_ != nullptr) aberto_->guarda_resto();
-}
 
 // --- Statements --------------------------------------------------------------------------------------------
 
@@ -154,9 +143,11 @@ std::unique_ptr<startup::ConjuntoRegistos> Motor::consulta(const std::string& sq
             preparadas_.clear();
             preparada = primeiro_passo(sql, Uso::consulta);
         }
-        auto conjunto = std::make_unique<Conjunto>(*this, preparada);
-        if (modo == Modo::actualizavel) conjunto->torna_actualizavel(preparada->colunas_actualizaveis());
-        if (conjunto->aberto()) aberto_ = conjunto.get();
+        auto colunas = modo == Modo::actualizavel ? preparada->colunas_actualizaveis() : preparada->colunas();
+        auto cursor = std::make_unique<CursorPreparada>(std::move(preparada));
+        if (!cursor->ha_linha()) cursor.reset();
+        auto conjunto = std::make_unique<registos::Conjunto>(*this, std::move(colunas), std::move(cursor));
+        abre(*conjunto);
         return conjunto;
     });
 }
@@ -171,7 +162,7 @@ void Motor::executa(const std::string& sql) {
 
 // --- Transactions ------------------------------------------------------------------------------------------
 
-void Motor::inicia_transaccao() {
+void Motor::inicia() {
     transaccao("BEGIN");
     // Writes nothing; a company without the table has nothing to guard.
     const int codigo = base_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0");
@@ -186,6 +177,6 @@ void Motor::transaccao(const char* instrucao) {
     com_falhas([&] { base_.exec(instrucao); });
 }
 
-bool Motor::em_transaccao() const { return sqlite3_get_autocommit(base_.getHandle()) == 0; }
+bool Motor::em_transaccao() { return sqlite3_get_autocommit(base_.getHandle()) == 0; }
 
 } // namespace orvex::platform::sqlite

@@ -1,8 +1,8 @@
 // A prepared statement with what is known of its columns.
 #pragma once
 
+#include "platform/registos/conjunto.h"
 #include "platform/sqlite/forma.h"
-#include "platform/sqlite/tipo_coluna.h"
 #include "platform/sqlite/traducao.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -16,18 +16,10 @@ struct sqlite3_stmt;
 
 namespace orvex::platform::sqlite {
 
-struct Coluna {
-    std::string nome;
-    TipoColuna tipo;
-    bool chave = false;      // of the table's key; known of a query that can be updated
-    bool identidade = false; // given by the database
-};
-
-struct Colunas {
-    std::vector<Coluna> lista;
-    std::string tabela; // that a row of these is found in; empty when the set is for reading only
-    bool chave_completa = false;
-};
+using registos::Celula;
+using registos::Coluna;
+using registos::Colunas;
+using registos::TipoColuna;
 
 class Preparada {
   public:

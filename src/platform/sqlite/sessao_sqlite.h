@@ -8,40 +8,20 @@
 // done, and let go with its record set.
 #pragma once
 
-#include "startup/sessao_bd.h"
-
-#include <memory>
-#include <string>
+#include "platform/registos/sessao.h"
 
 namespace orvex::platform::sqlite {
 
-class Motor;
-
-class SessaoSQLite : public startup::SessaoBD {
+class SessaoSQLite : public registos::Sessao {
   public:
     SessaoSQLite(); // waits five seconds for a lock held by another program
-    explicit SessaoSQLite(int espera_ms);
-    ~SessaoSQLite() override;
+    explicit SessaoSQLite(int espera_ms) : espera_ms_(espera_ms) {}
 
-    bool Abre(const std::string& ligacao) override;
-
-    std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override;
-    std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override;
-    void Executa(const std::string& sql) override;
-
-    void IniciaTransaccao() override;
-    void ConfirmaTransaccao() override;
-    void AnulaTransaccao() override;
-    bool EmTransaccao() override;
-
-    void Fecha() override;
+  protected:
+    std::unique_ptr<registos::Motor> abre_motor(const std::string& ligacao) override;
 
   private:
-    Motor& motor();
-
     int espera_ms_;
-    std::unique_ptr<Motor> motor_; // none until open
-    std::string causa_;            // why it is not open
 };
 
 } // namespace orvex::platform::sqlite

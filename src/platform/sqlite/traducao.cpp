@@ -1,5 +1,6 @@
 #include "platform/sqlite/traducao.h"
 
+#include "base/texto.h"
 #include "platform/sqlite/leitor.h"
 
 #include <algorithm>
@@ -42,8 +43,13 @@ class Tradutor {
     std::string molda();
     std::string cortado(const std::string& texto, const std::string& tipo);
 
+    bool agrupa_o_que_mostra(const std::vector<std::string>& grupo) const;
+
     Leitor leitor_;
-    bool simples_ = true; // one table, and nothing but its columns as they are
+    bool simples_ = true;              // one table, and nothing but its columns as they are
+    std::vector<std::string> colunas_; // the items
+
+    bool so_colunas_ = true;
 };
 
 Traducao Tradutor::traduz() {
@@ -69,19 +75,41 @@ Traducao Tradutor::traduz() {
 Traducao Tradutor::consulta() {
     std::string limite;
     if (leitor_.aceita_palavra("TOP")) limite = " LIMIT " + leitor_.numero();
-    std::string sql = "SELECT " + itens();
+    const std::string mostrados = itens();
+    std::string escolha = "SELECT ";
+    std::string sql;
     leitor_.exige_palavra("FROM");
     const std::string tabela = tabela_com_alcunha();
-    sql += " FROM " + tabela;
+    sql = " FROM " + tabela;
     sql += juncoes();
     sql += onde();
     if (leitor_.aceita_palavra("GROUP")) {
         leitor_.exige_palavra("BY");
         simples_ = false;
-        sql += " GROUP BY " + lista([this] { return coluna(); });
+        std::vector<std::string> grupo;
+        const std::string agrupadas = lista([&] { return grupo.emplace_back(coluna()); });
+        if (agrupa_o_que_mostra(grupo)) {
+            escolha = "SELECT DISTINCT ";
+        } else {
+            sql += " GROUP BY " + agrupadas;
+        }
     }
     sql += ordem() + limite;
-    return {Traducao::Genero::consulta, {sql}, simples_ ? tabela : std::string()};
+    return {Traducao::Genero::consulta, {escolha + mostrados + sql}, simples_ ? tabela : std::string()};
+}
+
+// Grouping by the very columns that are shown only leaves out repeated rows. Said so, the engine takes the
+// rows in the order of an index as they come; told to group, it sorts them all first.
+bool Tradutor::agrupa_o_que_mostra(const std::vector<std::string>& grupo) const {
+    if (!so_colunas_ || grupo.size() != colunas_.size()) return false;
+    // The table tells two columns apart only where both name it.
+    const auto mesma = [](const std::string& a, const std::string& b) {
+        const std::size_t em_a = a.find("].["), em_b = b.find("].[");
+        if (em_a == std::string::npos) return base::mesmo_nome(a, b.substr(b.rfind('[')));
+        if (em_b == std::string::npos) return base::mesmo_nome(a.substr(a.rfind('[')), b);
+        return base::mesmo_nome(a, b);
+    };
+    return std::is_permutation(grupo.begin(), grupo.end(), colunas_.begin(), colunas_.end(), mesma);
 }
 
 template <typename Le>
@@ -97,11 +125,16 @@ std::string Tradutor::itens() {
 }
 
 std::string Tradutor::item() {
-    if (leitor_.aceita_sinal("*")) return "*";
+    if (leitor_.aceita_sinal("*")) {
+        so_colunas_ = false;
+        return "*";
+    }
     const bool pode_ser_coluna = leitor_.e_nome();
     std::string sql = expressao();
     // The text of an expression holds a parenthesis or a sign beyond its names; a plain column does not.
-    if (!pode_ser_coluna || sql.find_first_of("()=<>'+ ?") != std::string::npos) simples_ = false;
+    if (!pode_ser_coluna || sql.find_first_of("()=<>'+ ?") != std::string::npos)
+        simples_ = so_colunas_ = false;
+    colunas_.push_back(sql);
     const std::string nome = alcunha();
     if (!nome.empty()) simples_ = false;
     return sql + nome;

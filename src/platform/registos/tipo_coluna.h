@@ -8,7 +8,7 @@
 #include <string_view>
 #include <variant>
 
-namespace orvex::platform::sqlite {
+namespace orvex::platform::registos {
 
 // A stored value as the engine hands it out. A text is only seen, and lives as long as its row.
 using Celula = std::variant<std::monostate, std::int64_t, double, std::string_view>;
@@ -31,4 +31,4 @@ base::Variante normaliza(const TipoColuna& tipo, std::string_view coluna, const 
 
 base::Variante le_celula(const TipoColuna& tipo, const Celula& celula);
 
-} // namespace orvex::platform::sqlite
+} // namespace orvex::platform::registos

@@ -2,14 +2,14 @@
 // with one byte for its kind and the bytes it needs; a block that has been passed is given back.
 #pragma once
 
-#include "platform/sqlite/tipo_coluna.h"
+#include "platform/registos/tipo_coluna.h"
 
 #include <cstddef>
 #include <deque>
 #include <string>
 #include <vector>
 
-namespace orvex::platform::sqlite {
+namespace orvex::platform::registos {
 
 class Linhas {
   public:
@@ -29,4 +29,4 @@ class Linhas {
     std::vector<std::size_t> colunas_; // of the current row: where each value starts
 };
 
-} // namespace orvex::platform::sqlite
+} // namespace orvex::platform::registos

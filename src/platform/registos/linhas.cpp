@@ -1,9 +1,9 @@
-#include "platform/sqlite/linhas.h"
+#include "platform/registos/linhas.h"
 
 #include <cstdint>
 #include <cstring>
 
-namespace orvex::platform::sqlite {
+namespace orvex::platform::registos {
 namespace {
 
 constexpr std::size_t tamanho_bloco = 256 * 1024;
@@ -113,4 +113,4 @@ Celula Linhas::celula(std::size_t coluna) const {
     return {};
 }
 
-} // namespace orvex::platform::sqlite
+} // namespace orvex::platform::registos

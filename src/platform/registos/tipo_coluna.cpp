@@ -1,4 +1,4 @@
-#include "platform/sqlite/tipo_coluna.h"
+#include "platform/registos/tipo_coluna.h"
 
 #include "base/falha.h"
 #include "base/texto.h"
@@ -7,7 +7,7 @@
 #include <charconv>
 #include <limits>
 
-namespace orvex::platform::sqlite {
+namespace orvex::platform::registos {
 namespace {
 
 using base::DataHora;
@@ -16,7 +16,8 @@ using base::Moeda;
 using base::Variante;
 using Especie = TipoColuna::Especie;
 
-// Beyond this a stored double no longer keeps four decimals.
+// The embedded company stores decimals in a double, which keeps four of them up to here. No weight or price
+// comes near, so the limit is the same on every engine.
 constexpr std::int64_t magnitude_recusada = 900'000'000'000;
 constexpr int primeiro_ano = 1753; // of the server's datetime
 
@@ -151,9 +152,11 @@ Variante le_celula(const TipoColuna& tipo, const Celula& celula) {
     if (const auto* lido = std::get_if<std::string_view>(&celula)) {
         if (tipo.especie == Especie::data || tipo.especie == Especie::data_hora)
             if (const auto data = DataHora::le(*lido)) return *data;
+        if (tipo.especie == Especie::decimal)
+            if (const auto moeda = Moeda::le(*lido)) return *moeda;
         return *lido;
     }
     return {};
 }
 
-} // namespace orvex::platform::sqlite
+} // namespace orvex::platform::registos

@@ -1,0 +1,194 @@
+#include "platform/registos/conjunto.h"
+
+#include "base/falha.h"
+#include "base/texto.h"
+
+#include <algorithm>
+
+namespace orvex::platform::registos {
+namespace {
+
+namespace numeros = startup::numeros_bd;
+using base::Falha;
+using base::Variante;
+
+const Variante* procura(const std::vector<Campo>& campos, std::size_t coluna) {
+    const auto campo = std::find_if(campos.begin(), campos.end(),
+                                    [coluna](const Campo& este) { return este.coluna == coluna; });
+    return campo == campos.end() ? nullptr : &campo->valor;
+}
+
+void poe(std::vector<Campo>& campos, Campo campo) {
+    std::erase_if(campos, [&campo](const Campo& este) { return este.coluna == campo.coluna; });
+    campos.push_back(std::move(campo));
+}
+
+} // namespace
+
+void Motor::liberta() {
+    if (aberto_ != nullptr) aberto_->guarda_resto();
+}
+
+void Motor::abre(Conjunto& conjunto) {
+    if (conjunto.aberto()) aberto_ = &conjunto;
+}
+
+Conjunto::Conjunto(Motor& motor, std::shared_ptr<const Colunas> colunas, std::unique_ptr<Cursor> cursor)
+    : motor_(motor), colunas_(std::move(colunas)), cursor_(std::move(cursor)),
+      linhas_(colunas_->lista.size()), ha_linha_(cursor_ != nullptr), contagem_(ha_linha_ ? 1 : 0) {}
+
+Conjunto::~Conjunto() { larga_cursor(); }
+
+void Conjunto::larga_cursor() {
+    if (cursor_ == nullptr) return;
+    cursor_.reset();
+    motor_.esquece(this);
+}
+
+void Conjunto::verifica() const {
+    if (falha_ != nullptr) std::rethrow_exception(falha_);
+}
+
+// --- Reading -----------------------------------------------------------------------------------------------
+
+bool Conjunto::fim() {
+    verifica();
+    return !ha_linha_;
+}
+
+void Conjunto::move_seguinte() {
+    verifica();
+    definidos_.clear();
+    escritos_.clear();
+    nova_ = false;
+    if (!ha_linha_) return;
+    if (!aberto()) {
+        ha_linha_ = linhas_.avanca();
+        return;
+    }
+    try {
+        ha_linha_ = cursor_->avanca();
+    } catch (const Falha&) {
+        falha_ = std::current_exception();
+        larga_cursor();
+        throw;
+    }
+    if (ha_linha_) {
+        ++contagem_;
+    } else {
+        larga_cursor();
+    }
+}
+
+void Conjunto::guarda_resto() noexcept {
+    if (!aberto()) return;
+    try {
+        const std::int64_t anteriores = contagem_ - 1;
+        do {
+            linhas_.junta_linha();
+            for (std::size_t i = 0; i < colunas(); ++i)
+                linhas_.junta(cursor_->celula(i));
+        } while (cursor_->avanca());
+        contagem_ = anteriores + static_cast<std::int64_t>(linhas_.total());
+        linhas_.avanca();
+    } catch (...) {
+        falha_ = std::current_exception();
+    }
+    larga_cursor();
+}
+
+std::int64_t Conjunto::contagem() {
+    guarda_resto();
+    verifica();
+    return contagem_;
+}
+
+Celula Conjunto::celula(std::size_t coluna) const {
+    return aberto() ? cursor_->celula(coluna) : linhas_.celula(coluna);
+}
+
+const Variante* Conjunto::escrito(std::size_t coluna) const { return procura(escritos_, coluna); }
+
+Variante Conjunto::valor(std::size_t coluna) {
+    verifica();
+    if (const Variante* definido = procura(definidos_, coluna)) return *definido;
+    if (nova_) return {};
+    if (!ha_linha_) throw Falha("Não há registo actual.", numeros::falha_geral);
+    if (const Variante* ja_escrito = escrito(coluna)) return *ja_escrito;
+    return le_celula(colunas_->lista.at(coluna).tipo, celula(coluna));
+}
+
+std::size_t Conjunto::indice(std::string_view nome) const {
+    const auto& lista = colunas_->lista;
+    for (std::size_t i = 0; i < lista.size(); ++i)
+        if (base::mesmo_nome(lista[i].nome, nome)) return i;
+    throw Falha("A coluna «" + std::string(nome) + "» não existe.", numeros::instrucao_errada);
+}
+
+// --- Updating ----------------------------------------------------------------------------------------------
+
+void Conjunto::exige_actualizavel() const {
+    verifica();
+    if (colunas_->tabela.empty())
+        throw Falha("O conjunto de registos só permite leitura.", numeros::instrucao_errada);
+}
+
+void Conjunto::acrescenta() {
+    exige_actualizavel();
+    definidos_.clear();
+    nova_ = true;
+}
+
+void Conjunto::define(std::string_view nome, const Variante& valor) {
+    exige_actualizavel();
+    if (!nova_ && !ha_linha_) throw Falha("Não há registo actual.", numeros::falha_geral);
+    const std::size_t coluna = indice(nome);
+    const Coluna& descrita = colunas_->lista[coluna];
+    if (descrita.identidade)
+        throw Falha("A coluna " + descrita.nome + " é numerada pela base de dados.",
+                    numeros::instrucao_errada);
+    poe(definidos_, {coluna, normaliza(descrita.tipo, descrita.nome, valor)});
+}
+
+void Conjunto::actualiza() {
+    exige_actualizavel();
+    motor_.liberta();
+    verifica();
+    if (nova_) {
+        motor_.insere(*colunas_, definidos_);
+    } else if (!definidos_.empty()) {
+        altera();
+    }
+    definidos_.clear();
+    nova_ = false;
+}
+
+void Conjunto::altera() {
+    if (!colunas_->chave_completa)
+        throw Falha("O registo não pode ser alterado sem a sua chave.", numeros::instrucao_errada);
+    if (!motor_.altera(*colunas_, definidos_, *this))
+        throw Falha("O registo foi alterado ou apagado por outro utilizador.", numeros::registo_alterado);
+    for (Campo& definido : definidos_)
+        poe(escritos_, std::move(definido));
+}
+
+std::string texto_insercao(const Colunas& colunas, const std::vector<Campo>& campos) {
+    std::string nomes;
+    std::string lugares;
+    for (const Campo& campo : campos) {
+        const char* separador = nomes.empty() ? "" : ",";
+        nomes += separador + ("[" + colunas.lista[campo.coluna].nome + "]");
+        lugares += std::string(separador) + "?";
+    }
+    return "INSERT INTO " + colunas.tabela +
+           (nomes.empty() ? " DEFAULT VALUES" : "(" + nomes + ") VALUES (" + lugares + ")");
+}
+
+std::string texto_alteracao(const Colunas& colunas, const std::vector<Campo>& campos) {
+    std::string atribuicoes;
+    for (const Campo& campo : campos)
+        atribuicoes += (atribuicoes.empty() ? "[" : ",[") + colunas.lista[campo.coluna].nome + "]=?";
+    return "UPDATE " + colunas.tabela + " SET " + atribuicoes;
+}
+
+} // namespace orvex::platform::registos

@@ -1,0 +1,134 @@
+// The one record set of every engine. While its cursor is open, rows come from it one by one; before the
+// connection does anything else the rest is read into memory and the cursor let go.
+//
+// What is set is held to the column's type at once. An update is left to the engine, with what was read.
+#pragma once
+
+#include "platform/registos/linhas.h"
+#include "startup/sessao_bd.h"
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvex::platform::registos {
+
+struct Coluna {
+    std::string nome;
+    TipoColuna tipo;
+    bool chave = false;      // of the table's key; known of a query that can be updated
+    bool identidade = false; // given by the database
+};
+
+struct Colunas {
+    std::vector<Coluna> lista;
+    std::string tabela; // that a row of these is found in; empty when the set is for reading only
+    bool chave_completa = false;
+};
+
+struct Campo {
+    std::size_t coluna;
+    base::Variante valor; // as the column keeps it (normaliza)
+};
+
+// A statement that stands on a row. Let go when destroyed.
+class Cursor {
+  public:
+    virtual ~Cursor() = default;
+    virtual bool avanca() = 0; // false when there are no more rows
+    virtual Celula celula(std::size_t coluna) const = 0;
+};
+
+class Conjunto;
+
+// An open database: the connection under the sets, of which one at most is half read.
+class Motor {
+  public:
+    virtual ~Motor() = default;
+    Motor(const Motor&) = delete;
+    Motor& operator=(const Motor&) = delete;
+
+    enum class Modo { leitura, actualizavel };
+
+    // As those of SessaoBD.
+    virtual std::unique_ptr<startup::ConjuntoRegistos> consulta(const std::string& sql, Modo modo) = 0;
+    virtual void executa(const std::string& sql) = 0;
+    virtual void inicia() = 0;
+    virtual void confirma() = 0;
+    virtual void anula() = 0;
+    virtual bool em_transaccao() = 0;
+
+    virtual void insere(const Colunas& colunas, const std::vector<Campo>& campos) = 0;
+    // False when no row has the key and the values of the one that was read.
+    virtual bool altera(const Colunas& colunas, const std::vector<Campo>& campos, const Conjunto& lida) = 0;
+
+    // Reads the half-read set to its end into memory, so that the connection is free.
+    void liberta();
+    // The set is done with its cursor, or gone.
+    void esquece(const Conjunto* conjunto) {
+        if (aberto_ == conjunto) aberto_ = nullptr;
+    }
+
+  protected:
+    Motor() = default;
+    void abre(Conjunto& conjunto);
+
+  private:
+    Conjunto* aberto_ = nullptr;
+};
+
+class Conjunto final : public startup::ConjuntoRegistos {
+  public:
+    // With the cursor on the first row; none when there is no row.
+    Conjunto(Motor& motor, std::shared_ptr<const Colunas> colunas, std::unique_ptr<Cursor> cursor);
+    ~Conjunto() override;
+
+    bool fim() override;
+    void move_seguinte() override;
+    std::int64_t contagem() override;
+
+    std::size_t colunas() const override { return colunas_->lista.size(); }
+    std::string_view nome_coluna(std::size_t coluna) const override {
+        return colunas_->lista.at(coluna).nome;
+    }
+    base::Variante valor(std::size_t coluna) override;
+    base::Variante valor(std::string_view nome) override { return valor(indice(nome)); }
+
+    void acrescenta() override;
+    void define(std::string_view nome, const base::Variante& valor) override;
+    void actualiza() override;
+
+    bool aberto() const { return cursor_ != nullptr; }
+    // Never throws: what goes wrong is kept for whoever reads the set next.
+    void guarda_resto() noexcept;
+
+    // The current row as it now is in the database: as it was read, but for what this set has written.
+    Celula celula(std::size_t coluna) const;
+    const base::Variante* escrito(std::size_t coluna) const;
+
+  private:
+    std::size_t indice(std::string_view nome) const;
+    void larga_cursor();
+    void verifica() const;
+    void exige_actualizavel() const;
+    void altera();
+
+    Motor& motor_;
+    std::shared_ptr<const Colunas> colunas_;
+    std::unique_ptr<Cursor> cursor_; // while rows come from it
+    Linhas linhas_;                  // the rest of the rows, once the cursor has been let go
+    bool ha_linha_;
+    std::int64_t contagem_ = 0; // rows met; all of them once the cursor has been let go
+    std::exception_ptr falha_;
+
+    bool nova_ = false;
+    std::vector<Campo> definidos_; // fields set and not yet written
+    std::vector<Campo> escritos_;  // fields of the current row written since it was read
+};
+
+// "INSERT INTO t([a],[b]) VALUES (?,?)" and "UPDATE t SET [a]=?,[b]=?", one parameter for each field.
+std::string texto_insercao(const Colunas& colunas, const std::vector<Campo>& campos);
+std::string texto_alteracao(const Colunas& colunas, const std::vector<Campo>& campos);
+
+} // namespace orvex::platform::registos

@@ -1,0 +1,36 @@
+// The session of every engine: which motor it has, and why it has none.
+#pragma once
+
+#include "platform/registos/conjunto.h"
+
+#include <memory>
+#include <string>
+
+namespace orvex::platform::registos {
+
+class Sessao : public startup::SessaoBD {
+  public:
+    bool Abre(const std::string& ligacao) override;
+
+    std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override;
+    std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override;
+    void Executa(const std::string& sql) override { motor().executa(sql); }
+
+    void IniciaTransaccao() override { motor().inicia(); }
+    void ConfirmaTransaccao() override { motor().confirma(); }
+    void AnulaTransaccao() override { motor().anula(); }
+    bool EmTransaccao() override { return motor_ != nullptr && motor_->em_transaccao(); }
+
+    void Fecha() override;
+
+  protected:
+    // Opens the database that a connection text names. Throws Falha, naming the cause.
+    virtual std::unique_ptr<Motor> abre_motor(const std::string& ligacao) = 0;
+    Motor& motor(); // throws when the session is not open
+
+  private:
+    std::unique_ptr<Motor> motor_; // none until open
+    std::string causa_;            // why it is not open
+};
+
+} // namespace orvex::platform::registos

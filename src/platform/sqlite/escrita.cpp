@@ -1,0 +1,58 @@
+// Writing the rows of a record set.
+#include "platform/sqlite/falhas.h"
+#include "platform/sqlite/motor.h"
+
+namespace orvex::platform::sqlite {
+namespace {
+
+// The key finds the row; all values read, to the letter, tell that nobody changed it.
+std::string condicao(const Colunas& colunas) {
+    std::string chave;
+    std::string lidos;
+    for (const Coluna& coluna : colunas.lista) {
+        const std::string nome = "[" + coluna.nome + "]";
+        if (coluna.chave) chave += (chave.empty() ? "" : " AND ") + nome + "=?";
+        lidos += " AND " + nome + " COLLATE BINARY IS ?";
+    }
+    return " WHERE " + chave + lidos;
+}
+
+int liga_campos(SQLite::Statement& instrucao, const Colunas& colunas,
+                const std::vector<registos::Campo>& campos) {
+    int parametro = 0;
+    for (const registos::Campo& campo : campos)
+        liga_valor(instrucao, ++parametro, colunas.lista[campo.coluna].tipo, campo.valor);
+    return parametro;
+}
+
+} // namespace
+
+void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) {
+    com_falhas([&] {
+        const auto instrucao = escritas_.toma(texto_insercao(colunas, campos));
+        liga_campos(*instrucao, colunas, campos);
+        instrucao->exec();
+    });
+}
+
+bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
+                   const registos::Conjunto& lida) {
+    return com_falhas([&] {
+        const auto instrucao = escritas_.toma(texto_alteracao(colunas, campos) + condicao(colunas));
+        int parametro = liga_campos(*instrucao, colunas, campos);
+        const auto liga_lida = [&](std::size_t coluna) {
+            if (const base::Variante* escrito = lida.escrito(coluna)) {
+                liga_valor(*instrucao, ++parametro, colunas.lista[coluna].tipo, *escrito);
+            } else {
+                liga_celula(*instrucao, ++parametro, lida.celula(coluna));
+            }
+        };
+        for (std::size_t i = 0; i < colunas.lista.size(); ++i)
+            if (colunas.lista[i].chave) liga_lida(i);
+        for (std::size_t i = 0; i < colunas.lista.size(); ++i)
+            liga_lida(i);
+        return instrucao->exec() > 0;
+    });
+}
+
+} // namespace orvex::platform::sqlite
