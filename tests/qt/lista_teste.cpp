@@ -1,130 +1,134 @@
-#include "tests/qt/ecra_teste.h"
-
 #include "platform/qt/modelo_lista.h"
+#include "tests/apoio/tabela.h"
+#include "tests/qt/janela_aberta.h"
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTableView>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace orvex::testes {
 namespace {
 
-class Listas : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        aberta.ecra.tabela.linhas = {
-            {"10", "Irmãos São João, Lda"}, {"9", "Açores"}, {"20", "Zinco & Filhos"}};
-    }
+// The clients of the company, CL'1, CL2, CL3 and INA, and one more.
+struct Listas : testing::Test, JanelaAberta {
+    Listas() { insere(empresa.outra(), "Clientes", {"CODIGO", "Nome"}, {{"9", "Irmãos São João & Açores"}}); }
+
     // Opens the list with F4, does something in it, and gives what came into the field.
     std::string escolhe(const std::function<void(QWidget&)>& accao) {
         Respostas respostas;
         respostas.faz(accao);
-        tecla(*aberta.janela, Qt::Key_F4);
-        return aberta.ecra.campo[0].Text;
+        tecla(Qt::Key_F4);
+        return ecra.campo[0].Text;
     }
-    static QTableView& registos(QWidget& lista) { return widget<QTableView>(lista, "registos"); }
-
-    JanelaAberta aberta;
 };
 
-TEST_F(Listas, EnterEscolheEOFocoSegueParaOCampoSeguinte) {
-    EXPECT_EQ(escolhe([](QWidget& lista) {
-                  tecla(lista, Qt::Key_Down);
-                  tecla(lista, Qt::Key_Return);
-              }),
-              "9");
-    EXPECT_EQ(com_foco(*aberta.janela), "campo(1)");
+TEST_F(Listas, EnterEscolheEValidaEEscNaoMudaNada) {
+    escreve("7");
+    EXPECT_EQ(escolhe([](QWidget& lista) { testes::tecla(lista, Qt::Key_Escape); }), "7");
+    EXPECT_EQ(com_teclado(), "campo(0)");
+    tecla(Qt::Key_F4, {}, {{Qt::Key_Down, Qt::Key_Return}});
+    EXPECT_EQ(ecra.campo[0].Text, "CL'1");
+    EXPECT_EQ(com_teclado(), "campo(1)");
+    EXPECT_EQ(ecra.validados, std::vector<int>{0});
 }
 
-TEST_F(Listas, EscNaoMudaNada) {
-    escreve(*aberta.janela, "7");
-    EXPECT_EQ(escolhe([](QWidget& lista) { tecla(lista, Qt::Key_Escape); }), "7");
-    EXPECT_EQ(com_foco(*aberta.janela), "campo(0)");
-}
-
-TEST_F(Listas, ProcuraEmTodasAsColunasSemMaiusculasNemAcentos) {
-    struct Caso {
-        const char* procurado;
-        const char* contagem;
-        const char* escolhido;
-    };
-    for (const Caso& caso : {Caso{"SAO joao", "1 de 3 registos", "10"},
-                             {"acor", "1 de 3 registos", "9"},
-                             {"20", "1 de 3 registos", "20"},
-                             {"i", "2 de 3 registos", "10"}}) {
-        SCOPED_TRACE(caso.procurado);
+TEST_F(Listas, ProcuraEmTodasAsColunasSemMaiusculasNemAcentosEOQueNaoHaNaoSeEscolhe) {
+    for (const auto& caso : tabela({"SAO joao => 1 de 5 registos => 9", "acor => 1 de 5 registos => 9",
+                                    "IBERICA => 1 de 5 registos => CL2", "cl3 => 1 de 5 registos => CL3",
+                                    "r => 3 de 5 registos => 9", "nada disto => 0 de 5 registos => "})) {
+        SCOPED_TRACE(caso[0]);
+        ecra.utilizador_foca(ecra.campo[0]);
+        ecra.campo[0].Text.clear();
         std::string contagem;
         const std::string escolhido = escolhe([&](QWidget& lista) {
-            escreve(lista, caso.procurado);
+            testes::escreve(lista, caso[0].c_str());
             contagem = widget<QLabel>(lista, "contagem").text().toStdString();
-            tecla(lista, Qt::Key_Return);
+            testes::tecla(lista, Qt::Key_Return);
+            EXPECT_EQ(lista.isVisible(), caso[2].empty());
+            testes::tecla(lista, Qt::Key_Escape);
         });
-        EXPECT_EQ(escolhido, caso.escolhido);
-        EXPECT_EQ(contagem, caso.contagem);
-        aberta.janela->ecra().utilizador_foca(aberta.ecra.campo[0]);
+        EXPECT_EQ(escolhido, caso[2]);
+        EXPECT_EQ(contagem, caso[1]);
     }
 }
 
-TEST_F(Listas, SemNenhumRegistoEnterNaoEscolhe) {
-    EXPECT_EQ(escolhe([](QWidget& lista) {
-                  escreve(lista, "nada disto");
-                  tecla(lista, Qt::Key_Return);
-                  EXPECT_TRUE(lista.isVisible());
-                  tecla(lista, Qt::Key_Escape);
-              }),
-              "");
-}
-
-TEST_F(Listas, OrdenamPeloTecladoEPelosTitulos) {
+TEST_F(Listas, OrdenamPeloTecladoEPelosTitulosEUmDuploCliqueEscolhe) {
     const std::string escolhido = escolhe([](QWidget& lista) {
-        tecla(lista, Qt::Key_2, Qt::ControlModifier);
-        EXPECT_EQ(registos(lista).model()->index(0, 1).data().toString(), "Açores");
-        const QHeaderView& titulos = *registos(lista).horizontalHeader();
+        auto& registos = widget<QTableView>(lista, "registos");
+        testes::tecla(lista, Qt::Key_2, Qt::ControlModifier);
+        EXPECT_EQ(registos.model()->index(0, 1).data().toString(), "Ibérica SL");
+        const QHeaderView& titulos = *registos.horizontalHeader();
         const QPoint nome(titulos.sectionViewportPosition(1) + 10, titulos.height() / 2);
         QTest::mouseClick(titulos.viewport(), Qt::LeftButton, {}, nome);
         const QPoint primeira = celula(lista, "registos", 0, 1);
-        QTest::mouseClick(registos(lista).viewport(), Qt::LeftButton, {}, primeira);
-        QTest::mouseDClick(registos(lista).viewport(), Qt::LeftButton, {}, primeira);
+        QTest::mouseClick(registos.viewport(), Qt::LeftButton, {}, primeira);
+        QTest::mouseDClick(registos.viewport(), Qt::LeftButton, {}, primeira);
     });
-    EXPECT_EQ(escolhido, "20") << "descending at the second time";
+    EXPECT_EQ(escolhido, "CL3") << "descending at the second time";
 }
 
-TEST_F(Listas, NumerosEDatasOrdenamSePeloValorEMostramSeNoFormatoRegional) {
-    TabelaFixa tabela;
-    tabela.linhas = {
-        {10.5, base::DataHora{2024, 2, 1}}, {9, base::DataHora{2023, 12, 31}}, {base::Variante(), "x"}};
-    platform::qt::ModeloLista modelo(*tabela.Consulta(""), {',', '.'}, {});
-    const auto mostrado = [&](int linha, int coluna) {
-        return modelo.data(modelo.index(linha, coluna), Qt::DisplayRole).toString().toStdString();
+TEST_F(Listas, NumerosEDatasOrdenamSePeloValorEMostramSeNoFormatoRegionalEColunasEscondidasNaoSeProcuram) {
+    insere(empresa.outra(), "xel_ORVEX", {"NumSerie", "Quantidade", "Data"},
+           {{"dez", m("10.5"), base::DataHora{2024, 2, 1}},
+            {"nove", m("9"), base::DataHora{2023, 12, 31}},
+            {"10,5", {}, {}}});
+    platform::qt::ModeloLista modelo(
+        empresa.outra().Consulta("select Quantidade, Data, NumSerie from xel_ORVEX"), {',', '.'},
+        {false, false, true});
+    const auto mostrado = [&](int coluna) {
+        std::string linhas;
+        for (int linha = 0; linha < modelo.rowCount(); ++linha)
+            linhas += "|" + modelo.index(linha, coluna).data().toString().toStdString();
+        return linhas;
     };
     modelo.ordena(0, Qt::AscendingOrder);
-    EXPECT_EQ(mostrado(0, 0) + "|" + mostrado(1, 0) + "|" + mostrado(2, 0), "|9|10,5");
+    EXPECT_EQ(mostrado(0), "||9|10,5");
     modelo.ordena(1, Qt::AscendingOrder);
-    EXPECT_EQ(mostrado(0, 1) + "|" + mostrado(1, 1), "31-12-2023|01-02-2024");
-    modelo.filtra("01-02");
-    EXPECT_EQ(modelo.rowCount(), 1);
+    EXPECT_EQ(mostrado(1), "||31-12-2023|01-02-2024");
+    modelo.filtra("10,5");
+    EXPECT_EQ(mostrado(1), "|01-02-2024");
     EXPECT_EQ(modelo.escolha(0), "10.5") << "as it was read";
 }
 
-TEST_F(Listas, ColunasEscondidasNaoSeVeemNemSeProcuram) {
-    TabelaFixa tabela;
-    tabela.linhas = {{"chave", "um"}, {"um", "chave"}};
-    platform::qt::ModeloLista modelo(*tabela.Consulta(""), {}, {true});
-    modelo.filtra("chave");
-    ASSERT_EQ(modelo.rowCount(), 1);
-    EXPECT_EQ(modelo.escolha(0), "um");
+TEST_F(Listas, UmaListaLongaMostraAsPrimeirasLinhasELeAsOutrasQuandoSaoPrecisas) {
+    std::vector<std::vector<base::Variante>> clientes;
+    for (int i = 0; i < 2500; ++i)
+        clientes.push_back({"Z" + std::to_string(10'000 + i), "Nome"});
+    empresa.outra().IniciaTransaccao();
+    insere(empresa.outra(), "Clientes", {"CODIGO", "Nome"}, clientes);
+    empresa.outra().ConfirmaTransaccao();
+    const auto modelo = [this] {
+        return platform::qt::ModeloLista(
+            empresa.outra().Consulta("select CODIGO from Clientes order by CODIGO"), {}, {});
+    };
+    auto aos_poucos = modelo();
+    EXPECT_LT(aos_poucos.rowCount(), 2504);
+    while (aos_poucos.le_mais())
+        ;
+    EXPECT_EQ(aos_poucos.rowCount(), 2505);
+    EXPECT_EQ(aos_poucos.escolha(2504), "Z12499");
+    auto procurado = modelo();
+    procurado.filtra("z12499");
+    EXPECT_EQ(procurado.escolha(0), "Z12499");
+    auto ordenado = modelo();
+    ordenado.ordena(0, Qt::DescendingOrder);
+    EXPECT_EQ(ordenado.escolha(0), "Z12499");
+    std::string contagem;
+    escolhe([&](QWidget& lista) {
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return widget<QLabel>(lista, "contagem").text().endsWith("registos"); }));
+        contagem = widget<QLabel>(lista, "contagem").text().toStdString();
+        testes::tecla(lista, Qt::Key_Escape);
+    });
+    EXPECT_THAT(contagem, testing::EndsWith("505 registos"));
 }
 
 TEST_F(Listas, UmaConsultaQueFalhaMostraAFalhaENaoEscolheNada) {
-    aberta.ecra.tabela.falha = true;
-    Respostas respostas;
-    respostas.carrega(Qt::Key_Return);
-    tecla(*aberta.janela, Qt::Key_F4);
-    EXPECT_EQ(respostas.textos, std::vector<std::string>{"A tabela não existe."});
-    EXPECT_EQ(com_foco(*aberta.janela), "campo(0)");
+    diario.falha_no = diario.passos + 1;
+    EXPECT_THAT(tecla(Qt::Key_F4, {}, {{Qt::Key_Return}}), testing::ElementsAre("Falha provocada."));
+    EXPECT_EQ(com_teclado(), "campo(0)");
 }
 
 } // namespace

@@ -37,11 +37,18 @@ std::vector<bool> colunas_ocultas(const common::ListaPesquisa& lista) {
 } // namespace
 
 JanelaLista::JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato)
-    : QDialog(pai), modelo_(*lista.ligacao.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
+    : QDialog(pai), modelo_(lista.ligacao.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
     setObjectName("ListaPesquisa");
     setWindowTitle(qs(lista.titulo));
     constroi(lista);
     filtra({});
+    connect(&resto_, &QTimer::timeout, this, [this] {
+        le([this] {
+            if (!modelo_.le_mais()) resto_.stop();
+        });
+        conta();
+    });
+    if (!modelo_.completo()) resto_.start();
 }
 
 void JanelaLista::constroi(const common::ListaPesquisa& lista) {
@@ -141,17 +148,37 @@ void JanelaLista::poe_larguras(const common::ListaPesquisa& lista) {
            std::min(altura_inicial, ecra.height() - 60));
 }
 
+void JanelaLista::le(const std::function<void()>& trabalho) {
+    try {
+        trabalho();
+    } catch (...) {
+        falha_ = std::current_exception();
+        resto_.stop();
+        reject();
+    }
+}
+
+const std::string& JanelaLista::escolha() const {
+    if (falha_ != nullptr) std::rethrow_exception(falha_);
+    return escolha_;
+}
+
 void JanelaLista::filtra(const QString& texto) {
-    modelo_.filtra(texto);
+    le([&] { modelo_.filtra(texto); });
     if (modelo_.rowCount() > 0) vista_->selectRow(modelo_.linha_exacta());
+    conta();
+}
+
+void JanelaLista::conta() {
     const QLocale locale;
+    if (!modelo_.completo()) return contagem_->setText("A ler os registos...");
     QString contagem = locale.toString(modelo_.rowCount());
     if (modelo_.rowCount() != modelo_.total()) contagem += " de " + locale.toString(modelo_.total());
     contagem_->setText(contagem + (modelo_.total() == 1 ? " registo" : " registos"));
 }
 
 void JanelaLista::ordena_por(int coluna, Qt::SortOrder sentido) {
-    modelo_.ordena(coluna, sentido);
+    le([&] { modelo_.ordena(coluna, sentido); });
     if (modelo_.rowCount() > 0) vista_->selectRow(0);
 }
 
@@ -202,6 +229,11 @@ void JanelaLista::accept() {
     if (!actual.isValid()) return;
     escolha_ = modelo_.escolha(actual.row());
     QDialog::accept();
+}
+
+void JanelaLista::done(int resultado) {
+    resto_.stop(); // a row that cannot be read takes no choice back
+    QDialog::done(resultado);
 }
 
 } // namespace orvex::platform::qt

@@ -7,6 +7,10 @@
 #include "platform/qt/modelo_lista.h"
 
 #include <QDialog>
+#include <QTimer>
+
+#include <exception>
+#include <functional>
 
 class QLabel;
 class QLineEdit;
@@ -18,20 +22,25 @@ inline constexpr int twips_por_pixel = 15;
 
 class JanelaLista : public QDialog {
   public:
-    // Runs the query at once; throws what the session throws.
+    // Runs the query at once and reads the first rows; throws what the session throws.
     JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato);
 
-    const std::string& escolha() const { return escolha_; } // empty until a row was chosen
+    // Empty when no row was chosen. A failure that ended the list while its rows were read is thrown here.
+    const std::string& escolha() const;
 
   protected:
     bool eventFilter(QObject* alvo, QEvent* evento) override;
     void accept() override;
+    void done(int resultado) override;
 
   private:
     void constroi(const common::ListaPesquisa& lista);
     void poe_larguras(const common::ListaPesquisa& lista);
     int largura_pedida(int coluna) const;
     void filtra(const QString& texto);
+    void conta();
+    // Work that reads rows: what fails ends the list.
+    void le(const std::function<void()>& trabalho);
     void ordena_pelo_teclado(int posicao); // visible columns count from 1
     void ordena_por(int coluna, Qt::SortOrder sentido);
 
@@ -39,7 +48,9 @@ class JanelaLista : public QDialog {
     QLineEdit* filtro_;
     QTableView* vista_;
     QLabel* contagem_;
+    QTimer resto_; // reads what is left, a little at a time, while nothing else is to do
     std::string escolha_;
+    std::exception_ptr falha_;
 };
 
 } // namespace orvex::platform::qt

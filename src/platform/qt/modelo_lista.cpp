@@ -4,10 +4,13 @@
 #include "platform/qt/textos.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace orvex::platform::qt {
 namespace {
+
+constexpr std::size_t linhas_de_uma_vez = 2000;
 
 // Base letters of U+00C0 to U+00FF; "*" stands for itself.
 constexpr std::string_view sem_acento = "aaaaaaaceeeeiiiidnooooo*ouuuuy*saaaaaaaceeeeiiiidnooooo*ouuuuy*y";
@@ -67,19 +70,41 @@ std::string dobrado(std::string_view texto) {
     return resultado;
 }
 
-ModeloLista::ModeloLista(startup::ConjuntoRegistos& registos, base::FormatoRegional formato,
+ModeloLista::ModeloLista(std::unique_ptr<startup::ConjuntoRegistos> registos, base::FormatoRegional formato,
                          std::vector<bool> ocultas)
-    : formato_(formato), ocultas_(std::move(ocultas)) {
-    const std::size_t colunas = registos.colunas();
+    : formato_(formato), registos_(std::move(registos)), ocultas_(std::move(ocultas)) {
+    const std::size_t colunas = registos_->colunas();
     for (std::size_t c = 0; c < colunas; ++c)
-        nomes_.emplace_back(registos.nome_coluna(c));
+        nomes_.emplace_back(registos_->nome_coluna(c));
     ocultas_.resize(colunas, false);
-    for (; !registos.fim(); registos.move_seguinte(), ++total_)
-        for (std::size_t c = 0; c < colunas; ++c)
-            valores_.push_back(registos.valor(c));
-    ordem_.resize(total_);
-    std::iota(ordem_.begin(), ordem_.end(), 0);
-    visiveis_ = ordem_;
+    le_mais();
+}
+
+void ModeloLista::le_linhas(std::size_t ate) {
+    // Gone if it throws: what was read stays, and nobody asks a broken query again.
+    auto registos = std::move(registos_);
+    for (; total_ < ate && !registos->fim(); registos->move_seguinte(), ++total_) {
+        for (std::size_t c = 0; c < nomes_.size(); ++c)
+            valores_.push_back(registos->valor(c));
+        ordem_.push_back(static_cast<int>(total_));
+    }
+    if (!registos->fim()) registos_ = std::move(registos);
+}
+
+bool ModeloLista::le_mais() {
+    if (completo()) return false;
+    le_linhas(total_ + linhas_de_uma_vez);
+    const int antes = rowCount();
+    if (total() > antes) {
+        beginInsertRows({}, antes, total() - 1);
+        visiveis_ = ordem_;
+        endInsertRows();
+    }
+    return !completo();
+}
+
+void ModeloLista::le_tudo() {
+    if (!completo()) le_linhas(std::numeric_limits<std::size_t>::max());
 }
 
 void ModeloLista::dobra() {
@@ -105,6 +130,7 @@ void ModeloLista::filtra(const QString& texto) {
     procurado_ = dobrado(texto.toStdString());
     for (const QString& palavra : texto.split(' ', Qt::SkipEmptyParts))
         palavras_.push_back(dobrado(palavra.toStdString()));
+    if (!palavras_.empty()) le_tudo();
     beginResetModel();
     aplica_filtro();
     endResetModel();
@@ -140,6 +166,7 @@ void ModeloLista::aplica_filtro() {
 
 void ModeloLista::ordena(int coluna, Qt::SortOrder sentido) {
     if (coluna < 0 || coluna >= columnCount()) return;
+    le_tudo();
     std::vector<ChaveOrdenacao> chaves(total_);
     for (std::size_t i = 0; i < total_; ++i)
         chaves[i] = chave_de(valor(i, static_cast<std::size_t>(coluna)));

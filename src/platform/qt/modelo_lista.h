@@ -1,5 +1,8 @@
 // The rows of a pick list: read once from a query, then filtered and sorted in memory.
 //
+// The first rows are there at once; the others are read as the window finds time, or when they are needed,
+// so that a long list opens as fast as a short one and still lets go of its query soon.
+//
 // Values are kept as they were read; the text to search in is folded (no case, no accents) once, at the first
 // letter typed. The view sees an order of row numbers, so that neither filtering nor sorting moves a value.
 #pragma once
@@ -9,6 +12,7 @@
 
 #include <QAbstractTableModel>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,12 +24,18 @@ std::string dobrado(std::string_view texto);
 
 class ModeloLista : public QAbstractTableModel {
   public:
-    // Reads the set to its end. Columns count from 0; those hidden are not searched.
-    ModeloLista(startup::ConjuntoRegistos& registos, base::FormatoRegional formato,
+    // Reads the first rows. Columns count from 0; those hidden are not searched.
+    ModeloLista(std::unique_ptr<startup::ConjuntoRegistos> registos, base::FormatoRegional formato,
                 std::vector<bool> ocultas);
 
-    int total() const { return static_cast<int>(total_); }
-    // Keeps the rows that contain every word of the text in some visible column.
+    // Reads some more rows, which takes a few milliseconds; false once there are none. Throws what the
+    // session throws, and reads no more after that.
+    bool le_mais();
+    bool completo() const { return registos_ == nullptr; }
+
+    int total() const { return static_cast<int>(total_); } // rows read
+    // Keeps the rows that contain every word of the text in some visible column. A text, and a sort, read
+    // the rest of the rows first.
     void filtra(const QString& texto);
     // The first row with a cell that is the text filtered by, to the letter; 0 when there is none.
     int linha_exacta() const { return exacta_; }
@@ -43,10 +53,13 @@ class ModeloLista : public QAbstractTableModel {
         return valores_[linha * nomes_.size() + coluna];
     }
     bool numerica(std::size_t coluna) const;
+    void le_linhas(std::size_t ate);
+    void le_tudo();
     void dobra();
     void aplica_filtro();
 
     base::FormatoRegional formato_;
+    std::unique_ptr<startup::ConjuntoRegistos> registos_; // until its last row has been read
     std::vector<std::string> nomes_;
     std::vector<bool> ocultas_;
     std::vector<base::Variante> valores_; // row by row
