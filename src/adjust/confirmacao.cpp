@@ -4,6 +4,7 @@
 #include "base/texto.h"
 
 #include <exception>
+#include <optional>
 
 namespace orvex::adjust {
 
@@ -43,18 +44,28 @@ bool MovStocks::entrada_aceite() {
     const auto novo = formato().le(campo(3).Text);
     if (!novo) return recusa("Valor inválido!");
     if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!");
+    // The field refused it when it was typed, and does not look again at what stayed in it.
+    if ((consumo || (bCarregado && especie_do_modo() == Especie::quebra)) && ConsumoExcessivo())
+        return recusa(consumo_invalido);
     return true;
 }
 
 void MovStocks::btConf_Click() {
+    std::optional<ChaveDocumento> anulado;
     try {
         if (!entrada_aceite()) return;
         if (campo(1).Text.empty()) campo(1).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
         if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
-        if (Pergunta(ajuste)) Confirma(ajuste);
+        if (Pergunta(ajuste)) Confirma(ajuste, anulado);
     } catch (const std::exception& falha) {
         compensa(erro_a_mostrar(falha));
+        // A cancellation cannot be taken back: whoever reads this must know what is left to put right.
+        if (anulado)
+            Avisa("",
+                  "O documento " + anulado->texto() +
+                      " ficou anulado no ERP, mas pode continuar nos movimentos da ORVEX.",
+                  2);
         RecomecaEcra();
     }
 }
@@ -109,11 +120,11 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
     return false;
 }
 
-void MovStocks::Confirma(const Ajuste& ajuste) {
+void MovStocks::Confirma(const Ajuste& ajuste, std::optional<ChaveDocumento>& anulado) {
     std::vector<ChaveDocumento> por_anular;
     BD.IniciaTransaccao();
     if (!bCarregado) regista_falha([this] { ConfereArtigo(); });
-    const DataHora Data = bCarregado ? RemoveInf(por_anular) : DTPicker1.Value;
+    const DataHora Data = bCarregado ? RemoveInf(por_anular, anulado) : DTPicker1.Value;
     const std::int32_t NumDoc = ValidaMovimento(ajuste, Data);
     ActualizaMov(ajuste, NumDoc, Data);
     BD.ConfirmaTransaccao();
@@ -122,14 +133,18 @@ void MovStocks::Confirma(const Ajuste& ajuste) {
     RecomecaEcra();
 }
 
+std::optional<std::string> MovStocks::DetentorActual() {
+    const auto ultimo =
+        BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(campo(0).Text) +
+                    " order by Registo desc");
+    if (ultimo->fim()) return {};
+    return ultimo->valor("Cliente").texto();
+}
+
 // What the user decided on must still be so: another program may have moved the item since it was typed.
 void MovStocks::ConfereArtigo() {
-    const std::string& artigo = campo(0).Text;
-    const auto ultimo =
-        BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(artigo) +
-                    " order by Registo desc");
-    const bool mesmo = !ultimo->fim() && ultimo->valor("Cliente").texto() == Detentor;
-    const auto existencia = Existencia(artigo, ArmazemActual);
+    const bool mesmo = DetentorActual() == Detentor;
+    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
     const bool igual = existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(1);
     if (!mesmo || !igual)
         throw base::Falha("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
@@ -186,7 +201,8 @@ void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const Da
     });
 }
 
-DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular) {
+DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular,
+                              std::optional<ChaveDocumento>& anulado) {
     ChaveDocumento chave;
     DataHora Data;
     {
@@ -200,8 +216,17 @@ DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular) {
         Data = registo->valor("Data").data();
         chave = chave_do_registo(*registo);
     }
+    // The new row would be the item's newest, and give it back to whoever held it then.
+    if (DetentorActual() != Detentor)
+        regista_falha([] {
+            throw base::Falha(
+                "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
+        });
     // Refused or not, the replacement goes on; a document left in force is named once it is done.
-    if (!gERP.AnulaDocumento(1, chave).sucesso) por_anular.push_back(chave);
+    if (gERP.AnulaDocumento(1, chave).sucesso)
+        anulado = chave;
+    else
+        por_anular.push_back(chave);
     BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
     return Data;
 }

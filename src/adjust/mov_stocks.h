@@ -70,6 +70,7 @@ class MovStocks : public common::Ecra {
     void campo_Validate(int Index, bool& Cancel) override;
     bool ValidaArtigo();
     bool ValidaQuantidade();
+    bool ConsumoExcessivo() const; // more than there is, the loaded adjustment's own quantity counted back
     bool recusa_artigo(const char* aviso);
     base::Moeda valor(int Index) const; // of a field; an empty one counts as 0
     // Where the items of a holder lie.
@@ -83,17 +84,22 @@ class MovStocks : public common::Ecra {
     bool entrada_aceite();
     Ajuste ajuste_pedido();
     bool Pergunta(const Ajuste& ajuste);
-    void Confirma(const Ajuste& ajuste);
+    // `anulado` receives the replaced document once the ERP has cancelled it.
+    void Confirma(const Ajuste& ajuste, std::optional<startup::ChaveDocumento>& anulado);
     void ConfereArtigo();
+    std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
     // Gives the number of the document created.
     std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data);
     void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
     void btAnular_Click();
     // Cancels the loaded adjustment's document, deletes its row and gives the row's date.
-    base::DataHora RemoveInf(std::vector<startup::ChaveDocumento>& por_anular);
+    base::DataHora RemoveInf(std::vector<startup::ChaveDocumento>& por_anular,
+                             std::optional<startup::ChaveDocumento>& anulado);
     void RecomecaEcra();
 
     // Members
+
+    static constexpr const char* consumo_invalido = "Valor Inválido para o Consumo!";
 
     std::int16_t Modo;
     startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS;

@@ -70,6 +70,8 @@ bool MovStocks::ValidaArtigo() {
     return true;
 }
 
+bool MovStocks::ConsumoExcessivo() const { return valor(3) - cQtdCarregada > valor(1); }
+
 bool MovStocks::ValidaQuantidade() {
     const auto recusa = [this](const char* aviso) {
         Avisa("", aviso, 2);
@@ -85,10 +87,9 @@ bool MovStocks::ValidaQuantidade() {
     const Moeda novo = valor(3), stock = valor(1);
 
     if (especie_do_modo() == Especie::consumo)
-        return novo - cQtdCarregada > stock ? recusa("Valor Inválido para o Consumo!")
-                                            : aceita("Consumo Interno");
+        return ConsumoExcessivo() ? recusa(consumo_invalido) : aceita("Consumo Interno");
     if (especie_do_modo() == Especie::quebra) {
-        if (bCarregado && novo - cQtdCarregada > stock) return recusa("Valor Inválido para o Consumo!");
+        if (bCarregado && ConsumoExcessivo()) return recusa(consumo_invalido);
         if (!bCarregado && novo > stock) return recusa("A Nova Existência deve ser inferior à Existência!");
         return aceita("Sucata");
     }

@@ -133,7 +133,7 @@ void GuiasRemessa::Anula() {
     } catch (const std::exception& falha) {
         // A cancellation cannot be taken back: whoever reads this must know what is left to put right.
         UltimoErro = std::string(falha.what()) + "\n\rA guia " + chave.texto() +
-                     " ficou anulada no ERP, mas continua nos movimentos da ORVEX.";
+                     " ficou anulada no ERP, mas pode continuar nos movimentos da ORVEX.";
         throw;
     }
 }
