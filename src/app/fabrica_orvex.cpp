@@ -3,6 +3,7 @@
 #include "base/falha.h"
 #include "delivery/guias_remessa.h"
 #include "platform/erp/sessao_erp_embebida.h"
+#include "platform/odbc/sessao_odbc.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
 #include "platform/qt/janela_guias_remessa.h"
@@ -42,14 +43,13 @@ std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp() {
 }
 
 std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::DefinicoesBD& definicoes) {
-    if (definicoes.servidor != startup::servidor_embebido)
-        throw base::Falha("Esta versão do programa não traz o controlador de SQL Server de que o servidor '" +
-                          definicoes.servidor + "' precisa.");
+    const bool embebida = definicoes.servidor == startup::servidor_embebido;
     sessao_ = {.empresa = {}, // the ERP tells its name
-               .motor = "SQLite",
+               .motor = embebida ? "SQLite" : "SQL Server",
                .utilizador = definicoes.utilizador,
-               .demonstracao = true}; // an embedded company is there to learn and to try
-    return std::make_unique<platform::sqlite::SessaoSQLite>();
+               .demonstracao = true}; // as long as its ERP is the emulation
+    if (embebida) return std::make_unique<platform::sqlite::SessaoSQLite>();
+    return std::make_unique<platform::odbc::SessaoODBC>();
 }
 
 std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,

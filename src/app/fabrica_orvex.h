@@ -14,7 +14,6 @@ class FabricaOrvex : public startup::Fabrica {
     explicit FabricaOrvex(std::filesystem::path programa) : programa_(std::move(programa)) {}
 
     std::unique_ptr<startup::SessaoERP> cria_sessao_erp() override;
-    // Throws Falha for a server this build has no driver for.
     std::unique_ptr<startup::SessaoBD> cria_sessao_bd(const startup::DefinicoesBD& definicoes) override;
     std::shared_ptr<startup::EcraArranque> cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
                                                      startup::SessaoERP& gERP, int modo) override;

@@ -39,14 +39,8 @@ class Aplicacao : public QApplication {
 
 std::filesystem::path caminho(const QString& texto) { return std::filesystem::path(texto.toStdU16String()); }
 
-startup::PastasInstalacao pastas_instalacao() {
-    const std::filesystem::path programa = caminho(QCoreApplication::applicationDirPath());
-    const QString comum = qEnvironmentVariable("ORVEX_PASTA_COMUM");
-    return {comum.isEmpty() ? programa : caminho(comum), programa};
-}
-
 int corre(Aplicacao& aplicacao) {
-    const startup::PastasInstalacao pastas = pastas_instalacao();
+    const auto pastas = startup::PastasInstalacao::de(caminho(QCoreApplication::applicationDirPath()));
     app::FabricaOrvex fabrica(pastas.programa);
     startup::Arranque arranque(fabrica, pastas);
     const QStringList argumentos = QCoreApplication::arguments();

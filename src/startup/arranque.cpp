@@ -1,6 +1,5 @@
 #include "startup/arranque.h"
 
-#include "startup/construtor_ligacao.h"
 #include "startup/esquema_livro.h"
 
 namespace orvex::startup {
@@ -22,9 +21,7 @@ constexpr std::int16_t modo_ligacao = 2;
 } // namespace
 
 std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
-    std::filesystem::path pasta = pastas_.comum / "TRAMEL";
-    if (!std::filesystem::is_directory(pasta)) pasta = pastas_.programa;
-    gFicheiroDefinicoes = pasta / "OrvexEXE.xel";
+    gFicheiroDefinicoes = pastas_.ficheiro_definicoes();
 
     if (!LigaERP()) return nullptr;
     AbreBaseDados();
@@ -42,8 +39,7 @@ std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
 }
 
 bool Arranque::LigaERP() {
-    DefinicoesERP definicoes = DefinicoesERP::le(gFicheiroDefinicoes);
-    if (definicoes.incompletas()) definicoes.completa(gFicheiroDefinicoes);
+    const DefinicoesERP definicoes = definicoes_erp(gFicheiroDefinicoes);
     gERP = fabrica_.cria_sessao_erp();
     gERP->ModoLigacao(modo_ligacao);
     if (gERP->Liga(definicoes.valores)) return true;
@@ -52,14 +48,9 @@ bool Arranque::LigaERP() {
 }
 
 void Arranque::AbreBaseDados() {
-    DefinicoesBD definicoes = DefinicoesBD::le(gFicheiroDefinicoes);
-    if (definicoes.incompletas()) definicoes = DefinicoesBD::le(pastas_.programa / "Catalogos" / "bd.sql");
+    const DefinicoesBD definicoes = definicoes_bd(gFicheiroDefinicoes, pastas_.catalogo());
     gBD = fabrica_.cria_sessao_bd(definicoes);
-    gBD->Abre(ConstrutorLigacao{.servidor = definicoes.servidor,
-                                .base = definicoes.base,
-                                .utilizador = definicoes.utilizador,
-                                .palavra_passe = definicoes.palavra_passe}
-                  .constroi());
+    gBD->Abre(texto_ligacao(definicoes));
 }
 
 } // namespace orvex::startup

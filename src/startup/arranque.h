@@ -1,7 +1,7 @@
 // Start-up: one start serves one task, chosen by a one-digit argument.
 #pragma once
 
-#include "startup/definicoes.h"
+#include "startup/instalacao.h"
 #include "startup/sessao_bd.h"
 #include "startup/sessao_erp.h"
 
@@ -37,11 +37,6 @@ class Fabrica {
                                                     int modo) = 0;
     // A box with one OK button and no icon.
     virtual void mostra_caixa(const std::string& texto, const std::string& titulo) = 0;
-};
-
-struct PastasInstalacao {
-    std::filesystem::path comum;    // base folder shared by the maker's programs
-    std::filesystem::path programa; // folder of the executable
 };
 
 // The process-wide state: one ERP session and one database session, for as long as the process lives.

@@ -20,7 +20,8 @@ std::string par(std::string_view nome, std::string_view valor) {
 
 std::string ConstrutorLigacao::constroi() const {
     return par("Provider", fornecedor) + par("Option", std::to_string(opcao)) + par("Server", servidor) +
-           par("Database", base) + par("Uid", utilizador) + par("Pwd", palavra_passe);
+           par("Database", base) + par("Uid", utilizador) + par("Pwd", palavra_passe) +
+           par("Driver", controlador) + par("Encrypt", encriptacao);
 }
 
 std::map<std::string, std::string> ConstrutorLigacao::le(std::string_view ligacao) {

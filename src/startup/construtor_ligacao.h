@@ -14,11 +14,14 @@ struct ConstrutorLigacao {
     std::string servidor;
     std::string base;
     std::string utilizador;
-    std::string palavra_passe;
+    std::string palavra_passe{};
+    std::string controlador{}; // ODBC driver; empty for the usual one
+    std::string encriptacao{}; // as in the settings; empty for the usual one
 
     std::string constroi() const;
 
-    // The pairs of a connection text; names are Provider, Option, Server, Database, Uid and Pwd.
+    // The pairs of a connection text; names are Provider, Option, Server, Database, Uid, Pwd, Driver and
+    // Encrypt.
     static std::map<std::string, std::string> le(std::string_view ligacao);
 };
 

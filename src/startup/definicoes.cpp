@@ -15,8 +15,8 @@ std::string base_completa(const std::string& servidor, const std::string& base,
 
 DefinicoesBD DefinicoesBD::le(const std::filesystem::path& ficheiro) {
     auto valores = le_ini(ficheiro);
-    DefinicoesBD lidas{valores["BD.SERVIDOR"], valores["BD.BASE"], valores["BD.UTILIZADOR"],
-                       valores["BD.PALAVRAPASSE"]};
+    DefinicoesBD lidas{valores["BD.SERVIDOR"],     valores["BD.BASE"],        valores["BD.UTILIZADOR"],
+                       valores["BD.PALAVRAPASSE"], valores["BD.CONTROLADOR"], valores["BD.ENCRIPTACAO"]};
     lidas.base = base_completa(lidas.servidor, lidas.base, ficheiro);
     return lidas;
 }

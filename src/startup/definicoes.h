@@ -8,7 +8,11 @@
 //                                       Base=Empresa
 //
 // The server `sqlite` names an embedded company, and the database is then its folder, relative to the
-// settings file; any other server is SQL Server.
+// settings file; any other server is SQL Server, and [BD] may then name the ODBC driver and how far the
+// connection is encrypted:
+//
+//     Controlador=ODBC Driver 18 for SQL Server
+//     Encriptacao=sim                              sem_certificado: the certificate is not checked; nao
 #pragma once
 
 #include <array>
@@ -24,6 +28,8 @@ struct DefinicoesBD {
     std::string base; // of an embedded company: its folder, as an absolute path
     std::string utilizador;
     std::string palavra_passe; // may be empty
+    std::string controlador;   // of SQL Server: the ODBC driver; may be empty
+    std::string encriptacao;   // of SQL Server: sim, sem_certificado or nao; may be empty
 
     static DefinicoesBD le(const std::filesystem::path& ficheiro);
     bool incompletas() const { return servidor.empty() || base.empty() || utilizador.empty(); }

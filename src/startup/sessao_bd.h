@@ -19,9 +19,10 @@ inline constexpr std::int32_t instrucao_errada = -2147217900;
 inline constexpr std::int32_t chave_violada = -2147217873;
 inline constexpr std::int32_t valor_truncado =
     -2147217833; // a text too long or a number out of its column's range
+inline constexpr std::int32_t sem_permissao = -2147217911;
 inline constexpr std::int32_t registo_alterado =
     -2147217864;                                         // the row to update was changed or deleted meanwhile
-inline constexpr std::int32_t falha_geral = -2147467259; // locked, read-only, damaged, full, not open
+inline constexpr std::int32_t falha_geral = -2147467259; // locked, read-only, damaged, full, lost, not open
 } // namespace numeros_bd
 
 // Rows of a query, visited forwards. Field names are case-insensitive; in a join the first match wins; an

@@ -103,7 +103,7 @@ bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     if (valores[DefinicoesERP::servidor].empty() || valores[DefinicoesERP::base].empty())
         throw Falha("O ficheiro de definições não diz a que empresa do ERP ligar: faltam Servidor ou Base.");
     if (valores[DefinicoesERP::servidor] != startup::servidor_embebido)
-        throw Falha("O ERP de produção só está disponível em Windows.");
+        throw Falha("Esta versão só traz a emulação do ERP: em [ERP], Servidor tem de ser sqlite.");
     try {
         auto base = abre(valores[DefinicoesERP::base], espera_ms_);
         Comando empresa(*base, "select Codigo, Nome from Empresa where Codigo = ?");

@@ -1,0 +1,76 @@
+// Writing the rows of a record set.
+#include "platform/odbc/motor.h"
+
+namespace orvex::platform::odbc {
+namespace {
+
+using registos::Campo;
+using registos::Coluna;
+using registos::Colunas;
+using registos::TipoColuna;
+using Especie = TipoColuna::Especie;
+
+std::vector<Parametro> parametros_de(const Colunas& colunas, const std::vector<Campo>& campos) {
+    std::vector<Parametro> parametros;
+    for (const Campo& campo : campos)
+        parametros.emplace_back(colunas.lista[campo.coluna].tipo, campo.valor);
+    return parametros;
+}
+
+// Long texts, pictures and binary fractions have no exact comparison.
+bool comparavel(const TipoColuna& tipo) {
+    return tipo.especie != Especie::expressao && (tipo.especie != Especie::texto || tipo.comprimento > 0);
+}
+
+// The row is found by its key; that it is still as it was read, by every value that can be compared: texts to
+// the letter, a date and time to the second, which is what the program reads of it.
+class Condicao {
+  public:
+    Condicao(const Colunas& colunas, const registos::Conjunto& lida, std::vector<Parametro>& parametros) {
+        for (std::size_t i = 0; i < colunas.lista.size(); ++i) {
+            const Coluna& coluna = colunas.lista[i];
+            if (!coluna.chave && !comparavel(coluna.tipo)) continue;
+            const base::Variante* escrito = lida.escrito(i);
+            junta(coluna, escrito != nullptr ? *escrito : le_celula(coluna.tipo, lida.celula(i)), parametros);
+        }
+    }
+    const std::string& texto() const { return texto_; }
+
+  private:
+    void junta(const Coluna& coluna, const base::Variante& valor, std::vector<Parametro>& parametros) {
+        const std::string nome = "[" + coluna.nome + "]";
+        texto_ += texto_.empty() ? " WHERE " : " AND ";
+        if (valor.nulo()) {
+            texto_ += nome + " IS NULL";
+        } else if (coluna.tipo.especie == Especie::data_hora) {
+            texto_ += "CONVERT(nvarchar(19)," + nome + ",120)=?";
+            parametros.emplace_back(TipoColuna{}, base::Variante(valor.texto()));
+        } else {
+            const bool texto = coluna.tipo.especie == Especie::texto && !coluna.chave;
+            texto_ += nome + (texto ? " COLLATE Latin1_General_BIN2=?" : "=?");
+            parametros.emplace_back(coluna.tipo, valor);
+        }
+    }
+
+    std::string texto_;
+};
+
+} // namespace
+
+void Motor::insere(const Colunas& colunas, const std::vector<Campo>& campos) {
+    corre(Repete::nao, [&] {
+        return Instrucao(*ligacao_, esperas_)
+            .executa(texto_insercao(colunas, campos), parametros_de(colunas, campos));
+    });
+    for (const Coluna& coluna : colunas.lista)
+        if (coluna.identidade) testemunha_ = Testemunha{colunas.tabela, coluna.nome};
+}
+
+bool Motor::altera(const Colunas& colunas, const std::vector<Campo>& campos, const registos::Conjunto& lida) {
+    std::vector<Parametro> parametros = parametros_de(colunas, campos);
+    const Condicao condicao(colunas, lida, parametros);
+    const std::string sql = texto_alteracao(colunas, campos) + condicao.texto();
+    return corre(Repete::nao, [&] { return Instrucao(*ligacao_, esperas_).executa(sql, parametros); }) > 0;
+}
+
+} // namespace orvex::platform::odbc

@@ -1,0 +1,58 @@
+#include "platform/odbc/ligacao.h"
+
+#include "platform/odbc/falhas.h"
+#include "platform/odbc/texto_largo.h"
+#include "startup/sessao_bd.h"
+
+#include <array>
+
+namespace orvex::platform::odbc {
+namespace {
+
+// The interface takes numbers where other attributes take pointers.
+SQLPOINTER numero(int valor) { return reinterpret_cast<SQLPOINTER>(static_cast<SQLLEN>(valor)); }
+
+} // namespace
+
+LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas) {
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente_)))
+        throw base::Falha("O gestor de ODBC não arrancou.", startup::numeros_bd::falha_geral);
+    try {
+        exige(SQLSetEnvAttr(ambiente_, SQL_ATTR_ODBC_VERSION, numero(SQL_OV_ODBC3), 0), SQL_HANDLE_ENV,
+              ambiente_);
+        exige(SQLAllocHandle(SQL_HANDLE_DBC, ambiente_, &ligacao_), SQL_HANDLE_ENV, ambiente_);
+        exige(SQLSetConnectAttrW(ligacao_, SQL_ATTR_LOGIN_TIMEOUT, numero(esperas.ligacao), SQL_IS_UINTEGER),
+              SQL_HANDLE_DBC, ligacao_);
+        TextoLargo largo_texto = largo(texto);
+        exige(SQLDriverConnectW(ligacao_, nullptr, largo_texto.data(), SQL_NTS, nullptr, 0, nullptr,
+                                SQL_DRIVER_NOPROMPT),
+              SQL_HANDLE_DBC, ligacao_);
+        aberta_ = true;
+    } catch (...) {
+        larga();
+        throw;
+    }
+}
+
+LigacaoODBC::~LigacaoODBC() { larga(); }
+
+void LigacaoODBC::larga() {
+    if (aberta_) SQLDisconnect(ligacao_);
+    if (ligacao_ != SQL_NULL_HDBC) SQLFreeHandle(SQL_HANDLE_DBC, ligacao_);
+    SQLFreeHandle(SQL_HANDLE_ENV, ambiente_);
+}
+
+bool LigacaoODBC::viva() const {
+    SQLUINTEGER morta = SQL_CD_FALSE;
+    SQLGetConnectAttrW(ligacao_, SQL_ATTR_CONNECTION_DEAD, &morta, SQL_IS_UINTEGER, nullptr);
+    return morta == SQL_CD_FALSE;
+}
+
+std::string LigacaoODBC::informacao(SQLUSMALLINT qual) const {
+    std::array<SQLWCHAR, 256> texto{};
+    SQLSMALLINT bytes = 0;
+    exige(SQLGetInfoW(ligacao_, qual, texto.data(), sizeof texto, &bytes), SQL_HANDLE_DBC, ligacao_);
+    return estreito(texto.data(), static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR));
+}
+
+} // namespace orvex::platform::odbc

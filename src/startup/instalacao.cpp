@@ -1,0 +1,55 @@
+#include "startup/instalacao.h"
+
+#include "startup/construtor_ligacao.h"
+
+#include <cstdlib>
+
+namespace orvex::startup {
+namespace {
+
+// In the system's own form of a path, so that names with accents survive. Asked before there is any thread.
+std::filesystem::path pasta_do_ambiente() {
+#ifdef _WIN32
+    const wchar_t* valor = _wgetenv(L"ORVEX_PASTA_COMUM");
+#else
+    const char* valor = std::getenv("ORVEX_PASTA_COMUM"); // NOLINT(concurrency-mt-unsafe)
+#endif
+    return valor == nullptr ? std::filesystem::path() : std::filesystem::path(valor);
+}
+
+} // namespace
+
+PastasInstalacao PastasInstalacao::de(const std::filesystem::path& programa) {
+    const std::filesystem::path comum = pasta_do_ambiente();
+    return {comum.empty() ? programa : comum, programa};
+}
+
+std::filesystem::path PastasInstalacao::ficheiro_definicoes() const {
+    const std::filesystem::path pasta = comum / "TRAMEL";
+    return (std::filesystem::is_directory(pasta) ? pasta : programa) / "OrvexEXE.xel";
+}
+
+std::filesystem::path PastasInstalacao::catalogo() const { return programa / "Catalogos" / "bd.sql"; }
+
+DefinicoesBD definicoes_bd(const std::filesystem::path& ficheiro, const std::filesystem::path& catalogo) {
+    const DefinicoesBD definicoes = DefinicoesBD::le(ficheiro);
+    return definicoes.incompletas() ? DefinicoesBD::le(catalogo) : definicoes;
+}
+
+DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro) {
+    DefinicoesERP definicoes = DefinicoesERP::le(ficheiro);
+    if (definicoes.incompletas()) definicoes.completa(ficheiro);
+    return definicoes;
+}
+
+std::string texto_ligacao(const DefinicoesBD& definicoes) {
+    return ConstrutorLigacao{.servidor = definicoes.servidor,
+                             .base = definicoes.base,
+                             .utilizador = definicoes.utilizador,
+                             .palavra_passe = definicoes.palavra_passe,
+                             .controlador = definicoes.controlador,
+                             .encriptacao = definicoes.encriptacao}
+        .constroi();
+}
+
+} // namespace orvex::startup
