@@ -98,14 +98,6 @@ void cria_empresa_vazia(const std::filesystem::path& pasta) {
     platform::erp::cria_esquema_erp(erp);
 }
 
-std::string ligacao(const std::filesystem::path& pasta) {
-    startup::ConstrutorLigacao construtor;
-    construtor.servidor = "sqlite";
-    construtor.base = pasta.string();
-    construtor.utilizador = "ana";
-    return construtor.constroi();
-}
-
 EmpresaTeste::EmpresaTeste() {
     std::filesystem::copy(modelo(), pasta());
     if (!outra_.Abre(ligacao(pasta()))) throw std::runtime_error("the company did not open");

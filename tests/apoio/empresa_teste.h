@@ -22,6 +22,9 @@
 #include "tests/apoio/gravador.h"
 #include "tests/apoio/janela_guiao.h"
 #include "tests/apoio/pasta_temporaria.h"
+#include "tests/apoio/sessao_de_teste.h"
+
+#include <optional>
 
 namespace orvex::testes {
 
@@ -34,7 +37,6 @@ void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<
 
 // The files of a company without tables of the ledger and without rows.
 void cria_empresa_vazia(const std::filesystem::path& pasta);
-std::string ligacao(const std::filesystem::path& pasta);
 
 class EmpresaTeste {
   public:
@@ -56,12 +58,14 @@ class EmpresaTeste {
     platform::sqlite::SessaoSQLite outra_;
 };
 
-// A screen at work on a company of its own, through recording sessions.
+// A screen at work on a company, its own or one that other workstations have too, through recording sessions.
 template <typename TEcra>
 struct Bancada {
-    EmpresaTeste empresa;
+    std::optional<EmpresaTeste> propria;
+    EmpresaTeste& empresa;
+    base::DataHora agora = relogio;
     Diario diario;
-    SessaoBDGravada<platform::sqlite::SessaoSQLite> BD{diario};
+    SessaoBDGravada<SessaoDeTeste> BD{diario};
     SessaoERPGravada<platform::erp::SessaoERPEmbebida> ERP{diario};
     JanelaGuiao janela;
     TEcra ecra;
@@ -70,12 +74,17 @@ struct Bancada {
     // With what the screen's constructor takes besides its services.
     template <typename... Argumentos>
     explicit Bancada(Argumentos... argumentos)
-        : ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [] { return relogio; }}, argumentos...) {
+        : Bancada(static_cast<EmpresaTeste*>(nullptr), argumentos...) {}
+    template <typename... Argumentos>
+    explicit Bancada(EmpresaTeste* partilhada, Argumentos... argumentos)
+        : empresa(partilhada != nullptr ? *partilhada : propria.emplace()),
+          ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [this] { return agora; }}, argumentos...) {
         if (!BD.Abre(ligacao(empresa.pasta())) ||
             !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
             throw std::runtime_error("the company did not open");
         ecra.define_janela(janela);
     }
+    Bancada(Bancada&&) = delete;
     void abre() {
         ecra.Form_Load();
         ecra.utilizador_abre();

@@ -12,12 +12,7 @@ namespace orvex::testes {
 struct EcraGuias : Bancada<delivery::GuiasRemessa> {
     EcraGuias() { abre(); }
     // One more workstation of this company.
-    explicit EcraGuias(const EmpresaTeste& partilhada) {
-        if (!BD.Abre(ligacao(partilhada.pasta())) ||
-            !ERP.Liga({"E", "", "ana", "sqlite", partilhada.pasta().string()}))
-            throw std::runtime_error("the company did not open");
-        abre();
-    }
+    explicit EcraGuias(EmpresaTeste& partilhada) : Bancada(&partilhada) { abre(); }
 
     void cliente(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
     void escolhe(int linha) { op.duplo_clique(ecra.Detalhe, linha); }

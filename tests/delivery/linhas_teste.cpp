@@ -40,16 +40,6 @@ CONSULTA Select * from DocGcLin where TpDocum='FR' and Serie='2' and Nnumdoc='9'
               "Não existe informação para as condições solicitadas!");
 }
 
-TEST_F(Guias, the_31st_line_grows_either_grid) {
-    for (int i = 0; i < 28; ++i)
-        empresa.insere_linha_aberta(200 + i, "BOB4", "1");
-    cliente("CL'1");
-    for (int linha = 1; linha <= 31; ++linha)
-        escolhe(linha);
-    EXPECT_FALSE(ecra.Detalhe.texto(30, "Artigo").empty());
-    EXPECT_FALSE(ecra.Gr.texto(30, "Artigo").empty());
-}
-
 TEST_F(Guias, a_picked_line_comes_with_its_keys_and_can_be_taken_once) {
     cliente("CL'1");
     escolhe(1);
@@ -121,4 +111,6 @@ TEST_F(Guias, text_lines_belong_to_the_article_above_and_only_rows_in_use_but_th
     escolhe(2);
     EXPECT_EQ(linhas(ecra.Gr, {"Artigo", "Nome"}),
               "BOB'1|Bobina d'aço; |Nota 1; BOB3|Bobina d'aço; |Nota 3; BOB2|Bobina d'aço");
+    op.apaga(ecra.Gr, 3); // and with the article the text under it
+    EXPECT_EQ(linhas(ecra.Gr, {"Artigo", "Nome"}), "BOB'1|Bobina d'aço; |Nota 1; BOB2|Bobina d'aço");
 }

@@ -67,8 +67,11 @@ Respostas::Respostas() {
 
 Respostas::~Respostas() { EXPECT_TRUE(respostas_.empty()) << respostas_.size() << " respostas por dar"; }
 
-Respostas& Respostas::carrega(Qt::Key codigo) {
-    return faz([codigo](QWidget& janela) { tecla(janela, codigo); });
+Respostas& Respostas::carrega(std::vector<Qt::Key> teclas) {
+    return faz([teclas = std::move(teclas)](QWidget& janela) {
+        for (const Qt::Key codigo : teclas)
+            tecla(janela, codigo);
+    });
 }
 
 Respostas& Respostas::faz(std::function<void(QWidget&)> accao) {

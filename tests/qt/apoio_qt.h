@@ -40,7 +40,7 @@ class Respostas {
     Respostas();
     ~Respostas();
 
-    Respostas& carrega(Qt::Key codigo); // in the modal window's focused widget
+    Respostas& carrega(std::vector<Qt::Key> teclas); // where the modal window has the keyboard
     Respostas& faz(std::function<void(QWidget&)> accao);
 
     std::vector<std::string> textos;

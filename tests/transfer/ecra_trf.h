@@ -43,6 +43,13 @@ struct EcraTrf : Bancada<transfer::TrfBobines> {
         abre();
     }
 
+    // One more workstation of this company.
+    EcraTrf(int modo, const EmpresaTeste& partilhada) : EcraTrf(modo) {
+        if (!BD.Abre(ligacao(partilhada.pasta())) ||
+            !ERP.Liga({"E", "", "ana", "sqlite", partilhada.pasta().string()}))
+            throw std::runtime_error("the company did not open");
+    }
+
     void item(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
     void destino(const std::string& codigo) { op.preenche(ecra.campo(2), codigo); }
     void confirma() { op.prime(ecra.btConf); }

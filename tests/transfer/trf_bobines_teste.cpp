@@ -135,28 +135,16 @@ TEST(TrfBobines, a_failure_is_shown_with_its_number_and_kept_for_those_that_have
 
 TEST(TrfBobines, the_ledger_stays_a_chain_when_two_workstations_transfer_one_item) {
     EcraTrf trf(2);
-    platform::sqlite::SessaoSQLite BD;
-    platform::erp::SessaoERPEmbebida ERP;
-    BD.Abre(ligacao(trf.empresa.pasta()));
-    ERP.Liga({"E", "", "ana", "sqlite", trf.empresa.pasta().string()});
-    transfer::TrfBobines outra(
-        {BD, ERP, startup::Parametros(trf.empresa.pasta()), {}, [] { return relogio; }}, 1);
-    JanelaGuiao janela;
-    outra.define_janela(janela);
-    outra.Form_Load();
-    outra.utilizador_abre();
-    Operador op(outra);
-
+    EcraTrf outro(1, trf.empresa);
     trf.item("REEL'1");
     trf.destino("CL2");
-    op.preenche(outra.campo(0), "REEL'1");
+    outro.item("REEL'1");
     trf.confirma();
-    op.prime(outra.btConf);
-    EXPECT_EQ(janela.retira_caixas(),
-              "Situação Anómala\n\rErro: O Artigo/Num.Série REEL'1 teve outro movimento "
-              "depois de ter sido indicado. Volte a indicá-lo.");
-    op.preenche(outra.campo(0), "REEL'1");
-    op.prime(outra.btConf);
+    outro.confirma();
+    EXPECT_EQ(outro.caixas(), "Situação Anómala\n\rErro: O Artigo/Num.Série REEL'1 teve outro movimento "
+                              "depois de ter sido indicado. Volte a indicá-lo.");
+    outro.item("REEL'1");
+    outro.confirma();
     EXPECT_EQ(trf.rasto(), "CL'1|CL2|-2.5; CL2|CL2|2.5; CL2|ORVEX|-2.5; ORVEX|ORVEX|2.5");
 }
 
@@ -207,6 +195,8 @@ TEST(TrfBobines, the_lists_offer_every_item_of_the_ledger_and_the_clients_in_use
     trf.ecra.utilizador_lista(trf.ecra.campo(4)); // none
     ASSERT_EQ(trf.janela.listas.size(), 2U);
     EXPECT_EQ(trf.janela.listas[0].forma, "Artigos, 8000, 1:1500 2:5000");
+    EXPECT_THAT(trf.janela.listas[0].primeira_coluna,
+                testing::ElementsAre("CASA", "CEDIDA", "COMGUIA", "OUTRA", "PARADA", "REEL'1", "SEMSTOCK"));
     EXPECT_EQ(trf.janela.listas[0].sql,
               "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
               "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE Group By NumSerie,Nome ORDER BY NUMSERIE");

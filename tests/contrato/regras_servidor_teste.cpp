@@ -1,22 +1,10 @@
 // What the server does to values on their way in, as tables.
-#include "tests/platform/sqlite/empresa_teste.h"
+#include "tests/contrato/empresa_vazia.h"
 
-namespace orvex::teste {
+namespace orvex::testes {
 namespace {
 
-struct Escrita {
-    const char* coluna;
-    Variante dado;
-    Variante lido;
-};
-
-struct Recusa {
-    const char* coluna;
-    Variante dado;
-    std::int32_t numero;
-};
-
-class RegrasServidor : public EmpresaTeste {
+class RegrasServidor : public Contrato {
   protected:
     std::unique_ptr<ConjuntoRegistos> novo_registo() {
         auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
@@ -27,14 +15,17 @@ class RegrasServidor : public EmpresaTeste {
 };
 
 TEST_F(RegrasServidor, values_are_kept_as_their_column_keeps_them) {
-    const Escrita casos[] = {
-        {"Quantidade", moeda("1.2345"), moeda("1.235")},
-        {"Quantidade", moeda("-1.2345"), moeda("-1.235")},
-        {"Quantidade", 0.1 + 0.2, moeda("0.3")},
-        {"Preco", moeda("2.345"), moeda("2.35")},
-        {"Preco", "12.5", moeda("12.5")},
+    const struct {
+        const char* coluna;
+        Variante dado, lido;
+    } casos[] = {
+        {"Quantidade", m("1.2345"), m("1.235")},
+        {"Quantidade", m("-1.2345"), m("-1.235")},
+        {"Quantidade", 0.1 + 0.2, m("0.3")},
+        {"Preco", m("2.345"), m("2.35")},
+        {"Preco", "12.5", m("12.5")},
         {"Preco", 7, Moeda::de_inteiro(7)},
-        {"Preco", moeda("899999999999.99"), moeda("899999999999.99")},
+        {"Preco", m("899999999999.99"), m("899999999999.99")},
         {"Serie", 32767, 32767},
         {"Serie", "-12", -12},
         {"NNumDoc", 2147483647, 2147483647},
@@ -49,7 +40,7 @@ TEST_F(RegrasServidor, values_are_kept_as_their_column_keeps_them) {
         {"Data", Variante(), Variante()},
     };
     std::int64_t registo = 0;
-    for (const Escrita& caso : casos) {
+    for (const auto& caso : casos) {
         const auto conjunto = novo_registo();
         conjunto->define(caso.coluna, caso.dado);
         conjunto->actualiza();
@@ -61,7 +52,11 @@ TEST_F(RegrasServidor, values_are_kept_as_their_column_keeps_them) {
 
 TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
     constexpr std::int32_t outro_tipo = base::numeros_falha::tipo_diferente;
-    const Recusa casos[] = {
+    const struct {
+        const char* coluna;
+        Variante dado;
+        std::int32_t numero;
+    } casos[] = {
         {"TpDoc", "GRXX", numeros::valor_truncado},
         {"TpDoc", "a😀b", numeros::valor_truncado}, // two UTF-16 units for one character
         {"Serie", 32768, numeros::valor_truncado},
@@ -80,43 +75,32 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
         {"Registo", 5, numeros::instrucao_errada},
         {"Nenhuma", 5, numeros::instrucao_errada},
     };
-    for (const Recusa& caso : casos)
+    for (const auto& caso : casos)
         EXPECT_EQ(numero_da_falha([&] { novo_registo()->define(caso.coluna, caso.dado); }), caso.numero)
             << caso.coluna << " = " << caso.dado.texto();
 }
 
 TEST_F(RegrasServidor, a_date_column_drops_the_time_of_day) {
-    junta("xel_ORVEX_MOV", movimento(1, {{"Data", DataHora{2024, 5, 6, 7, 8, 9}}}));
+    junta_movimento(1, {{"Data", DataHora{2024, 5, 6, 7, 8, 9}}});
     EXPECT_EQ(valor("select Data from xel_ORVEX_Mov"), Variante(DataHora{2024, 5, 6}));
     EXPECT_EQ(valor("select convert(nvarchar(19),Data,120) from xel_ORVEX_Mov"), Variante("2024-05-06"));
 }
 
 TEST_F(RegrasServidor, keys_are_unique_without_case_and_need_all_their_parts) {
-    junta("xel_ORVEX_MOV", movimento(1));
-    EXPECT_EQ(numero_da_falha([&] {
-                  junta("xel_ORVEX_MOV", movimento(1, {{"TpDoc", "fa "}}));
-              }),
-              numeros::chave_violada);
-    EXPECT_EQ(numero_da_falha([&] {
-                  junta("xel_ORVEX_MOV", movimento(2, {{"TpDoc", Variante()}}));
-              }),
-              numeros::chave_violada);
-    EXPECT_EQ(numero_da_falha([&] { junta("xel_ORVEX", {{"Ano", 2024}}); }), numeros::chave_violada);
+    junta_movimento(1);
+    for (const Variante& tipo : {Variante("fa "), Variante()})
+        EXPECT_EQ(numero_da_falha([&] { junta_movimento(1, {{"TpDoc", tipo}}); }), numeros::chave_violada);
+    EXPECT_EQ(numero_da_falha([&] { insere(BD, "xel_ORVEX", {"Ano"}, {{2024}}); }), numeros::chave_violada);
     EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
 }
 
 TEST_F(RegrasServidor, an_identity_number_is_never_used_again) {
-    const auto novo = [&] {
-        junta("xel_ORVEX", {{"NumSerie", "B1"}});
-        return valor("select max(Registo) from xel_ORVEX").inteiro();
-    };
-    EXPECT_EQ(novo(), 1);
-    EXPECT_EQ(novo(), 2);
-    BD.Executa("Delete xel_ORVEX where registo=2 ");
-    EXPECT_EQ(novo(), 3);
-    BD.Executa("Delete xel_ORVEX");
-    EXPECT_EQ(novo(), 4);
+    for (int numero = 1; numero <= 4; ++numero) {
+        insere(BD, "xel_ORVEX", {"NumSerie"}, {{"B1"}});
+        EXPECT_EQ(valor("select max(Registo) from xel_ORVEX"), Variante(numero));
+        if (numero > 1) BD.Executa(numero == 2 ? "Delete xel_ORVEX where registo=2 " : "Delete xel_ORVEX");
+    }
 }
 
 } // namespace
-} // namespace orvex::teste
+} // namespace orvex::testes

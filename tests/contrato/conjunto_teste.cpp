@@ -1,0 +1,113 @@
+#include "tests/contrato/empresa_vazia.h"
+
+namespace orvex::testes {
+namespace {
+
+class Conjuntos : public Contrato {
+  protected:
+    Conjuntos() {
+        for (const int linha : {1, 2, 3})
+            junta_movimento(linha);
+    }
+
+    std::vector<std::int64_t> restantes(ConjuntoRegistos& conjunto) {
+        std::vector<std::int64_t> lidas;
+        for (; !conjunto.fim(); conjunto.move_seguinte())
+            lidas.push_back(conjunto.valor("NumLinha").inteiro());
+        return lidas;
+    }
+
+    std::unique_ptr<ConjuntoRegistos> linha(int numero) {
+        return BD.AbreActualizavel("Select * from xel_ORVEX_MOV where NumLinha=" + std::to_string(numero));
+    }
+};
+
+TEST_F(Conjuntos, the_count_is_of_all_rows_and_a_set_is_read_on_after_other_statements_changed_its_rows) {
+    const auto contado = BD.Consulta("select * from xel_ORVEX_Mov");
+    contado->move_seguinte();
+    EXPECT_EQ(contado->contagem(), 3);
+    EXPECT_THAT(restantes(*contado), testing::ElementsAre(2, 3));
+    EXPECT_EQ(contado->contagem(), 3);
+    EXPECT_EQ(BD.Consulta("select * from xel_ORVEX_Mov where Ano=-1")->contagem(), 0);
+
+    const auto interrompido = BD.Consulta("select * from xel_ORVEX_Mov");
+    interrompido->move_seguinte();
+    BD.Executa("Delete xel_ORVEX_MOV where Ano=2024");
+    EXPECT_THAT(restantes(*interrompido), testing::ElementsAre(2, 3));
+    EXPECT_EQ(interrompido->contagem(), 3);
+}
+
+TEST_F(Conjuntos, values_of_every_kind_survive_being_put_by) {
+    const std::string longo(70, 'x');
+    junta_movimento(4, {{"Descritivo", longo}, {"Data", DataHora{2024, 1, 2}}, {"QtdOrig", -3}});
+    junta_movimento(5, {{"NumDoc", 1 << 30}, {"PesoBruto", m("899999999999.9999")}});
+    const auto conjunto = BD.Consulta("select * from xel_ORVEX_Mov where NumLinha>3 order by NumLinha");
+    ASSERT_EQ(conjunto->contagem(), 2);
+    EXPECT_EQ(conjunto->valor("Descritivo"), Variante(longo));
+    EXPECT_EQ(conjunto->valor("Data"), Variante(DataHora{2024, 1, 2}));
+    EXPECT_EQ(conjunto->valor("QTDORIG"), Variante(Moeda::de_inteiro(-3)));
+    EXPECT_TRUE(conjunto->valor("PesoBruto").nulo());
+    conjunto->move_seguinte();
+    EXPECT_EQ(conjunto->valor("PesoBruto"), Variante(m("899999999999.9999")));
+    EXPECT_EQ(conjunto->valor("NumDoc"), Variante(1 << 30));
+}
+
+TEST_F(Conjuntos, long_texts_arrive_whole_whatever_their_letters) {
+    const std::string trecho = "peça nº 1: 5 € de aço 😀 ";
+    junta_movimento(4, {{"Descritivo", trecho + trecho}});
+    const std::string vezes = "Descritivo+Descritivo+Descritivo+Descritivo+Descritivo";
+    std::string todo;
+    for (int i = 0; i < 60; ++i)
+        todo += trecho;
+    const std::string soma = vezes + "+" + vezes + "+" + vezes + "+" + vezes + "+" + vezes + "+" + vezes;
+    EXPECT_EQ(valor("select " + soma + " as todo from xel_ORVEX_Mov where NumLinha=4"), Variante(todo));
+}
+
+TEST_F(Conjuntos, in_a_join_the_first_column_of_a_name_wins_and_an_unknown_name_fails) {
+    const auto conjunto =
+        BD.Consulta("Select * from xel_ORVEX_Mov inner join DocGcCab on NNumDoc=12 where Qtd>0");
+    EXPECT_EQ(conjunto->valor("TPDOC"), Variante("FA"));
+    EXPECT_EQ(numero_da_falha([&] { conjunto->valor("Nada"); }), numeros::instrucao_errada);
+}
+
+TEST_F(Conjuntos, only_an_updatable_set_of_one_table_with_its_key_takes_values) {
+    const char* simples = "Select * from xel_ORVEX_MOV where NumLinha=1";
+    EXPECT_EQ(numero_da_falha([&] { BD.AbreActualizavel(simples)->define("Qtd", 1); }), 0);
+    EXPECT_EQ(numero_da_falha([&] { BD.Consulta(simples)->define("Qtd", 1); }), numeros::instrucao_errada);
+    for (const char* sql :
+         {"select Qtd+1 as Qtd from xel_ORVEX_Mov", "select max(Qtd) as Qtd from xel_ORVEX_Mov",
+          "select m.* from xel_ORVEX_Mov as m inner join Artigos on CODIGO=Artigo"})
+        EXPECT_EQ(numero_da_falha([&] { BD.AbreActualizavel(sql)->define("Qtd", 1); }),
+                  numeros::instrucao_errada)
+            << sql;
+    const auto sem_chave = BD.AbreActualizavel("SELECT VLREXIST , STDISP From Artigos WHERE CODIGO = 'B1'");
+    sem_chave->define("STDISP", 1);
+    EXPECT_EQ(numero_da_falha([&] { sem_chave->actualiza(); }), numeros::instrucao_errada);
+}
+
+TEST_F(Conjuntos, a_row_is_updated_twice_through_the_same_set) {
+    const auto conjunto = linha(2);
+    conjunto->define("Qtd", conjunto->valor("Qtd").moeda() - m("1"));
+    EXPECT_EQ(conjunto->valor("Qtd"), Variante(m("0.5")));
+    conjunto->actualiza();
+    conjunto->define("PesoBruto", m("0.1"));
+    conjunto->actualiza();
+    for (const char* gravado : {"NumLinha=1 and Qtd=1.5", "NumLinha=2 and Qtd=0.5 and PesoBruto=0.1"})
+        EXPECT_EQ(linhas("xel_ORVEX_Mov where " + std::string(gravado)), 1) << gravado;
+}
+
+TEST_F(Conjuntos, a_row_changed_or_deleted_by_somebody_else_is_not_overwritten) {
+    for (const char* mudanca : {"UPDATE xel_ORVEX_Mov SET Origem='' WHERE NumLinha=3",
+                                "UPDATE xel_ORVEX_Mov SET Artigo='b1' WHERE NumLinha=3",
+                                "UPDATE xel_ORVEX_Mov SET Origem=NULL, Qtd=9 WHERE NumLinha=3",
+                                "DELETE FROM xel_ORVEX_Mov WHERE NumLinha=3"}) {
+        const auto conjunto = linha(3);
+        conjunto->define("Qtd", 4);
+        outra_ligacao().exec(mudanca);
+        EXPECT_EQ(numero_da_falha([&] { conjunto->actualiza(); }), numeros::registo_alterado) << mudanca;
+    }
+    EXPECT_EQ(linhas("xel_ORVEX_Mov where Qtd=4"), 0);
+}
+
+} // namespace
+} // namespace orvex::testes

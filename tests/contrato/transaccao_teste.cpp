@@ -1,0 +1,33 @@
+#include "tests/contrato/empresa_vazia.h"
+
+namespace orvex::testes {
+namespace {
+
+using Transaccoes = Contrato;
+
+TEST_F(Transaccoes, a_rollback_takes_back_both_files_and_the_half_read_set_survives_it) {
+    BD.IniciaTransaccao();
+    junta_movimento(1);
+    BD.Executa("Delete Artigos where CODIGO='B2'");
+    const auto conjunto = BD.Consulta("select * from xel_ORVEX_Mov");
+    BD.AnulaTransaccao();
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_EQ(conjunto->valor("NumLinha"), Variante(1));
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 0);
+    EXPECT_EQ(linhas("Artigos"), 2);
+}
+
+TEST_F(Transaccoes, a_refused_statement_leaves_the_transaction_as_it_was) {
+    BD.IniciaTransaccao();
+    junta_movimento(1);
+    for (const char* errada : {"Delete Nenhuma", "Delete xel_ORVEX_Mov where Nada=1"})
+        EXPECT_NE(numero_da_falha([&] { BD.Executa(errada); }), 0);
+    EXPECT_EQ(numero_da_falha([&] { junta_movimento(1); }), numeros::chave_violada);
+    EXPECT_TRUE(BD.EmTransaccao());
+    BD.ConfirmaTransaccao();
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_EQ(outra_ligacao().execAndGet("SELECT count(*) FROM xel_ORVEX_Mov").getInt(), 1);
+}
+
+} // namespace
+} // namespace orvex::testes

@@ -1,0 +1,180 @@
+#include "tests/fio/execucao.h"
+
+#include "base/texto.h"
+#include "platform/sqlite/empresa.h"
+
+#include <sqlite3.h>
+
+#include <map>
+
+namespace orvex::testes::tds {
+namespace {
+
+using namespace platform::sqlite;
+
+SQLite::Database abre_empresa(const std::filesystem::path& pasta) {
+    constexpr int espera_ms = 1000; // for a lock another session holds
+    auto motor = abre_base(pasta / ficheiro_livro, SQLite::OPEN_READWRITE, espera_ms);
+    motor.exec("ATTACH " + base::entre_plicas((pasta / ficheiro_erp).string()) + " AS erp");
+    return motor;
+}
+
+// The number the real server gives the engine's failure.
+int numero_de(const std::string& texto) {
+    for (const auto& [parte, numero] : {std::pair{"no such table", 208},
+                                        {"no such column", 207},
+                                        {"already exists", 2714},
+                                        {"duplicate column", 2705},
+                                        {"NOT NULL", 515},
+                                        {"UNIQUE", 2627},
+                                        {"locked", 1222},
+                                        {"cannot commit", 3902}})
+        if (texto.find(parte) != std::string::npos) return numero;
+    return 50000;
+}
+
+// Of an expression, only its values tell the type: all are visited before the first is sent.
+void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
+    constexpr const char* tipos[]{"nvarchar(4000)", "int", "money", "nvarchar(4000)"}; // by the engine's own
+    std::map<std::size_t, int> maiores;
+    for (std::size_t i = 0; i < colunas.size(); ++i)
+        if (colunas[i].tipo.especie == TipoColuna::Especie::expressao) maiores[i] = 0;
+    if (maiores.empty()) return;
+    while (linhas.executeStep())
+        for (auto& [i, maior] : maiores)
+            if (const int tipo = linhas.getColumn(static_cast<int>(i)).getType(); tipo != SQLITE_NULL)
+                maior = std::max(maior, tipo);
+    for (const auto& [i, maior] : maiores)
+        colunas[i].tipo = TipoColuna::le(tipos[maior]);
+    linhas.reset();
+}
+
+} // namespace
+
+Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas)
+    : pasta_(pasta), motor_(abre_empresa(pasta)), respostas_(respostas) {}
+
+void Execucao::executa(const Pedido& pedido) {
+    const std::string& procedimento = pedido.procedimento;
+    if (!procedimento.empty()) respostas_.inicia_chamada();
+    try {
+        if (procedimento == "sp_pkeys") {
+            chave_primaria(pedido);
+        } else if (!procedimento.empty() && procedimento != "sp_executesql") {
+            respostas_.falhou(2812, "Could not find stored procedure '" + procedimento + "'.");
+        } else if (pedido.texto.starts_with("BEGIN TRANSACTION;")) { // the one batch of several statements
+            for (const std::string& uma : base::divide(pedido.texto, ';'))
+                instrucao(std::string(base::apara(uma)), {});
+        } else {
+            instrucao(pedido.texto, pedido.parametros);
+        }
+    } catch (const base::Falha& falha) { // of what is not the engine's language
+        respostas_.falhou(102, falha.what());
+    } catch (const SQLite::Exception& falha) {
+        respostas_.falhou(numero_de(falha.what()), falha.what());
+    }
+    if (!procedimento.empty()) respostas_.fim_chamada();
+}
+
+bool Execucao::em_transaccao() const { return sqlite3_get_autocommit(motor_.getHandle()) == 0; }
+
+void Execucao::transaccao(const char* sql, Respostas::Mudanca mudanca) {
+    motor_.exec(sql);
+    respostas_.transaccao(mudanca);
+    respostas_.feita();
+}
+
+void Execucao::vitima(const std::string& texto) {
+    if (em_transaccao()) transaccao("ROLLBACK", Respostas::anulacao);
+    respostas_.falhou(1205, texto);
+}
+
+void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& parametros) {
+    if (sql == "BEGIN TRANSACTION") return transaccao("BEGIN", Respostas::inicio);
+    if (sql == "COMMIT TRANSACTION") return transaccao("COMMIT", Respostas::confirmacao);
+    if (sql == "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION") {
+        if (em_transaccao()) transaccao("ROLLBACK", Respostas::anulacao);
+        return;
+    }
+    // The one lock the program asks for is the engine's own on the ledger; it lasts as long as the
+    // transaction.
+    if (sql.starts_with("EXEC @r = sp_getapplock "))
+        trancada_ =
+            motor_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0") == SQLITE_BUSY ? -1 : 0;
+    if (sql.starts_with("EXEC ") || sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
+
+    if (const std::string directo = traduz_o_da_sessao(sql); directo != sql || !parametros.empty()) {
+        Preparada preparada(motor_, {Traducao::Genero::consulta, {directo}, {}});
+        for (int i = 0; const Parametro& parametro : parametros)
+            liga_valor(preparada.instrucao, ++i, parametro.tipo, parametro.valor);
+        return corre(preparada);
+    }
+    Forma forma;
+    forma.le(sql);
+    const Traducao traducao = traduz(forma.chave());
+    if (traducao.genero == Traducao::Genero::esquema) return muda_esquema(traducao);
+    Preparada preparada(motor_, traducao);
+    preparada.liga(forma);
+    corre(preparada);
+}
+
+// What only the ODBC session writes, in the engine's words; anything else comes out as it is.
+std::string Execucao::traduz_o_da_sessao(std::string sql) const {
+    using Troca = std::pair<std::string_view, std::string>;
+    for (const auto& [dela, do_motor] :
+         {Troca{" WITH (READCOMMITTEDLOCK)", ""}, // as every read is here
+          Troca{"COLLATE Latin1_General_BIN2", "COLLATE BINARY"}, Troca{"CONVERT(nvarchar(19),[", "substr(["},
+          Troca{"],120)=", "],1,19)="},
+          Troca{"IDENT_CURRENT(", "(SELECT seq FROM main.sqlite_sequence WHERE name COLLATE NOCASE="},
+          Troca{"SELECT @@TRANCOUNT ", em_transaccao() ? "SELECT 1 " : "SELECT 0 "},
+          Troca{"SELECT @r ", "SELECT " + std::to_string(trancada_) + " "}})
+        for (std::size_t i = 0; (i = sql.find(dela, i)) != std::string::npos; i += do_motor.size())
+            sql.replace(i, dela.size(), do_motor);
+    return sql;
+}
+
+// All or nothing, inside a transaction or not.
+void Execucao::muda_esquema(const Traducao& traducao) {
+    motor_.exec("SAVEPOINT esquema");
+    try {
+        for (const std::string& uma : traducao.instrucoes)
+            motor_.exec(uma);
+    } catch (const SQLite::Exception&) {
+        motor_.exec("ROLLBACK TO esquema; RELEASE esquema");
+        throw;
+    }
+    motor_.exec("RELEASE esquema");
+}
+
+void Execucao::corre(Preparada& preparada) {
+    SQLite::Statement& linhas = preparada.instrucao;
+    std::vector<Coluna> colunas = preparada.colunas_actualizaveis()->lista;
+    descobre_tipos(linhas, colunas);
+    bool ha_linha = linhas.executeStep(); // fails before anything is said, if it fails
+    if (colunas.empty()) return respostas_.feita(motor_.getChanges());
+    respostas_.colunas(colunas);
+    std::int64_t total = 0;
+    for (; ha_linha; ha_linha = linhas.executeStep(), ++total) {
+        std::vector<base::Variante> valores;
+        for (std::size_t i = 0; i < colunas.size(); ++i)
+            valores.push_back(le_celula(colunas[i].tipo, le_coluna(linhas, i)));
+        respostas_.linha(colunas, valores);
+    }
+    respostas_.feita(total);
+}
+
+// Asked on a connection of its own, so that it fixes no snapshot in the middle of a transaction.
+void Execucao::chave_primaria(const Pedido& pedido) {
+    const SQLite::Database motor = abre_empresa(pasta_);
+    Preparada preparada(motor, {Traducao::Genero::consulta,
+                                {"SELECT NULL AS TABLE_QUALIFIER, 'dbo' AS TABLE_OWNER, ?1 AS TABLE_NAME, "
+                                 "c.name AS COLUMN_NAME, c.seqno + 1 AS KEY_SEQ, i.name AS PK_NAME "
+                                 "FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
+                                 "WHERE i.origin <> 'c' ORDER BY c.seqno"},
+                                {}});
+    for (const auto& [nome, tipo, valor] : pedido.parametros)
+        if (base::mesmo_nome(nome, "@table_name")) liga_valor(preparada.instrucao, 1, tipo, valor);
+    corre(preparada);
+}
+
+} // namespace orvex::testes::tds

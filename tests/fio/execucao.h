@@ -1,0 +1,39 @@
+// One client's session: carries its requests out on the engine and answers them.
+//
+// What the program asks is the engine's own language to understand. The few forms that only the ODBC session
+// writes (parameters, the transaction count, the last number given, ...) become the engine's here.
+#pragma once
+
+#include "platform/sqlite/preparada.h"
+#include "tests/fio/pedidos.h"
+#include "tests/fio/respostas.h"
+
+#include <SQLiteCpp/Database.h>
+
+namespace orvex::testes::tds {
+
+class Execucao {
+  public:
+    // Throws SQLite::Exception when the company does not open.
+    Execucao(const std::filesystem::path& pasta, Respostas& respostas);
+
+    // The answers are written, failures too; only sending them can throw.
+    void executa(const Pedido& pedido);
+    void vitima(const std::string& texto); // its transaction is rolled back to let another one go on
+
+  private:
+    bool em_transaccao() const;
+    void transaccao(const char* sql, Respostas::Mudanca mudanca);
+    void instrucao(const std::string& sql, const std::vector<Parametro>& parametros);
+    std::string traduz_o_da_sessao(std::string sql) const;
+    void muda_esquema(const platform::sqlite::Traducao& traducao);
+    void corre(platform::sqlite::Preparada& preparada);
+    void chave_primaria(const Pedido& pedido);
+
+    std::filesystem::path pasta_;
+    SQLite::Database motor_;
+    Respostas& respostas_;
+    int trancada_ = 0; // what the last request for the lock returned
+};
+
+} // namespace orvex::testes::tds

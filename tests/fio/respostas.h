@@ -1,0 +1,48 @@
+// The answer to one request after another: tokens, sent in packets as they fill.
+#pragma once
+
+#include "platform/registos/conjunto.h"
+#include "tests/fio/canal.h"
+
+#include <optional>
+#include <vector>
+
+namespace orvex::testes::tds {
+
+using platform::registos::Coluna;
+
+// The client asked for the request to stop while its rows were being sent.
+struct Interrompida {};
+
+class Respostas {
+  public:
+    explicit Respostas(Canal& canal) : canal_(canal) {}
+
+    enum Mudanca : unsigned char { inicio = 8, confirmacao = 9, anulacao = 10 };
+
+    void entrada_aceite();
+    void transaccao(Mudanca mudanca);
+    void colunas(const std::vector<Coluna>& colunas);
+    void linha(const std::vector<Coluna>& colunas, const std::vector<base::Variante>& valores);
+
+    // One statement is done; the count is that of its rows, when it has one.
+    void feita(std::optional<std::int64_t> linhas = {});
+    void falhou(int numero, const std::string& texto);
+    void inicia_chamada() { fim_de_instrucao_ = 0xFF; }
+    void fim_chamada();
+
+    void envia(); // the rest of the answer
+    void envia_interrompida();
+    void esquece() { perdida_ = true; } // the answer is lost: what follows is not sent
+
+  private:
+    void fim(unsigned codigo, unsigned estado, std::int64_t linhas = 0);
+    void envia_cheios();
+
+    Canal& canal_;
+    Escrita escrita_;
+    unsigned fim_de_instrucao_ = 0xFD; // inside a call it is another
+    bool perdida_ = false;
+};
+
+} // namespace orvex::testes::tds

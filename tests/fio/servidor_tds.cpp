@@ -1,0 +1,144 @@
+#include "tests/fio/servidor_tds.h"
+
+#include "tests/fio/execucao.h"
+
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+namespace orvex::testes {
+
+using namespace tds;
+using Especie = Avaria::Especie;
+
+struct ServidorTDS::Ligacao {
+    explicit Ligacao(int descritor) : canal(descritor) {}
+
+    void pedido(const Pedido& pedido, const Avaria& avaria);
+
+    Canal canal;
+    Respostas respostas{canal};
+    std::optional<Execucao> execucao; // once the client has logged in
+    std::thread linha;
+};
+
+ServidorTDS::ServidorTDS(std::filesystem::path pasta_empresa)
+    : pasta_(std::move(pasta_empresa)), escuta_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in morada{};
+    morada.sin_family = AF_INET;
+    morada.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t tamanho = sizeof morada;
+    auto* generica = reinterpret_cast<sockaddr*>(&morada);
+    if (escuta_ < 0 || bind(escuta_, generica, tamanho) != 0 || listen(escuta_, SOMAXCONN) != 0 ||
+        getsockname(escuta_, generica, &tamanho) != 0)
+        throw std::runtime_error("the test server cannot listen");
+    porta_ = ntohs(morada.sin_port);
+    aceitador_ = std::thread([this] { aceita(); });
+}
+
+ServidorTDS::~ServidorTDS() {
+    shutdown(escuta_, SHUT_RDWR);
+    aceitador_.join();
+    close(escuta_);
+    for (const auto& ligacao : ligacoes_) {
+        ligacao->canal.corta();
+        ligacao->linha.join();
+    }
+}
+
+void ServidorTDS::aceita() {
+    for (int descritor; (descritor = accept4(escuta_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+        const std::lock_guard guarda(tranca_);
+        Ligacao& ligacao = *ligacoes_.emplace_back(std::make_unique<Ligacao>(descritor));
+        ligacao.linha = std::thread([this, &ligacao] {
+            try {
+                for (;;)
+                    serve(ligacao);
+            } catch (const LigacaoPerdida&) {
+            } catch (const std::exception&) { // a request without what its kind must have
+            }
+            ligacao.execucao.reset(); // which rolls its transaction back, before the client is told
+            ligacao.canal.corta();
+        });
+    }
+}
+
+void ServidorTDS::avaria_no(int pedido, Avaria avaria) {
+    const std::lock_guard guarda(tranca_);
+    pedidos_ = 0;
+    pedido_da_avaria_ = pedido;
+    avaria_ = std::move(avaria);
+}
+
+Avaria ServidorTDS::regista(const std::string& texto) {
+    const std::lock_guard guarda(tranca_);
+    textos_.push_back(texto);
+    return ++pedidos_ == pedido_da_avaria_ ? avaria_ : Avaria{};
+}
+
+void ServidorTDS::serve(Ligacao& ligacao) {
+    const Mensagem mensagem = ligacao.canal.le();
+    switch (mensagem.tipo) {
+    case saudacao: // the version and that there is no encryption: where each is, how long, and the two
+        return ligacao.canal.envia({"\0\0\x0B\0\x06\1\0\x11\0\1\xFF\x0F\0\0\0\0\0\2", 18}, true);
+    case entrada:
+        return entra(ligacao, le_entrada(mensagem.bytes));
+    case atencao:
+        return ligacao.respostas.envia_interrompida();
+    default:
+        if (!ligacao.execucao) throw LigacaoPerdida();
+        const Pedido pedido = le_pedido(mensagem);
+        try {
+            ligacao.pedido(pedido, regista(pedido.registado()));
+            ligacao.respostas.envia();
+        } catch (const Interrompida&) {
+            ligacao.respostas.envia_interrompida();
+        }
+    }
+}
+
+void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
+    {
+        const std::lock_guard guarda(tranca_);
+        entradas_.push_back(entrada);
+    }
+    Respostas& respostas = ligacao.respostas;
+    if (entrada.utilizador != utilizador || entrada.palavra_passe != palavra_passe) {
+        respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
+    } else if (entrada.base != base) {
+        respostas.falhou(4060, "Cannot open database \"" + entrada.base + "\" requested by the login.");
+    } else {
+        ligacao.execucao.emplace(pasta_, respostas);
+        respostas.entrada_aceite();
+    }
+    respostas.envia();
+    if (!ligacao.execucao) throw LigacaoPerdida();
+}
+
+void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
+    switch (avaria.especie) {
+    case Especie::corta:
+        throw LigacaoPerdida();
+    case Especie::corta_depois:
+        respostas.esquece();
+        execucao->executa(pedido);
+        throw LigacaoPerdida();
+    case Especie::demora:
+        if (canal.desistiu(avaria.milissegundos)) throw Interrompida();
+        break;
+    case Especie::surdez:
+        canal.espera(avaria.milissegundos);
+        break;
+    case Especie::erro:
+        return respostas.falhou(avaria.numero, avaria.texto);
+    case Especie::vitima:
+        return execucao->vitima(avaria.texto);
+    case Especie::nenhuma:
+        break;
+    }
+    execucao->executa(pedido);
+}
+
+} // namespace orvex::testes

@@ -1,0 +1,84 @@
+// A database server for tests, on the loopback, with an embedded company behind it. It speaks the real
+// server's protocol, so that the real driver talks to it, and fails on request as servers and networks fail.
+//
+// Each connection has a thread and an engine session of its own; one that drops rolls its transaction back.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace orvex::testes {
+
+struct Avaria {
+    enum class Especie {
+        nenhuma,
+        corta,        // the connection drops before the request is carried out
+        corta_depois, // it is carried out, and the connection drops before the answer
+        demora,       // the answer waits, unless the client gives up meanwhile
+        surdez,       // the answer waits, whatever the client does
+        erro,         // refused with `numero` and `texto`, nothing carried out
+        vitima        // the connection's transaction is rolled back as the victim of a deadlock
+    };
+    Especie especie = Especie::nenhuma;
+    int numero = 0;
+    std::string texto{};
+    int milissegundos = 0;
+};
+
+struct Entrada { // what a client logged in with
+    std::string utilizador, palavra_passe, programa, base;
+};
+
+class ServidorTDS {
+  public:
+    explicit ServidorTDS(std::filesystem::path pasta_empresa);
+    ~ServidorTDS();
+    ServidorTDS(ServidorTDS&&) = delete;
+
+    int porta() const { return porta_; }
+
+    // What log-in accepts. Set while nobody is logging in.
+    std::string utilizador = "orvex";
+    std::string palavra_passe = "segredo";
+    std::string base = "EMPRESA";
+
+    // At the n-th request from now, over all connections. Log-ins and the client's giving up are none.
+    void avaria_no(int pedido, Avaria avaria);
+    void recomeca() { avaria_no(0, {}); }
+    int pedidos() const { return sob_tranca(pedidos_); } // since avaria_no or recomeca
+
+    // The texts received since the server began, in order, with the values of their parameters after.
+    std::vector<std::string> textos() const { return sob_tranca(textos_); }
+    std::vector<Entrada> entradas() const { return sob_tranca(entradas_); }
+
+  private:
+    struct Ligacao;
+
+    template <typename Valor>
+    Valor sob_tranca(const Valor& valor) const {
+        const std::lock_guard guarda(tranca_);
+        return valor;
+    }
+    void aceita();
+    void serve(Ligacao& ligacao);
+    void entra(Ligacao& ligacao, const Entrada& entrada);
+    Avaria regista(const std::string& texto);
+
+    std::filesystem::path pasta_;
+    int escuta_;
+    int porta_ = 0;
+    mutable std::mutex tranca_; // guards what follows
+    std::vector<std::unique_ptr<Ligacao>> ligacoes_;
+    std::vector<std::string> textos_;
+    std::vector<Entrada> entradas_;
+    int pedidos_ = 0;
+    int pedido_da_avaria_ = 0;
+    Avaria avaria_;
+    std::thread aceitador_;
+};
+
+} // namespace orvex::testes

@@ -1,0 +1,259 @@
+// What goes wrong between the program and the server: said clearly, and nothing half-written.
+#include "startup/construtor_ligacao.h"
+#include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/tabela.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+namespace orvex::testes {
+namespace {
+
+using base::Falha;
+using platform::odbc::SessaoODBC;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using Especie = Avaria::Especie;
+namespace numeros = startup::numeros_bd;
+
+// What a procedure fails with; empty when it does not.
+template <typename Procedimento>
+std::string falha(Procedimento procedimento) {
+    try {
+        procedimento();
+    } catch (const Falha& apanhada) {
+        return apanhada.what();
+    }
+    return {};
+}
+
+class Servidor : public testing::Test {
+  protected:
+    Servidor() { EXPECT_TRUE(BD.Abre(ligacao(servidor))); }
+
+    static std::string causa(const startup::ConstrutorLigacao& construtor) {
+        SessaoODBC outra({.ligacao = 2});
+        EXPECT_FALSE(outra.Abre(construtor.constroi()));
+        return falha([&] { outra.Consulta("select NumSerie from  xel_ORVEX"); });
+    }
+    void junta(const char* serie) {
+        const auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
+        conjunto->acrescenta();
+        conjunto->define("NumSerie", serie);
+        conjunto->actualiza();
+    }
+    void apaga() { BD.Executa("Delete xel_ORVEX where NumSerie='B1'"); }
+    std::string series() { return empresa.linhas("select NumSerie from xel_ORVEX"); }
+    void usa() { EXPECT_EQ(BD.Consulta("select count(*) from xel_ORVEX_Mov")->valor(0).inteiro(), 8); }
+
+    EmpresaTeste empresa;
+    std::unique_ptr<ServidorTDS> maquina = std::make_unique<ServidorTDS>(empresa.pasta());
+    ServidorTDS& servidor = *maquina;
+    SessaoODBC BD{{.ligacao = 2, .instrucao = 1, .bloqueio = 1}};
+};
+
+TEST_F(Servidor, a_connection_that_is_refused_says_why_and_never_with_which_password) {
+    const auto certa = [&] {
+        auto pares = startup::ConstrutorLigacao::le(ligacao(servidor));
+        return startup::ConstrutorLigacao{.servidor = pares["Server"],
+                                          .base = pares["Database"],
+                                          .utilizador = pares["Uid"],
+                                          .palavra_passe = pares["Pwd"],
+                                          .encriptacao = pares["Encrypt"]};
+    }();
+    const auto com = [&](std::string startup::ConstrutorLigacao::*campo, const char* valor) {
+        auto outra = certa;
+        outra.*campo = valor;
+        return causa(outra);
+    };
+    using C = startup::ConstrutorLigacao;
+    const struct {
+        std::string causa;
+        const char* parte;
+    } casos[] = {
+        {com(&C::palavra_passe, "xSEGREDOx"), "não aceitou o utilizador ou a palavra-passe"},
+        {com(&C::utilizador, "ninguém"), "não aceitou o utilizador ou a palavra-passe"},
+        {com(&C::base, "OUTRA"), "não abriu a base de dados"},
+        {com(&C::servidor, "127.0.0.1,1"), "Não foi possível ligar ao servidor"},
+        {com(&C::servidor, "nenhum.invalid"), "Não foi possível ligar ao servidor"},
+        {com(&C::controlador, "Inexistente"),
+         "O controlador ODBC indicado nas definições não está instalado"},
+        {com(&C::encriptacao, ""), "Não foi possível ligar ao servidor"}, // asked for, and not offered
+        {com(&C::encriptacao, "talvez"), "A definição Encriptacao tem de ser"},
+        {com(&C::palavra_passe, "xSEGREDOx};Server={x"), "não aceita os caracteres «};»"},
+    };
+    for (const auto& caso : casos)
+        EXPECT_THAT(caso.causa,
+                    AllOf(HasSubstr(caso.parte), Not(HasSubstr("SEGREDO")), Not(HasSubstr("segredo"))));
+    for (const char* palavra : {"a;b{c}d='e\"f} ;g", "}", "{a}", ";{}='\"", "ção€😀"}) {
+        servidor.palavra_passe = palavra;
+        EXPECT_TRUE(SessaoODBC().Abre(ligacao(servidor, palavra))) << palavra;
+    }
+}
+
+TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the_servers_text) {
+    const struct {
+        int nativo;
+        std::int32_t numero;
+        const char* causa;
+    } casos[] = {{208, numeros::tabela_em_falta, "Falta uma tabela"},
+                 {207, numeros::instrucao_errada, "Falta uma coluna"},
+                 {102, numeros::instrucao_errada, "A instrução SQL tem um erro"},
+                 {2627, numeros::chave_violada, "mesma chave"},
+                 {515, numeros::chave_violada, "obrigatório"},
+                 {8152, numeros::valor_truncado, "não cabe"},
+                 {229, numeros::sem_permissao, "não tem permissão"},
+                 {1222, numeros::falha_geral, "outro posto"},
+                 {9002, numeros::falha_geral, "Não há espaço"},
+                 {50000, numeros::instrucao_errada, "recusou a instrução"}};
+    for (const auto& caso : casos) {
+        servidor.avaria_no(1,
+                           {.especie = Especie::erro, .numero = caso.nativo, .texto = "The server's text."});
+        try {
+            usa();
+            ADD_FAILURE() << caso.nativo;
+        } catch (const Falha& apanhada) {
+            EXPECT_EQ(apanhada.numero(), caso.numero) << caso.nativo << apanhada.what();
+            EXPECT_THAT(apanhada.what(), AllOf(HasSubstr(caso.causa), HasSubstr("(The server's text.)")));
+        }
+    }
+    usa();
+}
+
+TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnoticed) {
+    const auto meio_lido = BD.Consulta("select Artigo from xel_ORVEX_Mov");
+    for (const Especie especie : {Especie::corta, Especie::corta_depois}) {
+        servidor.avaria_no(1, {.especie = especie});
+        usa();
+        servidor.avaria_no(1, {.especie = especie});
+        BD.IniciaTransaccao();
+        EXPECT_TRUE(BD.EmTransaccao());
+        BD.AnulaTransaccao();
+    }
+    EXPECT_EQ(meio_lido->contagem(), 8) << "what was put by is still there";
+}
+
+TEST_F(Servidor, a_server_that_is_gone_is_named_as_such) {
+    BD.IniciaTransaccao();
+    junta("B1");
+    maquina.reset();
+    EXPECT_THAT(falha([&] { junta("B2"); }), AllOf(HasSubstr("perdeu-se"), HasSubstr("Nada do que")));
+    EXPECT_FALSE(BD.EmTransaccao());
+    for (int vez = 0; vez < 2; ++vez)
+        EXPECT_THAT(falha([&] { usa(); }), HasSubstr("Não foi possível ligar ao servidor"));
+    EXPECT_EQ(series(), "");
+}
+
+TEST_F(Servidor, a_server_that_does_not_answer_is_given_up_and_asked_anew) {
+    for (const Especie especie : {Especie::demora, Especie::surdez}) {
+        servidor.avaria_no(1, {.especie = especie, .milissegundos = 3'000});
+        const auto antes = std::chrono::steady_clock::now();
+        EXPECT_THAT(falha([&] { usa(); }), HasSubstr("não respondeu a tempo"));
+        EXPECT_LT(std::chrono::steady_clock::now() - antes, std::chrono::seconds(3));
+        usa();
+    }
+}
+
+TEST_F(Servidor, what_the_server_undid_is_said_and_nothing_is_written_alone_after_it) {
+    for (const auto& [especie, causa] : {std::pair{Especie::corta, "perdeu-se"},
+                                         {Especie::corta_depois, "perdeu-se"},
+                                         {Especie::vitima, "deixar passar a de outro posto"}}) {
+        BD.IniciaTransaccao();
+        junta("B1");
+        servidor.avaria_no(1, {.especie = especie, .texto = "The server's text."});
+        EXPECT_THAT(falha([&] { junta("B2"); }),
+                    AllOf(HasSubstr(causa), HasSubstr("Nada do que estava a ser gravado ficou")));
+        for (const auto& passo : {std::function<void()>([&] { junta("B3"); }), {[&] { apaga(); }}, {[&] {
+                                      BD.ConfirmaTransaccao();
+                                  }}})
+            EXPECT_THAT(falha(passo), HasSubstr("anulada pelo servidor"));
+        EXPECT_FALSE(BD.EmTransaccao());
+        EXPECT_EQ(series(), "");
+        usa();
+    }
+}
+
+TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_before_the_next_write) {
+    BD.IniciaTransaccao();
+    junta("B1");
+    BD.Executa("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"); // as a trigger's failure does
+    servidor.avaria_no(1, {.especie = Especie::erro, .numero = 3609, .texto = "Ended in the trigger."});
+    EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("Ended in the trigger."));
+    EXPECT_THAT(falha([&] { junta("B3"); }), HasSubstr("anulada pelo servidor"));
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_NE(falha([&] { BD.ConfirmaTransaccao(); }), "")
+        << "without a transaction there is nothing to confirm";
+
+    // A rollback that the server refuses is done by closing the connection.
+    BD.IniciaTransaccao();
+    junta("B1");
+    servidor.avaria_no(1, {.especie = Especie::erro, .numero = 50000, .texto = "No."});
+    EXPECT_EQ(falha([&] { BD.AnulaTransaccao(); }), "");
+    junta("B4");
+    EXPECT_EQ(series(), "B4");
+}
+
+TEST_F(Servidor, a_confirmation_whose_answer_is_lost_is_looked_up) {
+    const auto confirma = [&](Especie especie) {
+        // The number of the last row is asked for first.
+        servidor.avaria_no(series().empty() ? 2 : 1, {.especie = especie});
+        return falha([&] { BD.ConfirmaTransaccao(); });
+    };
+    BD.IniciaTransaccao();
+    junta("B1");
+    EXPECT_THAT(confirma(Especie::corta), HasSubstr("Nada do que estava a ser gravado ficou"));
+    EXPECT_EQ(series(), "");
+
+    BD.IniciaTransaccao();
+    junta("B1");
+    EXPECT_EQ(confirma(Especie::corta_depois), "");
+    EXPECT_EQ(series(), "B1");
+
+    BD.IniciaTransaccao();
+    apaga();
+    EXPECT_THAT(confirma(Especie::corta_depois),
+                HasSubstr("Não se sabe se o que estava a ser gravado ficou"));
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_EQ(series(), "");
+    usa();
+}
+
+TEST_F(Servidor, who_comes_second_waits_and_is_told_that_another_workstation_is_writing) {
+    SessaoODBC outra({.bloqueio = 1});
+    ASSERT_TRUE(outra.Abre(ligacao(servidor)));
+    BD.IniciaTransaccao();
+    EXPECT_THAT(falha([&] { outra.IniciaTransaccao(); }), HasSubstr("por outro posto"));
+    EXPECT_FALSE(outra.EmTransaccao());
+    junta("B1");
+    EXPECT_EQ(outra.Consulta("select count(*) from xel_ORVEX")->valor(0).inteiro(), 0)
+        << "readers do not wait";
+    BD.ConfirmaTransaccao();
+    outra.IniciaTransaccao();
+    EXPECT_TRUE(outra.EmTransaccao());
+}
+
+TEST_F(Servidor, statements_travel_to_the_letter_and_rows_are_written_with_typed_values) {
+    BD.Consulta("select  Artigo from xel_ORVEX_Mov where Qtd>0 and NumDoc= 123and NumLinha=1");
+    const auto linha = BD.AbreActualizavel("Select * from xel_ORVEX_MOV where NumDoc=123 and NumLinha=1");
+    linha->define("Qtd", m("1.25"));
+    linha->actualiza();
+    junta("B'1");
+    const auto textos = servidor.textos();
+    EXPECT_THAT(textos, testing::Contains(
+                            "select  Artigo from xel_ORVEX_Mov where Qtd>0 and NumDoc= 123and NumLinha=1"));
+    EXPECT_EQ(
+        textos.at(textos.size() - 4),
+        "UPDATE xel_ORVEX_MOV SET [Qtd]=@P1 WHERE [Ano]=@P2 AND [TpDoc]=@P3 AND [NumDoc]=@P4 AND "
+        "[SerieDoc]=@P5 "
+        "AND [NumLinha]=@P6 AND [Data]=@P7 AND [Artigo] COLLATE Latin1_General_BIN2=@P8 AND [Cliente] "
+        "COLLATE "
+        "Latin1_General_BIN2=@P9 AND [Descritivo] COLLATE Latin1_General_BIN2=@P10 AND [QtdOrig]=@P11 AND "
+        "[Qtd]=@P12 AND [Origem] IS NULL AND [PesoLiquido]=@P13 AND [PesoBruto]=@P14 | 1.25, 2019, 'FA', "
+        "123, 1, 1, 2019-03-01 00:00:00, 'BOB''1', 'CL''1', 'Bobina d''aço', 8, 2.5, 2.5, 2.6");
+    EXPECT_EQ(textos.back(), "INSERT INTO xel_ORVEX([NumSerie]) VALUES (@P1) | 'B''1'");
+}
+
+} // namespace
+} // namespace orvex::testes

@@ -1,0 +1,84 @@
+// What is the embedded engine's own: its language, its statements, its locks.
+#include "platform/sqlite/sessao_sqlite.h"
+#include "tests/contrato/empresa_vazia.h"
+
+namespace orvex::testes {
+namespace {
+
+class Instrucoes : public EmpresaVazia<platform::sqlite::SessaoSQLite> {
+  protected:
+    Instrucoes() {
+        for (const int linha : {1, 2, 3})
+            junta_movimento(linha);
+    }
+
+    // Whether a reader holds the log back in either file.
+    bool ha_leitor() const {
+        auto outra = outra_ligacao();
+        SQLite::Statement ponto(outra, "PRAGMA wal_checkpoint(TRUNCATE)");
+        ponto.executeStep();
+        return ponto.getColumn(0).getInt() != 0;
+    }
+};
+
+TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_statement) {
+    for (const char* sql : {"",
+                            "select",
+                            "select * from Clientes limit 1",
+                            "select * from Clientes where Nome='aberto",
+                            "select * from Clientes where",
+                            "select * from Clientes; delete Clientes",
+                            "select * from Clientes -- x",
+                            "select Nada from Clientes",
+                            "select \"Nada\" from Clientes",
+                            "select * from Clientes order by 1",
+                            "select * from Clientes where Nome like 'x%'",
+                            "select top x * from Clientes",
+                            "drop table Clientes",
+                            "delete Clientes",
+                            "pragma user_version",
+                            "select convert(nvarchar(10),Data,103) from DocGcCab",
+                            "select * from Clientes where CODIGO=?",
+                            "select * from Clientes where Nome='a' 'b'",
+                            "create table t([a] [xml] null)",
+                            "alter table xel_ORVEX add Novo text"})
+        EXPECT_EQ(numero_da_falha([&] { BD.Consulta(sql); }), numeros::instrucao_errada) << sql;
+    EXPECT_EQ(linhas("Clientes"), 2) << "a query that is none is not run";
+    EXPECT_EQ(numero_da_falha([&] { BD.Executa("Delete Nenhuma where a=1"); }), numeros::tabela_em_falta);
+}
+
+TEST_F(Instrucoes, a_known_statement_sees_the_columns_that_others_added) {
+    const std::size_t antes = BD.Consulta("select * from xel_ORVEX")->colunas();
+    outra_ligacao().exec("ALTER TABLE xel_ORVEX ADD COLUMN b money");
+    EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->colunas(), antes + 1);
+}
+
+TEST_F(Instrucoes, a_row_that_cannot_be_computed_fails_only_who_reads_it) {
+    outra_ligacao().exec("CREATE VIEW armadilha AS SELECT NumLinha, CASE NumLinha WHEN 2 THEN "
+                         "abs(-9223372036854775807 - 1) ELSE NumLinha END AS v FROM xel_ORVEX_Mov");
+    const auto sonda = BD.Consulta("select v from armadilha");
+    EXPECT_EQ(sonda->valor(0).inteiro(), 1) << "a probe reads one row";
+    EXPECT_NE(numero_da_falha([&] { sonda->move_seguinte(); }), 0);
+    const auto interrompida = BD.Consulta("select v from armadilha");
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 3) << "another statement does not fail for what is put by";
+    EXPECT_NE(numero_da_falha([&] { interrompida->fim(); }), 0);
+}
+
+TEST_F(Instrucoes, no_lock_outlives_the_set_its_last_row_or_the_next_statement) {
+    {
+        const auto meio_lido = BD.Consulta("select * from xel_ORVEX_Mov");
+        EXPECT_TRUE(ha_leitor()) << "or the check below proves nothing";
+    }
+    EXPECT_FALSE(ha_leitor());
+    const auto lido = BD.Consulta("select * from xel_ORVEX_Mov");
+    while (!lido->fim())
+        lido->move_seguinte();
+    EXPECT_FALSE(ha_leitor());
+    EXPECT_EQ(lido->contagem(), 3);
+    const auto interrompido = BD.Consulta("select * from xel_ORVEX_Mov");
+    const auto vazio = BD.Consulta("select * from Clientes where CODIGO='nenhum'");
+    EXPECT_FALSE(ha_leitor());
+}
+
+} // namespace
+} // namespace orvex::testes
