@@ -43,11 +43,13 @@ void escreve_ficheiros(const std::filesystem::path& pasta) {
 
 bool copia_programa(const std::filesystem::path& de, const std::filesystem::path& para) {
     bool encontrado = false;
-    for (const char* nome : {"orvex", "orvex.exe"}) {
-        if (!std::filesystem::is_regular_file(de / nome)) continue;
-        std::filesystem::copy_file(de / nome, para / nome);
-        encontrado = true;
-    }
+    for (const std::string programa : {"orvex", "orvex-diagnostico"})
+        for (const char* fim : {"", ".exe"}) {
+            const std::string nome = programa + fim;
+            if (!std::filesystem::is_regular_file(de / nome)) continue;
+            std::filesystem::copy_file(de / nome, para / nome);
+            encontrado = encontrado || programa == "orvex";
+        }
     return encontrado;
 }
 

@@ -3,19 +3,13 @@
 #include "empresa_demo.h"
 #include "instalacao.h"
 #include "linha_comando.h"
+#include "pasta_do_programa.h"
 
 #include <iostream>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// Where this program lies; its name as called tells nothing when it was found on the path.
-fs::path pasta_do_programa(const char* chamado) {
-    std::error_code erro;
-    const fs::path proprio = fs::read_symlink("/proc/self/exe", erro);
-    return erro ? fs::absolute(chamado).parent_path() : proprio.parent_path();
-}
 
 int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
     orvex::demo::faz_empresa(opcoes);
@@ -38,7 +32,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        return faz(opcoes, pasta_do_programa(argv[0]));
+        return faz(opcoes, orvex::pasta_do_programa(argv[0]));
     } catch (const std::exception& falha) {
         std::cerr << "Não foi possível criar a empresa: " << falha.what() << "\n";
         return 1;

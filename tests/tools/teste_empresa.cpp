@@ -1,6 +1,7 @@
-#include "base/falha.h"
+#include "delivery/guias_remessa.h"
 #include "platform/sqlite/empresa.h"
-#include "tests/apoio/pasta_temporaria.h"
+#include "startup/definicoes.h"
+#include "tests/apoio/empresa_teste.h"
 #include "tools/empresa_demo.h"
 #include "tools/linha_comando.h"
 
@@ -47,65 +48,49 @@ class Empresa {
         return lidas;
     }
 
-    std::int64_t conta(const std::string& de) {
-        return std::stoll(linhas("select count(*) from " + de).at(0));
-    }
-
-    std::vector<std::string> tudo() {
-        std::vector<std::string> linhas_todas;
-        for (const char* ficheiro : {"main", "erp"})
-            for (const std::string& tabela :
-                 linhas(std::string("select '") + ficheiro + ".' || name from " + ficheiro +
-                        ".sqlite_master where type = 'table' order by 1"))
-                for (const std::string& linha : linhas("select * from " + tabela))
-                    linhas_todas.push_back(tabela + ": " + linha);
-        return linhas_todas;
-    }
+    std::int64_t conta(const std::string& de) { return std::stoll(linhas("select count(*) from " + de)[0]); }
 
   private:
     SQLite::Database bd_;
 };
 
 // Made once: the tests that only look share it.
-class EmpresaFeita : public testing::Test {
-  protected:
-    static void SetUpTestSuite() {
-        pasta = std::make_unique<PastaTemporaria>();
-        demo::faz_empresa(opcoes(pasta->pasta()));
+struct EmpresaFeita : testing::Test {
+    static const fs::path& pasta() {
+        static const PastaTemporaria feita;
+        if (fs::is_empty(feita.pasta())) demo::faz_empresa(opcoes(feita.pasta()));
+        return feita.pasta();
     }
-    static void TearDownTestSuite() { pasta.reset(); }
+    // Looks for what must not be.
+    void nao_ha(const std::string& sql) { EXPECT_THAT(empresa.linhas(sql), testing::IsEmpty()); }
 
-    static std::unique_ptr<PastaTemporaria> pasta;
-    Empresa empresa{pasta->pasta()};
+    Empresa empresa{pasta()};
 };
-std::unique_ptr<PastaTemporaria> EmpresaFeita::pasta;
-
-bool contribuinte_valido(const std::string& numero) {
-    if (numero.size() != 9) return false;
-    int soma = 0;
-    for (std::size_t i = 0; i < 8; ++i)
-        soma += (numero[i] - '0') * static_cast<int>(9 - i);
-    const int controlo = soma % 11 < 2 ? 0 : 11 - soma % 11;
-    return numero[8] - '0' == controlo;
-}
 
 TEST_F(EmpresaFeita, a_mesma_semente_faz_a_mesma_empresa_e_outra_faz_outra) {
-    const PastaTemporaria outra;
-    auto pedida = opcoes(outra.pasta() / "igual");
-    demo::faz_empresa(pedida);
-    EXPECT_EQ(Empresa(pedida.pasta).tudo(), empresa.tudo());
-    pedida.pasta = outra.pasta() / "diferente";
-    pedida.semente = 2;
-    demo::faz_empresa(pedida);
-    EXPECT_NE(Empresa(pedida.pasta).tudo(), empresa.tudo());
+    const PastaTemporaria outras;
+    const auto bytes = [](const fs::path& de, const char* ficheiro) {
+        std::ifstream lido(de / demo::pasta_empresa / ficheiro, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(lido), {});
+    };
+    for (const std::uint64_t semente : {1U, 2U}) {
+        auto pedida = opcoes(outras.pasta() / std::to_string(semente));
+        pedida.semente = semente;
+        demo::faz_empresa(pedida);
+        for (const char* ficheiro : {platform::sqlite::ficheiro_livro, platform::sqlite::ficheiro_erp})
+            EXPECT_EQ(bytes(pedida.pasta, ficheiro) == bytes(pasta(), ficheiro), semente == 1) << ficheiro;
+    }
 }
 
 TEST_F(EmpresaFeita, os_contribuintes_do_mercado_nacional_sao_validos_e_ha_clientes_de_fora_e_um_inactivo) {
     const auto nacionais = empresa.linhas(
         "select NContrib from Clientes c join RGIVA r on r.Codigo = c.RegIva where r.Mercado = 1");
     EXPECT_GT(nacionais.size(), 30u);
-    for (const std::string& numero : nacionais)
-        EXPECT_TRUE(contribuinte_valido(numero)) << numero;
+    for (const std::string& numero : nacionais) {
+        delivery::ResultadoNIF ok{};
+        delivery::ValidaNIF(numero, ok);
+        EXPECT_EQ(ok, delivery::ResultadoNIF::valido) << numero;
+    }
     EXPECT_GT(empresa.conta("Clientes c join RGIVA r on r.Codigo = c.RegIva where r.Mercado <> 1"), 2);
     EXPECT_EQ(empresa.conta("Clientes where Inactivo = -1"), 1);
     EXPECT_GT(empresa.conta("Clientes where Nome like '%''%'"), 0);
@@ -113,29 +98,25 @@ TEST_F(EmpresaFeita, os_contribuintes_do_mercado_nacional_sao_validos_e_ha_clien
 
 TEST_F(EmpresaFeita, o_stock_dos_armazens_o_dos_artigos_e_o_do_livro_sao_o_mesmo) {
     EXPECT_GT(empresa.conta("Artigos where STDISP <> 0"), 290);
-    EXPECT_THAT(empresa.linhas(R"(
+    nao_ha(R"(
         select a.CODIGO, round(a.STDISP, 4),
                (select round(sum(Existenc), 4) from artarm r where r.Artigo = a.CODIGO) armazens,
                (select round(sum(Quantidade), 4) from xel_ORVEX x where x.NumSerie = a.CODIGO) livro
         from Artigos a
-        where a.artoudes = 0 and (armazens is not round(a.STDISP, 4) or livro is not round(a.STDISP, 4)))"),
-                testing::IsEmpty());
-    EXPECT_THAT(empresa.linhas(R"(
+        where a.artoudes = 0 and (armazens is not round(a.STDISP, 4) or livro is not round(a.STDISP, 4)))");
+    nao_ha(R"(
         select r.Artigo, r.Armazem, x.Cliente from artarm r
         join xel_ORVEX x on x.Registo = (select max(Registo) from xel_ORVEX where NumSerie = r.Artigo)
-        where (x.Cliente = 'ORVEX') <> (r.Armazem = 'A1'))"),
-                testing::IsEmpty())
-        << "o artigo está no armazém de quem o detém";
-    EXPECT_THAT(empresa.linhas(R"(
+        where (x.Cliente = 'ORVEX') <> (r.Armazem = 'A1'))");   // the article lies in its holder's warehouse
+    nao_ha(R"(
         select m.Artigo, round(sum(m.Qtd), 4) aberta, r.Existenc from xel_ORVEX_Mov m
         join artarm r on r.Artigo = m.Artigo where m.TpDoc in ('FA', 'FR')
-        group by m.Artigo having aberta > r.Existenc + 0.05)"), // an adjustment took up to 0.045
-                testing::IsEmpty());
+        group by m.Artigo having aberta > r.Existenc + 0.05)"); // an adjustment took up to 0.045
 }
 
 TEST_F(EmpresaFeita, cada_movimento_tem_a_sua_linha_no_erp_com_o_peso_bruto) {
     EXPECT_EQ(empresa.conta("xel_ORVEX_Mov where TpDoc in ('FA', 'FR')"), 600);
-    EXPECT_THAT(empresa.linhas(R"(
+    nao_ha(R"(
         select m.* from xel_ORVEX_Mov m
         left join DocGcLin l on l.Ano = m.Ano and l.TpDocum = m.TpDoc and l.Serie = m.SerieDoc
                             and l.NNumDoc = m.NumDoc and l.NumLinha = m.NumLinha
@@ -144,22 +125,20 @@ TEST_F(EmpresaFeita, cada_movimento_tem_a_sua_linha_no_erp_com_o_peso_bruto) {
                                and u.NNumDoc = m.NumDoc and u.NumLinha = m.NumLinha
         where l.Artigo is not m.Artigo or l.Quant is not m.QtdOrig or c.Terceiro is not m.Cliente
            or substr(c.Data, 1, 10) is not m.Data or substr(m.Data, 1, 4) <> m.Ano
-           or u.PesoBruto is null or u.PesoBruto < m.QtdOrig or c.NVias = -1)"),
-                testing::IsEmpty());
+           or u.PesoBruto is null or u.PesoBruto < m.QtdOrig or c.NVias = -1)");
     EXPECT_GT(
         empresa.conta("xel_ORVEX_Mov where PesoBruto is null and PesoLiquido is null and Qtd = QtdOrig"), 20);
 }
 
 TEST_F(EmpresaFeita, as_guias_reduziram_as_linhas_de_que_sairam) {
-    EXPECT_THAT(empresa.linhas(R"(
+    nao_ha(R"(
         select * from (
             select m.*, round(m.QtdOrig - m.Qtd, 4) saiu,
                    coalesce((select round(sum(g.Qtd), 4) from xel_ORVEX_Mov g where g.TpDoc = 'GR' and g.Origem =
                        m.Ano || '/' || m.TpDoc || '/' || m.SerieDoc || '/' || m.NumDoc || '/' || m.NumLinha ||
                        '/00000'), 0) guias
             from xel_ORVEX_Mov m where m.TpDoc in ('FA', 'FR'))
-        where saiu <> guias or Qtd < 0 or PesoBruto < 0)"),
-                testing::IsEmpty());
+        where saiu <> guias or Qtd < 0 or PesoBruto < 0)");
     EXPECT_EQ(empresa.conta("DocGcCab where TpDoc = 'GR' and Ano = 2026"), demo::guias_emitidas);
     EXPECT_EQ(empresa.conta("(select distinct NumDoc from xel_ORVEX_Mov where TpDoc = 'GR')"),
               demo::guias_emitidas - 1)
@@ -204,6 +183,36 @@ TEST(EmpresaDemo, faz_empresas_de_qualquer_tamanho_e_as_linhas_pedidas_para_o_pr
     EXPECT_EQ(Empresa(grande.pasta).conta("Clientes"), 12'001);
 }
 
+TEST_F(EmpresaFeita, os_parametros_nomeiam_tipos_de_documento_com_a_sua_serie) {
+    const startup::Parametros parametros(pasta());
+    for (const char* chave : {"GUIASREMESSA", "GUIADEVOLUCAO", "SOBRAS", "QUEBRAS", "CONSUMOS", "TRF"}) {
+        const auto lista = parametros.lista(chave);
+        EXPECT_EQ(empresa.conta("Series where TpDoc = '" + lista[0] + "' and Serie = " + lista[1]), 1)
+            << chave;
+    }
+}
+
+TEST(EmpresaDemo, abre_se_como_a_instalacao_diz_e_nela_sai_uma_guia) {
+    const PastaTemporaria pasta;
+    auto pedida = opcoes(pasta.pasta() / "ORVEX");
+    demo::faz_empresa(pedida);
+    platform::sqlite::SessaoSQLite BD;
+    platform::erp::SessaoERPEmbebida ERP;
+    ASSERT_TRUE(BD.Abre(ligacao(pedida.pasta / demo::pasta_empresa)));
+    ASSERT_TRUE(ERP.Liga(startup::DefinicoesERP::le(pedida.pasta / "OrvexEXE.xel").valores));
+    delivery::GuiasRemessa ecra(
+        {BD, ERP, startup::Parametros(pedida.pasta), {}, [&] { return pedida.hoje; }});
+    JanelaGuiao janela;
+    ecra.define_janela(janela);
+    ecra.Form_Load();
+    ecra.utilizador_abre();
+    Operador op(ecra);
+    op.preenche(ecra.campo(0), demo::codigo_cliente(1, pedida));
+    op.duplo_clique(ecra.Detalhe, 1);
+    op.prime(ecra.btConf(0));
+    EXPECT_EQ(janela.retira_caixas(), "Foi criado o documento Nº  12");
+}
+
 TEST(EmpresaDemo, nao_toca_numa_pasta_que_ja_tem_ficheiros_nem_faz_de_um_ficheiro_uma_pasta) {
     const PastaTemporaria pasta;
     const auto alheio = pasta.escreve("cheia/alheio.txt", "");
@@ -233,15 +242,15 @@ TEST(EmpresaDemo, le_a_linha_de_comando_e_recusa_o_que_nao_percebe) {
     EXPECT_EQ(lidas.artigos, 8);
     EXPECT_EQ(lidas.linhas, 9);
     EXPECT_EQ(lidas.semente, 10u);
-    const std::vector<const char*> errados[] = {{},
-                                                {"--linhas", "5"},
-                                                {"P", "Q"},
-                                                {"P", "--linhas"},
-                                                {"P", "--linhas", "muitas"},
-                                                {"P", "--clientes", "0"},
-                                                {"P", "--outra", "1"}};
-    for (const auto& argumentos : errados)
-        EXPECT_THROW(demo::le_argumentos(argumentos), base::Falha);
+    using Argumentos = std::vector<const char*>;
+    for (const Argumentos& errados : {Argumentos{},
+                                      {"--linhas", "5"},
+                                      {"P", "Q"},
+                                      {"P", "--linhas"},
+                                      {"P", "--linhas", "muitas"},
+                                      {"P", "--clientes", "0"},
+                                      {"P", "--outra", "1"}})
+        EXPECT_THROW(demo::le_argumentos(errados), base::Falha);
 }
 
 } // namespace

@@ -1,0 +1,32 @@
+// Tells whether an installation can work, without changing anything in it: only questions are asked.
+#pragma once
+
+#include "startup/instalacao.h"
+
+#include <string>
+#include <vector>
+
+namespace orvex::diagnostico {
+
+enum class Estado {
+    ok,
+    erro,          // the program would fail; the text says what to do
+    informacao,    // neither good nor bad
+    nao_verificado // could not be asked, or was not answered; never to be taken as good
+};
+
+struct Resultado {
+    std::string o_que;
+    Estado estado;
+    std::string texto; // holds no password
+};
+using Resultados = std::vector<Resultado>;
+
+// Never throws for what is wrong with the installation; what depends on something that failed is told as not
+// verified, everything else is verified all the same.
+Resultados diagnostica(const startup::PastasInstalacao& pastas);
+
+bool tem_erros(const Resultados& resultados);
+std::string texto(const Resultados& resultados); // one line each
+
+} // namespace orvex::diagnostico
