@@ -7,6 +7,7 @@ namespace orvex::bench {
 
 // Each prints milliseconds first; gives the exit code.
 int mede_facturas(const std::string& instalacao, const std::string& cliente);
+int mede_facturas_fio(const std::string& instalacao, const std::string& cliente); // over the wire
 int mede_emissao(const std::string& instalacao, const std::string& cliente, int linhas);
 // Of one of so many consumptions of the item of the newest ledger row.
 int mede_ajuste(const std::string& instalacao, int vezes);
@@ -16,7 +17,8 @@ int mostra_ecra(const std::string& instalacao);
 int mostra_janela_vazia();
 int mostra_janela_com_texto(); // one line of it: what any window that is not blank pays for its font
 
-// Prints the milliseconds to show a pick list, and to filter it by three typed letters.
+// Prints the milliseconds to show a pick list, to filter it by three typed letters, and to have read it
+// whole.
 int mede_lista_clientes(const std::string& instalacao);
 int mede_lista_artigos(const std::string& instalacao);
 

@@ -4,7 +4,7 @@
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/janela_lista.h"
 #include "platform/sqlite/sessao_sqlite.h"
-#include "startup/construtor_ligacao.h"
+#include "startup/instalacao.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -63,24 +63,25 @@ struct Aplicacao {
 int mede_lista(const std::string& instalacao, const char* titulo, const char* sql, const char* letras) {
     Aplicacao aplicacao;
     platform::qt::prepara_aplicacao(aplicacao.qt);
-    const auto definicoes = startup::DefinicoesBD::le(std::filesystem::path(instalacao) / "OrvexEXE.xel");
     platform::sqlite::SessaoSQLite BD;
-    BD.Abre(startup::ConstrutorLigacao{.servidor = definicoes.servidor,
-                                       .base = definicoes.base,
-                                       .utilizador = definicoes.utilizador,
-                                       .palavra_passe = definicoes.palavra_passe}
-                .constroi());
+    BD.Abre(startup::texto_ligacao(
+        startup::DefinicoesBD::le(std::filesystem::path(instalacao) / "OrvexEXE.xel")));
 
     QElapsedTimer relogio;
     relogio.start();
     platform::qt::JanelaLista lista(nullptr, {BD, titulo, sql, 8000, {{1, 1500}, {2, 5000}}}, {});
+    const auto decorrido = [&] { return static_cast<double>(relogio.nsecsElapsed()) / 1e6; };
     const AoPintar mostrada([&](QWidget&) {
-        const double mostrar = static_cast<double>(relogio.nsecsElapsed()) / 1e6;
+        const double mostrar = decorrido();
+        const auto* contagem = lista.findChild<QLabel*>("contagem");
+        while (!contagem->text().endsWith("registos"))
+            QApplication::processEvents();
+        const double completar = decorrido();
         auto* filtro = lista.findChild<QLineEdit*>();
         relogio.restart();
         QTest::keyClicks(filtro, letras);
         lista.repaint();
-        std::printf("%.3f %.3f\n", mostrar, static_cast<double>(relogio.nsecsElapsed()) / 1e6);
+        std::printf("%.3f %.3f %.3f\n", mostrar, decorrido(), completar);
         QApplication::quit();
     });
     lista.show();

@@ -4,8 +4,9 @@
 #include "base/texto.h"
 #include "delivery/guias_remessa.h"
 #include "platform/erp/sessao_erp_embebida.h"
+#include "platform/odbc/sessao_odbc.h"
 #include "platform/sqlite/sessao_sqlite.h"
-#include "startup/construtor_ligacao.h"
+#include "startup/instalacao.h"
 
 #include <chrono>
 #include <cstdio>
@@ -30,7 +31,7 @@ class JanelaMuda : public common::Janela {
 };
 
 // A screen on an installation, with no window.
-template <typename TEcra>
+template <typename TEcra, typename TSessao = platform::sqlite::SessaoSQLite>
 struct Posto {
     template <typename... Argumentos>
     explicit Posto(const std::filesystem::path& instalacao, Argumentos... argumentos)
@@ -43,12 +44,7 @@ struct Posto {
                 }},
                argumentos...) {
         const auto definicoes = instalacao / "OrvexEXE.xel";
-        const auto bd = startup::DefinicoesBD::le(definicoes);
-        BD.Abre(startup::ConstrutorLigacao{.servidor = bd.servidor,
-                                           .base = bd.base,
-                                           .utilizador = bd.utilizador,
-                                           .palavra_passe = bd.palavra_passe}
-                    .constroi());
+        BD.Abre(startup::texto_ligacao(startup::DefinicoesBD::le(definicoes)));
         if (!gERP.Liga(startup::DefinicoesERP::le(definicoes).valores))
             throw base::Falha("O ERP recusou a entrada.");
         ecra.define_janela(janela);
@@ -62,7 +58,7 @@ struct Posto {
         ecra.utilizador_avanca(+1);
     }
 
-    platform::sqlite::SessaoSQLite BD;
+    TSessao BD;
     platform::erp::SessaoERPEmbebida gERP;
     JanelaMuda janela;
     TEcra ecra;
@@ -77,14 +73,27 @@ double milissegundos(Trabalho trabalho) {
 
 } // namespace
 
-int mede_facturas(const std::string& instalacao, const std::string& cliente) {
-    Posto<delivery::GuiasRemessa> posto(instalacao);
+namespace {
+
+template <typename TSessao>
+int mede_facturas_de(const std::string& instalacao, const std::string& cliente) {
+    Posto<delivery::GuiasRemessa, TSessao> posto(instalacao);
     const double ms = milissegundos([&] { posto.escolhe(cliente); });
     int mostradas = 0;
     while (mostradas < posto.ecra.Detalhe.linhas() && !posto.ecra.Detalhe.valor(mostradas, "Artigo").vazio())
         ++mostradas;
     std::printf("%.3f %d\n", ms, mostradas);
     return 0;
+}
+
+} // namespace
+
+int mede_facturas(const std::string& instalacao, const std::string& cliente) {
+    return mede_facturas_de<platform::sqlite::SessaoSQLite>(instalacao, cliente);
+}
+
+int mede_facturas_fio(const std::string& instalacao, const std::string& cliente) {
+    return mede_facturas_de<platform::odbc::SessaoODBC>(instalacao, cliente);
 }
 
 int mede_emissao(const std::string& instalacao, const std::string& cliente, int linhas) {

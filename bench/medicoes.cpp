@@ -4,12 +4,15 @@
 #include "base/falha.h"
 #include "bench/filhos.h"
 #include "bench/processo.h"
+#include "tests/fio/servidor_tds.h"
 #include "tools/empresa_demo.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 
 namespace {
 
@@ -22,6 +25,7 @@ using orvex::demo::OpcoesEmpresa;
 constexpr int voltas = 9;
 constexpr int linhas_do_cliente = 10'000;
 constexpr int linhas_da_guia = 500;
+constexpr int linhas_pelo_fio = 1'800;
 constexpr int ajustes = 200;
 
 struct Par {
@@ -66,11 +70,12 @@ void mostra(const char* nome, const Par& par, double (*figura)(const Corrida&), 
 }
 
 void mede_lista(const std::string& nome, const std::vector<std::string>& comando) {
-    std::vector<double> mostrar, filtrar;
+    std::vector<double> mostrar, filtrar, completar;
     for (int i = 0; i < voltas; ++i) {
         const Corrida corrida = corre(comando);
         mostrar.push_back(corrida.numeros.at(0));
         filtrar.push_back(corrida.numeros.at(1));
+        completar.push_back(corrida.numeros.at(2));
     }
     const auto linha = [&nome](const char* accao, double ms) {
         std::printf("%-58s %7.1f ms %29s%s\n", (nome + accao).c_str(), ms, "< 100 ms",
@@ -78,7 +83,33 @@ void mede_lista(const std::string& nome, const std::vector<std::string>& comando
     };
     linha(": mostrar", mediana(mostrar));
     linha(": filtrar por três letras", mediana(filtrar));
+    std::printf("%-58s %7.1f ms\n", (nome + ": ler até ao fim").c_str(), mediana(completar));
     std::fflush(stdout);
+}
+
+// The installation's database on the server, its ERP as it was.
+void liga_ao_fio(const fs::path& definicoes, const orvex::testes::ServidorTDS& servidor) {
+    std::ifstream antigas(definicoes);
+    std::string texto{std::istreambuf_iterator<char>(antigas), {}};
+    const std::size_t erp = texto.find("[ERP]");
+    antigas.close();
+    std::ofstream(definicoes) << "[BD]\nServidor=127.0.0.1," << servidor.porta() << "\nBase=" << servidor.base
+                              << "\nUtilizador=" << servidor.utilizador
+                              << "\nPalavraPasse=" << servidor.palavra_passe << "\nEncriptacao=nao\n"
+                              << texto.substr(erp);
+}
+
+// The queries from the one that looks the client up, in the order they were sent. Gives how many.
+int escreve_consultas(const fs::path& ficheiro, const std::vector<std::string>& textos, std::size_t desde,
+                      const std::string& cliente) {
+    std::ofstream escrita(ficheiro);
+    int escritas = 0;
+    for (std::size_t i = desde; i < textos.size(); ++i) {
+        if (escritas == 0 && textos[i].find("'" + cliente + "'") == std::string::npos) continue;
+        escrita << textos[i] << '\n';
+        ++escritas;
+    }
+    return escritas;
 }
 
 OpcoesEmpresa opcoes(const fs::path& pasta, std::int64_t linhas, std::int64_t clientes) {
@@ -90,6 +121,28 @@ OpcoesEmpresa opcoes(const fs::path& pasta, std::int64_t linhas, std::int64_t cl
     if (linhas > linhas_do_cliente) resultado.linhas_primeiro_cliente = linhas_do_cliente;
     if (linhas > linhas_do_cliente) resultado.artigos = linhas / 10;
     return resultado;
+}
+
+// The same statements to the same server on the loopback, whose own work is in both figures.
+void mede_fio(const fs::path& instalacao, const fs::path& programas, const std::string& eu) {
+    const std::string linhas = std::to_string(linhas_pelo_fio);
+    corre({eu, "--empresa", instalacao, linhas, "1"}); // of one client: every line is its own
+    const std::string cliente = orvex::demo::codigo_cliente(1, opcoes(instalacao, linhas_pelo_fio, 1));
+    orvex::testes::ServidorTDS servidor(instalacao / orvex::demo::pasta_empresa);
+    liga_ao_fio(instalacao / "OrvexEXE.xel", servidor);
+    corre({eu, "--facturas-fio", instalacao, cliente}); // repairs the weights: once
+    const std::size_t desde = servidor.textos().size();
+    const Corrida gravada = corre({eu, "--facturas-fio", instalacao, cliente});
+    const fs::path instrucoes = instalacao / "instrucoes.sql";
+    const int consultas = escreve_consultas(instrucoes, servidor.textos(), desde, cliente);
+    if (consultas < static_cast<int>(gravada.numeros.at(1)))
+        throw std::runtime_error("faltam consultas à base nua");
+    const Par par = mede({eu, "--facturas-fio", instalacao, cliente},
+                         {programas / "facturas_fio_nuas", std::to_string(servidor.porta()), instrucoes});
+    mostra(
+        ("CarregaFacturas pelo fio, " + std::to_string(static_cast<int>(gravada.numeros.at(1))) + " linhas")
+            .c_str(),
+        par, impresso, "ms", 1.3);
 }
 
 void mede_tudo(const fs::path& programas, std::int64_t linhas) {
@@ -128,6 +181,8 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     mostra("CarregaFacturas, 10 000 linhas abertas", facturas, impresso, "ms", 1.5);
     mostra("  memória no máximo", facturas, memoria, "MB", 0);
 
+    mede_fio(raiz / "fio", programas, eu);
+
     // Before the notes: the bare program that issues them keeps no holders straight.
     mostra("uma regularização de stock (média de 200)",
            mede({eu, "--ajuste", grande, std::to_string(ajustes)},
@@ -159,6 +214,7 @@ int main(int argc, char** argv) {
         if (modo == "--texto") return mostra_janela_com_texto();
         if (modo == "--ecra" && argc == 3) return mostra_ecra(argv[2]);
         if (modo == "--facturas" && argc == 4) return mede_facturas(argv[2], argv[3]);
+        if (modo == "--facturas-fio" && argc == 4) return mede_facturas_fio(argv[2], argv[3]);
         if (modo == "--emissao" && argc == 5) return mede_emissao(argv[2], argv[3], std::atoi(argv[4]));
         if (modo == "--ajuste" && argc == 4) return mede_ajuste(argv[2], std::atoi(argv[3]));
         if (modo == "--clientes" && argc == 3) return mede_lista_clientes(argv[2]);
