@@ -50,13 +50,9 @@ void Motor::liga() {
     auto nova = std::make_unique<LigacaoODBC>(texto_ligacao_, esperas_);
     // Whatever the server's defaults are: a failed statement leaves the transaction to the program.
     Instrucao(*nova, esperas_)
-        .executa("SET DATEFORMAT ymd SET NOCOUNT OFF SET XACT_ABORT OFF SET IMPLICIT_TRANSACTIONS OFF");
+        .executa(limite_de_bloqueio(esperas_.bloqueio * 1000) +
+                 " SET DATEFORMAT ymd SET NOCOUNT OFF SET XACT_ABORT OFF SET IMPLICIT_TRANSACTIONS OFF");
     ligacao_ = std::move(nova);
-    espera_bloqueio(esperas_.bloqueio * 1000);
-}
-
-void Motor::espera_bloqueio(int milissegundos) {
-    Instrucao(*ligacao_, esperas_).executa("SET LOCK_TIMEOUT " + std::to_string(milissegundos));
 }
 
 // --- Statements --------------------------------------------------------------------------------------------

@@ -18,6 +18,9 @@ struct Servidor;
 inline constexpr const char* nada_ficou = " Nada do que estava a ser gravado ficou na base de dados.";
 base::Falha com(const base::Falha& falha, const char* conclusao);
 
+// How long a statement waits for what another program is writing.
+std::string limite_de_bloqueio(int milissegundos);
+
 class Motor final : public registos::Motor {
   public:
     // Throws FalhaODBC, naming the cause.
@@ -78,7 +81,6 @@ class Motor final : public registos::Motor {
     // What a failure means for the connection and for the transaction on it; gives the failure it then is.
     FalhaODBC toma_nota(const FalhaODBC& falha);
     void exige_transaccao_viva();
-    void espera_bloqueio(int milissegundos);
     // The number in the first column of the first row.
     std::int64_t pergunta(const std::string& sql);
     bool esta_na_base(const Testemunha& testemunha);

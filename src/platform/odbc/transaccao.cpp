@@ -17,6 +17,10 @@ Falha com(const Falha& falha, const char* conclusao) {
     return Falha(falha.what() + std::string(conclusao), falha.numero());
 }
 
+std::string limite_de_bloqueio(int milissegundos) {
+    return "SET LOCK_TIMEOUT " + std::to_string(milissegundos);
+}
+
 void Motor::inicia() {
     transaccao_ = Transaccao::nenhuma;
     testemunha_.reset();
@@ -71,11 +75,11 @@ void Motor::confirma() {
 
 // Waits for the lost transaction to end, if the server has not noticed yet, instead of reading around it.
 bool Motor::esta_na_base(const Testemunha& testemunha) {
-    espera_bloqueio(esperas_.instrucao * 900);
+    executa(limite_de_bloqueio(esperas_.instrucao * 900));
     const bool esta =
         pergunta("SELECT COUNT(*) AS n FROM " + testemunha.tabela + " WITH (READCOMMITTEDLOCK) WHERE " +
                  testemunha.coluna + "=" + std::to_string(testemunha.numero)) > 0;
-    espera_bloqueio(esperas_.bloqueio * 1000);
+    executa(limite_de_bloqueio(esperas_.bloqueio * 1000));
     return esta;
 }
 
