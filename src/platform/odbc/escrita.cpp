@@ -12,6 +12,7 @@ using Especie = TipoColuna::Especie;
 
 std::vector<Parametro> parametros_de(const Colunas& colunas, const std::vector<Campo>& campos) {
     std::vector<Parametro> parametros;
+    parametros.reserve(campos.size());
     for (const Campo& campo : campos)
         parametros.emplace_back(colunas.lista[campo.coluna].tipo, campo.valor);
     return parametros;

@@ -80,8 +80,7 @@ SQLUSMALLINT numero(std::size_t coluna) { return static_cast<SQLUSMALLINT>(colun
 
 Instrucao::Instrucao(const LigacaoODBC& ligacao, const Esperas& esperas) : ligacao_(ligacao) {
     exige(SQLAllocHandle(SQL_HANDLE_STMT, ligacao.punho(), &punho_), SQL_HANDLE_DBC, ligacao.punho());
-    SQLSetStmtAttrW(punho_, SQL_ATTR_QUERY_TIMEOUT,
-                    reinterpret_cast<SQLPOINTER>(static_cast<SQLLEN>(esperas.instrucao)), SQL_IS_UINTEGER);
+    SQLSetStmtAttrW(punho_, SQL_ATTR_QUERY_TIMEOUT, como_ponteiro(esperas.instrucao), SQL_IS_UINTEGER);
 }
 
 // A look-up reads one row of few. The last ones are on their way already: taking them costs less than telling

@@ -7,21 +7,16 @@
 #include <array>
 
 namespace orvex::platform::odbc {
-namespace {
-
-// The interface takes numbers where other attributes take pointers.
-SQLPOINTER numero(int valor) { return reinterpret_cast<SQLPOINTER>(static_cast<SQLLEN>(valor)); }
-
-} // namespace
 
 LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas) {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente_)))
         throw base::Falha("O gestor de ODBC não arrancou.", startup::numeros_bd::falha_geral);
     try {
-        exige(SQLSetEnvAttr(ambiente_, SQL_ATTR_ODBC_VERSION, numero(SQL_OV_ODBC3), 0), SQL_HANDLE_ENV,
+        exige(SQLSetEnvAttr(ambiente_, SQL_ATTR_ODBC_VERSION, como_ponteiro(SQL_OV_ODBC3), 0), SQL_HANDLE_ENV,
               ambiente_);
         exige(SQLAllocHandle(SQL_HANDLE_DBC, ambiente_, &ligacao_), SQL_HANDLE_ENV, ambiente_);
-        exige(SQLSetConnectAttrW(ligacao_, SQL_ATTR_LOGIN_TIMEOUT, numero(esperas.ligacao), SQL_IS_UINTEGER),
+        exige(SQLSetConnectAttrW(ligacao_, SQL_ATTR_LOGIN_TIMEOUT, como_ponteiro(esperas.ligacao),
+                                 SQL_IS_UINTEGER),
               SQL_HANDLE_DBC, ligacao_);
         TextoLargo largo_texto = largo(texto);
         exige(SQLDriverConnectW(ligacao_, nullptr, largo_texto.data(), SQL_NTS, nullptr, 0, nullptr,

@@ -124,7 +124,7 @@ void Motor::exige_transaccao_viva() {
 // What a failure means for the connection and for the transaction on it.
 FalhaODBC Motor::toma_nota(const FalhaODBC& apanhada) {
     // A connection that was dead already fails in words of its own.
-    const FalhaODBC falha = ligacao_ != nullptr && !ligacao_->viva() ? ligacao_perdida(apanhada) : apanhada;
+    FalhaODBC falha = ligacao_ != nullptr && !ligacao_->viva() ? ligacao_perdida(apanhada) : apanhada;
     // After a time-out nobody knows when the server will be listening again.
     const bool perdida =
         falha.especie() == FalhaODBC::Especie::ligacao || falha.especie() == FalhaODBC::Especie::tempo;

@@ -94,7 +94,7 @@ void ModeloLista::le_linhas(std::size_t ate) {
 bool ModeloLista::le_mais() {
     if (completo()) return false;
     le_linhas(total_ + linhas_de_uma_vez);
-    const int antes = rowCount();
+    const int antes = static_cast<int>(visiveis_.size());
     if (total() > antes) {
         beginInsertRows({}, antes, total() - 1);
         visiveis_ = ordem_;

@@ -6,7 +6,7 @@
 namespace orvex::platform::registos {
 namespace {
 
-constexpr std::size_t tamanho_bloco = 256 * 1024;
+constexpr std::size_t tamanho_bloco = std::size_t{256} * 1024;
 
 enum Marca : char { nulo, inteiro_8, inteiro_32, inteiro_64, real, texto_curto, texto_longo };
 
@@ -14,7 +14,7 @@ template <typename Numero>
 void escreve(std::string& bloco, Marca marca, Numero numero) {
     char bytes[sizeof numero];
     std::memcpy(bytes, &numero, sizeof numero);
-    bloco += marca;
+    bloco += static_cast<char>(marca);
     bloco.append(bytes, sizeof bytes);
 }
 
@@ -28,7 +28,7 @@ Numero le(const char* bytes) {
 struct Escritor {
     std::string& bloco;
 
-    void operator()(std::monostate) const { bloco += nulo; }
+    void operator()(std::monostate) const { bloco += static_cast<char>(nulo); }
     void operator()(std::int64_t valor) const {
         if (valor == static_cast<std::int8_t>(valor)) {
             escreve(bloco, inteiro_8, static_cast<std::int8_t>(valor));
