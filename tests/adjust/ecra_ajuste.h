@@ -63,7 +63,6 @@ struct EcraAjuste : Bancada<adjust::MovStocks> {
             tudo += campo.Text + "|";
         return tudo + ecra.Label2(1).Caption + "|" + ecra.DTPicker1.Value.data();
     }
-    bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
     bool vazio() {
         return conteudo() == "|||||||15-03-2019" && no_campo(0) && !ecra.btAnular.Visible &&
                !BD.EmTransaccao();

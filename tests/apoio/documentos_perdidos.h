@@ -19,22 +19,18 @@ inline std::string documentos_perdidos(EmpresaTeste& empresa, const std::string&
             return caixas.find("\n\r'" + p[0] + "/" + p[1] + "/" + numero + "/" + p[3] + " '") !=
                    std::string::npos;
         };
-        if (!nomeado(p[2]) && !nomeado("0") &&
-            empresa
-                .linhas("select Artigo from xel_ORVEX_MOV" + onde + " and SerieDoc=" + p[1] +
-                        " and NumDoc=" + p[2])
-                .empty() &&
-            empresa
-                .linhas("select NumSerie from xel_ORVEX" + onde + " and Serie=" + p[1] +
-                        " and NNumDoc=" + p[2])
-                .empty() &&
-            // A transfer's rows carry no number: they stand for the document that moved their item.
-            empresa
-                .linhas("select NumSerie from xel_ORVEX INNER JOIN DocGcLin ON Artigo=NumSerie where "
-                        "xel_ORVEX.NNumDoc=0"
-                        " and TpDocum='" +
-                        p[0] + "' and DocGcLin.NNumDoc=" + p[2])
-                .empty())
+        const auto ha = [&](const std::string& linhas) {
+            return !empresa.linhas("select NumSerie from xel_ORVEX" + linhas).empty();
+        };
+        const bool na_guia = !empresa
+                                  .linhas("select Artigo from xel_ORVEX_MOV" + onde +
+                                          " and SerieDoc=" + p[1] + " and NumDoc=" + p[2])
+                                  .empty();
+        // A transfer's rows carry no number: they stand for the document that moved their item.
+        if (!nomeado(p[2]) && !nomeado("0") && !na_guia &&
+            !ha(onde + " and Serie=" + p[1] + " and NNumDoc=" + p[2]) &&
+            !ha(" INNER JOIN DocGcLin ON Artigo=NumSerie where xel_ORVEX.NNumDoc=0 and TpDocum='" + p[0] +
+                "' and DocGcLin.NNumDoc=" + p[2]))
             perdidos += chave + " ";
     }
     return perdidos;

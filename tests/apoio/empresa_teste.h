@@ -17,9 +17,7 @@
 #pragma once
 
 #include "common/ecra.h"
-#include "platform/erp/sessao_erp_embebida.h"
 #include "platform/sqlite/sessao_sqlite.h"
-#include "tests/apoio/gravador.h"
 #include "tests/apoio/janela_guiao.h"
 #include "tests/apoio/pasta_temporaria.h"
 #include "tests/apoio/sessao_de_teste.h"
@@ -65,8 +63,8 @@ struct Bancada {
     EmpresaTeste& empresa;
     base::DataHora agora = relogio;
     Diario diario;
-    SessaoBDGravada<SessaoDeTeste> BD{diario};
-    SessaoERPGravada<platform::erp::SessaoERPEmbebida> ERP{diario};
+    SessaoDeTeste BD{diario};
+    SessaoERPGravada ERP{diario};
     JanelaGuiao janela;
     TEcra ecra;
     Operador op{ecra};
@@ -90,6 +88,7 @@ struct Bancada {
         ecra.utilizador_abre();
     }
     std::string caixas() { return janela.retira_caixas(); }
+    bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
 };
 
 } // namespace orvex::testes

@@ -1,13 +1,13 @@
-// Sessions that record what the program asks of the database and of the ERP, to the letter and in order, and
-// that fail at any step asked for.
+// What records everything the program asks of the database and of the ERP, to the letter and in order, and
+// fails at any step asked for.
 //
 // A step is a statement, a row update, the begin or the commit of a transaction, the creation of an ERP
 // object, a member put, got or called, a submission, a cancellation. Of a step that fails nothing was done: a
 // refused commit leaves the transaction open.
 #pragma once
 
+#include "platform/erp/sessao_erp_embebida.h"
 #include "startup/sessao_bd.h"
-#include "startup/sessao_erp.h"
 
 #include <string>
 #include <utility>
@@ -106,41 +106,6 @@ class ConjuntoGravado : public startup::ConjuntoRegistos {
     std::string campos_ = "  altera";
 };
 
-template <typename TReal>
-class SessaoBDGravada : public TReal {
-  public:
-    explicit SessaoBDGravada(Diario& diario) : diario_(diario) {}
-
-    std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override {
-        diario_.passo("CONSULTA " + sql);
-        return std::make_unique<ConjuntoGravado>(TReal::Consulta(sql), diario_);
-    }
-    std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override {
-        diario_.passo("ABRE " + sql);
-        return std::make_unique<ConjuntoGravado>(TReal::AbreActualizavel(sql), diario_);
-    }
-    void Executa(const std::string& sql) override {
-        diario_.passo("EXECUTA " + sql);
-        TReal::Executa(sql);
-    }
-    void IniciaTransaccao() override {
-        diario_.passo("INICIA");
-        TReal::IniciaTransaccao();
-    }
-    void ConfirmaTransaccao() override {
-        diario_.passo("CONFIRMA");
-        TReal::ConfirmaTransaccao();
-    }
-    // A connection that breaks is rolled back by the server, and still reports a failure.
-    void AnulaTransaccao() override {
-        TReal::AnulaTransaccao();
-        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
-    }
-
-  private:
-    Diario& diario_;
-};
-
 class ObjectoGravado : public startup::ObjectoERP {
   public:
     ObjectoGravado(startup::ReferenciaERP real, std::string nome, Diario& diario)
@@ -192,19 +157,18 @@ class ObjectoGravado : public startup::ObjectoERP {
     bool recusado_ = false;
 };
 
-template <typename TReal>
-class SessaoERPGravada : public TReal {
+class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
   public:
     explicit SessaoERPGravada(Diario& diario) : diario_(diario) {}
 
     startup::ReferenciaERP CriaObjecto(const std::string& classe) override {
         diario_.passo("CRIA " + classe);
-        return std::make_shared<ObjectoGravado>(TReal::CriaObjecto(classe),
+        return std::make_shared<ObjectoGravado>(SessaoERPEmbebida::CriaObjecto(classe),
                                                 classe.ends_with("Comercial") ? "doc" : "lin", diario_);
     }
     void PreparaDocStock(bool sim) override {
         diario_.passo("PREPARA " + escrito(sim));
-        TReal::PreparaDocStock(sim);
+        SessaoERPEmbebida::PreparaDocStock(sim);
     }
     startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& p) override {
         if (recusa()) return {};
@@ -212,26 +176,27 @@ class SessaoERPGravada : public TReal {
             "STOCK " + escritos(p.tipo_terceiro, p.area, p.tipo_documento, p.sector, p.serie, p.destino,
                                 p.processo, p.texto_8, p.data, p.texto_10, p.armazem, p.inteiro_12,
                                 p.texto_13, p.artigos, p.textos_15, p.quantidades, p.precos, p.textos_18));
-        return TReal::CriaDocStock(p);
+        return SessaoERPEmbebida::CriaDocStock(p);
     }
     std::int16_t SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) override {
         if (recusa()) return -1;
         diario_.linhas.push_back("SUBMETE " + std::to_string(especie));
-        return TReal::SubmeteDocumento(especie, ObjectoGravado::gravado(documento).real());
+        return SessaoERPEmbebida::SubmeteDocumento(especie, ObjectoGravado::gravado(documento).real());
     }
     startup::ReferenciaERP DocumentoSubmetido() override {
         diario_.passo();
-        return std::make_shared<ObjectoGravado>(TReal::DocumentoSubmetido(), "submetido", diario_);
+        return std::make_shared<ObjectoGravado>(SessaoERPEmbebida::DocumentoSubmetido(), "submetido",
+                                                diario_);
     }
     startup::ResultadoERP AnulaDocumento(std::int16_t um, const startup::ChaveDocumento& chave) override {
         if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
         if (diario_.tambem(Diario::Depois::anulacao_recusada) || recusa()) return recusado;
         diario_.linhas.push_back("ANULA " + std::to_string(um) + " " + chave.texto());
-        return TReal::AnulaDocumento(um, chave);
+        return SessaoERPEmbebida::AnulaDocumento(um, chave);
     }
     startup::ResultadoERP ResultadoUltimo() override {
         diario_.passo();
-        return recusada_ ? recusado : TReal::ResultadoUltimo();
+        return recusada_ ? recusado : SessaoERPEmbebida::ResultadoUltimo();
     }
 
   private:

@@ -1,10 +1,11 @@
 // The session of a test's company: on the embedded engine itself or, where the environment says
 // ORVEX_TESTE_MOTOR=fio, through the ODBC driver and the wire to a server of its own over the same files.
 //
-// So one test is a test of both engines.
+// So one test is a test of both engines. What is asked of it is recorded.
 #pragma once
 
 #include "platform/odbc/sessao_odbc.h"
+#include "tests/apoio/gravador.h"
 #include "tests/fio/servidor_tds.h"
 
 #include <filesystem>
@@ -20,19 +21,37 @@ std::string ligacao(const ServidorTDS& servidor, const std::string& palavra_pass
 
 class SessaoDeTeste : public startup::SessaoBD {
   public:
+    SessaoDeTeste() = default;
+    explicit SessaoDeTeste(Diario& diario) : diario_(diario) {}
+
     // Takes the connection text of the company's files on either engine.
     bool Abre(const std::string& ligacao) override;
 
     std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override {
-        return real_->Consulta(sql);
+        diario_.passo("CONSULTA " + sql);
+        return std::make_unique<ConjuntoGravado>(real_->Consulta(sql), diario_);
     }
     std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override {
-        return real_->AbreActualizavel(sql);
+        diario_.passo("ABRE " + sql);
+        return std::make_unique<ConjuntoGravado>(real_->AbreActualizavel(sql), diario_);
     }
-    void Executa(const std::string& sql) override { real_->Executa(sql); }
-    void IniciaTransaccao() override { real_->IniciaTransaccao(); }
-    void ConfirmaTransaccao() override { real_->ConfirmaTransaccao(); }
-    void AnulaTransaccao() override { real_->AnulaTransaccao(); }
+    void Executa(const std::string& sql) override {
+        diario_.passo("EXECUTA " + sql);
+        real_->Executa(sql);
+    }
+    void IniciaTransaccao() override {
+        diario_.passo("INICIA");
+        real_->IniciaTransaccao();
+    }
+    void ConfirmaTransaccao() override {
+        diario_.passo("CONFIRMA");
+        real_->ConfirmaTransaccao();
+    }
+    // A connection that breaks is rolled back by the server, and still reports a failure.
+    void AnulaTransaccao() override {
+        real_->AnulaTransaccao();
+        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
+    }
     bool EmTransaccao() override { return real_ != nullptr && real_->EmTransaccao(); }
     void Fecha() override {
         if (real_ != nullptr) real_->Fecha();
@@ -42,6 +61,8 @@ class SessaoDeTeste : public startup::SessaoBD {
     const ServidorTDS& servidor() const { return *servidor_; }
 
   private:
+    Diario proprio_;
+    Diario& diario_ = proprio_;
     std::optional<ServidorTDS> servidor_;
     std::unique_ptr<startup::SessaoBD> real_;
 };

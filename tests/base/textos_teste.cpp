@@ -9,6 +9,8 @@
 using namespace orvex::base;
 using orvex::testes::tabela;
 using testing::ElementsAre;
+using testing::Property;
+using testing::Throws;
 
 TEST(DataHora, every_form_is_read_and_nothing_that_is_no_date) {
     for (const auto& caso :
@@ -54,18 +56,10 @@ TEST(Variante, converts_what_is_of_the_type_asked_for_and_fails_otherwise) {
     EXPECT_EQ(Variante("  12.50").moeda().texto(), "12.5");
     EXPECT_TRUE(Variante(-1).logico());
     EXPECT_EQ(Variante("15-03-2019").data().data_iso(), "2019-03-15");
-    using Pedido = std::pair<std::int32_t, void (*)()>;
-    for (const auto& [numero, pede] :
-         {Pedido{numeros_falha::valor_nulo, [] { (void)Variante().moeda(); }},
-          Pedido{numeros_falha::valor_nulo, [] { (void)Variante().data(); }},
-          Pedido{numeros_falha::tipo_diferente, [] { (void)Variante("1,5").real(); }},
-          Pedido{numeros_falha::tipo_diferente, [] { (void)Variante(DataHora{}).inteiro(); }},
-          Pedido{numeros_falha::tipo_diferente, [] { (void)Variante("1.5").inteiro(); }}}) {
-        try {
-            pede();
-            ADD_FAILURE() << "no failure";
-        } catch (const Falha& falha) {
-            EXPECT_EQ(falha.numero(), numero);
-        }
-    }
+    EXPECT_THAT([] { (void)Variante().moeda(); },
+                Throws<Falha>(Property(&Falha::numero, numeros_falha::valor_nulo)));
+    for (const auto& pede : std::initializer_list<void (*)()>{[] { (void)Variante("1,5").real(); },
+                                                              [] { (void)Variante(DataHora{}).inteiro(); },
+                                                              [] { (void)Variante("1.5").inteiro(); }})
+        EXPECT_THAT(pede, Throws<Falha>(Property(&Falha::numero, numeros_falha::tipo_diferente)));
 }

@@ -40,8 +40,6 @@ TEST_F(EcraBase, the_price_of_a_movement_is_the_average_cost_or_the_last_purchas
     EXPECT_DOUBLE_EQ(ecra.PrecoMovimento("D'A"), 50);
     EXPECT_DOUBLE_EQ(ecra.PrecoMovimento("SEM"), 12.5);
     EXPECT_DOUBLE_EQ(ecra.PrecoMovimento("?"), 0);
-    EXPECT_EQ(diario.linhas.front(),
-              "ABRE SELECT VLREXIST , STDISP , ULTPRCOM  From Artigos WHERE     (CODIGO = 'D''A')");
 }
 
 TEST_F(EcraBase, an_explicit_focus_beats_a_key_sent_before_it_and_a_disabled_control_is_passed_over) {

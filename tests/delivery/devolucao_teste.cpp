@@ -12,24 +12,14 @@ constexpr const char* ja_devolvida = "Esta GR já foi devolvida!";
 } // namespace
 
 TEST_F(Guias, what_came_back_can_go_out_again_but_does_not_come_back_twice) {
-    const auto origens = [this] {
-        return empresa.linhas("select Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where NumLinha=1 and "
-                              "(NumDoc=123 or NumDoc=9) order by TpDoc");
-    };
     emite({1, 3});
-    EXPECT_EQ(origens(), "0|0|0; 0|null|null");
-    cliente("CL'1");
     carrega("1");
     caixas();
     devolve({1});
     EXPECT_EQ(caixas(), std::string(pergunta) + "|Foi criado o documento Nº  1");
-    EXPECT_TRUE(vazio() && no_campo(0) && !BD.EmTransaccao());
-    EXPECT_EQ(origens(), "2.5|2.5|2.6; 0|null|null");
-    EXPECT_EQ(empresa.linhas("select TpDoc, Terceiro, VossoNo, NVias from DocGcCab order by TpDoc"),
-              "GR|CL'1||0; GV|CL'1|1|0");
-    EXPECT_EQ(empresa.linhas("select Existenc from artarm where Armazem='OR' order by Artigo"),
-              "10; 10; 7; 10; 10");
-
+    EXPECT_TRUE(vazio() && no_campo(0));
+    EXPECT_EQ(empresa.linhas("select Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where TpDoc='FR'"),
+              "0|null|null");
     const auto depois = empresa.livro();
     carrega("1");
     abre_devolucao();
@@ -40,33 +30,31 @@ TEST_F(Guias, what_came_back_can_go_out_again_but_does_not_come_back_twice) {
     anula();
     EXPECT_THAT(caixas(), testing::EndsWith(std::string("|") + ja_devolvida));
     EXPECT_TRUE(vazio() && !BD.EmTransaccao());
-    EXPECT_EQ(empresa.livro(), depois);
-
     emite({1});
     EXPECT_EQ(caixas(), "Foi criado o documento Nº  2");
-    EXPECT_EQ(origens(), "0|0|0; 0|null|null");
     carrega("2");
     anula();
+    EXPECT_EQ(caixas(), "Vai proceder à anulação.\n\rPretende continuar?");
     EXPECT_EQ(empresa.livro(), depois) << "a note with nothing returned is cancelled";
     carrega("1");
     devolve({2});
-    EXPECT_EQ(origens(), "2.5|2.5|2.6; 3|null|null");
     carrega("1");
     caixas();
     anula();
     EXPECT_THAT(caixas(), testing::EndsWith(std::string("|") + ja_devolvida + "|" + ja_devolvida));
-    EXPECT_EQ(empresa.linhas("select TpDoc, NNumDoc, NVias from DocGcCab order by TpDoc, NNumDoc"),
-              "GR|1|0; GR|2|-1; GV|1|0; GV|2|0");
 }
 
-TEST_F(Guias, the_texts_of_returning_a_line) {
+TEST_F(Guias, the_texts_of_returning_a_line_of_a_note_of_last_year) {
     emite({1, 3});
     cliente("CL'1");
-    carrega("1");
+    janela.escolhe_a_primeira_com("No. Doc.", "1");
+    op.prime(ecra.btFx(1)); // from the list
+    op.escreve(ecra.campo(1), "0001");
+    op.tecla(ecra.campo(1), common::tecla_esc); // back, with the number left as typed
     for (const int i : {2, 19, 22, 24, 25, 26, 27})
         ecra.campo(i).Text = "c" + std::to_string(i);
     abre_devolucao();
-    ecra.utilizador_data(ecra.DTPicker3, {2019, 4, 2, 8, 5, 0});
+    ecra.utilizador_data(ecra.DTPicker3, {2020, 1, 2, 8, 5, 0});
     diario.recomeca();
     marca(1);
     op.prime(ecra.btGV(1));
@@ -74,28 +62,28 @@ TEST_F(Guias, the_texts_of_returning_a_line) {
 CONSULTA Select * from xel_ORVEX_MOV where  Cliente = 'CL''1' and TpDoc='GV' and Artigo='BOB''1' 
 INICIA
 CRIA SageApiNextPlus.DocumentoComercial
-Cab Ano=2019 Data='02-04-2019' AreaGestao=4 Sector='SD' Serie=1 TipoDocumento='GV' TipoTerceiro=2 Terceiro='CL'1' TipoPreco=0
+Cab Ano=2020 Data='02-01-2020' AreaGestao=4 Sector='SD' Serie=1 TipoDocumento='GV' TipoTerceiro=2 Terceiro='CL'1' TipoPreco=0
 doc Origem=3
 doc.Validar()
-Cab NumeroContribuinte='c19' Processo='' VossoNoDocumento='1' Vendedor='c2' MeiodeTransporte='c24' Matricula='c25' LocalCarga='c27' LocalDescarga='c26' DataCarga='02-04-2019' DataDescarga='02-04-2019' IvaIncluido=False
+Cab NumeroContribuinte='c19' Processo='' VossoNoDocumento='0001' Vendedor='c2' MeiodeTransporte='c24' Matricula='c25' LocalCarga='c27' LocalDescarga='c26' DataCarga='02-01-2020' DataDescarga='02-01-2020' IvaIncluido=False
 CRIA SageApiNextPlus.DocumentosGcLin
 lin TipoDeLinha=1 Artigo='BOB'1' Armazem='OR'
 doc.SugereValoresLin(lin, True, True, True, True, True, False, True)
-lin descricao='Bobina d'aço' Quantidade=2.5 QuantidadeOrigem=2.5 DataMvStock='02-04-2019' PrecoUnitario=0 Sector='SD' Desconto=0 TaxaDesconto=0
+lin descricao='Bobina d'aço' Quantidade=2.5 QuantidadeOrigem=2.5 DataMvStock='02-01-2020' PrecoUnitario=0 Sector='SD' Desconto=0 TaxaDesconto=0
 doc.AdicionaLinha(lin)
 SUBMETE 3
-submetido.Finalizar(0, 0, 'GV', 2019)
+submetido.Finalizar(0, 0, 'GV', 2020)
 CONSULTA Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='GR' and NumDoc= 1 and SerieDoc=1 
 ABRE Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='FA'     and NumDoc=123 and SerieDoc=1 and NumLinha=1
   altera Qtd=2.5 PesoLiquido=2.5 PesoBruto=2.6
 CONSULTA Select * from xel_ORVEX_MOV where TpDoc='GV' and Origem='2019/GR/1/1/3/00000'
-CONSULTA Select * from DocGcLin where ano=2019 and tpDocum='GV' and Serie=1 and NnumDoc=1
+CONSULTA Select * from DocGcLin where ano=2020 and tpDocum='GV' and Serie=1 and NnumDoc=1
 ABRE Select * from xel_ORVEX_MOV where Ano=-1
-  acrescenta Ano=2019 TpDoc='GV' NumDoc=1 SerieDoc=1 NumLinha=1 Data=2019-04-02 08:05:00 Artigo='BOB'1' Cliente='CL'1' Descritivo='Bobina d'aço' QtdOrig=2.5 Qtd=2.5 Origem='2019/GR/1/1/3/00000' PesoLiquido=2.5 PesoBruto=2.6
+  acrescenta Ano=2020 TpDoc='GV' NumDoc=1 SerieDoc=1 NumLinha=1 Data=2020-01-02 08:05:00 Artigo='BOB'1' Cliente='CL'1' Descritivo='Bobina d'aço' QtdOrig=2.5 Qtd=2.5 Origem='2019/GR/1/1/3/00000' PesoLiquido=2.5 PesoBruto=2.6
 ABRE Select * from xel_ORVEX where Ano=-1
-  acrescenta NumSerie='BOB'1' Cliente='ORVEX' Data=2019-04-02 08:05:00 Quantidade=2.5 Obs='José O'Neill, Lda' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2019 TpDoc='GV' NNumDoc=1 Serie=1 NumLin=1
+  acrescenta NumSerie='BOB'1' Cliente='ORVEX' Data=2020-01-02 08:05:00 Quantidade=2.5 Obs='José O'Neill, Lda' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2020 TpDoc='GV' NNumDoc=1 Serie=1 NumLin=1
 ABRE Select * from U_DocGcLin1 where ano=-1
-  acrescenta TpDocUM='GV' NNumDoc=1 NumLinha=1 Serie=1 Ano=2019 PesoBruto=2.6
+  acrescenta TpDocUM='GV' NNumDoc=1 NumLinha=1 Serie=1 Ano=2020 PesoBruto=2.6
 CONFIRMA
 )");
 }
@@ -142,7 +130,6 @@ TEST_F(Guias, the_panel_holds_the_screen_until_it_is_left_and_leaves_the_note_as
     const auto cancela = [&] {
         janela.respostas = {common::resposta_cancelar};
         op.prime(ecra.btGV(1));
-        EXPECT_EQ(janela.caixas.back().texto, pergunta);
     };
     const std::function<void()> saidas[] = {[&] { esc(ecra.Final); },        [&] { esc(ecra.DTPicker3); },
                                             [&] { esc(ecra.btGV(1)); },      [&] { esc(ecra.btGV(2)); },
@@ -168,17 +155,13 @@ TEST_F(Guias, the_panel_holds_the_screen_until_it_is_left_and_leaves_the_note_as
 }
 
 TEST_F(Guias, grids_grow_beyond_30_rows_the_panel_offers_all_articles_and_only_what_is_ticked_comes_back) {
-    cliente("CL'1");
     for (int numero = 201; numero <= 228; ++numero)
         empresa.insere_linha_aberta(numero, "BOB2", "0.1");
-    cliente("CL'1");
-    EXPECT_FALSE(ecra.Detalhe.texto(30, "Artigo").empty());
-    emite({1, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14});
+    emite({1, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 31});
     carrega("1");
-    EXPECT_FALSE(ecra.Gr.texto(35, "Artigo").empty());
     abre_devolucao();
     EXPECT_EQ(linhas(ecra.Final, {"Artigo"}), "BOB'1; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; "
-                                              "BOB2; BOB2");
+                                              "BOB2; BOB3");
     caixas();
     op.prime(ecra.btGV(1)); // with nothing ticked
     EXPECT_EQ(caixas(), std::string(pergunta) +
@@ -190,30 +173,5 @@ TEST_F(Guias, grids_grow_beyond_30_rows_the_panel_offers_all_articles_and_only_w
     EXPECT_TRUE(op.edita(ecra.Final, 2, "Transf", "0"));
     op.prime(ecra.btGV(1));
     EXPECT_EQ(empresa.linhas("select NumLinha, Qtd, Origem from xel_ORVEX_MOV where TpDoc='GV'"),
-              "1|0.1|2019/GR/1/1/36/00000");
-}
-
-TEST(Devolucoes, a_return_of_another_year_belongs_to_the_notes_own_year_and_to_the_holder_of_its_warehouse) {
-    for (const auto& [armazem, detentor] : {std::pair{0, "ORVEX"}, {1, "CL'1"}}) {
-        EcraGuias guias;
-        guias.ecra.utilizador_escolhe(guias.ecra.cb1(0), armazem);
-        guias.emite({1});
-        guias.janela.escolhe_a_primeira_com("No. Doc.", "1");
-        guias.op.prime(guias.ecra.btFx(1)); // from the list
-        guias.op.escreve(guias.ecra.campo(1), "0001");
-        guias.op.tecla(guias.ecra.campo(1), common::tecla_esc); // back, with the number left as typed
-        guias.abre_devolucao();
-        EXPECT_TRUE(guias.marca(1));
-        guias.ecra.utilizador_data(guias.ecra.DTPicker3, {2020, 1, 2});
-        guias.op.prime(guias.ecra.btGV(1));
-        EXPECT_EQ(guias.empresa.linhas("select Ano, Cliente, Origem from xel_ORVEX_MOV where TpDoc='GV'"),
-                  "2020|CL'1|2019/GR/1/1/3/00000");
-        EXPECT_EQ(guias.empresa.linhas("select Ano, Cliente, CliFinal from xel_ORVEX where TpDoc='GV'"),
-                  std::string("2020|") + detentor + "|" + detentor);
-        guias.carrega("1");
-        guias.caixas();
-        guias.abre_devolucao();
-        EXPECT_FALSE(guias.marca(1));
-        EXPECT_EQ(guias.caixas(), ja_devolvido);
-    }
+              "1|3|2019/GR/1/1/36/00000");
 }

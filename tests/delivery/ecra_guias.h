@@ -66,7 +66,6 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
         return ecra.campo(0).Text.empty() && linhas(ecra.Gr, {"Nome"}).empty() && botoes() == "C--" &&
                !ecra.Frame3.Visible;
     }
-    bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
 };
 
 struct Guias : testing::Test, EcraGuias {};

@@ -78,11 +78,9 @@ void Canal::envia(std::string_view bytes, bool ultimo) {
     const std::size_t tamanho = bytes.size() + 8;
     Escrita pacote;
     pacote.u8(resposta).u8(ultimo ? 1 : 0).u8(tamanho >> 8).u8(tamanho).u32(0).junta(bytes);
-    for (std::string_view resto = pacote.bytes; !resto.empty();) {
-        const ssize_t parte = send(descritor_, resto.data(), resto.size(), MSG_NOSIGNAL);
-        if (parte <= 0) throw LigacaoPerdida();
-        resto.remove_prefix(static_cast<std::size_t>(parte));
-    }
+    if (send(descritor_, pacote.bytes.data(), pacote.bytes.size(), MSG_NOSIGNAL) !=
+        static_cast<ssize_t>(pacote.bytes.size()))
+        throw LigacaoPerdida();
 }
 
 bool Canal::desistiu(int espera_ms) {

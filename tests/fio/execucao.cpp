@@ -23,12 +23,9 @@ SQLite::Database abre_empresa(const std::filesystem::path& pasta) {
 int numero_de(const std::string& texto) {
     for (const auto& [parte, numero] : {std::pair{"no such table", 208},
                                         {"no such column", 207},
-                                        {"already exists", 2714},
-                                        {"duplicate column", 2705},
                                         {"NOT NULL", 515},
                                         {"UNIQUE", 2627},
-                                        {"locked", 1222},
-                                        {"cannot commit", 3902}})
+                                        {"locked", 1222}})
         if (texto.find(parte) != std::string::npos) return numero;
     return 50000;
 }

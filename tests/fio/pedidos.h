@@ -4,11 +4,14 @@
 
 #include "platform/registos/tipo_coluna.h"
 #include "tests/fio/canal.h"
-#include "tests/fio/servidor_tds.h"
 
 #include <vector>
 
 namespace orvex::testes::tds {
+
+struct Entrada { // what a client logs in with
+    std::string utilizador, palavra_passe, programa, base;
+};
 
 Entrada le_entrada(std::string_view bytes);
 

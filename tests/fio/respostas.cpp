@@ -11,7 +11,8 @@ using base::Moeda;
 using platform::registos::TipoColuna;
 using Especie = TipoColuna::Especie;
 
-constexpr unsigned mais = 1, com_erro = 2, com_contagem = 0x10, interrompida = 0x20; // how a statement ended
+constexpr unsigned mais = 1, com_erro = 2, com_contagem = 0x10,
+                   com_interrupcao = 0x20; // how a statement ended
 constexpr std::size_t tamanho_fim = 13;
 
 bool e_moeda(const TipoColuna& tipo) { return tipo.casas == Moeda::casas; } // no decimal here has four
@@ -138,7 +139,6 @@ void Respostas::envia_cheios() {
     while (!perdida_ && escrita_.bytes.size() > Canal::cabe) {
         canal_.envia(std::string_view(escrita_.bytes).substr(0, Canal::cabe), false);
         escrita_.bytes.erase(0, Canal::cabe);
-        if (canal_.desistiu(0)) throw Interrompida();
     }
 }
 
@@ -151,10 +151,6 @@ void Respostas::envia() {
     escrita_.bytes.clear();
 }
 
-void Respostas::envia_interrompida() {
-    fim_de_instrucao_ = 0xFD;
-    fim(fim_de_instrucao_, interrompida); // after the rest of the row being sent: a packet may end inside it
-    envia();
-}
+void Respostas::interrompida() { fim(fim_de_instrucao_, com_interrupcao); }
 
 } // namespace orvex::testes::tds

@@ -11,9 +11,6 @@ namespace orvex::testes::tds {
 
 using platform::registos::Coluna;
 
-// The client asked for the request to stop while its rows were being sent.
-struct Interrompida {};
-
 class Respostas {
   public:
     explicit Respostas(Canal& canal) : canal_(canal) {}
@@ -30,9 +27,9 @@ class Respostas {
     void falhou(int numero, const std::string& texto);
     void inicia_chamada() { fim_de_instrucao_ = 0xFF; }
     void fim_chamada();
+    void interrompida(); // as the client asked
 
-    void envia(); // the rest of the answer
-    void envia_interrompida();
+    void envia();                       // the rest of the answer
     void esquece() { perdida_ = true; } // the answer is lost: what follows is not sent
 
   private:

@@ -86,24 +86,18 @@ void ServidorTDS::serve(Ligacao& ligacao) {
     case entrada:
         return entra(ligacao, le_entrada(mensagem.bytes));
     case atencao:
-        return ligacao.respostas.envia_interrompida();
+        ligacao.respostas.interrompida(); // all had been answered: the client had seen enough
+        break;
     default:
         if (!ligacao.execucao) throw LigacaoPerdida();
         const Pedido pedido = le_pedido(mensagem);
-        try {
-            ligacao.pedido(pedido, regista(pedido.registado()));
-            ligacao.respostas.envia();
-        } catch (const Interrompida&) {
-            ligacao.respostas.envia_interrompida();
-        }
+        ligacao.pedido(pedido, regista(pedido.registado()));
     }
+    ligacao.respostas.envia();
 }
 
 void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
-    {
-        const std::lock_guard guarda(tranca_);
-        entradas_.push_back(entrada);
-    }
+    if (entrada.programa != "ORVEX") throw LigacaoPerdida(); // what the server's own lists know it by
     Respostas& respostas = ligacao.respostas;
     if (entrada.utilizador != utilizador || entrada.palavra_passe != palavra_passe) {
         respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
@@ -126,7 +120,7 @@ void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
         execucao->executa(pedido);
         throw LigacaoPerdida();
     case Especie::demora:
-        if (canal.desistiu(avaria.milissegundos)) throw Interrompida();
+        if (canal.desistiu(avaria.milissegundos)) return respostas.interrompida();
         break;
     case Especie::surdez:
         canal.espera(avaria.milissegundos);

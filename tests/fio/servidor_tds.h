@@ -13,6 +13,10 @@
 
 namespace orvex::testes {
 
+namespace tds {
+struct Entrada;
+}
+
 struct Avaria {
     enum class Especie {
         nenhuma,
@@ -27,10 +31,6 @@ struct Avaria {
     int numero = 0;
     std::string texto{};
     int milissegundos = 0;
-};
-
-struct Entrada { // what a client logged in with
-    std::string utilizador, palavra_passe, programa, base;
 };
 
 class ServidorTDS {
@@ -53,7 +53,6 @@ class ServidorTDS {
 
     // The texts received since the server began, in order, with the values of their parameters after.
     std::vector<std::string> textos() const { return sob_tranca(textos_); }
-    std::vector<Entrada> entradas() const { return sob_tranca(entradas_); }
 
   private:
     struct Ligacao;
@@ -65,7 +64,7 @@ class ServidorTDS {
     }
     void aceita();
     void serve(Ligacao& ligacao);
-    void entra(Ligacao& ligacao, const Entrada& entrada);
+    void entra(Ligacao& ligacao, const tds::Entrada& entrada);
     Avaria regista(const std::string& texto);
 
     std::filesystem::path pasta_;
@@ -74,7 +73,6 @@ class ServidorTDS {
     mutable std::mutex tranca_; // guards what follows
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;
     std::vector<std::string> textos_;
-    std::vector<Entrada> entradas_;
     int pedidos_ = 0;
     int pedido_da_avaria_ = 0;
     Avaria avaria_;

@@ -16,11 +16,8 @@ TEST(Fio, rows_stop_when_the_client_has_seen_enough_of_them) {
     empresa.outra().IniciaTransaccao();
     insere(empresa.outra(), "xel_ORVEX", {"NumSerie", "Obs"}, std::vector(5000, linha));
     empresa.outra().ConfirmaTransaccao();
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->valor(0).texto(), "N");
-        EXPECT_EQ(BD.Consulta("select count(*) from xel_ORVEX")->valor(0).inteiro(), 5000);
-    }
-    EXPECT_EQ(servidor.entradas().at(0).programa, "ORVEX");
+    EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->valor(0).texto(), "N");
+    EXPECT_EQ(BD.Consulta("select count(*) from xel_ORVEX")->valor(0).inteiro(), 5000);
 }
 
 } // namespace

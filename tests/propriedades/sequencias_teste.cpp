@@ -369,10 +369,10 @@ struct Jogo {
 
 TEST(Sequencias, whatever_users_do_ledger_and_erp_hold_what_the_model_says) {
     const char* pedida = std::getenv("ORVEX_SEMENTE");
-    std::vector<std::uint32_t> sementes{20190315};
-    while (sementes.size() < 9)
+    std::vector<std::uint32_t> sementes{pedida != nullptr ? static_cast<std::uint32_t>(std::stoul(pedida))
+                                                          : 20190315};
+    while (pedida == nullptr && sementes.size() < 9)
         sementes.push_back(std::random_device()());
-    if (pedida != nullptr) sementes = {static_cast<std::uint32_t>(std::stoul(pedida))};
     std::map<Fluxo, int> feitos;
     for (const std::uint32_t semente : sementes) {
         std::cout << "ORVEX_SEMENTE=" << semente << std::endl;

@@ -50,11 +50,6 @@ void escreve(QWidget& janela, const char* texto) {
         QTest::keyClicks(&alvo(janela), letra);
 }
 
-std::string com_foco(const QWidget& janela) {
-    const QWidget* widget = janela.focusWidget();
-    return widget == nullptr ? "" : widget->objectName().toStdString();
-}
-
 QPoint celula(const QWidget& janela, const char* grelha, int linha, int coluna) {
     const auto& vista = widget<QTableView>(janela, grelha);
     return vista.visualRect(vista.model()->index(linha, coluna)).center();

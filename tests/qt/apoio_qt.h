@@ -14,8 +14,6 @@
 #include <string>
 #include <vector>
 
-class QMessageBox;
-
 namespace orvex::testes {
 
 // The widget of a control, by the control's name; the test fails when there is none of that kind.
@@ -26,10 +24,10 @@ Tipo& widget(const QWidget& janela, const char* nome) {
     return *encontrado;
 }
 
-void tecla(QWidget& janela, Qt::Key codigo,
-           Qt::KeyboardModifiers modificadores = {}); // where the keyboard is
+// Both where the keyboard is.
+void tecla(QWidget& janela, Qt::Key codigo, Qt::KeyboardModifiers modificadores = {});
 void escreve(QWidget& janela, const char* texto);
-std::string com_foco(const QWidget& janela); // name of the control that has the keyboard
+
 // The middle of a cell of a table, in its viewport.
 QPoint celula(const QWidget& janela, const char* grelha, int linha, int coluna);
 

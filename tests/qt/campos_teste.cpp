@@ -65,42 +65,29 @@ TEST(Campos, UmCliqueAceiteDepoisDeUmaPerguntaAindaCarregaNoBotao) {
     EXPECT_EQ(aberta.ecra.confirmacoes, 1);
 }
 
-TEST(Campos, SoOQueMudaOTextoContaComoEscrito) {
-    JanelaAberta aberta([](EcraEnsaio& ecra) { ecra.campo[0].Text = "abc"; });
-    for (const Qt::Key codigo :
-         {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_End, Qt::Key_Shift, Qt::Key_Control})
-        aberta.tecla(codigo);
-    EXPECT_FALSE(aberta.ecra.bDigitado);
-
-    QGuiApplication::clipboard()->setText("77");
-    aberta.tecla(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_TRUE(aberta.ecra.bDigitado);
-    EXPECT_EQ(aberta.ecra.campo[0].Text, "abc77");
-
-    aberta.ecra.bDigitado = false;
-    aberta.tecla(Qt::Key_Backspace);
-    EXPECT_TRUE(aberta.ecra.bDigitado);
-}
-
-TEST(Campos, OLimiteDeLetrasValeParaQuemEscreveENaoParaOPrograma) {
+TEST(Campos, SoOQueMudaOTextoContaComoEscritoEOLimiteDeLetrasNaoValeParaOPrograma) {
     JanelaAberta aberta([](EcraEnsaio& ecra) {
         for (common::Campo& campo : ecra.campo)
             campo.MaxLength = 3;
         ecra.campo[0].Text = "programa";
     });
-    auto& linha = aberta.em<QLineEdit>("campo(0)");
-    EXPECT_EQ(linha.text(), "programa");
-    aberta.tecla(Qt::Key_End);
+    for (const Qt::Key codigo :
+         {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_Shift, Qt::Key_Control, Qt::Key_End})
+        aberta.tecla(codigo);
+    EXPECT_FALSE(aberta.ecra.bDigitado);
     aberta.escreve("x");
-    EXPECT_EQ(linha.text(), "programa");
+    EXPECT_EQ(aberta.em<QLineEdit>("campo(0)").text(), "programa");
     aberta.tecla(Qt::Key_Backspace);
     EXPECT_EQ(aberta.ecra.campo[0].Text, "program");
+    EXPECT_TRUE(aberta.ecra.bDigitado);
 
     aberta.tecla(Qt::Key_Tab);
     aberta.escreve("12");
+    aberta.ecra.bDigitado = false;
     QGuiApplication::clipboard()->setText("3456");
     aberta.tecla(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(aberta.ecra.campo[1].Text, "123") << "what is pasted is cut to fit";
+    EXPECT_TRUE(aberta.ecra.bDigitado);
 }
 
 TEST(Campos, EscRecuaSemValidarEFechaNoCampoDeFecho) {
@@ -111,11 +98,10 @@ TEST(Campos, EscRecuaSemValidarEFechaNoCampoDeFecho) {
     aberta.tecla(Qt::Key_Escape);
     EXPECT_EQ(aberta.com_teclado(), "campo(0)");
     EXPECT_TRUE(aberta.ecra.validados.empty());
-    EXPECT_FALSE(fechada);
+    EXPECT_TRUE(aberta.qt.isVisible());
     aberta.tecla(Qt::Key_Escape);
-    QCoreApplication::processEvents();
+    QTRY_VERIFY(!aberta.qt.isVisible());
     EXPECT_TRUE(fechada);
-    EXPECT_FALSE(aberta.qt.isVisible());
 }
 
 TEST(Datas, GuardamAHoraEscondidaEAvancamComEnter) {
@@ -133,7 +119,7 @@ TEST(Datas, GuardamAHoraEscondidaEAvancamComEnter) {
     aberta.qt.close(); // keeps the widths of the grids, not of the calendar
 }
 
-TEST(Escolhas, ARodaDoRatoEmPassagemNaoMudaNada) {
+TEST(Escolhas, ARodaDoRatoEmPassagemNaoMudaNadaEAsSetasMudam) {
     JanelaAberta aberta;
     auto& combo = aberta.em<QComboBox>("combo");
     QWheelEvent roda(QPointF(5, 5), combo.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
@@ -145,10 +131,9 @@ TEST(Escolhas, ARodaDoRatoEmPassagemNaoMudaNada) {
     EXPECT_EQ(aberta.ecra.combo.ListIndex, 1);
 }
 
-TEST(Botoes, EnterCarregaESetasMudamDeControlo) {
+TEST(Botoes, EnterEEspacoCarregamESetasMudamDeControlo) {
     JanelaAberta aberta;
     aberta.tecla(Qt::Key_Backtab, Qt::ShiftModifier);
-    ASSERT_EQ(aberta.com_teclado(), "confirmar");
     aberta.tecla(Qt::Key_Return);
     aberta.tecla(Qt::Key_Space);
     EXPECT_EQ(aberta.ecra.confirmacoes, 2);

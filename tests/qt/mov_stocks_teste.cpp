@@ -13,9 +13,6 @@ struct JanelaDosAjustes : testing::Test, NaJanela<EcraAjuste, platform::qt::Jane
     JanelaDosAjustes() : NaJanela(1) {}
 };
 
-const std::vector<Qt::Key> ok{Qt::Key_Return};
-const std::vector<Qt::Key> para_ok{Qt::Key_Left, Qt::Key_Return}; // from Cancelar, the default
-
 TEST_F(JanelaDosAjustes, TemTodosOsControlosECabeInteiraNumEcraPequenoA200PorCento) {
     const QSize minimo = qt.minimumSizeHint();
     EXPECT_LE(minimo.width(), 504); // 1024 x 768, less the frame and the bar of the desktop

@@ -9,6 +9,9 @@
 
 namespace orvex::testes {
 
+inline const std::vector<Qt::Key> ok{Qt::Key_Return};
+inline const std::vector<Qt::Key> para_ok{Qt::Key_Left, Qt::Key_Return}; // from Cancelar, the default
+
 template <typename TBancada, typename TJanela>
 struct NaJanela : TBancada {
     template <typename... Argumentos>
@@ -51,7 +54,9 @@ struct NaJanela : TBancada {
     Tipo& em(const char* nome) {
         return widget<Tipo>(qt, nome);
     }
-    std::string com_teclado() const { return com_foco(qt); }
+    std::string com_teclado() const { // name of the control
+        return qt.focusWidget() == nullptr ? "" : qt.focusWidget()->objectName().toStdString();
+    }
     QRect lugar(const QWidget& w) { // in the window
         QCoreApplication::processEvents();
         return {w.mapTo(&qt, QPoint()), w.size()};

@@ -16,12 +16,12 @@ TEST(JanelaTrfBobines, AposUmaRecusaUmArtigoPassaParaOutroCliente) {
     Aberta aberta(2);
     const QRect antes = aberta.lugar(aberta.em<QWidget>("campo(4)"));
     aberta.escreve("CASA");
-    EXPECT_THAT(aberta.tecla(Qt::Key_Return, {}, {{Qt::Key_Return}}),
+    EXPECT_THAT(aberta.tecla(Qt::Key_Return, {}, {ok}),
                 testing::ElementsAre("Este Artigo/Num.Série pertence à ORVEX!"));
     EXPECT_EQ(aberta.com_teclado(), "campo(0)");
     aberta.escreve_e_entra("REEL'1"); // what was refused is selected, and replaced
     EXPECT_EQ(aberta.com_teclado(), "campo(2)");
-    aberta.escreve_e_entra("CL2");
+    aberta.tecla(Qt::Key_F4, {}, {{Qt::Key_Down, Qt::Key_Return}}); // the second client of the list
     EXPECT_EQ(aberta.em<QLabel>("Label2(4)").text(), "Ibérica SL");
     EXPECT_EQ(aberta.lugar(aberta.em<QWidget>("campo(4)")), antes);
     aberta.tecla(Qt::Key_C, Qt::AltModifier);

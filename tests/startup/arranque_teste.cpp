@@ -39,7 +39,7 @@ struct FabricaGravada : Fabrica {
     std::unique_ptr<SessaoERP> cria_sessao_erp() override { return std::make_unique<ERP>(*this); }
     std::unique_ptr<SessaoBD> cria_sessao_bd(const DefinicoesBD& d) override {
         diario.passo("bd " + d.servidor + "|" + d.utilizador);
-        return std::make_unique<SessaoBDGravada<platform::sqlite::SessaoSQLite>>(diario);
+        return std::make_unique<SessaoDeTeste>(diario);
     }
     std::shared_ptr<EcraArranque> cria_ecra(TipoEcra tipo, SessaoBD&, SessaoERP&, int modo) override {
         constexpr const char* nomes[] = {"MovStocks", "GuiasRemessa", "TrfBobines"};

@@ -53,7 +53,6 @@ struct EcraTrf : Bancada<transfer::TrfBobines> {
     void item(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
     void destino(const std::string& codigo) { op.preenche(ecra.campo(2), codigo); }
     void confirma() { op.prime(ecra.btConf); }
-    bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
     bool vazio() { return ecra.campo(0).Text.empty() && conteudo() == "||||||" && no_campo(0); }
     // What the fields and labels filled by the validations hold.
     std::string conteudo() {

@@ -1,7 +1,6 @@
 // What goes wrong between the program and the server: said clearly, and nothing half-written.
 #include "startup/construtor_ligacao.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
 
 #include <gmock/gmock.h>
 
@@ -33,11 +32,6 @@ class Servidor : public testing::Test {
   protected:
     Servidor() { EXPECT_TRUE(BD.Abre(ligacao(servidor))); }
 
-    static std::string causa(const startup::ConstrutorLigacao& construtor) {
-        SessaoODBC outra({.ligacao = 2});
-        EXPECT_FALSE(outra.Abre(construtor.constroi()));
-        return falha([&] { outra.Consulta("select NumSerie from  xel_ORVEX"); });
-    }
     void junta(const char* serie) {
         const auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
         conjunto->acrescenta();
@@ -55,20 +49,18 @@ class Servidor : public testing::Test {
 };
 
 TEST_F(Servidor, a_connection_that_is_refused_says_why_and_never_with_which_password) {
-    const auto certa = [&] {
-        auto pares = startup::ConstrutorLigacao::le(ligacao(servidor));
-        return startup::ConstrutorLigacao{.servidor = pares["Server"],
-                                          .base = pares["Database"],
-                                          .utilizador = pares["Uid"],
-                                          .palavra_passe = pares["Pwd"],
-                                          .encriptacao = pares["Encrypt"]};
-    }();
-    const auto com = [&](std::string startup::ConstrutorLigacao::*campo, const char* valor) {
-        auto outra = certa;
-        outra.*campo = valor;
-        return causa(outra);
-    };
     using C = startup::ConstrutorLigacao;
+    const auto com = [&](std::string C::*campo, const char* valor) {
+        C errada{.servidor = "127.0.0.1," + std::to_string(servidor.porta()),
+                 .base = servidor.base,
+                 .utilizador = servidor.utilizador,
+                 .palavra_passe = servidor.palavra_passe,
+                 .encriptacao = "nao"};
+        errada.*campo = valor;
+        SessaoODBC outra({.ligacao = 2});
+        EXPECT_FALSE(outra.Abre(errada.constroi()));
+        return falha([&] { outra.Consulta("select NumSerie from  xel_ORVEX"); });
+    };
     const struct {
         std::string causa;
         const char* parte;

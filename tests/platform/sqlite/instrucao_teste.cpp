@@ -22,26 +22,16 @@ class Instrucoes : public EmpresaVazia<platform::sqlite::SessaoSQLite> {
 };
 
 TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_statement) {
-    for (const char* sql : {"",
-                            "select",
-                            "select * from Clientes limit 1",
-                            "select * from Clientes where Nome='aberto",
-                            "select * from Clientes where",
-                            "select * from Clientes; delete Clientes",
-                            "select * from Clientes -- x",
-                            "select Nada from Clientes",
-                            "select \"Nada\" from Clientes",
-                            "select * from Clientes order by 1",
-                            "select * from Clientes where Nome like 'x%'",
-                            "select top x * from Clientes",
-                            "drop table Clientes",
-                            "delete Clientes",
-                            "pragma user_version",
-                            "select convert(nvarchar(10),Data,103) from DocGcCab",
-                            "select * from Clientes where CODIGO=?",
-                            "select * from Clientes where Nome='a' 'b'",
-                            "create table t([a] [xml] null)",
-                            "alter table xel_ORVEX add Novo text"})
+    for (const std::string fim :
+         {" limit 1", " where Nome='aberto", " where", "; delete Clientes", " -- x", " order by 1",
+          " where Nome like 'x%'", " where CODIGO=?", " where Nome='a' 'b'"})
+        EXPECT_EQ(numero_da_falha([&] { BD.Consulta("select * from Clientes" + fim); }),
+                  numeros::instrucao_errada)
+            << fim;
+    for (const char* sql : {"", "select", "select Nada from Clientes", "select \"Nada\" from Clientes",
+                            "select top x * from Clientes", "drop table Clientes", "delete Clientes",
+                            "pragma user_version", "select convert(nvarchar(10),Data,103) from DocGcCab",
+                            "create table t([a] [xml] null)", "alter table xel_ORVEX add Novo text"})
         EXPECT_EQ(numero_da_falha([&] { BD.Consulta(sql); }), numeros::instrucao_errada) << sql;
     EXPECT_EQ(linhas("Clientes"), 2) << "a query that is none is not run";
     EXPECT_EQ(numero_da_falha([&] { BD.Executa("Delete Nenhuma where a=1"); }), numeros::tabela_em_falta);

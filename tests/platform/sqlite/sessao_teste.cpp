@@ -23,7 +23,6 @@ class Sessao : public EmpresaVazia<SessaoSQLite> {
         }
         return {};
     }
-    static void apaga(SessaoSQLite& sessao) { sessao.Executa("Delete xel_ORVEX"); }
 };
 
 TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) {
@@ -33,7 +32,7 @@ TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) 
     const auto tenta = [&] {
         SessaoSQLite outra;
         EXPECT_FALSE(outra.Abre(ligacao(pasta)));
-        return texto_da_falha([&] { apaga(outra); });
+        return texto_da_falha([&] { outra.Executa("Delete xel_ORVEX"); });
     };
     std::filesystem::rename(pasta / "erp.db", pasta / "longe.db");
     EXPECT_THAT(tenta(), HasSubstr("erp.db"));
@@ -51,9 +50,10 @@ TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) 
 TEST_F(Sessao, a_lock_held_by_another_program_is_reported_as_such) {
     auto outra = outra_ligacao();
     outra.exec("BEGIN IMMEDIATE");
-    EXPECT_THAT(texto_da_falha([&] { apaga(BD); }), HasSubstr("a ser usada por outro programa"));
+    const auto apaga = [&] { BD.Executa("Delete xel_ORVEX"); };
+    EXPECT_THAT(texto_da_falha(apaga), HasSubstr("a ser usada por outro programa"));
     outra.exec("ROLLBACK");
-    EXPECT_EQ(texto_da_falha([&] { apaga(BD); }), "");
+    EXPECT_EQ(texto_da_falha(apaga), "");
 }
 
 TEST_F(Sessao, what_was_read_before_another_program_wrote_cannot_be_written_over) {
