@@ -53,10 +53,11 @@ int main(int argc, char** argv) {
     SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente);
     SQLSetEnvAttr(ambiente, SQL_ATTR_ODBC_VERSION, (SQLPOINTER)SQL_OV_ODBC3, 0);
     SQLAllocHandle(SQL_HANDLE_DBC, ambiente, &ligacao);
-    snprintf(texto, sizeof texto,
-             "DRIVER=FreeTDS;SERVER=127.0.0.1,%s;DATABASE=EMPRESA;UID=orvex;PWD=segredo;TDS_Version=7.4;"
-             "ClientCharset=UTF-8;Encryption=off;",
-             argv[1]);
+    snprintf(
+        texto, sizeof texto,
+        "DRIVER=FreeTDS;SERVER=127.0.0.1,%s;DATABASE=EMPRESA;UID=orvex;PWD=segredo;APP=ORVEX;TDS_Version=7.4;"
+        "ClientCharset=UTF-8;Encryption=off;",
+        argv[1]);
     exige(SQLDriverConnect(ligacao, NULL, (SQLCHAR*)texto, SQL_NTS, NULL, 0, NULL, SQL_DRIVER_NOPROMPT),
           "connect");
     SQLAllocHandle(SQL_HANDLE_STMT, ligacao, &comando);
