@@ -45,6 +45,25 @@ TEST(Caixa, TemBotoesPortuguesesEAsRespostasDoTeclado) {
     }
 }
 
+TEST(Caixa, MostraPorInteiroUmTextoComprido) {
+    for (const int palavras : {1, 8, 60}) {
+        Respostas respostas;
+        respostas.faz([&](QWidget& caixa) {
+            const auto& texto = widget<QLabel>(caixa, "qt_msgbox_label");
+            const QRect precisa = texto.fontMetrics().boundingRect(
+                QRect(0, 0, texto.contentsRect().width(), 10'000), Qt::TextWordWrap, texto.text());
+            EXPECT_LE(precisa.width(), texto.width()) << palavras;
+            EXPECT_LE(precisa.height(), texto.height()) << palavras;
+            EXPECT_TRUE(texto.wordWrap() || precisa.height() < 2 * texto.fontMetrics().lineSpacing());
+            QTest::keyClick(&caixa, Qt::Key_Return);
+        });
+        std::string texto;
+        for (int i = 0; i < palavras; ++i)
+            texto += "movimento ";
+        platform::qt::mostra_caixa(nullptr, texto, "", common::Icone::critico, common::Botoes::ok);
+    }
+}
+
 // The clients of the company, CL'1, CL2, CL3 and INA, and one more.
 struct Listas : testing::Test, JanelaAberta {
     Listas() { insere(empresa.outra(), "Clientes", {"CODIGO", "Nome"}, {{"9", "Irmãos São João & Açores"}}); }

@@ -3,13 +3,13 @@
 #include "platform/qt/textos.h"
 
 #include <QAbstractButton>
-#include <QLabel>
+#include <QGridLayout>
 #include <QMessageBox>
 
 namespace orvex::platform::qt {
 namespace {
 
-constexpr int largura_minima = 260; // of the text, in pixels at 100 %
+constexpr int largura_minima = 330; // in pixels at 100 %
 
 QMessageBox::Icon icone_qt(common::Icone icone) {
     switch (icone) {
@@ -57,6 +57,13 @@ void poe_botoes(QMessageBox& caixa, common::Botoes botoes) {
     }
 }
 
+// By a row of its own: a minimum given to the text would hide from the box how wide the text itself is.
+void alarga(QMessageBox& caixa) {
+    auto* grelha = qobject_cast<QGridLayout*>(caixa.layout());
+    if (grelha != nullptr)
+        grelha->addItem(new QSpacerItem(largura_minima, 0), grelha->rowCount(), 0, 1, grelha->columnCount());
+}
+
 } // namespace
 
 int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titulo, common::Icone icone,
@@ -71,7 +78,7 @@ int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titu
     for (QAbstractButton* botao : caixa.buttons())
         botao->setIcon({});
     // Wide enough for its title; nothing to minimise or to enlarge.
-    if (auto* rotulo = caixa.findChild<QLabel*>("qt_msgbox_label")) rotulo->setMinimumWidth(largura_minima);
+    alarga(caixa);
     caixa.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                          Qt::WindowCloseButtonHint);
     return resposta(caixa.exec());
