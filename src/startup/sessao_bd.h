@@ -62,8 +62,9 @@ class SessaoBD {
     virtual void Executa(const std::string& sql) = 0;
 
     virtual void IniciaTransaccao() = 0;
-    virtual void
-    ConfirmaTransaccao() = 0; // when it throws, the transaction is still open and must be rolled back
+    // When it throws, nothing was confirmed unless the text says that this is not known; a transaction that
+    // is still open (EmTransaccao) must be rolled back.
+    virtual void ConfirmaTransaccao() = 0;
     virtual void AnulaTransaccao() = 0;
     virtual bool EmTransaccao() = 0; // as the engine says, not as we remember
 
