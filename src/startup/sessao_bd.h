@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -49,6 +50,12 @@ class ConjuntoRegistos {
     virtual void actualiza() = 0;
 };
 
+// Nobody can tell whether the transaction was confirmed: what it wrote may be there, or may not.
+class ConfirmacaoDesconhecida : public base::Falha {
+  public:
+    using base::Falha::Falha;
+};
+
 class SessaoBD {
   public:
     virtual ~SessaoBD() = default;
@@ -61,12 +68,24 @@ class SessaoBD {
     virtual std::unique_ptr<ConjuntoRegistos> AbreActualizavel(const std::string& sql) = 0;
     virtual void Executa(const std::string& sql) = 0;
 
+    // Locks nothing yet.
     virtual void IniciaTransaccao() = 0;
-    // When it throws, nothing was confirmed unless the text says that this is not known; a transaction that
-    // is still open (EmTransaccao) must be rolled back.
+    // Inside a transaction: takes the ledger's lock, which one program at a time holds, until the transaction
+    // ends. Asked for before a rule reads what it guards: what is read from here on is what will be written
+    // over, what was read before may be old. The first write takes it too. Waits for whoever has it, and
+    // throws when that takes too long.
+    virtual void Tranca() = 0;
+    // When it throws, nothing was confirmed, unless it is ConfirmacaoDesconhecida; a transaction that is
+    // still open (EmTransaccao) must be rolled back.
     virtual void ConfirmaTransaccao() = 0;
     virtual void AnulaTransaccao() = 0;
     virtual bool EmTransaccao() = 0; // as the engine says, not as we remember
+
+    // Outside a transaction: runs the work while no other program of ours runs any here.
+    virtual void EmExclusivo(const std::function<void()>& trabalho) = 0;
+
+    // The longest text that a column takes, in UTF-16 units; 0 where nothing limits it, or it does not exist.
+    virtual std::size_t Comprimento(const std::string& tabela, const std::string& coluna) = 0;
 
     // The open connection, for a pick list to run its query on.
     virtual SessaoBD& Ligacao() { return *this; }

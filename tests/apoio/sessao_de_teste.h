@@ -43,6 +43,10 @@ class SessaoDeTeste : public startup::SessaoBD {
         diario_.passo("INICIA");
         real_->IniciaTransaccao();
     }
+    void Tranca() override {
+        diario_.passo("TRANCA");
+        real_->Tranca();
+    }
     void ConfirmaTransaccao() override {
         diario_.passo("CONFIRMA");
         real_->ConfirmaTransaccao();
@@ -53,6 +57,10 @@ class SessaoDeTeste : public startup::SessaoBD {
         if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
     }
     bool EmTransaccao() override { return real_ != nullptr && real_->EmTransaccao(); }
+    void EmExclusivo(const std::function<void()>& trabalho) override { real_->EmExclusivo(trabalho); }
+    std::size_t Comprimento(const std::string& tabela, const std::string& coluna) override {
+        return real_->Comprimento(tabela, coluna);
+    }
     void Fecha() override {
         if (real_ != nullptr) real_->Fecha();
     }

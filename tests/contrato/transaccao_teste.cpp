@@ -29,5 +29,20 @@ TEST_F(Transaccoes, a_refused_statement_leaves_the_transaction_as_it_was) {
     EXPECT_EQ(outra_ligacao().execAndGet("SELECT count(*) FROM xel_ORVEX_Mov").getInt(), 1);
 }
 
+// What is read before the lock is for the eye; it neither hides what others wrote nor stands in the way.
+TEST_F(Transaccoes, the_lock_shows_what_others_wrote_meanwhile) {
+    BD.IniciaTransaccao();
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 0);
+    outra_ligacao().exec(
+        "INSERT INTO xel_ORVEX_Mov (Ano,TpDoc,NumDoc,SerieDoc,NumLinha) VALUES (1,'A',1,1,7)");
+    BD.Tranca();
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
+    junta_movimento(1);
+    BD.ConfirmaTransaccao();
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 2);
+    EXPECT_EQ(BD.Comprimento("XEL_orvex_mov", "descritivo"), 80u);
+    EXPECT_EQ(BD.Comprimento("xel_ORVEX_Mov", "Qtd") + BD.Comprimento("Nenhuma", "Qtd"), 0u);
+}
+
 } // namespace
 } // namespace orvex::testes

@@ -59,7 +59,8 @@ void Execucao::executa(const Pedido& pedido) {
             chave_primaria(pedido);
         } else if (!procedimento.empty() && procedimento != "sp_executesql") {
             respostas_.falhou(2812, "Could not find stored procedure '" + procedimento + "'.");
-        } else if (pedido.texto.starts_with("BEGIN TRANSACTION;")) { // the one batch of several statements
+        } else if (pedido.texto.starts_with("BEGIN TRANSACTION;") ||
+                   pedido.texto.starts_with("DECLARE ")) { // the batches of several statements
             for (const std::string& uma : base::divide(pedido.texto, ';'))
                 instrucao(std::string(base::apara(uma)), {});
         } else {
@@ -93,11 +94,13 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
         if (em_transaccao()) transaccao("ROLLBACK", Respostas::anulacao);
         return;
     }
-    // The one lock the program asks for is the engine's own on the ledger; it lasts as long as the
-    // transaction.
-    if (sql.starts_with("EXEC @r = sp_getapplock "))
+    // The ledger's lock is the engine's own; it lasts as long as the transaction, which begins again for it:
+    // the real server's reads fix nothing that is seen later.
+    if (sql.starts_with("EXEC @r = sp_getapplock ") && em_transaccao()) {
+        motor_.exec("ROLLBACK; BEGIN");
         trancada_ =
             motor_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0") == SQLITE_BUSY ? -1 : 0;
+    }
     if (sql.starts_with("EXEC ") || sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
 
     if (const std::string directo = traduz_o_da_sessao(sql); directo != sql || !parametros.empty()) {

@@ -59,6 +59,7 @@ class Condicao {
 } // namespace
 
 void Motor::insere(const Colunas& colunas, const std::vector<Campo>& campos) {
+    tranca_para_escrever();
     corre(Repete::nao, [&] {
         return Instrucao(*ligacao_, esperas_)
             .executa(texto_insercao(colunas, campos), parametros_de(colunas, campos));
@@ -68,6 +69,7 @@ void Motor::insere(const Colunas& colunas, const std::vector<Campo>& campos) {
 }
 
 bool Motor::altera(const Colunas& colunas, const std::vector<Campo>& campos, const registos::Conjunto& lida) {
+    tranca_para_escrever();
     std::vector<Parametro> parametros = parametros_de(colunas, campos);
     const Condicao condicao(colunas, lida, parametros);
     const std::string sql = texto_alteracao(colunas, campos) + condicao.texto();

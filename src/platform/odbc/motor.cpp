@@ -57,7 +57,7 @@ void Motor::liga() {
 
 // --- Statements --------------------------------------------------------------------------------------------
 
-std::unique_ptr<startup::ConjuntoRegistos> Motor::consulta(const std::string& sql, Modo modo) {
+std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo modo) {
     if (!e_consulta(sql))
         throw Falha("A instrução não é uma consulta.", startup::numeros_bd::instrucao_errada);
     return corre(Repete::sim, [&] {
@@ -87,6 +87,7 @@ std::unique_ptr<startup::ConjuntoRegistos> Motor::consulta(const std::string& sq
 }
 
 void Motor::executa(const std::string& sql) {
+    tranca_para_escrever();
     corre(Repete::nao, [&] { return Instrucao(*ligacao_, esperas_).executa(sql); });
 }
 

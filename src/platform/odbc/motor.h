@@ -27,16 +27,18 @@ class Motor final : public registos::Motor {
     Motor(std::string texto_ligacao, const Esperas& esperas);
     ~Motor() override;
 
-    std::unique_ptr<startup::ConjuntoRegistos> consulta(const std::string& sql, Modo modo) override;
+    std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
     void executa(const std::string& sql) override;
 
-    // Begins a transaction that no other program of ours shares: who comes second waits here, so what is read
-    // afterwards is what will be written over. Readers and the ERP wait for nobody.
     void inicia() override;
+    // Takes a lock of the program's own, which ends with the transaction: it stops neither readers nor the
+    // ERP.
+    void tranca() override;
     // When the connection is lost on the way, finds out on a new one whether the rows are there.
     void confirma() override;
     void anula() override;
     bool em_transaccao() override;
+    void em_exclusivo(const std::function<void()>& trabalho) override;
 
     void insere(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos) override;
     bool altera(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos,
@@ -81,6 +83,10 @@ class Motor final : public registos::Motor {
     // What a failure means for the connection and for the transaction on it; gives the failure it then is.
     FalhaODBC toma_nota(const FalhaODBC& falha);
     void exige_transaccao_viva();
+    void tranca_para_escrever();
+    // Asks for a lock of the program's own, for a transaction or for the session, and throws when it does not
+    // come in time.
+    void pede_tranca(const char* recurso, const char* dono);
     // The number in the first column of the first row.
     std::int64_t pergunta(const std::string& sql);
     bool esta_na_base(const Testemunha& testemunha);
@@ -90,6 +96,7 @@ class Motor final : public registos::Motor {
     const Esperas esperas_;
     std::unique_ptr<LigacaoODBC> ligacao_; // none once it was lost
     Transaccao transaccao_ = Transaccao::nenhuma;
+    bool trancada_ = false; // the open transaction has the ledger's lock
     std::optional<Testemunha> testemunha_;
     std::map<std::string, std::vector<std::string>> chaves_; // columns of the key, by table
 };

@@ -8,8 +8,13 @@ using base::Falha;
 
 constexpr const char* em_uso = "Os dados estão a ser gravados por outro posto. Tente novamente.";
 constexpr const char* abertas_no_servidor = "SELECT @@TRANCOUNT AS n";
-constexpr const char* nao_se_sabe =
-    " Não se sabe se o que estava a ser gravado ficou na base de dados: verifique antes de repetir.";
+
+startup::ConfirmacaoDesconhecida nao_se_sabe(const Falha& falha) {
+    return startup::ConfirmacaoDesconhecida(
+        falha.what() + std::string(" Não se sabe se o que estava a ser gravado ficou na base de dados: "
+                                   "verifique antes de repetir."),
+        falha.numero());
+}
 
 } // namespace
 
@@ -23,24 +28,59 @@ std::string limite_de_bloqueio(int milissegundos) {
 
 void Motor::inicia() {
     transaccao_ = Transaccao::nenhuma;
+    trancada_ = false;
     testemunha_.reset();
-    // The lock is the program's own and ends with the transaction: it stops neither readers nor the ERP.
-    const std::string sql =
-        "BEGIN TRANSACTION; DECLARE @r int; EXEC @r = sp_getapplock @Resource=N'xel_ORVEX', "
-        "@LockMode=N'Exclusive', @LockOwner=N'Transaction', @LockTimeout=" +
-        std::to_string(esperas_.bloqueio * 1000) + "; SELECT @r AS r";
-    std::int64_t concedido = 0;
+    std::int64_t abertas = 0;
     try {
-        concedido = corre(Repete::sim, [&] { return pergunta(sql); });
+        abertas = corre(Repete::sim,
+                        [&] { return pergunta(std::string("BEGIN TRANSACTION; ") + abertas_no_servidor); });
     } catch (const Falha&) {
         anula();
         throw;
     }
-    if (concedido < 0) {
+    if (abertas != 1) {
         anula();
-        throw Falha(em_uso, startup::numeros_bd::falha_geral);
+        throw Falha("Havia já uma transacção aberta, que foi anulada. Tente novamente.",
+                    startup::numeros_bd::falha_geral);
     }
     transaccao_ = Transaccao::aberta;
+}
+
+void Motor::tranca() {
+    if (trancada_) return;
+    pede_tranca("xel_ORVEX", "Transaction");
+    trancada_ = true;
+}
+
+void Motor::tranca_para_escrever() {
+    if (transaccao_ == Transaccao::aberta && !trancada_) tranca();
+}
+
+void Motor::pede_tranca(const char* recurso, const char* dono) {
+    const std::string sql = std::string("DECLARE @r int; EXEC @r = sp_getapplock @Resource=N'") + recurso +
+                            "', @LockMode=N'Exclusive', @LockOwner=N'" + dono +
+                            "', @LockTimeout=" + std::to_string(esperas_.bloqueio * 1000) +
+                            "; SELECT @r AS r";
+    if (corre(Repete::sim, [&] { return pergunta(sql); }) < 0)
+        throw Falha(em_uso, startup::numeros_bd::falha_geral);
+}
+
+void Motor::em_exclusivo(const std::function<void()>& trabalho) {
+    constexpr const char* recurso = "xel_ORVEX_tabelas";
+    const auto larga = [&] {
+        executa(std::string("EXEC sp_releaseapplock @Resource=N'") + recurso + "', @LockOwner=N'Session'");
+    };
+    pede_tranca(recurso, "Session");
+    try {
+        trabalho();
+    } catch (...) {
+        try {
+            larga();
+        } catch (const Falha&) { // lost with its connection
+        }
+        throw;
+    }
+    larga();
 }
 
 void Motor::confirma() {
@@ -60,14 +100,14 @@ void Motor::confirma() {
         const FalhaODBC falha = toma_nota(apanhada);
         if (ligacao_ != nullptr) throw;
         transaccao_ = Transaccao::nenhuma;
-        if (!testemunha_) throw com(falha, nao_se_sabe);
+        if (!testemunha_) throw nao_se_sabe(falha);
         bool confirmada = false;
         try {
             liga();
             confirmada = esta_na_base(*testemunha_);
         } catch (const FalhaODBC&) {
             ligacao_.reset();
-            throw com(falha, nao_se_sabe);
+            throw nao_se_sabe(falha);
         }
         if (!confirmada) throw com(falha, nada_ficou);
     }

@@ -8,6 +8,7 @@
 #include "startup/sessao_bd.h"
 
 #include <exception>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,12 +53,14 @@ class Motor {
     enum class Modo { leitura, actualizavel };
 
     // As those of SessaoBD.
-    virtual std::unique_ptr<startup::ConjuntoRegistos> consulta(const std::string& sql, Modo modo) = 0;
+    virtual std::unique_ptr<Conjunto> consulta(const std::string& sql, Modo modo) = 0;
     virtual void executa(const std::string& sql) = 0;
     virtual void inicia() = 0;
+    virtual void tranca() = 0;
     virtual void confirma() = 0;
     virtual void anula() = 0;
     virtual bool em_transaccao() = 0;
+    virtual void em_exclusivo(const std::function<void()>& trabalho) = 0;
 
     virtual void insere(const Colunas& colunas, const std::vector<Campo>& campos) = 0;
     // False when no row has the key and the values of the one that was read.
@@ -92,6 +95,7 @@ class Conjunto final : public startup::ConjuntoRegistos {
     std::string_view nome_coluna(std::size_t coluna) const override {
         return colunas_->lista.at(coluna).nome;
     }
+    const TipoColuna& tipo(std::size_t coluna) const { return colunas_->lista.at(coluna).tipo; }
     base::Variante valor(std::size_t coluna) override;
     base::Variante valor(std::string_view nome) override { return valor(indice(nome)); }
 

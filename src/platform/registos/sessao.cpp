@@ -1,6 +1,7 @@
 #include "platform/registos/sessao.h"
 
 #include "base/falha.h"
+#include "base/texto.h"
 
 namespace orvex::platform::registos {
 
@@ -30,9 +31,33 @@ std::unique_ptr<ConjuntoRegistos> Sessao::AbreActualizavel(const std::string& sq
     return motor().consulta(sql, Motor::Modo::actualizavel);
 }
 
+void Sessao::EmExclusivo(const std::function<void()>& trabalho) {
+    if (motor_ == nullptr) return trabalho();
+    motor_->em_exclusivo(trabalho);
+}
+
+std::size_t Sessao::Comprimento(const std::string& tabela, const std::string& coluna) {
+    const auto [descrita, nova] = comprimentos_.try_emplace(base::maiusculas(tabela));
+    if (nova) {
+        try {
+            const auto vazio =
+                motor().consulta("Select * from " + tabela + " where 1=0", Motor::Modo::leitura);
+            for (std::size_t i = 0; i < vazio->colunas(); ++i)
+                descrita->second[base::maiusculas(vazio->nome_coluna(i))] = vazio->tipo(i).comprimento;
+        } catch (const base::Falha& falha) {
+            if (falha.numero() == startup::numeros_bd::tabela_em_falta) return 0;
+            comprimentos_.erase(descrita);
+            throw;
+        }
+    }
+    const auto encontrada = descrita->second.find(base::maiusculas(coluna));
+    return encontrada == descrita->second.end() ? 0 : encontrada->second;
+}
+
 void Sessao::Fecha() {
     motor_.reset();
     causa_.clear();
+    comprimentos_.clear();
 }
 
 } // namespace orvex::platform::registos

@@ -3,6 +3,7 @@
 
 #include "platform/registos/conjunto.h"
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -17,9 +18,14 @@ class Sessao : public startup::SessaoBD {
     void Executa(const std::string& sql) override { motor().executa(sql); }
 
     void IniciaTransaccao() override { motor().inicia(); }
+    void Tranca() override { motor().tranca(); }
     void ConfirmaTransaccao() override { motor().confirma(); }
     void AnulaTransaccao() override { motor().anula(); }
     bool EmTransaccao() override { return motor_ != nullptr && motor_->em_transaccao(); }
+
+    // A session that is not open runs it too: its statements then tell why.
+    void EmExclusivo(const std::function<void()>& trabalho) override;
+    std::size_t Comprimento(const std::string& tabela, const std::string& coluna) override;
 
     void Fecha() override;
 
@@ -31,6 +37,8 @@ class Sessao : public startup::SessaoBD {
   private:
     std::unique_ptr<Motor> motor_; // none until open
     std::string causa_;            // why it is not open
+    std::map<std::string, std::map<std::string, std::size_t>>
+        comprimentos_; // by table and column, upper case
 };
 
 } // namespace orvex::platform::registos

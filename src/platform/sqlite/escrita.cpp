@@ -28,6 +28,7 @@ int liga_campos(SQLite::Statement& instrucao, const Colunas& colunas,
 } // namespace
 
 void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) {
+    tranca_para_escrever();
     com_falhas([&] {
         const auto instrucao = escritas_.toma(texto_insercao(colunas, campos));
         liga_campos(*instrucao, colunas, campos);
@@ -37,6 +38,7 @@ void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& c
 
 bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
                    const registos::Conjunto& lida) {
+    tranca_para_escrever();
     return com_falhas([&] {
         const auto instrucao = escritas_.toma(texto_alteracao(colunas, campos) + condicao(colunas));
         int parametro = liga_campos(*instrucao, colunas, campos);

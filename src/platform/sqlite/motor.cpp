@@ -4,6 +4,7 @@
 #include "platform/sqlite/falhas.h"
 #include "platform/sqlite/lexico.h"
 
+#include <SQLiteCpp/Transaction.h>
 #include <sqlite3.h>
 
 namespace orvex::platform::sqlite {
@@ -70,11 +71,12 @@ class CursorPreparada final : public registos::Cursor {
 
 } // namespace
 
-Motor::Motor(const fs::path& pasta, int espera_ms) : base_(abre_livro(pasta, espera_ms)) {
-    const fs::path erp = ficheiro_existente(pasta, ficheiro_erp);
-    no_ficheiro(erp, [&] {
+Motor::Motor(const fs::path& pasta, int espera_ms)
+    : erp_(pasta / ficheiro_erp), espera_ms_(espera_ms), base_(abre_livro(pasta, espera_ms)) {
+    ficheiro_existente(pasta, ficheiro_erp);
+    no_ficheiro(erp_, [&] {
         SQLite::Statement anexa(base_, "ATTACH ? AS erp");
-        anexa.bind(1, texto_de(erp));
+        anexa.bind(1, texto_de(erp_));
         anexa.exec();
         base_.exec("SELECT 1 FROM erp.sqlite_schema LIMIT 1");
         base_.exec(std::string("PRAGMA erp.") + memoria_paginas);
@@ -135,7 +137,7 @@ std::shared_ptr<Preparada> Motor::primeiro_passo(const std::string& sql, Uso uso
     return preparada;
 }
 
-std::unique_ptr<startup::ConjuntoRegistos> Motor::consulta(const std::string& sql, Modo modo) {
+std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo modo) {
     liberta();
     return com_falhas([&] {
         auto preparada = primeiro_passo(sql, Uso::consulta);
@@ -154,6 +156,7 @@ std::unique_ptr<startup::ConjuntoRegistos> Motor::consulta(const std::string& sq
 
 void Motor::executa(const std::string& sql) {
     liberta();
+    tranca_para_escrever();
     com_falhas([&] {
         const auto preparada = primeiro_passo(sql, Uso::execucao);
         if (preparada != nullptr) preparada->instrucao.tryReset();
@@ -164,12 +167,35 @@ void Motor::executa(const std::string& sql) {
 
 void Motor::inicia() {
     transaccao("BEGIN");
+    trancada_ = false;
+}
+
+void Motor::tranca() {
+    if (!em_transaccao()) throw Falha("Não há transacção aberta.", startup::numeros_bd::falha_geral);
+    if (trancada_) return;
+    // Nothing was written yet. What was read has fixed what is seen of the file, and who came first may have
+    // written to it since: the transaction begins again, so that it sees the file as it is.
+    transaccao("ROLLBACK");
+    transaccao("BEGIN");
     // Writes nothing; a company without the table has nothing to guard.
     const int codigo = base_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0");
-    if (codigo == SQLITE_OK || codigo == SQLITE_ERROR) return;
-    const SQLite::Exception erro(base_.getHandle(), codigo);
-    base_.tryExec("ROLLBACK");
-    throw falha_de(erro);
+    if (codigo != SQLITE_OK && codigo != SQLITE_ERROR)
+        throw falha_de(SQLite::Exception(base_.getHandle(), codigo));
+    trancada_ = true;
+}
+
+void Motor::tranca_para_escrever() {
+    if (!trancada_ && em_transaccao()) tranca();
+}
+
+// The write lock of the ERP's file, over a connection of its own: the work writes the ledger's, and the ERP's
+// own writers hold it for no longer than one document takes.
+void Motor::em_exclusivo(const std::function<void()>& trabalho) {
+    com_falhas([&] {
+        auto erp = abre_base(erp_, SQLite::OPEN_READWRITE, espera_ms_);
+        const SQLite::Transaction so_nos(erp, SQLite::TransactionBehavior::IMMEDIATE);
+        trabalho();
+    });
 }
 
 void Motor::transaccao(const char* instrucao) {

@@ -18,14 +18,15 @@ class Motor final : public registos::Motor {
     Motor(const std::filesystem::path& pasta, int espera_ms);
     ~Motor() override;
 
-    std::unique_ptr<startup::ConjuntoRegistos> consulta(const std::string& sql, Modo modo) override;
+    std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
     void executa(const std::string& sql) override;
-    // Begins a transaction that holds the ledger's write lock from the start: who comes second waits for it
-    // here, and what is read afterwards is what will be written over. The ERP's file stays free for the ERP.
     void inicia() override;
+    // Takes the write lock of the ledger's file; the ERP's stays free for the ERP.
+    void tranca() override;
     void confirma() override { transaccao("COMMIT"); }
     void anula() override { transaccao("ROLLBACK"); }
     bool em_transaccao() override;
+    void em_exclusivo(const std::function<void()>& trabalho) override;
 
     void insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) override;
     bool altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
@@ -33,6 +34,7 @@ class Motor final : public registos::Motor {
 
   private:
     void transaccao(const char* instrucao);
+    void tranca_para_escrever();
 
     enum class Uso { consulta, execucao }; // a query is refused, not run, when it is something else
 
@@ -41,7 +43,10 @@ class Motor final : public registos::Motor {
     std::shared_ptr<Preparada> primeiro_passo(const std::string& sql, Uso uso);
     void muda_esquema(const Traducao& traducao);
 
+    const std::filesystem::path erp_; // the ERP's file
+    const int espera_ms_;
     SQLite::Database base_;
+    bool trancada_ = false;               // the open transaction has the ledger's lock
     InstrucoesGuardadas escritas_{base_}; // that write the rows of a set
     Forma forma_;
     std::unordered_map<std::string, std::shared_ptr<Preparada>> preparadas_; // by shape

@@ -216,8 +216,10 @@ TEST_F(Servidor, who_comes_second_waits_and_is_told_that_another_workstation_is_
     SessaoODBC outra({.bloqueio = 1});
     ASSERT_TRUE(outra.Abre(ligacao(servidor)));
     BD.IniciaTransaccao();
-    EXPECT_THAT(falha([&] { outra.IniciaTransaccao(); }), HasSubstr("por outro posto"));
-    EXPECT_FALSE(outra.EmTransaccao());
+    outra.IniciaTransaccao(); // beginning locks nothing
+    BD.Tranca();
+    EXPECT_THAT(falha([&] { outra.Executa("Delete xel_ORVEX"); }), HasSubstr("por outro posto"));
+    outra.AnulaTransaccao();
     junta("B1");
     EXPECT_EQ(outra.Consulta("select count(*) from xel_ORVEX")->valor(0).inteiro(), 0)
         << "readers do not wait";
