@@ -10,12 +10,12 @@ namespace orvex::adjust {
 
 using base::DataHora;
 using base::Moeda;
+using common::FalhaGuarda;
 using startup::ChaveDocumento;
 
 namespace {
 
 const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in tonnes
-constexpr std::int32_t erp_recusou = 5000;
 
 ChaveDocumento chave_do_registo(startup::ConjuntoRegistos& registo) {
     return {.Ano = static_cast<std::int16_t>(registo.valor("Ano").inteiro()),
@@ -51,21 +51,16 @@ bool MovStocks::entrada_aceite() {
 }
 
 void MovStocks::btConf_Click() {
-    std::optional<ChaveDocumento> anulado;
     try {
         if (!entrada_aceite()) return;
         if (campo(1).Text.empty()) campo(1).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
         if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
-        if (Pergunta(ajuste)) Confirma(ajuste, anulado);
+        if (Pergunta(ajuste)) Confirma(ajuste);
+    } catch (const startup::FalhaParametro&) {
+        throw; // read before anything begins: a matter of the file, which costs the user nothing
     } catch (const std::exception& falha) {
-        compensa(erro_a_mostrar(falha));
-        // A cancellation cannot be taken back: whoever reads this must know what is left to put right.
-        if (anulado)
-            Avisa("",
-                  "O documento " + anulado->texto() +
-                      " ficou anulado no ERP, mas pode continuar nos movimentos da ORVEX.",
-                  2);
+        compensa(falha);
         RecomecaEcra();
     }
 }
@@ -82,12 +77,10 @@ MovStocks::Ajuste MovStocks::ajuste_pedido() {
     }
     if (ajuste.Tipo == Especie::nenhuma) return ajuste;
     // Before anything is written: a short list must not leave an adjustment half replaced.
-    regista_falha([&] {
-        const startup::ListaParametros& chave = chave_documento(ajuste.Tipo);
-        ajuste.TpDoc = chave[0];
-        ajuste.Serie = chave.serie(1);
-        ajuste.Sector = chave[2];
-    });
+    const startup::ListaParametros& chave = chave_documento(ajuste.Tipo);
+    ajuste.TpDoc = chave[0];
+    ajuste.Serie = chave.serie(1);
+    ajuste.Sector = chave[2];
     return ajuste;
 }
 
@@ -120,17 +113,42 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
     return false;
 }
 
-void MovStocks::Confirma(const Ajuste& ajuste, std::optional<ChaveDocumento>& anulado) {
+void MovStocks::Confirma(const Ajuste& ajuste) {
     std::vector<ChaveDocumento> por_anular;
     BD.IniciaTransaccao();
-    if (!bCarregado) regista_falha([this] { ConfereArtigo(); });
-    const DataHora Data = bCarregado ? RemoveInf(por_anular, anulado) : DTPicker1.Value;
+    BD.Tranca();
+    if (bCarregado)
+        ConfereSubstituicao(ajuste);
+    else
+        ConfereArtigo();
+    const DataHora Data = bCarregado ? RemoveInf(por_anular) : DTPicker1.Value;
     const std::int32_t NumDoc = ValidaMovimento(ajuste, Data);
     ActualizaMov(ajuste, NumDoc, Data);
-    BD.ConfirmaTransaccao();
+    ConfirmaGravacao();
     Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), 2);
     avisa_por_anular(por_anular);
     RecomecaEcra();
+}
+
+// All that the ERP and the ledger can be known to refuse is refused before the document that is replaced is
+// cancelled: that could not be taken back.
+void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
+    if (ajuste.Qtd < Moeda()) throw FalhaGuarda("A quantidade não pode ser negativa.");
+    const auto cabe = [this](const std::string& texto, const char* tabela, const char* coluna,
+                             const char* nome) {
+        const std::size_t maximo = BD.Comprimento(tabela, coluna);
+        if (maximo != 0 && base::comprimento(texto) > maximo)
+            throw FalhaGuarda(std::string(nome) + " não pode ter mais de " + std::to_string(maximo) +
+                              " caracteres.");
+    };
+    cabe(campo(2).Text, "DocGcCab", "Processo", "O Processo");
+    cabe(campo(4).Text, "xel_ORVEX", "Obs", "O texto das Observações");
+    cabe(ajuste.TpDoc, "xel_ORVEX", "TpDoc", "O tipo de documento dos parâmetros");
+    if (ajuste.Tipo == Especie::sobra) return;
+    // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
+    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
+    if (ajuste.Qtd - cQtdCarregada > stock) throw FalhaGuarda(consumo_invalido);
 }
 
 std::optional<std::string> MovStocks::DetentorActual() {
@@ -147,7 +165,7 @@ void MovStocks::ConfereArtigo() {
     const auto existencia = Existencia(campo(0).Text, ArmazemActual);
     const bool igual = existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(1);
     if (!mesmo || !igual)
-        throw base::Falha("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
+        throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
 }
 
 std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Data) {
@@ -169,15 +187,12 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
                                          .precos = {0, PrecoMovimento(Artigo)},
                                          .textos_18 = {"", ""}};
     gERP.PreparaDocStock(true);
-    const ChaveDocumento criada = gERP.CriaDocStock(pedido);
-    DocsCriados.push_back(criada); // at once: should the outcome be out of reach, it must not be forgotten
-    const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
-    if (!resultado.sucesso) {
-        DocsCriados.pop_back();
-        UltimoErro = resultado.mensagem;
-        throw base::Falha(resultado.mensagem, erp_recusou);
+    try {
+        return CriaDocStock(pedido).NossoNoDocumento;
+    } catch (const base::Falha& falha) {
+        if (falha.numero() == erp_recusou) UltimoErro = falha.what();
+        throw;
     }
-    return criada.NossoNoDocumento;
 }
 
 void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const DataHora& Data) {
@@ -201,31 +216,24 @@ void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const Da
     });
 }
 
-DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular,
-                              std::optional<ChaveDocumento>& anulado) {
+DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular) {
     ChaveDocumento chave;
     DataHora Data;
     {
         const auto registo =
             BD.Consulta(" Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
         if (registo->fim())
-            regista_falha([] {
-                throw base::Falha("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
-            });
+            throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
         Detentor = registo->valor("Cliente").texto();
         Data = registo->valor("Data").data();
         chave = chave_do_registo(*registo);
     }
     // The new row would be the item's newest, and give it back to whoever held it then.
     if (DetentorActual() != Detentor)
-        regista_falha([] {
-            throw base::Falha(
-                "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
-        });
+        throw FalhaGuarda(
+            "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
     // Refused or not, the replacement goes on; a document left in force is named once it is done.
-    if (gERP.AnulaDocumento(1, chave).sucesso)
-        anulado = chave;
-    else
+    if (!AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); }).sucesso)
         por_anular.push_back(chave);
     BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
     return Data;
@@ -237,6 +245,7 @@ void MovStocks::btAnular_Click() {
     std::string texto_erro;
     try {
         ChaveDocumento chave;
+        std::string cliente;
         {
             const auto registo =
                 BD.Consulta("Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
@@ -245,19 +254,36 @@ void MovStocks::btAnular_Click() {
                 return;
             }
             chave = chave_do_registo(*registo);
+            cliente = registo->valor("Cliente").texto();
         }
+        const std::optional<std::string> detentor = DetentorActual();
+        if (!AceitaReposicao(cliente, detentor)) return RecomecaEcra();
         BD.IniciaTransaccao();
-        if (const auto resultado = gERP.AnulaDocumento(1, chave); !resultado.sucesso) {
+        BD.Tranca();
+        if (DetentorActual() != detentor)
+            throw FalhaGuarda("O Artigo mudou de detentor. Volte a escolher o documento da lista.");
+        const auto resultado = AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); });
+        if (!resultado.sucesso) {
             texto_erro = resultado.mensagem;
             throw base::Falha(texto_erro);
         }
         DocsCriados.push_back(chave);
         BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
-        BD.ConfirmaTransaccao();
+        ConfirmaGravacao();
     } catch (const std::exception& falha) {
-        compensa(texto_erro.empty() ? falha.what() : texto_erro);
+        compensa(falha, texto_erro.empty() ? falha.what() : texto_erro);
     }
     RecomecaEcra();
+}
+
+// The ERP puts the stock back where the document took it from, wherever the item is by now.
+bool MovStocks::AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor) {
+    if (detentor == cliente) return true;
+    return Avisa("",
+                 "O Artigo mudou de detentor depois deste movimento: é agora de " + detentor.value_or("") +
+                     ".\r\nA anulação repõe o stock no armazém " + ArmazemDe(cliente) +
+                     ".\r\nPretende continuar?",
+                 3) == common::resposta_ok;
 }
 
 } // namespace orvex::adjust

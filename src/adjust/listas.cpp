@@ -51,9 +51,18 @@ void MovStocks::EscolheAjuste() {
     nomeia_quantidade("Quantidade");
 }
 
+void MovStocks::ExigeColunas(startup::ConjuntoRegistos& registo) {
+    for (const char* coluna : {"Cliente", "Data", "Quantidade", "Ano", "TpDoc", "Serie", "NNumDoc"})
+        if (registo.valor(coluna).nulo())
+            throw common::FalhaGuarda("O movimento está sem " + std::string(coluna) +
+                                      " nos movimentos da ORVEX, e assim não pode ser substituído nem "
+                                      "anulado. Peça a correcção desse movimento.");
+}
+
 void MovStocks::LerMovimento() {
     const auto registo = BD.Consulta(" Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
     if (registo->fim()) return;
+    ExigeColunas(*registo);
     const std::string artigo = registo->valor("NumSerie").texto();
     const std::string armazem = ArmazemDe(registo->valor("Cliente").texto());
     const base::Moeda quantidade = registo->valor("Quantidade").moeda().absoluta();
@@ -67,7 +76,7 @@ void MovStocks::LerMovimento() {
                                        "and Serie =" + registo->valor("Serie").texto());
     if (!cabecalho->fim()) {
         processo = cabecalho->valor("Processo").texto();
-        data = cabecalho->valor("Data").data();
+        if (const auto do_erp = cabecalho->valor("Data"); !do_erp.nulo()) data = do_erp.data();
     }
     const auto existencia = Existencia(artigo, armazem);
 

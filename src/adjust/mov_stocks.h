@@ -64,6 +64,8 @@ class MovStocks : public common::Ecra {
     void EscolheAjuste();
     // Throws with the screen untouched, so that what cannot be read whole is not loaded at all.
     void LerMovimento();
+    // Throws, naming the column, when a row lacks what its document is known by.
+    static void ExigeColunas(startup::ConjuntoRegistos& registo);
 
     // What is validated as it is typed: validacao.cpp
 
@@ -84,17 +86,19 @@ class MovStocks : public common::Ecra {
     bool entrada_aceite();
     Ajuste ajuste_pedido();
     bool Pergunta(const Ajuste& ajuste);
-    // `anulado` receives the replaced document once the ERP has cancelled it.
-    void Confirma(const Ajuste& ajuste, std::optional<startup::ChaveDocumento>& anulado);
+    void Confirma(const Ajuste& ajuste);
+    // Guards, inside the transaction: each throws, with the reason.
+    void ConfereSubstituicao(const Ajuste& ajuste);
     void ConfereArtigo();
     std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
     // Gives the number of the document created.
     std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data);
     void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
     void btAnular_Click();
+    // Asks, where the item has gone from the adjustment's client to another holder since.
+    bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
     // Cancels the loaded adjustment's document, deletes its row and gives the row's date.
-    base::DataHora RemoveInf(std::vector<startup::ChaveDocumento>& por_anular,
-                             std::optional<startup::ChaveDocumento>& anulado);
+    base::DataHora RemoveInf(std::vector<startup::ChaveDocumento>& por_anular);
     void RecomecaEcra();
 
     // Members

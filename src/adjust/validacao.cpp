@@ -51,6 +51,7 @@ bool MovStocks::ValidaArtigo() {
                                        " and Artigos.Inactivo<>-1 ");
         if (ficha->fim()) return recusa_artigo("Artigo não existente!");
         Label2(1).Caption = ficha->valor("Nome").texto();
+        campo(0).Text = ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
     }
     const auto existencia = Existencia(campo(0).Text, ArmazemActual);
     if (!existencia) {

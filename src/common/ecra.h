@@ -24,6 +24,13 @@
 
 namespace orvex::common {
 
+// A guard of the program's own refuses: what the user decided on is no longer so, or cannot be carried out.
+// Its text says nothing of any later failure, so it is shown and never kept.
+class FalhaGuarda : public base::Falha {
+  public:
+    using base::Falha::Falha;
+};
+
 // What start-up hands a screen. The sessions are process-wide and outlive it.
 struct ServicosEcra {
     startup::SessaoBD& BD;
@@ -46,6 +53,7 @@ class Ecra : private Foco::Ouvinte {
     const std::vector<Controlo*>& controlos() const { return controlos_; }
     Controlo& controlo(std::string_view nome); // throws Falha for an unknown name
     Foco& foco() { return foco_; }
+    const std::string& estado() const { return estado_; } // for the status line
 
     virtual void Form_Load() = 0;
     virtual void Form_Terminate() {} // the window is gone and the program ends
@@ -124,6 +132,8 @@ class Ecra : private Foco::Ouvinte {
 
     startup::ReferenciaERP CriaObjectoERP(const std::string& classe) { return gERP.CriaObjecto(classe); }
 
+    // One confirmation, and what becomes of it when it fails: compensacao.cpp
+
     // Runs a procedure that writes: a failure leaves its text in UltimoErro and goes on to the caller.
     void regista_falha(const std::function<void()>& procedimento);
 
@@ -132,13 +142,35 @@ class Ecra : private Foco::Ouvinte {
     void regista_falha_numerada(const std::function<void()>& procedimento);
 
     // What the failure path shows: the text kept by the procedure that failed, or the failure's own.
-    std::string erro_a_mostrar(const std::exception& falha) const {
-        return UltimoErro.empty() ? falha.what() : UltimoErro;
-    }
+    std::string erro_a_mostrar(const std::exception& falha) const;
+
+    // An empty UltimoErro takes the failure's own text, unless that is one to be shown and not kept.
+    void completa_erro(const std::exception& falha);
+
+    // Has the ERP create a document. `cria` puts its key into DocsCriados as soon as it is known, and tells
+    // whether the ERP created it. Until then it may exist without a key: what was asked for, and what it was
+    // to hold, then names it.
+    bool CriaNoERP(const startup::ChaveDocumento& pedida, const std::string& conteudo,
+                   const std::function<bool()>& cria);
+
+    // Has the ERP create a stock document of one line, and gives its key. Throws erp_recusou with the ERP's
+    // own text when it refuses.
+    startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& pedido);
+    static constexpr std::int32_t erp_recusou = 5000;
+
+    // Has the ERP cancel a document whose rows this transaction takes out of the ledger, and gives what the
+    // ERP said. From then until the commit the ledger does not follow it, and a failure must name it.
+    startup::ResultadoERP AnulaNoERP(const startup::ChaveDocumento& chave,
+                                     const std::function<startup::ResultadoERP()>& anula);
+
+    // Commits; what ERP and ledger hold now agrees.
+    void ConfirmaGravacao();
 
     // The failure path of every confirmation: rolls back, shows the text, has the ERP cancel every document
-    // created by this confirmation, names those it refuses to cancel, and leaves DocsCriados empty.
-    void compensa(const std::string& texto_erro);
+    // created by this confirmation and names what is left for the user to put right. When nobody knows
+    // whether the commit happened, nothing is cancelled on a guess.
+    void compensa(const std::exception& falha) { compensa(falha, erro_a_mostrar(falha)); }
+    void compensa(const std::exception& falha, const std::string& texto_erro);
 
     // Names the documents that the user must cancel in the ERP, if any.
     void avisa_por_anular(const std::vector<startup::ChaveDocumento>& documentos);
@@ -149,11 +181,26 @@ class Ecra : private Foco::Ouvinte {
     startup::SessaoERP& gERP;
     const startup::Parametros& parametros() const { return servicos_.parametros; }
 
+    // What the status line says until the rules say otherwise; empty for nothing.
+    void define_estado(std::string texto) { estado_ = std::move(texto); }
+
     bool bDigitado = false; // the user typed since the last validation
     std::vector<startup::ChaveDocumento> DocsCriados;
     std::string UltimoErro;
 
   private:
+    // A cancellation asked of the ERP, and whether it is known to have been carried out.
+    struct Anulacao {
+        startup::ChaveDocumento chave;
+        bool certa = false;
+    };
+
+    void desfaz_transaccao();
+    void avisa_por_saber();
+    void avisa_pedido_sem_resposta();
+    void avisa_anulacoes();
+    void esquece_documentos();
+
     void corre(const std::function<void()>& manipulador);
     void resolve_foco();
     Janela& janela();
@@ -167,7 +214,10 @@ class Ecra : private Foco::Ouvinte {
     Janela* janela_ = nullptr;
     std::vector<Controlo*> controlos_;
     Foco foco_{*this};
-    bool em_curso_ = false; // an event is being handled; a second press of a button is ignored
+    std::string estado_;
+    std::string pedido_sem_resposta_; // the document being created, as long as its outcome is not known
+    std::vector<Anulacao> anulacoes_; // that the ledger has not confirmed
+    bool em_curso_ = false;           // an event is being handled; a second press of a button is ignored
     bool a_fechar_ = false;
 };
 

@@ -121,6 +121,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     btConf(1).Enabled = false;
     Act_Gr();
     Act_Detalhe();
+    define_estado({});
 
     bool bErro = false;
     const auto iAno = static_cast<std::int16_t>(DTPicker1.Value.ano);
@@ -176,12 +177,15 @@ void GuiasRemessa::MostraCabecalho() {
 }
 
 void GuiasRemessa::ValidaVendedor(int Index, bool& Cancel) {
-    const std::string& valor = campo(Index).Text;
+    const std::string valor = campo(Index).Text;
     if (base::apara(valor).empty()) return;
     const auto vendedor = BD.Consulta(" SELECT     VENDEDOR.CODIGO, VENDEDOR.NOME FROM VENDEDOR WHERE      "
                                       "Vendedor.Codigo=" +
                                       base::entre_plicas(valor) + " ");
-    if (!vendedor->fim()) return;
+    if (!vendedor->fim()) {
+        campo(Index).Text = vendedor->valor("CODIGO").texto(); // as the ERP writes it
+        return;
+    }
     Avisa("", "Vendedor inexistente/interdito!", 2);
     SetFocus(campo(Index));
     Cancel = true;

@@ -21,7 +21,7 @@ constexpr int confirmar = 1;
 
 void GuiasRemessa::btGV_Click(int Index) {
     if (Index == abrir) {
-        if (GuiaAindaNoEcra()) AbreDevolucao();
+        if (GuiaAindaNoEcra() && GuiaLidaPorInteiro()) AbreDevolucao();
         return;
     }
     if (Index == confirmar &&
@@ -97,6 +97,7 @@ void GuiasRemessa::GravaDevolucao() {
     try {
         ArmazemGuia = ArmazemEscolhido();
         BD.IniciaTransaccao();
+        BD.Tranca(); // before the ERP moves stock that others may be deciding on
         LibertaDocumento();
         CriaCabecalhoDevolucao();
         std::int32_t Erro = 0;
@@ -104,11 +105,11 @@ void GuiasRemessa::GravaDevolucao() {
         if (!CriaLinhasDevolucao(1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
         const std::int32_t numero = NumeroNoEcra();
         ActualizaMovGV(numero, NumGuia);
-        BD.ConfirmaTransaccao();
-        DocsCriados.clear();
+        ExigeLinhasRegistadas();
+        ConfirmaGravacao();
         Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
     } catch (const std::exception& falha) {
-        compensa(erro_a_mostrar(falha));
+        compensa(falha);
     }
     LibertaDocumento();
     DesInibe();
@@ -137,15 +138,16 @@ void GuiasRemessa::RecusaAnulada(std::int32_t NoGRemessa) {
     constexpr std::int64_t anulada = -1;
     const auto guia = BD.Consulta("Select NVias from DocGcCab" + DaGuia("Serie", "NNumDoc", NoGRemessa));
     if (!guia->fim() && guia->valor("NVias").inteiro() == anulada)
-        throw base::Falha("A guia " + std::to_string(NoGRemessa) + " foi anulada depois de carregada.");
+        throw common::FalhaGuarda("A guia " + std::to_string(NoGRemessa) +
+                                  " foi anulada depois de carregada.");
 }
 
 // Another program may have taken a line back since it was ticked here.
 void GuiasRemessa::RecusaDevolvidas() {
     for (int i = 0; i < Final.linhas(); ++i)
         if (Devolvida(i) && LinhaDevolvida(Final.texto(i, "NumLinha")))
-            throw base::Falha("O artigo " + Final.texto(i, "Artigo") + " da guia " + std::to_string(NumGuia) +
-                              " já foi devolvido.");
+            throw common::FalhaGuarda("O artigo " + Final.texto(i, "Artigo") + " da guia " +
+                                      std::to_string(NumGuia) + " já foi devolvido.");
 }
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {

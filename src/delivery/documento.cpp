@@ -107,12 +107,24 @@ void GuiasRemessa::SugereValores(const ReferenciaERP& lin) {
 void GuiasRemessa::ComecaLinhas() {
     OutrosDocsLinha.assign(1, {});
     PesosLinha.assign(1, {});
+    LinhasEnviadas.assign(1, {});
 }
 
-void GuiasRemessa::AcrescentaLinha(const ReferenciaERP& lin, const std::string& OutroDoc, Moeda peso) {
+void GuiasRemessa::AcrescentaLinha(const ReferenciaERP& lin, const std::string& OutroDoc, Moeda peso,
+                                   LinhaEnviada enviada) {
     DocActual->chama("AdicionaLinha", {lin});
     OutrosDocsLinha.push_back(OutroDoc);
     PesosLinha.push_back(peso);
+    LinhasEnviadas.push_back(std::move(enviada));
+}
+
+std::string GuiasRemessa::ConteudoEnviado() const {
+    std::string texto;
+    for (const LinhaEnviada& linha : LinhasEnviadas)
+        if (!linha.Artigo.empty())
+            texto +=
+                (texto.empty() ? "" : ", ") + linha.Artigo + " " + formato().texto(linha.Quantidade) + " t";
+    return texto;
 }
 
 void GuiasRemessa::PoeMovimento(startup::ObjectoERP& lin, const base::DataHora& data,
@@ -133,7 +145,7 @@ void GuiasRemessa::AdicionaLinhaTexto(const std::string& texto) {
     lin->poe("TaxaIVA", 0);
     PoeMovimento(*lin, DTPicker1.Value, GUIASREMESSA[2]);
     lin->poe("Armazem", "");
-    AcrescentaLinha(lin, "", Moeda());
+    AcrescentaLinha(lin, "", Moeda(), {});
 }
 
 void GuiasRemessa::AdicionaLinhaGuia(int linha) {
@@ -146,7 +158,8 @@ void GuiasRemessa::AdicionaLinhaGuia(int linha) {
     lin->poe("Unidade", Gr.texto(linha, "Unidade"));
     PoeMovimento(*lin, DTPicker1.Value, GUIASREMESSA[2]);
     const bool sem_origem = Gr.moeda(linha, "QtOrig") == Moeda();
-    AcrescentaLinha(lin, Gr.texto(linha, "OutroDoc"), sem_origem ? Moeda() : Gr.moeda(linha, "PesoBruto"));
+    AcrescentaLinha(lin, Gr.texto(linha, "OutroDoc"), sem_origem ? Moeda() : Gr.moeda(linha, "PesoBruto"),
+                    {Gr.texto(linha, "Artigo"), Gr.moeda(linha, "Quant")});
 }
 
 void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
@@ -157,7 +170,8 @@ void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
     lin->poe("Quantidade", Final.moeda(linha, "Qtd"));
     lin->poe("QuantidadeOrigem", Final.moeda(linha, "Qtd"));
     PoeMovimento(*lin, DTPicker3.Value, GUIADEVOLUCAO[2]);
-    AcrescentaLinha(lin, ChaveLinhaGuia(Final.texto(linha, "NumLinha")), Final.moeda(linha, "PesoBruto"));
+    AcrescentaLinha(lin, ChaveLinhaGuia(Final.texto(linha, "NumLinha")), Final.moeda(linha, "PesoBruto"),
+                    {Final.texto(linha, "Artigo"), Final.moeda(linha, "Qtd")});
 }
 
 bool GuiasRemessa::CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
@@ -210,26 +224,25 @@ bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, st
     const startup::ChaveDocumento pedida = ChaveDe(DocActual);
     if (TipoEnvio != submeter) return true;
 
-    bool finalizado = false;
-    if (gERP.SubmeteDocumento(especie_guia, DocActual) == 0) {
-        const ReferenciaERP doc = gERP.DocumentoSubmetido();
+    ReferenciaERP doc;
+    const bool criado = CriaNoERP(pedida, ConteudoEnviado(), [&] {
+        if (gERP.SubmeteDocumento(especie_guia, DocActual) != 0) return false;
+        doc = gERP.DocumentoSubmetido();
         const auto r =
             doc->chama("Finalizar", {pedida.NossoNoDocumento, 0, pedida.TipoDocumento, pedida.Ano});
-        if (r.valor.inteiro() == 0) {
-            // The document exists from here on: if its number cannot be read, it is named for manual
-            // cancellation without it.
-            DocsCriados.push_back(pedida);
-            DocsCriados.back() = ChaveDe(doc);
-            campo(1).Text = std::to_string(DocsCriados.back().NossoNoDocumento);
-            return true;
-        }
-        finalizado = true;
-        UltimoErro = doc->chama("UltimaMensagem", {}).valor.texto();
+        if (r.valor.inteiro() != 0) return false;
+        DocsCriados.push_back(ChaveDe(doc));
+        return true;
+    });
+    if (criado) {
+        campo(1).Text = std::to_string(DocsCriados.back().NossoNoDocumento);
+        return true;
     }
+    if (doc) UltimoErro = doc->chama("UltimaMensagem", {}).valor.texto();
     const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
     Erro = resultado.sucesso ? -1 : 0;
     Mensagem = resultado.mensagem;
-    if (!finalizado) UltimoErro = Mensagem;
+    if (!doc) UltimoErro = Mensagem;
     return false;
 }
 

@@ -29,7 +29,7 @@ void GuiasRemessa::btConf_Click(int Index) {
             return SetFocus(campo(19));
         }
         if (Index == anular) {
-            if (!GuiaAindaNoEcra()) return;
+            if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
             if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok) {
                 limparform();
                 return SetFocus(campo(0));
@@ -43,7 +43,7 @@ void GuiasRemessa::btConf_Click(int Index) {
             Anula();
         Recomeca();
     } catch (const std::exception& falha) {
-        compensa(erro_a_mostrar(falha));
+        compensa(falha);
         Recomeca();
     }
 }
@@ -101,7 +101,19 @@ bool GuiasRemessa::GuiaAindaNoEcra() {
     return false;
 }
 
+// What was not read would be given back as nothing.
+bool GuiasRemessa::GuiaLidaPorInteiro() {
+    if (FalhaLeitura.empty()) return true;
+    Avisa("",
+          "A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" + FalhaLeitura +
+              "\r\nVolte a carregar a guia.",
+          2);
+    SetFocus(campo(1));
+    return false;
+}
+
 void GuiasRemessa::Emite() {
+    BD.Tranca(); // before the ERP moves stock that others may be deciding on
     LibertaDocumento();
     CriaCabecalhoGuia();
     std::int32_t Erro = 0;
@@ -109,33 +121,28 @@ void GuiasRemessa::Emite() {
     if (!CriaLinhasGuia(1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
     const std::int32_t numero = NumeroNoEcra();
     ActualizaMov(numero);
-    BD.ConfirmaTransaccao();
-    DocsCriados.clear();
+    ExigeLinhasRegistadas();
+    ConfirmaGravacao();
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
 }
 
 void GuiasRemessa::Anula() {
     bool Boa = false;
     TestaDevolucao(Boa);
-    if (Boa) return BD.ConfirmaTransaccao();
+    if (Boa) return ConfirmaGravacao();
 
     const startup::ChaveDocumento chave = ChaveDe(DocActual);
     LibertaDocumento();
     ActualizaMovGR(NumeroNoEcra());
-    gERP.AnulaDocumento(1, chave);
-    const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
+    const startup::ResultadoERP resultado = AnulaNoERP(chave, [&] {
+        gERP.AnulaDocumento(1, chave);
+        return gERP.ResultadoUltimo();
+    });
     if (!resultado.sucesso) {
         UltimoErro = resultado.mensagem;
         throw base::Falha(resultado.mensagem);
     }
-    try {
-        BD.ConfirmaTransaccao();
-    } catch (const std::exception& falha) {
-        // A cancellation cannot be taken back: whoever reads this must know what is left to put right.
-        UltimoErro = std::string(falha.what()) + "\n\rA guia " + chave.texto() +
-                     " ficou anulada no ERP, mas pode continuar nos movimentos da ORVEX.";
-        throw;
-    }
+    ConfirmaGravacao();
 }
 
 } // namespace orvex::delivery

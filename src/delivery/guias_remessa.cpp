@@ -26,7 +26,6 @@ void GuiasRemessa::LeParametros() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
-    if (!FACTURAS.elementos.empty() && FACTURAS.elementos.back().empty()) FACTURAS.elementos.pop_back();
 
     // A screen that opened with a short list would fail later, in the middle of a note.
     std::string curtos;
@@ -65,7 +64,7 @@ void GuiasRemessa::limparform() {
     for (auto& [indice, campo_] : campo)
         campo_.Text.clear();
     UltimoErro.clear();
-    UltimaLinha = -1;
+    define_estado({});
     Act_Gr();
     Act_Detalhe();
     SSTab1.Tab = pagina_movimentos;
@@ -85,6 +84,7 @@ bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNu
 }
 
 bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
+    FalhaLeitura.clear();
     Gr.redesenha = false;
     try {
         const startup::ReferenciaERP Linhas = DocActual->obtem("Linhas").objecto;
@@ -108,8 +108,10 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
             Gr.define_valor(r, "PesoBruto", peso.nulo() ? Variante(Moeda()) : peso);
             Gr.garante_linha(r + 1);
         }
-    } catch (const std::exception&) {
-        // The lines written so far stay on the screen; the note itself was read.
+    } catch (const std::exception& falha) {
+        // The lines written so far stay on the screen, and say that they are not all.
+        FalhaLeitura = falha.what();
+        define_estado("A guia não foi lida por inteiro: " + FalhaLeitura);
     }
     Gr.redesenha = true;
     cb1(0).ListIndex = ARMAZEM[0] != ArmazemGuia ? 0 : 1;

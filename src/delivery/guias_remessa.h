@@ -50,6 +50,12 @@ class GuiasRemessa : public common::Ecra {
 
   private:
     enum class Sentido { saida, entrada }; // of the items, seen from the warehouse
+    // A line of the document being built, and whether the ERP showed it when the ledger was written.
+    struct LinhaEnviada {
+        std::string Artigo{};     // none for a text line
+        base::Moeda Quantidade{}; // tonnes
+        bool registada = false;
+    };
     static constexpr int pagina_movimentos = 0;
     static constexpr int pagina_diversos = 1;
     static constexpr std::int16_t mercado_nacional = 1; // of MercadoCliente: the tax number is verified
@@ -99,6 +105,7 @@ class GuiasRemessa : public common::Ecra {
     void CarregaFacturas(const std::string& Cliente);
     int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
     void ReparaPesos(const std::string& Cliente);
+    void ReparaPeso(startup::ConjuntoRegistos& lida);
     std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
     void cb1_Change(int anterior);
     void MostraLinhaActual();
@@ -129,6 +136,7 @@ class GuiasRemessa : public common::Ecra {
     void Emite();
     void Anula();
     bool GuiaAindaNoEcra();
+    bool GuiaLidaPorInteiro();
     void Recomeca(); // the empty screen, the cursor in its first field
 
     // The ERP document: documento.cpp
@@ -147,7 +155,9 @@ class GuiasRemessa : public common::Ecra {
     static void PoeMovimento(startup::ObjectoERP& lin, const base::DataHora& data, const std::string& sector);
     void SugereValores(const startup::ReferenciaERP& lin);
     void ComecaLinhas();
-    void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso);
+    void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso,
+                         LinhaEnviada enviada);
+    std::string ConteudoEnviado() const; // the articles and weights of the document being built
     static startup::ChaveDocumento ChaveDe(const startup::ReferenciaERP& documento);
     bool EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
 
@@ -158,6 +168,11 @@ class GuiasRemessa : public common::Ecra {
     // One movement row, one holder row and one gross-weight row per article line of the ERP document.
     void RegistaLinhasERP(const startup::ListaParametros& documento, std::int32_t NoDoc,
                           const base::DataHora& data, Sentido sentido);
+    // Throws when an article line that was sent is none of those recorded: its weight would have left the
+    // open line and be nowhere.
+    void ExigeLinhasRegistadas() const;
+    // Whether a text begins with the key of a ledger line: year, type, series, number and line.
+    static bool TemChave(const std::string& chave);
     // Adds to the ledger line with this key; a key without a line is passed over.
     void SomaAOrigem(const std::string& origem, base::Moeda quantidade, base::Moeda peso_liquido,
                      base::Moeda peso_bruto);
@@ -199,9 +214,11 @@ class GuiasRemessa : public common::Ecra {
     // Per line of the note being built, text lines included; position 0 is never used.
     std::vector<std::string> OutrosDocsLinha;
     std::vector<base::Moeda> PesosLinha; // gross weight, tonnes
+    std::vector<LinhaEnviada> LinhasEnviadas;
     std::string ArmazemGuia;
     std::int16_t UltimaLinha = -1; // matrix row of the last used row of Gr
     bool bDevolvido = false;       // outcome of the last TestaGR
+    std::string FalhaLeitura;      // why the loaded note's lines were not all read; empty when they were
 };
 
 } // namespace orvex::delivery

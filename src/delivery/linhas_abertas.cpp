@@ -47,18 +47,30 @@ void GuiasRemessa::ReparaPesos(const std::string& Cliente) {
         " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
         " and l.nnumdoc=m.numdoc and l.NUMLINHA =m.numlinha where Cliente =" +
         base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )");
-    for (; !linhas->fim(); linhas->move_seguinte()) {
-        if (linhas->valor("PB").nulo() || !linhas->valor("PesoBruto").nulo()) continue;
-        const auto linha =
-            BD.AbreActualizavel("select * from xel_Orvex_Mov where Ano=" + linhas->valor("Ano").texto() +
-                                " and TpDoc=" + base::entre_plicas(linhas->valor("TpDoc").texto()) +
-                                " and NumDoc= " + linhas->valor("NumDoc").texto() +
-                                " and SerieDoc=" + linhas->valor("SerieDoc").texto() +
-                                " and NumLInha=" + linhas->valor("NumLinha").texto() + " ");
-        if (linha->fim()) continue;
-        linha->define("PesoLiquido", linhas->valor("QtdOrig"));
-        linha->define("PesoBruto", linhas->valor("PB"));
-        linha->actualiza();
+    for (; !linhas->fim(); linhas->move_seguinte())
+        if (!linhas->valor("PB").nulo() && linhas->valor("PesoBruto").nulo()) ReparaPeso(*linhas);
+}
+
+void GuiasRemessa::ReparaPeso(startup::ConjuntoRegistos& lida) {
+    for (const char* coluna : {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha"})
+        if (lida.valor(coluna).nulo()) return; // without its key the line cannot be found again
+    const std::string sql = "select * from xel_Orvex_Mov where Ano=" + lida.valor("Ano").texto() +
+                            " and TpDoc=" + base::entre_plicas(lida.valor("TpDoc").texto()) +
+                            " and NumDoc= " + lida.valor("NumDoc").texto() +
+                            " and SerieDoc=" + lida.valor("SerieDoc").texto() +
+                            " and NumLInha=" + lida.valor("NumLinha").texto() + " ";
+    // Another workstation that lists the same client repairs the same lines.
+    constexpr int vezes = 3;
+    for (int vez = 1; vez <= vezes; ++vez) {
+        const auto linha = BD.AbreActualizavel(sql);
+        if (linha->fim() || !linha->valor("PesoBruto").nulo()) return;
+        linha->define("PesoLiquido", lida.valor("QtdOrig"));
+        linha->define("PesoBruto", lida.valor("PB"));
+        try {
+            return linha->actualiza();
+        } catch (const base::Falha& falha) {
+            if (falha.numero() != startup::numeros_bd::registo_alterado) throw;
+        }
     }
 }
 
@@ -130,6 +142,15 @@ void GuiasRemessa::Detalhe_DblClick() {
     const std::string Data = Detalhe.texto(r, "Data");
     const std::string Doc = ano_de(Data) + "/" + Detalhe.texto(r, "Doc");
     const std::string chave = ChaveLinhaAberta(r);
+    if (!TemChave(chave)) {
+        Avisa("",
+              "A linha do documento " + Detalhe.texto(r, "Doc") + " está sem " +
+                  (Data.empty() ? "data" : "ano, tipo, série, número ou linha") +
+                  " nos movimentos da ORVEX, e assim não pode ser escolhida.\r\nPeça a correcção desse "
+                  "movimento.",
+              2);
+        return;
+    }
 
     const Moeda Disponivel = Detalhe.moeda(r, "Quant");
     Moeda JaEscolhido;

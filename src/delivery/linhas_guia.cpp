@@ -16,6 +16,7 @@ constexpr int critica = 2; // kind of MostraMensagem
 } // namespace
 
 void GuiasRemessa::Act_Gr() {
+    UltimaLinha = -1;
     const auto escondida = [](const char* chave, const char* legenda, TipoColuna tipo, int comprimento) {
         return common::Coluna{
             chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};

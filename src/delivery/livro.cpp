@@ -17,6 +17,10 @@ void soma(startup::ConjuntoRegistos& registo, const char* coluna, Moeda quantida
     if (!valor.nulo()) registo.define(coluna, valor.moeda() + quantidade);
 }
 
+bool mesmo_artigo(const std::string& a, const std::string& b) {
+    return base::maiusculas(base::apara(a)) == base::maiusculas(base::apara(b));
+}
+
 Moeda moeda_ou_zero(const Variante& valor) { return valor.nulo() ? Moeda() : valor.moeda(); }
 
 } // namespace
@@ -24,6 +28,12 @@ Moeda moeda_ou_zero(const Variante& valor) { return valor.nulo() ? Moeda() : val
 std::string GuiasRemessa::ChaveLinhaGuia(const std::string& NumLinha) const {
     return std::to_string(DTPicker1.Value.ano) + "/" + GUIASREMESSA[0] + "/" + GUIASREMESSA[1] + "/" +
            std::to_string(NumGuia) + "/" + NumLinha + "/00000";
+}
+
+bool GuiasRemessa::TemChave(const std::string& chave) {
+    const std::vector<std::string> p = base::divide(chave, '/');
+    return p.size() >= 5 && base::le_inteiro(p[0]) && !p[1].empty() && base::le_inteiro(p[2]) &&
+           base::le_inteiro(p[3]) && base::le_inteiro(p[4]);
 }
 
 bool GuiasRemessa::LinhaDevolvida(const std::string& NumLinha) {
@@ -38,8 +48,8 @@ std::string GuiasRemessa::Detentor() const {
 
 void GuiasRemessa::SomaAOrigem(const std::string& origem, Moeda quantidade, Moeda peso_liquido,
                                Moeda peso_bruto) {
+    if (!TemChave(origem)) return; // no source line
     const std::vector<std::string> p = base::divide(origem, '/');
-    if (p.size() < 5) return; // no source line
     const auto linha = BD.AbreActualizavel(
         "Select * from xel_ORVEX_MOV where Ano=" + p[0] + " and TpDoc=" + base::entre_plicas(p[1]) +
         "     and NumDoc=" + p[3] + " and SerieDoc=" + p[2] + " and NumLinha=" + p[4]);
@@ -47,7 +57,7 @@ void GuiasRemessa::SomaAOrigem(const std::string& origem, Moeda quantidade, Moed
     // The open quantity may have been sent by somebody else since it was listed; sent twice, its weight would
     // be lost.
     if (quantidade < Moeda() && moeda_ou_zero(linha->valor("Qtd")) + quantidade < Moeda())
-        throw base::Falha("A linha " + origem + " já não tem em aberto a quantidade pedida.");
+        throw common::FalhaGuarda("A linha " + origem + " já não tem em aberto a quantidade pedida.");
     soma(*linha, "Qtd", quantidade);
     soma(*linha, "PesoLiquido", peso_liquido);
     soma(*linha, "PesoBruto", peso_bruto);
@@ -67,7 +77,8 @@ void GuiasRemessa::RegistaLinhasERP(const startup::ListaParametros& documento, s
         const Moeda Quant = moeda_ou_zero(L->valor("Quant"));
         const auto n = static_cast<std::size_t>(NumLinha.inteiro());
         if (n >= PesosLinha.size())
-            throw base::Falha("O ERP deu à guia a linha " + std::to_string(n) + ", que a guia não tem.");
+            throw common::FalhaGuarda("O ERP deu à guia a linha " + std::to_string(n) +
+                                      ", que a guia não tem.");
 
         const auto mov = BD.AbreActualizavel("Select * from xel_ORVEX_MOV where Ano=-1");
         mov->acrescenta();
@@ -113,7 +124,15 @@ void GuiasRemessa::RegistaLinhasERP(const startup::ListaParametros& documento, s
         extensao->define("Ano", Ano);
         extensao->define("PesoBruto", PesosLinha[n]);
         extensao->actualiza();
+        LinhasEnviadas[n].registada = mesmo_artigo(Artigo.texto(), LinhasEnviadas[n].Artigo);
     }
+}
+
+void GuiasRemessa::ExigeLinhasRegistadas() const {
+    for (const LinhaEnviada& linha : LinhasEnviadas)
+        if (!linha.Artigo.empty() && !linha.registada)
+            throw common::FalhaGuarda("O ERP não mostra o artigo " + linha.Artigo + " no documento " +
+                                      DocsCriados.back().texto() + " que acabou de criar.");
 }
 
 void GuiasRemessa::ActualizaMov(std::int32_t NoDoc) {
@@ -136,13 +155,14 @@ std::string GuiasRemessa::DaGuia(const char* coluna_serie, const char* coluna_nu
 
 void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
     regista_falha([&] {
+        BD.Tranca();
         const auto M = BD.Consulta("Select * from xel_ORVEX_MOV" + DaGuia("SerieDoc", "NumDoc", NoDoc));
         for (; !M->fim(); M->move_seguinte()) {
             SomaAOrigem(M->valor("Origem").texto(), moeda_ou_zero(M->valor("Qtd")),
                         moeda_ou_zero(M->valor("PesoLiquido")), moeda_ou_zero(M->valor("PesoBruto")));
             if (LinhaDevolvida(M->valor("NumLinha").texto()))
-                throw base::Falha("O artigo " + M->valor("Artigo").texto() + " da guia " +
-                                  std::to_string(NoDoc) + " já foi devolvido.");
+                throw common::FalhaGuarda("O artigo " + M->valor("Artigo").texto() + " da guia " +
+                                          std::to_string(NoDoc) + " já foi devolvido.");
         }
         BD.Executa("Delete xel_ORVEX_MOV" + DaGuia("SerieDoc", "NumDoc", NoDoc));
         BD.Executa("Delete xel_ORVEX" + DaGuia("Serie", "NNumDoc", NoDoc));

@@ -41,7 +41,11 @@ ListaParametros Parametros::lista(const std::string& chave) const {
 ListaParametros Parametros::lista_de_grupos(const std::string& chave) const {
     std::string valor = LerParametros(chave);
     std::replace(valor.begin(), valor.end(), ';', ',');
-    return {chave, base::divide(valor, ',')};
+    ListaParametros grupos{chave, base::divide(valor, ',')};
+    // What follows a separator at the end of whole groups is no group.
+    if (grupos.elementos.size() % tamanho_grupo == 1 && grupos.elementos.back().empty())
+        grupos.elementos.pop_back();
+    return grupos;
 }
 
 } // namespace orvex::startup

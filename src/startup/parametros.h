@@ -29,6 +29,8 @@ struct ListaParametros {
     std::int16_t serie(std::size_t indice) const; // throws FalhaParametro when it is no 16-bit number
 };
 
+inline constexpr std::size_t tamanho_grupo = 3;
+
 class Parametros {
   public:
     explicit Parametros(const std::filesystem::path& pasta) : ficheiro_(pasta / ficheiro_parametros) {}
@@ -38,7 +40,8 @@ class Parametros {
     std::string LerParametros(const std::string& Texto) const;
 
     ListaParametros lista(const std::string& chave) const;
-    // Of a value whose groups may also be separated by ";".
+    // Of groups of three (type, series, a third value that may be empty), which ";" may separate too. A
+    // separator after the last whole group begins no other.
     ListaParametros lista_de_grupos(const std::string& chave) const;
 
   private:

@@ -8,12 +8,12 @@
 namespace orvex::transfer {
 
 using base::Moeda;
+using common::FalhaGuarda;
 
 namespace {
 
 constexpr int para_orvex = 1;
 constexpr int para_cliente = 2;
-constexpr std::int32_t erp_recusou = 5000;
 constexpr std::size_t comprimento_observ = 35; // of the article's note
 
 } // namespace
@@ -30,6 +30,7 @@ void TrfBobines::btConf_Click() {
     ExigeParametros();
     try {
         BD.IniciaTransaccao();
+        BD.Tranca();
         VerificaAceite();
         const std::string& destino = Modo == para_orvex ? CLIENTEORVEX[0] : campo(2).Text;
         GravaMovimento(Modo == para_orvex ? Detentor : campo(1).Text, campo(5).Text, -Quantidade, QUEBRAS[0],
@@ -39,10 +40,10 @@ void TrfBobines::btConf_Click() {
             TransfereArmazem(Quantidade);
         else
             ActArtigo();
-        BD.ConfirmaTransaccao();
+        ConfirmaGravacao();
     } catch (const std::exception& falha) {
-        if (UltimoErro.empty()) UltimoErro = falha.what();
-        compensa(UltimoErro);
+        completa_erro(falha);
+        compensa(falha);
     }
     limparform();
     SetFocus(campo(0));
@@ -60,19 +61,19 @@ void TrfBobines::ExigeParametros() const {
 }
 
 void TrfBobines::VerificaAceite() {
-    // An older text, kept in UltimoErro, must not hide this one.
-    regista_falha([&] {
-        const std::string artigo = "O Artigo/Num.Série " + campo(0).Text;
-        if (campo(0).Text != Aceites.Artigo)
-            throw base::Falha(artigo + " não foi validado. Volte a indicá-lo.");
-        if (Modo == para_cliente && (campo(2).Text != Aceites.Destino || campo(2).Text == campo(1).Text))
-            throw base::Falha("O cliente destino " + campo(2).Text +
-                              " não foi validado para este Artigo. Volte a indicá-lo.");
-        const auto ultimo = UltimoMovimento();
-        if (ultimo->fim() || ultimo->valor("Registo").inteiro() != Aceites.Registo)
-            throw base::Falha(artigo +
-                              " teve outro movimento depois de ter sido indicado. Volte a indicá-lo.");
-    });
+    const std::string artigo = "O Artigo/Num.Série " + campo(0).Text;
+    if (campo(0).Text != Aceites.Artigo) throw FalhaGuarda(artigo + " não foi validado. Volte a indicá-lo.");
+    if (Modo == para_cliente && campo(2).Text != Aceites.Destino)
+        throw FalhaGuarda("O cliente destino " + campo(2).Text +
+                          " não foi validado para este Artigo. Volte a indicá-lo.");
+    const auto ultimo = UltimoMovimento();
+    if (ultimo->fim() || ultimo->valor("Registo").inteiro() != Aceites.Registo)
+        throw FalhaGuarda(artigo + " teve outro movimento depois de ter sido indicado. Volte a indicá-lo.");
+    // An older note or adjustment that was cancelled meanwhile leaves the newest row as it was.
+    if (TemGuiasPorGerar()) throw FalhaGuarda(guias_por_gerar);
+    if (Existencia() != Quantidade)
+        throw FalhaGuarda("A Existência do Artigo/Num.Série " + campo(0).Text +
+                          " mudou depois de ter sido indicado. Volte a indicá-lo.");
 }
 
 void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& txt, Moeda Qtd,
@@ -100,28 +101,22 @@ void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& t
 void TrfBobines::TransfereArmazem(Moeda Quant) {
     regista_falha_numerada([&] {
         const std::string& Artigo = campo(0).Text;
-        const startup::ChaveDocumento criada = gERP.CriaDocStock({.tipo_documento = TRF[0],
-                                                                  .sector = TRF[2],
-                                                                  .serie = TRF.serie(1),
-                                                                  .destino = ARMAZEMORVEX[0],
-                                                                  .processo = "",
-                                                                  .texto_8 = "",
-                                                                  .data = DTPicker1.Value.data(),
-                                                                  .texto_10 = "",
-                                                                  .armazem = ARMAZEM[0],
-                                                                  .inteiro_12 = 0,
-                                                                  .texto_13 = "",
-                                                                  .artigos = {"", Artigo},
-                                                                  .textos_15 = {"", ""},
-                                                                  .quantidades = {0, Quant.real()},
-                                                                  .precos = {0, PrecoTransferencia(Artigo)},
-                                                                  .textos_18 = {"", ""}});
-        // Noted before its outcome is read: were that to fail, the document would still have to be cancelled.
-        if (criada.NossoNoDocumento != 0) DocsCriados.push_back(criada);
-        const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
-        if (resultado.sucesso) return;
-        std::erase(DocsCriados, criada);
-        throw base::Falha(resultado.mensagem, erp_recusou);
+        CriaDocStock({.tipo_documento = TRF[0],
+                      .sector = TRF[2],
+                      .serie = TRF.serie(1),
+                      .destino = ARMAZEMORVEX[0],
+                      .processo = "",
+                      .texto_8 = "",
+                      .data = DTPicker1.Value.data(),
+                      .texto_10 = "",
+                      .armazem = ARMAZEM[0],
+                      .inteiro_12 = 0,
+                      .texto_13 = "",
+                      .artigos = {"", Artigo},
+                      .textos_15 = {"", ""},
+                      .quantidades = {0, Quant.real()},
+                      .precos = {0, PrecoTransferencia(Artigo)},
+                      .textos_18 = {"", ""}});
     });
 }
 

@@ -51,7 +51,6 @@ void TrfBobines::Form_Load() {
     CONSUMOS = parametros().lista("CONSUMOS");
     TRF = parametros().lista("TRF");
     FACTURAS = parametros().lista_de_grupos("FACTURAS");
-    if (!FACTURAS.elementos.empty() && FACTURAS.elementos.back().empty()) FACTURAS.elementos.pop_back();
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
@@ -71,6 +70,7 @@ void TrfBobines::limparform() {
     DTPicker1.Value = agora();
     DocsCriados.clear();
     Aceites = {};
+    DetentorNoERP.clear();
 }
 
 void TrfBobines::btCancelar_Click() {
@@ -110,6 +110,13 @@ void TrfBobines::campo_Validate(int Index, bool& Cancel) {
     bDigitado = false;
 }
 
+void TrfBobines::LimpaDestino() {
+    Aceites.Destino.clear();
+    Label2(4).Caption.clear();
+    for (const int i : {2, 5, 4})
+        campo(i).Text.clear();
+}
+
 void TrfBobines::LimpaArtigo() {
     for (const int i : {2, 3, 4})
         Label2(i).Caption.clear();
@@ -119,6 +126,7 @@ void TrfBobines::LimpaArtigo() {
 
 bool TrfBobines::ValidaArtigo() {
     Aceites.Artigo.clear();
+    if (!Aceites.Destino.empty()) LimpaDestino(); // it was accepted for the item before
     if (campo(0).Text.empty()) {
         LimpaArtigo();
         return true;
@@ -154,7 +162,7 @@ bool TrfBobines::ValidaDetentor() {
     if (na_orvex)
         return recusa(Modo == para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
                                          : "Este Artigo/Num.Série pertence à ORVEX!");
-    return !TemGuiasPorGerar() || recusa("Existem Guias de Remessa por gerar para este Artigo!");
+    return !TemGuiasPorGerar() || recusa(guias_por_gerar);
 }
 
 bool TrfBobines::TemGuiasPorGerar() {
@@ -164,6 +172,14 @@ bool TrfBobines::TemGuiasPorGerar() {
                         base::entre_plicas(campo(0).Text) + " and Qtd>0 and artoudes=0 and (" +
                         filtro_documentos(FACTURAS) + " )")
                 ->fim();
+}
+
+std::optional<base::Moeda> TrfBobines::Existencia() {
+    const auto stock =
+        BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + base::entre_plicas(campo(0).Text) +
+                    " and Armazem=" + base::entre_plicas(ArmazemActual));
+    if (stock->fim()) return std::nullopt;
+    return stock->valor("Existenc").nulo() ? base::Moeda() : stock->valor("Existenc").moeda();
 }
 
 bool TrfBobines::ValidaStock() {
@@ -179,16 +195,14 @@ bool TrfBobines::ValidaStock() {
             return false;
         }
         nome = ficha->valor("Nome").texto();
+        campo(0).Text = ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
     }
-    {
-        const auto stock = BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + artigo +
-                                       " and Armazem=" + base::entre_plicas(ArmazemActual));
-        if (stock->fim()) {
-            Avisa("", "Este Artigo não tem Existência!", 2);
-            return false;
-        }
-        Quantidade = stock->valor("Existenc").nulo() ? base::Moeda() : stock->valor("Existenc").moeda();
+    const std::optional<base::Moeda> existencia = Existencia();
+    if (!existencia) {
+        Avisa("", "Este Artigo não tem Existência!", 2);
+        return false;
     }
+    Quantidade = *existencia;
     Label2(2).Caption = nome + " (" + formato().texto(Quantidade) + ")";
     {
         const auto entrada =
@@ -203,6 +217,7 @@ bool TrfBobines::ValidaStock() {
     const auto cliente =
         BD.Consulta("Select * from Clientes where Codigo=" + base::entre_plicas(campo(1).Text) + " ");
     Label2(3).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();
+    DetentorNoERP = cliente->fim() ? "" : cliente->valor("CODIGO").texto();
     if (Modo == para_orvex) {
         campo(5).Text = "Mov.Saida - Aquisição pela Orvex do Cliente " + campo(1).Text;
         campo(4).Text = "Mov.Entrada - Aquisição pela Orvex do Cliente " + campo(1).Text;
@@ -228,12 +243,20 @@ bool TrfBobines::ValidaDestino() {
         campo(4).Text.clear();
         return false;
     };
-    if (c == CLIENTEORVEX[0]) return recusa("Impossível.Cliente destino selecionado é a ORVEX!");
-    if (c == campo(1).Text) return recusa("Impossível.Cliente destino selecionado é o mesmo!");
+    const auto compara = [&]() -> const char* {
+        if (c == CLIENTEORVEX[0]) return "Impossível.Cliente destino selecionado é a ORVEX!";
+        if (c == campo(1).Text || (!c.empty() && c == DetentorNoERP))
+            return "Impossível.Cliente destino selecionado é o mesmo!";
+        return nullptr;
+    };
+    if (const char* aviso = compara()) return recusa(aviso);
     const auto cliente =
         BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(c) +
                     " and Clientes.Inactivo<>-1 ");
     if (cliente->fim()) return recusa("Cliente não existente!");
+    // Found whatever case was typed; compared to the letter as the ERP writes it.
+    campo(2).Text = cliente->valor("CODIGO").texto();
+    if (const char* aviso = compara()) return recusa(aviso);
     Label2(4).Caption = cliente->valor("Nome").texto();
     campo(5).Text = "Mov.Saida - Transferência para Cliente " + c;
     campo(4).Text = "Mov.Entrada - Transferência do Cliente " + campo(1).Text;

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace orvex::transfer {
@@ -48,9 +49,12 @@ class TrfBobines : public common::Ecra {
     bool ValidaDetentor();
     bool ValidaStock();
     bool TemGuiasPorGerar();
+    std::optional<base::Moeda>
+    Existencia(); // where the item's stock lies, tonnes; nothing where it never was
     bool ValidaDestino();
     std::unique_ptr<startup::ConjuntoRegistos> UltimoMovimento(); // of the item, by the ledger
     void LimpaArtigo();
+    void LimpaDestino();
 
     // Confirming: confirmacao.cpp
 
@@ -67,12 +71,16 @@ class TrfBobines : public common::Ecra {
 
     // Members
 
+    static constexpr const char* guias_por_gerar = "Existem Guias de Remessa por gerar para este Artigo!";
+
     std::int16_t Modo;
     startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS, TRF, FACTURAS;
     startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
     std::string Detentor;      // `Cliente` of the item's newest ledger row
     std::string ArmazemActual; // where its stock lies
     base::Moeda Quantidade;    // its stock there, tonnes
+    std::string
+        DetentorNoERP; // the holder in campo(1), as the ERP writes it; empty when it has no such client
 
     // What the validations accepted last. `Registo` is that of the item's newest ledger row then.
     struct Aceite {

@@ -90,6 +90,7 @@ TEST(Ajustes, the_texts_of_a_confirmation_of_a_replacement_and_of_a_cancellation
               "geração de uma Sobra de  0,2 Tn !\r\nPretende continuar?|Foi gerado o Documento   :  1");
     const std::string conferencia = R"(
 INICIA
+TRANCA
 CONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc
 CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
 )";
@@ -122,7 +123,7 @@ CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
     ajustes.confirma();
     EXPECT_THAT(
         ajustes.diario.texto(),
-        HasSubstr("\nINICIA\nCONSULTA  Select * from xel_Orvex where Registo=" + registo +
+        HasSubstr("\nINICIA\nTRANCA\nCONSULTA  Select * from xel_Orvex where Registo=" + registo +
                   "\nCONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc"
                   "\nANULA 1 SB/1/1/2018\nEXECUTA Delete xel_ORVEX where registo=" +
                   registo + " \nABRE SELECT VLREXIST"));
@@ -137,8 +138,11 @@ CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
     ajustes.anula();
     EXPECT_EQ(ajustes.diario.texto(),
               "\nCONSULTA Select * from xel_Orvex where Registo=" + novo +
-                  "\nINICIA\nANULA 1 SB/1/2/2018\nEXECUTA Delete xel_ORVEX where registo=" + novo +
-                  " \nCONFIRMA\n");
+                  "\nCONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc"
+                  "\nINICIA\nTRANCA"
+                  "\nCONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc"
+                  "\nANULA 1 SB/1/2/2018\nEXECUTA Delete xel_ORVEX where registo=" +
+                  novo + " \nCONFIRMA\n");
     EXPECT_EQ(ajustes.caixas(), pergunta_anular);
     EXPECT_TRUE(ajustes.vazio());
 }
@@ -267,9 +271,22 @@ TEST(Ajustes, a_replacement_after_the_holder_changed_is_refused_and_what_it_cann
         ajustes.confirma();
         return ajustes.caixas();
     };
-    // The ERP refuses the new document after it has cancelled the old one.
+    // What can be known to be refused is refused before the old document is cancelled.
+    for (const auto& [quantidade, aviso] :
+         {std::pair{"-1", "A quantidade não pode ser negativa."}, {"6", "Valor Inválido para o Consumo!"}}) {
+        ajustes.carrega("1");
+        ajustes.quantidade("5");
+        ajustes.ecra.campo(3).Text = quantidade;
+        if (quantidade[0] == '6')
+            ajustes.ecra.campo(1).Text = "9"; // the stock was another when it was loaded
+        ajustes.confirma();
+        EXPECT_THAT(ajustes.caixas(), testing::EndsWith(std::string("|") + anomalia + aviso));
+        EXPECT_EQ(ajustes.documentos(), "CI|2|0 / CI|-2");
+    }
+    // What the ERP refuses all the same is told, with the old document.
+    ajustes.empresa.outra().Executa("Delete Series where TpDoc='CI'");
     EXPECT_THAT(
-        substitui("-1"),
+        substitui("1"),
         testing::EndsWith("|O documento CI/3/1/2019 ficou anulado no ERP, mas pode continuar nos movimentos "
                           "da ORVEX."));
     ajustes.carrega("1");
@@ -279,6 +296,14 @@ TEST(Ajustes, a_replacement_after_the_holder_changed_is_refused_and_what_it_cann
 
     insere(ajustes.empresa.outra(), "xel_ORVEX", {"NumSerie", "Cliente", "Quantidade"},
            {{"REEL'1", "CL2", 3}});
+    // Cancelling it asks where the stock goes.
+    ajustes.carrega("1");
+    ajustes.janela.respostas = {common::resposta_ok, common::resposta_cancelar};
+    ajustes.anula();
+    EXPECT_EQ(ajustes.caixas(),
+              std::string(pergunta_anular) +
+                  "|O Artigo mudou de detentor depois deste movimento: é agora de CL2.\r\nA "
+                  "anulação repõe o stock no armazém OR.\r\nPretende continuar?");
     EXPECT_THAT(substitui("1"),
                 testing::EndsWith("O Artigo mudou de detentor depois deste movimento, que já não "
                                   "pode ser substituído."));
@@ -308,10 +333,37 @@ TEST(Ajustes, a_short_list_is_named_by_the_operation_that_needs_it_and_the_scree
     sem_serie.ajusta("REEL'1", "4,9"); // a breakage needs no key of surpluses
     sem_serie.op.prime(sem_serie.ecra.btCancelar);
     EXPECT_THAT(sem_serie.caixas(), HasSubstr("superior"));
+    sem_serie.item("reel'1"); // written as the ERP writes it
+    sem_serie.quantidade("6");
+    const std::string conteudo = sem_serie.conteudo();
+    sem_serie.confirma();
+    EXPECT_THAT(sem_serie.caixas(), HasSubstr("O parâmetro SOBRAS está incompleto"));
+    EXPECT_EQ(sem_serie.conteudo(), conteudo);
+    EXPECT_THAT(conteudo, testing::StartsWith("REEL'1|4,9|"));
 
     EcraAjuste sem_armazem(1, "ARMAZEMORVEX=\r\n");
     sem_armazem.item("REEL'1");
     EXPECT_THAT(sem_armazem.caixas(), HasSubstr("ARMAZEMORVEX"));
     EXPECT_EQ(sem_armazem.conteudo(), "REEL'1|||||||15-03-2019");
     EXPECT_TRUE(sem_armazem.no_campo(0));
+}
+
+TEST(Ajustes, a_movement_that_lacks_what_its_document_is_known_by_is_not_loaded_and_says_so) {
+    for (const std::string coluna : {"Data", "Ano", "Quantidade"}) {
+        EcraAjuste ajustes(3);
+        ajustes.ajusta("REEL'1", "2");
+        ajustes.caixas();
+        const auto antes = ajustes.conteudo();
+        // The list still has its key; the row has lost the value meanwhile.
+        ajustes.diario.espia = [&](const std::string& linha) {
+            if (!linha.starts_with("CONSULTA  Select * from xel_Orvex")) return;
+            const auto movimento =
+                ajustes.empresa.outra().AbreActualizavel("Select * from xel_ORVEX where NNumDoc=1");
+            movimento->define(coluna, {});
+            movimento->actualiza();
+        };
+        ajustes.carrega("1");
+        EXPECT_THAT(ajustes.caixas(), testing::StartsWith("O movimento está sem " + coluna + " nos"));
+        EXPECT_EQ(ajustes.conteudo(), antes);
+    }
 }

@@ -1,14 +1,15 @@
 // What records everything the program asks of the database and of the ERP, to the letter and in order, and
 // fails at any step asked for.
 //
-// A step is a statement, a row update, the begin or the commit of a transaction, the creation of an ERP
-// object, a member put, got or called, a submission, a cancellation. Of a step that fails nothing was done: a
-// refused commit leaves the transaction open.
+// A step is a statement, a row update, the begin, the lock or the commit of a transaction, the creation of an
+// ERP object, a member put, got or called, a submission, a cancellation. Of a step that fails nothing was
+// done (a refused commit leaves the transaction open), or all of it was, and only the answer is lost.
 #pragma once
 
 #include "platform/erp/sessao_erp_embebida.h"
 #include "startup/sessao_bd.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +17,7 @@
 namespace orvex::testes {
 
 struct Diario {
-    enum class Maneira { lanca, recusa }; // of failing, where an ERP operation has both
+    enum class Maneira { lanca, recusa, faz_e_lanca }; // of failing; an ERP operation can also refuse
     // What else fails, once the step has failed.
     enum class Depois { nada, anulacao_recusada, tudo_lanca };
 
@@ -26,15 +27,26 @@ struct Diario {
     Maneira maneira = Maneira::lanca;
     Depois depois = Depois::nada;
     bool falhou = false;
+    std::function<void(const std::string& linha)> espia; // sees each statement or operation before it runs
 
     bool falha() { return ++passos == falha_no && (falhou = true); }
+    bool falhou_agora() const { return passos == falha_no; }
     [[noreturn]] static void lanca() { throw base::Falha("Falha provocada."); }
     void passo() {
         if (falha()) lanca();
     }
-    void passo(const std::string& linha) {
-        passo();
+    template <typename Trabalho>
+    auto passo(const std::string& linha, Trabalho trabalho) {
+        if (espia) espia(linha);
+        if (falha()) {
+            if (maneira == Maneira::faz_e_lanca) trabalho();
+            lanca();
+        }
         linhas.push_back(linha);
+        return trabalho();
+    }
+    void passo(const std::string& linha) {
+        passo(linha, [] {});
     }
     // Values put one after the other into one object share a line.
     void passo_de(const std::string& objecto, const std::string& valor) {
@@ -96,8 +108,7 @@ class ConjuntoGravado : public startup::ConjuntoRegistos {
         real_->define(nome, valor);
     }
     void actualiza() override {
-        diario_.passo(std::exchange(campos_, "  altera"));
-        real_->actualiza();
+        diario_.passo(std::exchange(campos_, "  altera"), [this] { real_->actualiza(); });
     }
 
   private:
@@ -122,11 +133,10 @@ class ObjectoGravado : public startup::ObjectoERP {
     startup::ValorERP chama(std::string_view membro,
                             const std::vector<startup::ValorERP>& argumentos) override {
         if (recusado_ && membro == "UltimaMensagem") return "O ERP recusou.";
-        if (diario_.falha()) {
-            recusado_ = membro == "Finalizar" && diario_.maneira == Diario::Maneira::recusa;
-            if (recusado_) return -1;
-            Diario::lanca();
-        }
+        const bool falha = diario_.falha();
+        recusado_ = falha && membro == "Finalizar" && diario_.maneira == Diario::Maneira::recusa;
+        if (recusado_) return -1;
+        if (falha && diario_.maneira != Diario::Maneira::faz_e_lanca) Diario::lanca();
         std::string escritos;
         std::vector<startup::ValorERP> reais;
         for (const startup::ValorERP& argumento : argumentos) {
@@ -136,7 +146,9 @@ class ObjectoGravado : public startup::ObjectoERP {
             reais.push_back(objecto ? gravado(argumento.objecto).real_ : argumento);
         }
         diario_.linhas.push_back(nome_ + "." + std::string(membro) + "(" + escritos + ")");
-        return veste(real_->chama(membro, reais), membro);
+        startup::ValorERP valor = real_->chama(membro, reais);
+        if (falha) Diario::lanca();
+        return veste(std::move(valor), membro);
     }
 
     const startup::ReferenciaERP& real() const { return real_; }
@@ -162,26 +174,25 @@ class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
     explicit SessaoERPGravada(Diario& diario) : diario_(diario) {}
 
     startup::ReferenciaERP CriaObjecto(const std::string& classe) override {
-        diario_.passo("CRIA " + classe);
-        return std::make_shared<ObjectoGravado>(SessaoERPEmbebida::CriaObjecto(classe),
-                                                classe.ends_with("Comercial") ? "doc" : "lin", diario_);
+        return diario_.passo("CRIA " + classe, [&] {
+            return std::make_shared<ObjectoGravado>(SessaoERPEmbebida::CriaObjecto(classe),
+                                                    classe.ends_with("Comercial") ? "doc" : "lin", diario_);
+        });
     }
     void PreparaDocStock(bool sim) override {
-        diario_.passo("PREPARA " + escrito(sim));
-        SessaoERPEmbebida::PreparaDocStock(sim);
+        diario_.passo("PREPARA " + escrito(sim), [&] { SessaoERPEmbebida::PreparaDocStock(sim); });
     }
     startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& p) override {
-        if (recusa()) return {};
-        diario_.linhas.push_back(
-            "STOCK " + escritos(p.tipo_terceiro, p.area, p.tipo_documento, p.sector, p.serie, p.destino,
-                                p.processo, p.texto_8, p.data, p.texto_10, p.armazem, p.inteiro_12,
-                                p.texto_13, p.artigos, p.textos_15, p.quantidades, p.precos, p.textos_18));
-        return SessaoERPEmbebida::CriaDocStock(p);
+        return operacao("STOCK " + escritos(p.tipo_terceiro, p.area, p.tipo_documento, p.sector, p.serie,
+                                            p.destino, p.processo, p.texto_8, p.data, p.texto_10, p.armazem,
+                                            p.inteiro_12, p.texto_13, p.artigos, p.textos_15, p.quantidades,
+                                            p.precos, p.textos_18),
+                        startup::ChaveDocumento{}, [&] { return SessaoERPEmbebida::CriaDocStock(p); });
     }
     std::int16_t SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) override {
-        if (recusa()) return -1;
-        diario_.linhas.push_back("SUBMETE " + std::to_string(especie));
-        return SessaoERPEmbebida::SubmeteDocumento(especie, ObjectoGravado::gravado(documento).real());
+        return operacao("SUBMETE " + std::to_string(especie), std::int16_t{-1}, [&] {
+            return SessaoERPEmbebida::SubmeteDocumento(especie, ObjectoGravado::gravado(documento).real());
+        });
     }
     startup::ReferenciaERP DocumentoSubmetido() override {
         diario_.passo();
@@ -190,9 +201,9 @@ class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
     }
     startup::ResultadoERP AnulaDocumento(std::int16_t um, const startup::ChaveDocumento& chave) override {
         if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
-        if (diario_.tambem(Diario::Depois::anulacao_recusada) || recusa()) return recusado;
-        diario_.linhas.push_back("ANULA " + std::to_string(um) + " " + chave.texto());
-        return SessaoERPEmbebida::AnulaDocumento(um, chave);
+        if (diario_.tambem(Diario::Depois::anulacao_recusada)) return recusado;
+        return operacao("ANULA " + std::to_string(um) + " " + chave.texto(), recusado,
+                        [&] { return SessaoERPEmbebida::AnulaDocumento(um, chave); });
     }
     startup::ResultadoERP ResultadoUltimo() override {
         diario_.passo();
@@ -200,10 +211,17 @@ class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
     }
 
   private:
-    bool recusa() {
-        recusada_ = diario_.falha();
-        if (recusada_ && diario_.maneira == Diario::Maneira::lanca) Diario::lanca();
-        return recusada_;
+    // What an operation gives when it is refused here, or what the real session gives.
+    template <typename Resultado, typename Trabalho>
+    Resultado operacao(const std::string& linha, const Resultado& quando_recusada, Trabalho trabalho) {
+        const bool falha = diario_.falha();
+        recusada_ = falha && diario_.maneira == Diario::Maneira::recusa;
+        if (recusada_) return quando_recusada;
+        if (falha && diario_.maneira == Diario::Maneira::lanca) Diario::lanca();
+        diario_.linhas.push_back(linha);
+        const Resultado resultado = trabalho();
+        if (falha) Diario::lanca();
+        return resultado;
     }
 
     inline static const startup::ResultadoERP recusado{false, "O ERP recusou."};

@@ -35,6 +35,7 @@ class JanelaGuiao : public common::Janela {
     std::vector<ListaMostrada> listas;
     common::Controlo* foco = nullptr;
     bool ocupada = false, descarregada = false;
+    std::function<void()> com_a_caixa_aberta;
 
     void escolhe_a_primeira_com(const char* coluna, const char* valor) {
         escolhas.push_back([=](auto& linha) { return linha.valor(coluna).texto() == valor; });
@@ -55,6 +56,7 @@ class JanelaGuiao : public common::Janela {
     int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
               common::Botoes botoes) override {
         caixas.push_back({texto, titulo, icone, botoes});
+        if (com_a_caixa_aberta) com_a_caixa_aberta();
         const int primeira = botoes == common::Botoes::sim_nao ? common::resposta_sim : common::resposta_ok;
         return botoes == common::Botoes::ok ? primeira : retira(respostas, primeira);
     }

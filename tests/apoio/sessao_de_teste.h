@@ -28,35 +28,40 @@ class SessaoDeTeste : public startup::SessaoBD {
     bool Abre(const std::string& ligacao) override;
 
     std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override {
-        diario_.passo("CONSULTA " + sql);
-        return std::make_unique<ConjuntoGravado>(real_->Consulta(sql), diario_);
+        return diario_.passo("CONSULTA " + sql, [&] {
+            return std::make_unique<ConjuntoGravado>(real_->Consulta(sql), diario_);
+        });
     }
     std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override {
-        diario_.passo("ABRE " + sql);
-        return std::make_unique<ConjuntoGravado>(real_->AbreActualizavel(sql), diario_);
+        return diario_.passo("ABRE " + sql, [&] {
+            return std::make_unique<ConjuntoGravado>(real_->AbreActualizavel(sql), diario_);
+        });
     }
     void Executa(const std::string& sql) override {
-        diario_.passo("EXECUTA " + sql);
-        real_->Executa(sql);
+        diario_.passo("EXECUTA " + sql, [&] { real_->Executa(sql); });
     }
     void IniciaTransaccao() override {
-        diario_.passo("INICIA");
-        real_->IniciaTransaccao();
+        diario_.passo("INICIA", [this] { real_->IniciaTransaccao(); });
     }
     void Tranca() override {
-        diario_.passo("TRANCA");
-        real_->Tranca();
+        diario_.passo("TRANCA", [this] { real_->Tranca(); });
     }
     void ConfirmaTransaccao() override {
-        diario_.passo("CONFIRMA");
-        real_->ConfirmaTransaccao();
+        diario_.passo("CONFIRMA", [this] {
+            real_->ConfirmaTransaccao();
+            if (diario_.falhou_agora())
+                throw startup::ConfirmacaoDesconhecida("Não se sabe se o que estava a ser gravado ficou.");
+        });
     }
     // A connection that breaks is rolled back by the server, and still reports a failure.
     void AnulaTransaccao() override {
         real_->AnulaTransaccao();
         if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
     }
-    bool EmTransaccao() override { return real_ != nullptr && real_->EmTransaccao(); }
+    bool EmTransaccao() override {
+        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
+        return real_ != nullptr && real_->EmTransaccao();
+    }
     void EmExclusivo(const std::function<void()>& trabalho) override { real_->EmExclusivo(trabalho); }
     std::size_t Comprimento(const std::string& tabela, const std::string& coluna) override {
         return real_->Comprimento(tabela, coluna);

@@ -61,6 +61,7 @@ TEST_F(Guias, the_texts_of_returning_a_line_of_a_note_of_last_year) {
     EXPECT_EQ(diario.texto(), R"(
 CONSULTA Select * from xel_ORVEX_MOV where  Cliente = 'CL''1' and TpDoc='GV' and Artigo='BOB''1' 
 INICIA
+TRANCA
 CRIA SageApiNextPlus.DocumentoComercial
 Cab Ano=2020 Data='02-01-2020' AreaGestao=4 Sector='SD' Serie=1 TipoDocumento='GV' TipoTerceiro=2 Terceiro='CL'1' TipoPreco=0
 doc Origem=3
@@ -116,6 +117,66 @@ TEST(Devolucoes,
         EXPECT_TRUE(este.vazio() && este.no_campo(0) && !este.BD.EmTransaccao());
         EXPECT_EQ(este.empresa.livro(), livro);
         EXPECT_EQ(este.empresa.stock(), stock);
+    }
+}
+
+TEST_F(Guias, a_note_that_was_not_read_whole_says_so_and_is_neither_cancelled_nor_returned) {
+    emite({1, 3});
+    const auto livro = empresa.livro();
+    int lidas = 0;
+    diario.espia = [&](const std::string& linha) {
+        if (linha.starts_with("CONSULTA Select * from U_DocGcLin1") && ++lidas == 3)
+            throw base::Falha("Estão a ser usados.");
+    };
+    carrega("1");
+    EXPECT_EQ(ecra.estado(), "A guia não foi lida por inteiro: Estão a ser usados.");
+    caixas();
+    for (common::Botao* botao : {&ecra.btConf(1), &ecra.btGV(0)}) {
+        op.prime(*botao);
+        EXPECT_THAT(caixas(), HasSubstr("nem devolvida.\r\nEstão a ser usados."));
+        EXPECT_FALSE(ecra.Frame3.Visible);
+    }
+    EXPECT_EQ(empresa.livro(), livro);
+    carrega("1");
+    EXPECT_EQ(ecra.estado(), "");
+    devolve({1, 2});
+    EXPECT_EQ(empresa.linhas("select PesoBruto from xel_ORVEX_MOV where TpDoc='GV'"), "2.6; 0");
+}
+
+TEST_F(Guias, other_workstations_write_while_a_box_stands_open) {
+    emite({1});
+    carrega("1");
+    devolve({1});
+    carrega("1");
+    caixas();
+    int escritas = 0;
+    janela.com_a_caixa_aberta = [&] {
+        empresa.outra().Executa("Update xel_ORVEX set Obs=Obs");
+        ++escritas;
+    };
+    anula();
+    EXPECT_THAT(caixas(), testing::EndsWith("|Esta GR já foi devolvida!"));
+    EXPECT_EQ(escritas, 2);
+}
+
+TEST(Devolucoes, a_document_whose_lines_the_erp_does_not_show_is_cancelled_and_the_ledger_stays) {
+    for (const std::string tipo : {"GR", "GV"}) {
+        EcraGuias guias;
+        if (tipo == "GV") guias.emite({1, 3});
+        guias.cliente("CL'1"); // which repairs a weight
+        const auto livro = guias.empresa.livro();
+        guias.caixas();
+        guias.diario.espia = [&](const std::string& linha) {
+            if (linha.starts_with("CONSULTA Select * from DocGcLin where ano="))
+                guias.empresa.outra().Executa("Delete DocGcLin where Artigo='BOB3' and TpDocum='" + tipo +
+                                              "'");
+        };
+        if (tipo == "GV") guias.carrega("1");
+        tipo == "GR" ? guias.emite({1, 3}) : guias.devolve({1, 2});
+        EXPECT_THAT(guias.caixas(), HasSubstr("Erro: O ERP não mostra o artigo BOB3 no documento " + tipo +
+                                              "/1/1/2019 que acabou de criar."));
+        EXPECT_EQ(guias.empresa.livro(), livro);
+        EXPECT_EQ(guias.empresa.linhas("select NVias from DocGcCab where TpDoc='" + tipo + "'"), "-1");
     }
 }
 

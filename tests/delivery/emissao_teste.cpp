@@ -14,6 +14,7 @@ TEST_F(Guias, the_texts_of_issuing_loading_and_cancelling_a_note) {
     confirma();
     EXPECT_EQ(diario.texto(), R"(
 INICIA
+TRANCA
 CRIA SageApiNextPlus.DocumentoComercial
 Cab Ano=2019 Data='15-03-2019' AreaGestao=4 Sector='SG' Serie=1 TipoDocumento='GR' TipoTerceiro=2 Terceiro='CL'1' TipoPreco=0
 doc.Validar()
@@ -64,6 +65,7 @@ CONSULTA Select * from U_DocGcLin1 where Ano=2019 and NumLinha=1  and TpDocum='G
     EXPECT_EQ(diario.texto(), R"(
 INICIA
 CONSULTA Select * from xel_ORVEX_MOV where  Cliente = 'CL''1' and TpDoc='GV' and Artigo='BOB''1' 
+TRANCA
 CONSULTA Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='GR'     and NumDoc=1 and SerieDoc=1 
 ABRE Select * from xel_ORVEX_MOV where Ano=2019 and TpDoc='FA'     and NumDoc=123 and SerieDoc=1 and NumLinha=1
   altera Qtd=2.5 PesoLiquido=2.5 PesoBruto=2.6
@@ -121,6 +123,29 @@ TEST_F(Guias, a_confirmation_needs_a_client_a_tax_number_of_the_national_market_
         confirma();
         EXPECT_EQ(caixas(), std::string("Número Contribuinte inválido!|") + resultado);
     }
+}
+
+TEST_F(Guias, when_nobody_knows_whether_the_commit_happened_nothing_is_cancelled_on_a_guess) {
+    const auto sem_resposta = [](const std::string& linha) {
+        if (linha == "CONFIRMA") throw startup::ConfirmacaoDesconhecida("Não se sabe.");
+    };
+    cliente("CL'1");
+    escolhe(1);
+    diario.espia = sem_resposta;
+    confirma();
+    EXPECT_EQ(caixas(),
+              "Situação Anómala\n\rErro: Não se sabe.|Os documentos seguintes continuam em vigor no "
+              "ERP - \n\r'GR/1/1/2019 '\n\rAntes de repetir, veja se estão nos movimentos da ORVEX: se "
+              "estiverem, está tudo feito; se não estiverem, anule-os no ERP.");
+    EXPECT_EQ(empresa.linhas("select NVias from DocGcCab"), "0");
+    diario.espia = nullptr;
+    emite({1});
+    carrega("2");
+    caixas();
+    diario.espia = sem_resposta;
+    anula();
+    EXPECT_THAT(caixas(), HasSubstr("|O documento GR/1/2/2019 ficou anulado no ERP, mas pode continuar nos "
+                                    "movimentos da ORVEX."));
 }
 
 TEST_F(Guias, only_the_note_that_was_loaded_is_cancelled_and_only_when_the_user_agrees) {

@@ -114,3 +114,51 @@ TEST_F(Guias, text_lines_belong_to_the_article_above_and_only_rows_in_use_but_th
     op.apaga(ecra.Gr, 3); // and with the article the text under it
     EXPECT_EQ(linhas(ecra.Gr, {"Artigo", "Nome"}), "BOB'1|Bobina d'aço; |Nota 1; BOB2|Bobina d'aço");
 }
+
+TEST_F(Guias, a_line_without_a_date_is_shown_and_picking_it_says_what_is_wrong) {
+    emite({1});
+    const auto sem_data =
+        empresa.outra().AbreActualizavel("Select * from xel_ORVEX_MOV where NumDoc=123 and NumLinha=2");
+    sem_data->define("Data", {});
+    sem_data->actualiza();
+    cliente("CL'1");
+    EXPECT_EQ(ecra.Detalhe.texto(0, "Artigo"), "BOB2");
+    caixas();
+    escolhe(1);
+    EXPECT_EQ(caixas(),
+              "A linha do documento FA/1/123 está sem data nos movimentos da ORVEX, e assim não pode ser "
+              "escolhida.\r\nPeça a correcção desse movimento.");
+    EXPECT_EQ(linhas(ecra.Gr, {"Artigo"}), "");
+    // An origin that is no line's key gives nothing back and stops nothing.
+    empresa.outra().Executa("Update xel_ORVEX_MOV set Origem='2019/FA/1/x/1' where TpDoc='GR'");
+    carrega("1");
+    caixas();
+    anula();
+    EXPECT_THAT(caixas(), testing::EndsWith("Pretende continuar?"));
+    EXPECT_EQ(empresa.linhas("select NVias from DocGcCab"), "-1");
+}
+
+TEST_F(Guias, a_weight_that_another_workstation_repairs_meanwhile_is_passed_over) {
+    diario.espia = [this](const std::string& linha) {
+        if (linha.starts_with("  altera"))
+            empresa.outra().Executa("Update xel_ORVEX_MOV set PesoBruto=1.3 where NumDoc=123 and NumLinha=2");
+    };
+    cliente("CL'1");
+    EXPECT_EQ(caixas(), "");
+    EXPECT_THAT(linhas(ecra.Detalhe, {"Artigo", "PesoBruto"}), HasSubstr("BOB2|1.3"));
+}
+
+TEST_F(Guias, lines_picked_before_a_note_was_loaded_do_not_hold_its_warehouse) {
+    emite({1});
+    cliente("CL'1");
+    escolhe(1);
+    caixas();
+    ecra.utilizador_escolhe(ecra.cb1(0), 1);
+    EXPECT_THAT(caixas(), HasSubstr("já tem linhas deste armazém"));
+    carrega("1");
+    ecra.utilizador_escolhe(ecra.cb1(0), 1);
+    EXPECT_EQ(caixas() + std::to_string(ecra.cb1(0).ListIndex), "1");
+    ecra.utilizador_pagina(ecra.SSTab1, 1);
+    op.preenche(ecra.campo(3), "v1");
+    EXPECT_EQ(ecra.campo(3).Text, "V1") << "as the ERP writes it";
+}

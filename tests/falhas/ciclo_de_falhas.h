@@ -59,6 +59,7 @@ int percorre(const Fluxo<TBancada>& fluxo, const Estrago<TBancada>& estrago, con
         const bool ficou = !parou || (livro == completo && caixas.find(incerto) != std::string::npos);
         EXPECT_EQ(livro, ficou ? completo : antes) << caixas << rasto;
         EXPECT_EQ(documentos_perdidos(bancada.empresa, caixas), "") << caixas << rasto;
+        EXPECT_EQ(linhas_sem_documento(bancada.empresa, caixas), "") << caixas << rasto;
         EXPECT_FALSE(bancada.BD.EmTransaccao()) << rasto;
         EXPECT_TRUE(fluxo.utilizavel(bancada)) << rasto;
         if (!falhou) return passo - 1;
@@ -82,11 +83,15 @@ std::vector<Estrago<TBancada>> estragos_do_programa() {
     using Maneira = Diario::Maneira;
     using Depois = Diario::Depois;
     return {estrago("raises", Maneira::lanca, Depois::nada),
+            estrago("is done, and raises", Maneira::faz_e_lanca, Depois::nada),
             estrago("refuses, cancellations too", Maneira::recusa, Depois::anulacao_recusada),
             estrago("raises, everything after it too", Maneira::lanca, Depois::tudo_lanca)};
 }
 
-// Requests as they reach the server.
+// Requests as they reach the server. What it refuses with: no resources, a lock's time-out, a wrong
+// conversion.
+constexpr int recusas_do_servidor[] = {8650, 1222, 245};
+
 template <typename TBancada>
 std::vector<Estrago<TBancada>> estragos_do_fio() {
     const auto estrago = [](const char* nome, const Avaria& avaria) {
@@ -99,7 +104,14 @@ std::vector<Estrago<TBancada>> estragos_do_fio() {
     return {estrago("the connection drops", {.especie = Especie::corta}),
             estrago("the connection drops before the answer", {.especie = Especie::corta_depois}),
             estrago("victim of a deadlock", {Especie::vitima, 1205, "Transaction was deadlocked."}),
-            estrago("refused by the server", {Especie::erro, 8650, "Insufficient resources."})};
+            Estrago<TBancada>{
+                "refused by the server",
+                [](TBancada& bancada, int passo) {
+                    bancada.BD.servidor().avaria_no(
+                        passo, {Especie::erro, recusas_do_servidor[passo % 3], "Refused."});
+                },
+                [](const TBancada& bancada, int passo) { return bancada.BD.servidor().pedidos() >= passo; },
+                false, true}};
 }
 
 template <typename TBancada>

@@ -31,6 +31,12 @@ TEST(Parametros, the_first_line_with_the_key_and_an_equals_sign_gives_its_value_
     EXPECT_THAT(parametros.lista("FACTURAS").elementos, ElementsAre("A", "1", "X;B", "2", "Y"));
     EXPECT_THAT(parametros.lista("CLIENTEORVEX").elementos, ElementsAre("O=1", " ", ""));
     EXPECT_TRUE(parametros.lista("TRF").elementos.empty());
+    // The third value of the last group may be empty; what follows whole groups is none.
+    for (const auto& [valor, elementos] :
+         {std::pair{"FA,1,", 3u}, {"FA,1,X;FR,2,", 6u}, {"FA,1,X;", 3u}, {"FA,1", 2u}, {"", 0u}}) {
+        pasta.escreve(ficheiro_parametros, std::string("FACTURAS=") + valor);
+        EXPECT_EQ(parametros.lista_de_grupos("FACTURAS").elementos.size(), elementos) << valor;
+    }
 }
 
 TEST(Parametros, an_element_that_is_missing_or_no_series_is_reported_with_its_key) {

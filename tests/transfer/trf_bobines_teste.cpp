@@ -59,7 +59,10 @@ CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
 CONSULTA Select top 1 * from xel_ORVEX where Numserie='CEDIDA' order by Registo desc
 CONSULTA Select * from Clientes where Codigo='CL2' 
 INICIA
+TRANCA
 CONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc
+CONSULTA Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Artigo ='CEDIDA' and Qtd>0 and artoudes=0 and ( (TpDoc='FA' and SerieDoc=1) )
+CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
 ABRE Select * from xel_ORVEX where Ano=-1
   acrescenta NumSerie='CEDIDA' Cliente='CL'1' Data=2018-12-31 09:05:00 Quantidade=-2.5 Obs='Mov.Saida - Aquisição pela Orvex do Cliente CL2' Funcionario='' CliFinal='ORVEX' Preco=0 Ano=2019 TpDoc='QB' NNumDoc=0 Serie=4 NumLin=1
 ABRE Select * from xel_ORVEX where Ano=-1
@@ -87,7 +90,10 @@ TEST(TrfBobines, an_item_goes_to_another_client_and_the_article_notes_it) {
     EXPECT_EQ(trf.diario.texto(), R"(
 CONSULTA SELECT * FROM Clientes  where Clientes.CODIGO='CL''9' and Clientes.Inactivo<>-1 
 INICIA
+TRANCA
 CONSULTA Select top 1 * from xel_ORVEX where NumSerie='REEL''1' order by Registo desc
+CONSULTA Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where Artigo ='REEL''1' and Qtd>0 and artoudes=0 and ( (TpDoc='FA' and SerieDoc=1) )
+CONSULTA SELECT * FROM artarm  where artarm.Artigo='REEL''1' and Armazem='CL'
 ABRE Select * from xel_ORVEX where Ano=-1
   acrescenta NumSerie='REEL'1' Cliente='CL'1' Data=2019-03-15 10:20:30 Quantidade=-2.5 Obs='Mov.Saida - Transferência para Cliente CL'9' Funcionario='' CliFinal='CL'9' Preco=0 Ano=2019 TpDoc='QB' NNumDoc=0 Serie=4 NumLin=1
 ABRE Select * from xel_ORVEX where Ano=-1
@@ -138,8 +144,6 @@ TEST(TrfBobines, what_is_missing_or_was_typed_but_never_accepted_is_not_transfer
          tabela({"0 => OUTRA => 27 => O Artigo/Num.Série OUTRA não foi validado. Volte a indicá-lo.",
                  "2 => NADA => 27 => O cliente destino NADA não foi validado para este Artigo. Volte a "
                  "indicá-lo.",
-                 "0 => CEDIDA => 13 => O cliente destino CL2 não foi validado para este Artigo. Volte a "
-                 "indicá-lo.",
                  "2 =>  => 27 => Deve selecionar o cliente destino!",
                  "0 =>  => 27 => Campo obrigatório [Artigo/Num.Série]."})) {
         EcraTrf trf(2);
@@ -154,6 +158,49 @@ TEST(TrfBobines, what_is_missing_or_was_typed_but_never_accepted_is_not_transfer
         EXPECT_TRUE(trf.no_campo(caso[1].empty() ? std::stoi(caso[0]) : 0));
         EXPECT_EQ(trf.empresa.livro(), antes);
     }
+}
+
+TEST(TrfBobines, what_changed_since_the_item_was_shown_is_not_transferred_and_the_text_is_not_kept) {
+    for (const int modo : {1, 2})
+        for (const auto& caso : tabela(
+                 {"Update artarm set Existenc=1 where Artigo='REEL''1' => A Existência do Artigo/Num.Série "
+                  "REEL'1 mudou depois de ter sido indicado. Volte a indicá-lo.",
+                  "Update xel_ORVEX_Mov set Artigo='REEL''1' where Artigo='COMGUIA' => Existem Guias de "
+                  "Remessa por gerar para este Artigo!"})) {
+            EcraTrf trf(modo);
+            const auto livro = trf.rasto();
+            trf.item("REEL'1");
+            if (modo == 2) trf.destino("CL2");
+            trf.empresa.outra().Executa(caso[0]);
+            trf.confirma();
+            EXPECT_EQ(trf.caixas(), "Situação Anómala\n\rErro: " + caso[1]);
+            EXPECT_EQ(trf.rasto(), livro);
+            trf.item("OUTRA");
+            if (modo == 2) trf.destino("CL2");
+            trf.diario.recomeca();
+            trf.diario.falha_no = 1;
+            trf.confirma();
+            EXPECT_EQ(trf.caixas(), "Situação Anómala\n\rErro: Falha provocada.");
+        }
+}
+
+TEST(TrfBobines, codes_are_taken_as_the_erp_writes_them_and_compared_so) {
+    EcraTrf trf(2);
+    insere(trf.empresa.outra(), "Clientes", {"CODIGO", "Nome"}, {{"ORVEX", "A própria"}});
+    trf.item("reel'1");
+    EXPECT_EQ(trf.ecra.campo(0).Text, "REEL'1");
+    for (const auto& [codigo, aviso] :
+         {std::pair{"orvex", "é a ORVEX!"}, {"cl'1", "é o mesmo!"}, {"cl2", ""}}) {
+        trf.destino(codigo);
+        EXPECT_THAT(trf.caixas(), testing::EndsWith(aviso));
+    }
+    // A destination was accepted for its item alone.
+    trf.item("OUTRA");
+    EXPECT_EQ(trf.conteudo(), "Bobina d'aço (2,5)|José O'Neill, Lda||CL'1|||");
+    trf.destino("cl2");
+    trf.confirma();
+    EXPECT_EQ(trf.caixas() + trf.rasto(), "CL'1|CL2|-2.5; CL2|CL2|2.5");
+    EXPECT_EQ(trf.empresa.linhas("select Observ from Artigos where CODIGO='OUTRA'"), "CL2 - Ibérica SL");
 }
 
 TEST(TrfBobines, a_short_parameter_is_named_and_the_fields_stay_but_any_other_failure_ends_the_program) {

@@ -65,6 +65,7 @@ void JanelaQt::mostra() {
     a_mostrar_ = true;
     for (const auto& ligacao : ligacoes_)
         ligacao->mostra();
+    linha_estado_->mostra_estado(qs(ecra_.estado()));
     a_mostrar_ = false;
     poe_foco();
 }

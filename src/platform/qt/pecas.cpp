@@ -83,13 +83,13 @@ QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao) {
     return faixa;
 }
 
-LinhaEstado::LinhaEstado(const EstadoSessao& sessao) : ajuda_(new EtiquetaElidida) {
+LinhaEstado::LinhaEstado(const EstadoSessao& sessao) : texto_(new EtiquetaElidida) {
     setObjectName("LinhaEstado");
-    ajuda_->setObjectName("ajuda");
+    texto_->setObjectName("ajuda");
     auto* disposicao = new QHBoxLayout(this);
     disposicao->setContentsMargins(margem_janela, 3, margem_janela, 4);
     disposicao->setSpacing(18);
-    disposicao->addWidget(ajuda_, 1);
+    disposicao->addWidget(texto_, 1);
     auto* quem = new EtiquetaElidida; // a long company name must not make the window wider than the screen
     quem->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     quem->setText(
@@ -97,5 +97,17 @@ LinhaEstado::LinhaEstado(const EstadoSessao& sessao) : ajuda_(new EtiquetaElidid
     quem->setObjectName("sessao");
     disposicao->addWidget(quem);
 }
+
+void LinhaEstado::mostra_ajuda(const QString& texto) {
+    ajuda_ = texto;
+    mostra();
+}
+
+void LinhaEstado::mostra_estado(const QString& texto) {
+    estado_ = texto;
+    mostra();
+}
+
+void LinhaEstado::mostra() { texto_->setText(estado_.isEmpty() ? ajuda_ : estado_); }
 
 } // namespace orvex::platform::qt

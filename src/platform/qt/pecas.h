@@ -44,14 +44,20 @@ QLabel* par(QGridLayout& grelha, int linha, int coluna, const common::Controlo& 
 // The band at the top of a window. `titulo` is placed in it and dressed for it.
 QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao);
 
-// The foot of a window: the keys that work at this moment, and always company, engine and user.
+// The foot of a window: the keys that work at this moment or, instead, what the rules have to say; and always
+// company, engine and user.
 class LinhaEstado : public QWidget {
   public:
     explicit LinhaEstado(const EstadoSessao& sessao);
-    void mostra_ajuda(const QString& texto) { ajuda_->setText(texto); }
+    void mostra_ajuda(const QString& texto);
+    void mostra_estado(const QString& texto); // empty for nothing
 
   private:
-    QLabel* ajuda_;
+    void mostra();
+
+    QLabel* texto_;
+    QString ajuda_;
+    QString estado_;
 };
 
 } // namespace orvex::platform::qt
