@@ -22,12 +22,72 @@ TEST(DataHora, every_form_is_read_and_nothing_that_is_no_date) {
         const auto lida = DataHora::le(caso[0]);
         EXPECT_EQ(lida ? lida->data_hora_iso() : "?", caso[1]) << caso[0];
     }
-    const DataHora momento{2019, 3, 5, 9, 8, 7};
+    const DataHora momento{2019, 3, 5, 9, 8, 7}, hoje{2026, 11, 23};
+    for (const auto& caso : tabela({"15-10-2025 => 2025-10-15 09:08",
+                                    "15/10/2025 => 2025-10-15 09:08",
+                                    " 15.10.2025 => 2025-10-15 09:08",
+                                    "15 10 2025 => 2025-10-15 09:08",
+                                    "15102025 => 2025-10-15 09:08",
+                                    "151025 => 2025-10-15 09:08",
+                                    "5-2-2026 => 2026-02-05 09:08",
+                                    "5/2.26 => 2026-02-05 09:08",
+                                    "1-1-75 => 2075-01-01 09:08",
+                                    "1-1-76 => 1976-01-01 09:08",
+                                    "2025-10-15 => 2025-10-15 09:08",
+                                    "29-2-28 => 2028-02-29 09:08",
+                                    "31-02-2026 => ?",
+                                    "29-02-2026 => ?",
+                                    "15-10-202 => ?",
+                                    "15-10-5 => ?",
+                                    "15-10 => ?",
+                                    "15-10- => ?",
+                                    "15--10-25 => ?",
+                                    "1510202 => ?",
+                                    "20251015 => ?",
+                                    "015-10-2025 => ?",
+                                    "x => ?",
+                                    "15-10-2025x => ?",
+                                    "31-12-1752 => ?",
+                                    "01-01-1753 => 1753-01-01 09:08",
+                                    "15-10-0025 => ?",
+                                    "15-10-2025 10:20 => 2025-10-15 10:20",
+                                    "151025 1020 => 2025-10-15 10:20",
+                                    "1510251020 => 2025-10-15 10:20",
+                                    "151020251020 => 2025-10-15 10:20",
+                                    "15-10-25 7h05 => 2025-10-15 07:05",
+                                    "15-10-25 24:00 => ?",
+                                    "15-10-25 10 => ?",
+                                    "15-10-25 10:2 => ?",
+                                    "15-10-2025 10:20:30 => ?",
+                                    "15:10:2025 => ?",
+                                    " => ?"})) {
+        const auto lida = momento.digitada(caso[0], true, hoje);
+        EXPECT_EQ(lida ? lida->data_hora_iso() : "?:07", caso[1] + ":07") << caso[0];
+        EXPECT_EQ(momento.digitada(caso[0], false, hoje).has_value(), caso[1].ends_with("09:08")) << caso[0];
+    }
+    for (const char* longe : {"24-11-2027", "22-11-2025"})
+        EXPECT_TRUE(DataHora::le(longe)->a_mais_de_um_ano(hoje)) << longe;
+    for (const char* perto : {"23-11-2027 23:59", "23-11-2025", "23-11-2026 10:00"})
+        EXPECT_FALSE(DataHora::le(perto)->a_mais_de_um_ano(hoje)) << perto;
     EXPECT_EQ(momento.data() + momento.data_iso(), "05-03-20192019-03-05");
     EXPECT_EQ(momento.data_hora() + " " + momento.so_hora(), "05-03-2019 09:08 09:08:07");
 }
 
-TEST(Texto, lengths_and_pieces_count_characters_not_bytes) {
+TEST(Texto, lengths_and_pieces_count_utf_16_units_and_halve_no_character) {
+    EXPECT_EQ(comprimento("a😀b"), 4U);
+    EXPECT_EQ(primeiros("a😀b", 2) + "|" + primeiros("a😀b", 3), "a|a😀");
+    EXPECT_EQ(ultimos("a😀b", 2) + "|" + ultimos("a😀b", 3), "b|😀b");
+    EXPECT_EQ(a_partir_de("a😀b", 2) + "|" + a_partir_de("a😀b", 3), "😀b|b");
+    for (const std::string_view mau : {"\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF0\x80\x80\xAF",
+                                       "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xC3", "\x80"}) {
+        EXPECT_FALSE(utf8_valido(mau) || texto_valido(mau));
+        std::string_view resto = mau;
+        EXPECT_EQ(retira_caracter(resto), static_cast<unsigned char>(mau[0])) << "a byte stands for itself";
+        EXPECT_EQ(resto.size(), mau.size() - 1);
+    }
+    EXPECT_TRUE(texto_valido("a\xED\x9F\xBF\xEE\x80\x80\xF4\x8F\xBF\xBFç€"));
+    EXPECT_FALSE(texto_valido(std::string_view("a\0b", 3)));
+
     EXPECT_EQ(comprimento("ação€"), 5U);
     EXPECT_EQ(primeiros("ação", 2) + ultimos("ação", 2) + ultimos("ão", 5), "açãoão");
     EXPECT_EQ(a_partir_de("ação", 3) + a_partir_de("ação", 9), "ão");
@@ -45,7 +105,9 @@ TEST(Texto, lengths_and_pieces_count_characters_not_bytes) {
 
 TEST(PaginaCodigo, bytes_are_windows_1252_unless_they_are_utf_8_with_letters) {
     for (const auto& caso : tabela({"ARMAZ\xC9M=\x80 \x9F \x81 => ARMAZÉM=€ Ÿ \xC2\x81", "Armazém => Armazém",
-                                    "\xEF\xBB\xBFGR => GR", "\xC0\xAF => À¯", "Armazém \xE7 => ArmazÃ©m ç"}))
+                                    "\xEF\xBB\xBFGR => GR", "\xC0\xAF => À¯", "Armazém \xE7 => ArmazÃ©m ç",
+                                    "\xED\xA0\x81 => í\xC2\xA0\xC2\x81", "\xE0\x81\xAF => à\xC2\x81¯",
+                                    "\xEF\xBB\xBFGR\xC9 => GRÉ"}))
         EXPECT_EQ(texto_de_ficheiro(caso[0]), caso[1]);
     EXPECT_EQ(texto_de_ficheiro("\xC3"), "Ã") << "a letter that starts and does not end";
 }
