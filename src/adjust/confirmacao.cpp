@@ -57,6 +57,7 @@ void MovStocks::btConf_Click() {
         if (campo(1).Text.empty()) campo(1).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
         if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
+        if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
         if (Pergunta(ajuste)) Confirma(ajuste, anulado);
     } catch (const std::exception& falha) {
         compensa(erro_a_mostrar(falha));

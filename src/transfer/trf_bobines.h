@@ -73,6 +73,7 @@ class TrfBobines : public common::Ecra {
     std::string Detentor;      // `Cliente` of the item's newest ledger row
     std::string ArmazemActual; // where its stock lies
     base::Moeda Quantidade;    // its stock there, tonnes
+    int ComprimentoObserv = 0; // of the article's note
 
     // What the validations accepted last. `Registo` is that of the item's newest ledger row then.
     struct Aceite {

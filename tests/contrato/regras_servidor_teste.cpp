@@ -78,7 +78,7 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
     for (const auto& caso : casos)
         EXPECT_EQ(numero_da_falha([&] { novo_registo()->define(caso.coluna, caso.dado); }), caso.numero)
             << caso.coluna << " = " << caso.dado.texto();
-    for (const std::string mau : {std::string("'\xC0\xA7'"), std::string("'a\0'", 4)})
+    for (const std::string& mau : {std::string("'\xC0\xA7'"), std::string("'a\0'", 4)})
         for (const auto& corre : std::initializer_list<std::function<void(const std::string&)>>{
                  [&](const std::string& sql) { BD.Executa(sql); },
                  [&](const std::string& sql) { BD.Consulta(sql); },
