@@ -56,6 +56,7 @@ void MovStocks::btConf_Click() {
         if (campo(1).Text.empty()) campo(1).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
         if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
+        if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
         if (Pergunta(ajuste)) Confirma(ajuste);
     } catch (const startup::FalhaParametro&) {
         throw; // read before anything begins: a matter of the file, which costs the user nothing

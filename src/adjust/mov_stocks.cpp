@@ -4,13 +4,6 @@ namespace orvex::adjust {
 
 using base::DataHora;
 
-namespace {
-
-constexpr int comprimento_artigo = 15; // of the ledger's columns
-constexpr int comprimento_obs = 100;
-
-} // namespace
-
 MovStocks::MovStocks(common::ServicosEcra servicos, std::int16_t modo)
     : Ecra(std::move(servicos), "Documentos"), Modo(modo) {
     liga_controlos();
@@ -22,12 +15,12 @@ void MovStocks::liga_controlos() {
     regista(Label2(1), "Label2(1)");
     regista(Label2(3), "Label2(3)");
 
-    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série", comprimento_artigo);
-    regista_campo(campo(1), 1, "Existência.", "Existência", 0);
-    regista_campo(campo(2), 2, "Processo.", "Processo", 0);
-    regista_campo(campo(3), 3, "Nova Existência/Quantidade.", "", 0);
-    regista_campo(campo(4), 4, "Observações", "Observações", comprimento_obs);
-    regista_campo(campo(5), 5, "No. Documento.", "Número Doc.", 0);
+    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
+    regista_campo(campo(1), 1, "Existência.", "Existência");
+    regista_campo(campo(2), 2, "Processo.", "Processo");
+    regista_campo(campo(3), 3, "Nova Existência/Quantidade.", "");
+    regista_campo(campo(4), 4, "Observações", "Observações");
+    regista_campo(campo(5), 5, "No. Documento.", "Número Doc.");
     campo(1).numerico = campo(3).numerico = true;
     campo(5).Enabled = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
@@ -51,6 +44,9 @@ void MovStocks::Form_Load() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
+    campo(0).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
+    campo(2).MaxLength = Comprimento({{"DocGcCab", "Processo"}});
+    campo(4).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
     limparform();
     switch (Modo) {
     case 1:

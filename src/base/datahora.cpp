@@ -1,10 +1,15 @@
 #include "base/datahora.h"
 
+#include "base/texto.h"
+
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <initializer_list>
+#include <vector>
 
 namespace orvex::base {
 namespace {
@@ -29,6 +34,40 @@ bool retira_sinal(std::string_view& texto, std::string_view aceites) {
     if (texto.empty() || aceites.find(texto.front()) == std::string_view::npos) return false;
     texto.remove_prefix(1);
     return true;
+}
+
+// The numbers of a date as it was typed, day, month, year, hour and minute in the order they stand; none when
+// something else is among them.
+std::vector<std::string_view> partes_de(std::string_view texto) {
+    std::vector<std::string_view> partes;
+    const auto corta = [&](std::string_view algarismos, std::initializer_list<std::size_t> tamanhos) {
+        for (const std::size_t tamanho : tamanhos) {
+            if (algarismos.empty()) break;
+            partes.push_back(algarismos.substr(0, tamanho));
+            algarismos.remove_prefix(std::min(tamanho, algarismos.size()));
+        }
+        return algarismos.empty();
+    };
+    while (true) {
+        const std::string_view algarismos =
+            texto.substr(0, std::min(texto.find_first_not_of("0123456789"), texto.size()));
+        texto.remove_prefix(algarismos.size());
+        bool bom = !algarismos.empty();
+        if (partes.empty() && algarismos.size() > 4)
+            bom = corta(algarismos, {2, 2, algarismos.size() % 4 == 0 ? std::size_t{4} : 2, 2, 2});
+        else if (partes.size() == 3 && algarismos.size() == 4)
+            bom = corta(algarismos, {2, 2});
+        else
+            partes.push_back(algarismos);
+        if (bom && texto.empty()) return partes;
+        if (!bom || !retira_sinal(texto, partes.size() < 3 ? "-/. " : partes.size() == 3 ? " " : ":.h"))
+            return {};
+    }
+}
+
+int ano_mais_proximo(int dois_algarismos, int este) {
+    const int ano = este - este % 100 + dois_algarismos;
+    return ano - este >= 50 ? ano - 100 : este - ano > 50 ? ano + 100 : ano;
 }
 
 } // namespace
@@ -79,6 +118,35 @@ std::optional<DataHora> DataHora::le(std::string_view texto) {
     }
     if (!texto.empty() || !resultado.valida()) return std::nullopt;
     return resultado;
+}
+
+std::optional<DataHora> DataHora::digitada(std::string_view texto, bool com_hora,
+                                           const DataHora& hoje) const {
+    const std::vector<std::string_view> partes = partes_de(apara(texto));
+    if (partes.size() != 3 && !(com_hora && partes.size() == 5)) return std::nullopt;
+    const auto numero = [](std::string_view parte) { return retira_numero(parte).value_or(0); };
+    const bool ano_a_frente = partes[0].size() == 4;
+    const std::string_view este_ano = partes[ano_a_frente ? 0 : 2], este_dia = partes[ano_a_frente ? 2 : 0];
+    if (este_dia.size() > 2 || partes[1].size() > 2) return std::nullopt;
+    if (este_ano.size() != 4 && este_ano.size() != 2) return std::nullopt;
+
+    DataHora lida = *this;
+    lida.dia = numero(este_dia);
+    lida.mes = numero(partes[1]);
+    lida.ano = este_ano.size() == 4 ? numero(este_ano) : ano_mais_proximo(numero(este_ano), hoje.ano);
+    if (partes.size() == 5) {
+        if (partes[3].size() > 2 || partes[4].size() != 2) return std::nullopt;
+        lida.hora = numero(partes[3]);
+        lida.minuto = numero(partes[4]);
+    }
+    if (!lida.valida() || lida.ano < primeiro_ano_do_servidor) return std::nullopt;
+    return lida;
+}
+
+bool DataHora::a_mais_de_um_ano(const DataHora& hoje) const {
+    const auto anos = [&](int passados) { return DataHora{hoje.ano + passados, hoje.mes, hoje.dia}; };
+    const DataHora este_dia{ano, mes, dia};
+    return este_dia < anos(-1) || este_dia > anos(+1);
 }
 
 } // namespace orvex::base

@@ -9,6 +9,8 @@
 
 namespace orvex::base {
 
+inline constexpr int primeiro_ano_do_servidor = 1753; // the columns that keep a date with a time begin there
+
 struct DataHora {
     int ano = 1900;
     int mes = 1;
@@ -31,6 +33,14 @@ struct DataHora {
     // Reads any of the forms above, with "-" or "/" between the parts of the date; the time is optional,
     // seconds too. Empty when the text is no date of the calendar.
     static std::optional<DataHora> le(std::string_view texto);
+
+    // What this becomes when the text is typed over it: what the text does not say (the time, or what of it
+    // is hidden) stays. Day, month and year are separated by "-", "/", "." or a blank, or are plain digits
+    // (15102025, 151025); a year of two digits is the nearest to today. `com_hora` lets a time follow
+    // ("10:20", "10.20", "10h20", 1020). Empty when the text is no date of the calendar, or one too old for
+    // the ledger.
+    std::optional<DataHora> digitada(std::string_view texto, bool com_hora, const DataHora& hoje) const;
+    bool a_mais_de_um_ano(const DataHora& hoje) const;
 };
 
 } // namespace orvex::base

@@ -7,6 +7,18 @@
 namespace orvex::base {
 namespace {
 
+// The blanks that programs group digits with, and put around them, are all one.
+std::string com_um_so_branco(std::string_view texto) {
+    constexpr char32_t sem_quebra = 0xA0, fino = 0x2009, fino_sem_quebra = 0x202F;
+    std::string resultado;
+    while (!texto.empty()) {
+        const char32_t c = retira_caracter(texto);
+        const bool branco = c == sem_quebra || c == fino || c == fino_sem_quebra;
+        acrescenta_caracter(resultado, branco ? U' ' : c);
+    }
+    return resultado;
+}
+
 // Groups of exactly three digits after the first, which has one to three.
 bool bem_agrupado(std::string_view inteiros, char sinal) {
     std::size_t desde_o_sinal = 0;
@@ -53,23 +65,27 @@ std::string FormatoRegional::peso(Moeda valor) const {
 }
 
 std::optional<Moeda> FormatoRegional::le(std::string_view texto) const {
-    texto = apara(texto);
-    std::string sinal;
+    const std::string escrito = com_um_so_branco(texto);
+    texto = apara(escrito);
+    std::string numero;
     if (!texto.empty() && (texto.front() == '-' || texto.front() == '+')) {
-        sinal = texto.front();
+        numero = texto.front();
         texto.remove_prefix(1);
     }
     const std::size_t ultimo = texto.find_last_of(",.");
-    if (ultimo == std::string_view::npos) return Moeda::le(sinal + std::string(texto));
-    if (texto.find(texto[ultimo]) != ultimo) return std::nullopt;
+    if (ultimo != std::string_view::npos && texto.find(texto[ultimo]) != ultimo) return std::nullopt;
 
     std::string inteiros(texto.substr(0, ultimo));
-    const char outro = texto[ultimo] == ',' ? '.' : ',';
-    if (inteiros.find(outro) != std::string::npos) {
-        if (!bem_agrupado(inteiros, outro)) return std::nullopt;
-        std::erase(inteiros, outro);
-    }
-    return Moeda::le(sinal + inteiros + "." + std::string(texto.substr(ultimo + 1)));
+    const char sinal = ultimo != std::string_view::npos && texto[ultimo] == '.' ? ',' : '.';
+    for (const char agrupa : {' ', sinal})
+        if (inteiros.find(agrupa) != std::string::npos) {
+            if (!bem_agrupado(inteiros, agrupa)) return std::nullopt;
+            std::erase(inteiros, agrupa);
+        }
+    numero += inteiros;
+    if (ultimo != std::string_view::npos) numero += "." + std::string(texto.substr(ultimo + 1));
+    const auto lido = Moeda::le(numero);
+    return lido && cabe_numa_coluna(*lido) ? lido : std::nullopt;
 }
 
 } // namespace orvex::base

@@ -20,7 +20,8 @@ struct FormatoRegional {
     std::string peso(Moeda valor) const; // "###,###,###.000": 1234.5 is "1.234,500", 0.5 is ",500"
 
     // A single sign of either kind is the decimal sign, never grouping ("1.234" is one and a bit); both
-    // together are grouping and decimal sign, in that order. Empty when the text is no number.
+    // together are grouping and decimal sign, in that order. Blanks group too, of the kinds a spreadsheet
+    // writes. Empty when the text is no number, or one that no column holds.
     std::optional<Moeda> le(std::string_view texto) const;
 };
 

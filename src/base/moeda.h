@@ -48,4 +48,12 @@ class Moeda {
     std::int64_t valor_ = 0;
 };
 
+// From here on a weight or a price is refused, whichever its sign, on every engine: the embedded company
+// stores decimals in a double, which keeps four of them up to here.
+inline constexpr Moeda magnitude_recusada = Moeda::de_decimos_milesimos(900'000'000'000 * Moeda::unidade);
+constexpr bool cabe_numa_coluna(Moeda valor) {
+    return valor < magnitude_recusada &&
+           valor > Moeda::de_decimos_milesimos(-magnitude_recusada.decimos_milesimos());
+}
+
 } // namespace orvex::base

@@ -13,31 +13,11 @@ constexpr std::array<char16_t, 32> altos{0x20AC, 0x81,   0x201A, 0x0192, 0x201E,
                                          0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                          0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-bool utf8_valido(std::string_view bytes) {
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto primeiro = static_cast<unsigned char>(bytes[i]);
-        std::size_t seguintes = 0;
-        if (primeiro >= 0xF0 && primeiro < 0xF5)
-            seguintes = 3;
-        else if (primeiro >= 0xE0)
-            seguintes = 2;
-        else if (primeiro >= 0xC2)
-            seguintes = 1;
-        else if (primeiro >= 0x80)
-            return false;
-        if (primeiro >= 0xF5 || i + seguintes >= bytes.size()) return false;
-        for (std::size_t k = 1; k <= seguintes; ++k)
-            if ((static_cast<unsigned char>(bytes[i + k]) & 0xC0U) != 0x80U) return false;
-        i += seguintes + 1;
-    }
-    return true;
-}
-
 } // namespace
 
 std::string texto_de_ficheiro(std::string_view bytes) {
     constexpr std::string_view marca = "\xEF\xBB\xBF";
-    if (bytes.substr(0, marca.size()) == marca) return std::string(bytes.substr(marca.size()));
+    if (bytes.starts_with(marca)) bytes.remove_prefix(marca.size());
     if (utf8_valido(bytes)) return std::string(bytes);
 
     std::string texto;

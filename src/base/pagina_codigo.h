@@ -7,9 +7,8 @@
 
 namespace orvex::base {
 
-// Gives the file's text in UTF-8. Bytes that start with a byte-order mark, or are valid UTF-8 with multi-byte
-// letters, are taken as UTF-8 (the mark is dropped); everything else as Windows-1252, where no byte is
-// invalid.
+// Gives the file's text in UTF-8. Bytes that are well-formed UTF-8 are taken as it; everything else as
+// Windows-1252, where no byte is invalid. A byte-order mark at the beginning is dropped.
 std::string texto_de_ficheiro(std::string_view bytes);
 
 } // namespace orvex::base

@@ -6,14 +6,43 @@
 namespace orvex::base {
 namespace {
 
-bool continua(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+constexpr char32_t primeiro_suplementar = 0x10000;
 
-// Byte offset of the character at the given position (from 0), or the end of the text.
-std::size_t deslocamento(std::string_view texto, std::size_t posicao) {
-    std::size_t i = 0;
-    for (; i < texto.size(); ++i)
-        if (!continua(texto[i]) && posicao-- == 0) break;
-    return i;
+std::size_t unidades_de(char32_t c) { return c >= primeiro_suplementar ? 2 : 1; }
+
+// The well-formed character that the text starts with; its size in bytes is 0 when there is none.
+struct Caracter {
+    char32_t codigo = 0;
+    std::size_t bytes = 0;
+};
+
+Caracter primeiro_caracter(std::string_view texto) {
+    const auto byte = [&texto](std::size_t i) { return static_cast<unsigned char>(texto[i]); };
+    const unsigned char primeiro = byte(0);
+    if (primeiro < 0x80) return {primeiro, 1};
+    const std::size_t bytes = primeiro < 0xC0 ? 0 : primeiro < 0xE0 ? 2 : primeiro < 0xF0 ? 3 : 4;
+    if (bytes == 0 || primeiro >= 0xF8 || bytes > texto.size()) return {};
+    char32_t codigo = primeiro & (0xFFU >> (bytes + 1));
+    for (std::size_t i = 1; i < bytes; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80U) return {};
+        codigo = (codigo << 6U) | (byte(i) & 0x3FU);
+    }
+    constexpr char32_t minimos[] = {0, 0, 0x80, 0x800, primeiro_suplementar};
+    const bool meio_par = codigo >= 0xD800 && codigo < 0xE000;
+    if (codigo < minimos[bytes] || codigo > 0x10FFFF || meio_par) return {};
+    return {codigo, bytes};
+}
+
+// Takes whole characters off the text while they fit into so many units; one that does not fit is taken too
+// when `excede`.
+void salta(std::string_view& texto, std::size_t unidades, bool excede) {
+    while (!texto.empty() && unidades > 0) {
+        std::string_view resto = texto;
+        const std::size_t deste = unidades_de(retira_caracter(resto));
+        if (deste > unidades && !excede) return;
+        texto = resto;
+        unidades -= std::min(deste, unidades);
+    }
 }
 
 } // namespace
@@ -51,22 +80,39 @@ std::vector<std::string> divide(std::string_view texto, char separador) {
 
 std::size_t comprimento(std::string_view texto) {
     std::size_t total = 0;
-    for (const char c : texto)
-        total += continua(c) ? 0 : 1;
+    while (!texto.empty())
+        total += unidades_de(retira_caracter(texto));
     return total;
 }
 
-std::string primeiros(std::string_view texto, std::size_t caracteres) {
-    return std::string(texto.substr(0, deslocamento(texto, caracteres)));
+std::string primeiros(std::string_view texto, std::size_t unidades) {
+    std::string_view resto = texto;
+    salta(resto, unidades, false);
+    return std::string(texto.substr(0, texto.size() - resto.size()));
 }
 
-std::string ultimos(std::string_view texto, std::size_t caracteres) {
+std::string ultimos(std::string_view texto, std::size_t unidades) {
     const std::size_t total = comprimento(texto);
-    return std::string(texto.substr(deslocamento(texto, total > caracteres ? total - caracteres : 0)));
+    if (total > unidades) salta(texto, total - unidades, true);
+    return std::string(texto);
 }
 
 std::string a_partir_de(std::string_view texto, std::size_t posicao) {
-    return std::string(texto.substr(deslocamento(texto, posicao > 0 ? posicao - 1 : 0)));
+    if (posicao > 1) salta(texto, posicao - 1, true);
+    return std::string(texto);
+}
+
+bool utf8_valido(std::string_view texto) {
+    while (!texto.empty()) {
+        const std::size_t bytes = primeiro_caracter(texto).bytes;
+        if (bytes == 0) return false;
+        texto.remove_prefix(bytes);
+    }
+    return true;
+}
+
+bool texto_valido(std::string_view texto) {
+    return texto.find('\0') == std::string_view::npos && utf8_valido(texto);
 }
 
 std::string_view apara(std::string_view texto) {
@@ -76,25 +122,10 @@ std::string_view apara(std::string_view texto) {
 }
 
 char32_t retira_caracter(std::string_view& texto) {
-    const auto primeiro = static_cast<unsigned char>(texto.front());
-    texto.remove_prefix(1);
-    std::size_t seguintes = 0;
-    char32_t c = primeiro;
-    if (primeiro >= 0xF0) {
-        seguintes = 3;
-        c = primeiro & 0x07U;
-    } else if (primeiro >= 0xE0) {
-        seguintes = 2;
-        c = primeiro & 0x0FU;
-    } else if (primeiro >= 0xC0) {
-        seguintes = 1;
-        c = primeiro & 0x1FU;
-    }
-    for (; seguintes > 0 && !texto.empty() && continua(texto.front()); --seguintes) {
-        c = (c << 6U) | (static_cast<unsigned char>(texto.front()) & 0x3FU);
-        texto.remove_prefix(1);
-    }
-    return c;
+    const Caracter primeiro = primeiro_caracter(texto);
+    const auto byte = static_cast<unsigned char>(texto.front());
+    texto.remove_prefix(primeiro.bytes > 0 ? primeiro.bytes : 1);
+    return primeiro.bytes > 0 ? primeiro.codigo : byte;
 }
 
 char32_t maiuscula(char32_t c) {

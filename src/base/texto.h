@@ -1,4 +1,5 @@
-// Small operations on UTF-8 text. Lengths and positions are characters, never bytes.
+// Small operations on UTF-8 text. Lengths and positions are UTF-16 units, as the server counts its columns: a
+// character beyond the basic plane counts two, and is never cut in half.
 #pragma once
 
 #include <cstddef>
@@ -15,14 +16,19 @@ namespace orvex::base {
 std::vector<std::string> divide(std::string_view texto, char separador);
 
 std::size_t comprimento(std::string_view texto);
-std::string primeiros(std::string_view texto, std::size_t caracteres);
-std::string ultimos(std::string_view texto, std::size_t caracteres);
+std::string primeiros(std::string_view texto, std::size_t unidades); // so many at most
+std::string ultimos(std::string_view texto, std::size_t unidades);
 std::string a_partir_de(std::string_view texto, std::size_t posicao); // positions count from 1
+
+// Well-formed: no overlong form, no half of a pair, nothing beyond the last code point.
+bool utf8_valido(std::string_view texto);
+// What may go into a statement or a column: well-formed, without the null character.
+bool texto_valido(std::string_view texto);
 
 std::string_view apara(std::string_view texto); // without blanks at either end
 
-// Takes the first character off the text and gives its code point; a byte that starts no character stands for
-// itself.
+// Takes the first character off the text and gives its code point; a byte that starts no well-formed
+// character stands for itself.
 char32_t retira_caracter(std::string_view& texto);
 void acrescenta_caracter(std::string& texto, char32_t caracter);
 // The upper-case form of one letter of the system's 8-bit code page (accented ones too); any other as it is.

@@ -1,5 +1,7 @@
 #include "common/controlos.h"
 
+#include "base/texto.h"
+
 namespace orvex::common {
 
 bool Controlo::a_vista() const {
@@ -14,6 +16,11 @@ bool Controlo::a_vista() const {
 Botao* Controlo::cancela() const {
     const auto* quadro = dynamic_cast<const Quadro*>(dentro_de);
     return quadro != nullptr ? quadro->Cancela : nullptr;
+}
+
+void Campo::selecciona_tudo() {
+    SelStart = 0;
+    SelLength = static_cast<int>(base::comprimento(Text));
 }
 
 } // namespace orvex::common

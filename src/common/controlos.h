@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,9 +50,11 @@ struct Campo : Controlo {
     std::string Text;
     int SelStart = 0;
     int SelLength = 0;
-    int MaxLength = 0; // characters the user may type; 0 is no limit; never cuts what the program sets
+    int MaxLength = 0; // UTF-16 units the user may type; 0 is no limit; never cuts what the program sets
     bool so_leitura = false;
     bool numerico = false; // shown aligned to the right
+
+    void selecciona_tudo();
 };
 
 struct Etiqueta : Controlo {
@@ -66,6 +69,17 @@ struct Botao : Controlo {
 struct SelectorData : Controlo {
     base::DataHora Value;
     bool com_hora = false; // dd-MM-yyyy HH:mm instead of a date alone; the hidden time is kept
+    // What is being typed. It is read into Value when the keyboard leaves.
+    std::optional<std::string> Texto;
+    std::optional<base::DataHora> escolhida; // the last value that came from the user
+    // Both as they were when the keyboard came: Esc puts them back.
+    base::DataHora ao_entrar;
+    std::optional<base::DataHora> escolhida_ao_entrar;
+
+    std::string texto_mostrado() const {
+        return Texto ? *Texto : com_hora ? Value.data_hora() : Value.data();
+    }
+    bool do_utilizador() const { return escolhida == Value; } // the program has set no other since
     std::function<void(int& KeyCode, int Shift)> KeyDown;
 };
 

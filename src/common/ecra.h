@@ -17,6 +17,7 @@
 
 #include <exception>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
@@ -70,7 +71,11 @@ class Ecra : private Foco::Ouvinte {
     bool utilizador_foca(Controlo& controlo);
     void utilizador_prime(Botao& botao);
     bool utilizador_esc(Controlo& controlo); // false where Esc presses no button
-    void utilizador_data(SelectorData& selector, const base::DataHora& valor);
+    // Typed into a picker: read when the keyboard leaves it, and kept there while it is no date.
+    void utilizador_edita(SelectorData& selector, const std::string& texto);
+    void utilizador_data(SelectorData& selector, const base::DataHora& valor); // chosen, not typed
+    // The date the picker would leave with; empty while its text is none.
+    std::optional<base::DataHora> data_escrita(const SelectorData& selector) const;
     void utilizador_tecla(SelectorData& selector, int codigo, int shift);
     void utilizador_escolhe(Combo& combo, int indice);
     void utilizador_pagina(Separadores& separadores, int pagina);
@@ -80,7 +85,8 @@ class Ecra : private Foco::Ouvinte {
     // click.
     bool utilizador_tecla(Grelha& grelha, int codigo, int shift);
     void utilizador_duplo_clique(Grelha& grelha);
-    // The text typed into the current cell is about to be stored. False when it was refused.
+    // The text typed into the current cell, be it what was there, is about to be stored. False when it was
+    // refused.
     bool utilizador_edita_celula(Grelha& grelha, const std::string& texto);
     void utilizador_apaga_linha(Grelha& grelha);
 
@@ -99,15 +105,26 @@ class Ecra : private Foco::Ouvinte {
 
     // Adds a control under its name.
     void regista(Controlo& controlo, std::string nome);
-    // Members of the array `campo`; the length is that of the column the field is written to, 0 where none
-    // limits it.
-    void regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda, int comprimento);
+    // Members of the array `campo`.
+    void regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda);
     void regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
                        std::function<void()> Click);
     // A date picker in which Enter moves on and Esc moves back.
     void regista_selector(SelectorData& selector, std::string nome, const char* ToolTip, const char* Legenda);
 
     // Services
+
+    struct ColunaBD {
+        const char* tabela;
+        const char* coluna;
+    };
+    // The longest text that all of these columns take, as the connected database describes them; 0 when none
+    // of them limits it.
+    int Comprimento(std::initializer_list<ColunaBD> colunas);
+
+    // Asks about every date that the user gave, far from today, and was not asked about yet. False when one
+    // is not meant so: the cursor is then on its way there.
+    bool AceitaDatas(std::initializer_list<SelectorData*> selectores);
 
     // Kinds: 1 mandatory field, 2 information, 3 OK/Cancel (Cancel the default), 4 Yes/No; any other shows
     // nothing.
@@ -204,6 +221,9 @@ class Ecra : private Foco::Ouvinte {
     void corre(const std::function<void()>& manipulador);
     void resolve_foco();
     Janela& janela();
+
+    bool le_texto(SelectorData& selector);
+    void poe_a_vista(const Controlo& controlo); // turns to the page it lies on
 
     bool valida_ao_sair(Controlo& controlo) override;
     void perdeu(Controlo& controlo) override;

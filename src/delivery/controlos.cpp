@@ -12,25 +12,23 @@ struct DescricaoCampo {
     const char* dica;
     const char* legenda;
     bool em_diversos;
-    int comprimento; // of the column it is written to; 0 where none limits it
 };
 
-constexpr int comprimento_cliente = 15;
-constexpr int comprimento_numero = 10;
+constexpr int algarismos_numero = 10;
 
 constexpr DescricaoCampo campos[] = {
-    {0, "Cliente.", "Cliente", false, comprimento_cliente},
-    {1, "No.Documento.", "No.Doc", false, comprimento_numero},
-    {2, "Gestor de Conta.", "Gestor Conta", true, 0},
-    {3, "Vendedor.", "Vendedor", true, 0},
-    {11, "Tipo de Máquina.", "", true, 0},
-    {19, "Contribuinte.", "Contribuinte", true, 0},
-    {22, "Processo", "Processo", true, 0},
-    {23, "Vosso Número.", "V/Número", true, 0},
-    {24, "Meio de Transporte.", "Meio Transporte", true, 0},
-    {25, "Matrícula.", "Matrícula", true, 0},
-    {26, "Local de Carga.", "Local Carga", true, 0},
-    {27, "Local de Descarga.", "Local Descarga", true, 0},
+    {0, "Cliente.", "Cliente", false},
+    {1, "No.Documento.", "No.Doc", false},
+    {2, "Gestor de Conta.", "Gestor Conta", true},
+    {3, "Vendedor.", "Vendedor", true},
+    {11, "Tipo de Máquina.", "", true},
+    {19, "Contribuinte.", "Contribuinte", true},
+    {22, "Processo", "Processo", true},
+    {23, "Vosso Número.", "V/Número", true},
+    {24, "Meio de Transporte.", "Meio Transporte", true},
+    {25, "Matrícula.", "Matrícula", true},
+    {26, "Local de Carga.", "Local Carga", true},
+    {27, "Local de Descarga.", "Local Descarga", true},
 };
 
 std::string indexado(const char* nome, int indice) {
@@ -76,9 +74,10 @@ void GuiasRemessa::na_pagina(common::Controlo& controlo, int pagina) {
 void GuiasRemessa::liga_campos() {
     for (const DescricaoCampo& descricao : campos) {
         Campo& campo_ = campo(descricao.indice);
-        regista_campo(campo_, descricao.indice, descricao.dica, descricao.legenda, descricao.comprimento);
+        regista_campo(campo_, descricao.indice, descricao.dica, descricao.legenda);
         if (descricao.em_diversos) na_pagina(campo_, pagina_diversos);
     }
+    campo(1).MaxLength = algarismos_numero;
     campo(11).Visible = false;
 
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
@@ -95,6 +94,25 @@ void GuiasRemessa::liga_campos() {
     cb1(0).ToolTip = "Armazém.";
     cb1(0).Legenda = "Armazém";
     cb1(0).Change = [this](int anterior) { cb1_Change(anterior); };
+}
+
+// Each takes what every column it ends in takes: here it is a field to correct, in the ERP a note that is
+// lost.
+void GuiasRemessa::LimitaCampos() {
+    campo(0).MaxLength =
+        Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX_Mov", "Cliente"}, {"DocGcCab", "Terceiro"}});
+    for (const int i : {2, 3})
+        campo(i).MaxLength = Comprimento({{"DocGcCab", "Vendedor"}, {"Vendedor", "Codigo"}});
+    const std::pair<int, const char*> de_cabecalho[] = {
+        {19, "NumContrib"}, {22, "Processo"}, {23, "VossoNo"}, {24, "MeioTransp"}, {25, "Matricula"}};
+    for (const auto& [i, coluna] : de_cabecalho)
+        campo(i).MaxLength = Comprimento({{"DocGcCab", coluna}});
+    for (const int i : {26, 27}) // on the way back they change places
+        campo(i).MaxLength = Comprimento({{"DocGcCab", "LocalCarga"}, {"DocGcCab", "LocalDescarga"}});
+}
+
+int GuiasRemessa::ComprimentoDesignacao() {
+    return Comprimento({{"DocGcLin", "Descr"}, {"xel_ORVEX_Mov", "Descritivo"}});
 }
 
 void GuiasRemessa::liga_botoes() {

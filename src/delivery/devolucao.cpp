@@ -24,6 +24,7 @@ void GuiasRemessa::btGV_Click(int Index) {
         if (GuiaAindaNoEcra() && GuiaLidaPorInteiro()) AbreDevolucao();
         return;
     }
+    if (Index == confirmar && !AceitaDatas({&DTPicker3})) return;
     if (Index == confirmar &&
         Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?", 3) == common::resposta_ok) {
         GravaDevolucao();
@@ -52,7 +53,7 @@ void GuiasRemessa::AbreDevolucao() {
 
 void GuiasRemessa::Act_Final() {
     Final.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-                  {"Nome", "Designação", TipoColuna::texto, 4200, 80, false},
+                  {"Nome", "Designação", TipoColuna::texto, 4200, ComprimentoDesignacao(), false},
                   {"Qtd", "Qtd", TipoColuna::decimal, 1500, 15, true, true, false},
                   {"Transf", "...", TipoColuna::logico, 700, 0, false},
                   {"NumLinha", "NumLinha", TipoColuna::inteiro, 1200, 20, true, true, false},

@@ -35,6 +35,7 @@ void GuiasRemessa::btConf_Click(int Index) {
                 return SetFocus(campo(0));
             }
         }
+        if (Index == emitir && !AceitaDatas({&DTPicker1, &DTPicker2(0), &DTPicker2(1)})) return;
         ArmazemGuia = ArmazemEscolhido();
         BD.IniciaTransaccao();
         if (Index == emitir)

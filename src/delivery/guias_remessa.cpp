@@ -16,6 +16,7 @@ GuiasRemessa::GuiasRemessa(common::ServicosEcra servicos) : Ecra(std::move(servi
 
 void GuiasRemessa::Form_Load() {
     LeParametros();
+    LimitaCampos();
     limparform();
 }
 

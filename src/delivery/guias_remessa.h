@@ -65,6 +65,8 @@ class GuiasRemessa : public common::Ecra {
     void liga_controlos();
     void liga_rotulos();
     void liga_campos();
+    void LimitaCampos();
+    int ComprimentoDesignacao(); // of the text of a line
     void liga_botoes();
     void liga_grelhas();
     void na_pagina(common::Controlo& controlo, int pagina);

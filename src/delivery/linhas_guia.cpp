@@ -22,7 +22,7 @@ void GuiasRemessa::Act_Gr() {
             chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
     };
     Gr.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-               {"Nome", "Designação", TipoColuna::texto, 3700, 80, false},
+               {"Nome", "Designação", TipoColuna::texto, 3700, ComprimentoDesignacao(), false},
                {"Quant", "P.Liq.", TipoColuna::decimal, 1150, 12, false, false, true, true},
                escondida("Doc", "Doc", TipoColuna::texto, 20),
                escondida("QuantDet", "QuantDet", TipoColuna::decimal, 12),

@@ -14,7 +14,6 @@ namespace {
 
 constexpr int para_orvex = 1;
 constexpr int para_cliente = 2;
-constexpr std::size_t comprimento_observ = 35; // of the article's note
 
 } // namespace
 
@@ -28,6 +27,7 @@ void TrfBobines::btConf_Click() {
         return SetFocus(campo(0));
     }
     ExigeParametros();
+    if (!AceitaDatas({&DTPicker1})) return;
     try {
         BD.IniciaTransaccao();
         BD.Tranca();
@@ -132,7 +132,8 @@ void TrfBobines::ActArtigo() {
     const auto ficha =
         BD.AbreActualizavel("Select * from Artigos where Codigo=" + base::entre_plicas(campo(0).Text));
     if (ficha->fim()) return;
-    ficha->define("Observ", base::primeiros(campo(2).Text + " - " + Label2(4).Caption, comprimento_observ));
+    ficha->define("Observ", base::primeiros(campo(2).Text + " - " + Label2(4).Caption,
+                                            static_cast<std::size_t>(ComprimentoObserv)));
     ficha->actualiza();
 }
 

@@ -2,14 +2,15 @@
 
 #include "base/texto.h"
 
+#include <algorithm>
+
 namespace orvex::transfer {
 
 namespace {
 
 constexpr int para_orvex = 1;
 constexpr int para_cliente = 2;
-constexpr int comprimento_codigo = 15; // of the ledger's columns
-constexpr int comprimento_obs = 100;
+constexpr int comprimento_observ = 35; // of the article's note, at most
 
 } // namespace
 
@@ -23,12 +24,12 @@ void TrfBobines::liga_controlos() {
     for (const int i : {2, 3, 4})
         regista(Label2(i), "Label2(" + std::to_string(i) + ")");
 
-    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série", comprimento_codigo);
-    regista_campo(campo(1), 1, "Cliente.", "Cliente", 0);
-    regista_campo(campo(2), 2, "Cliente destino.", "Novo Cliente", comprimento_codigo);
-    regista_campo(campo(3), 3, "Cliente destino.", "", 0);
-    regista_campo(campo(4), 4, "Observações", "Obs (Entrada)", comprimento_obs);
-    regista_campo(campo(5), 5, "Observações", "Obs (Saída)", comprimento_obs);
+    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
+    regista_campo(campo(1), 1, "Cliente.", "Cliente");
+    regista_campo(campo(2), 2, "Cliente destino.", "Novo Cliente");
+    regista_campo(campo(3), 3, "Cliente destino.", "");
+    regista_campo(campo(4), 4, "Observações", "Obs (Entrada)");
+    regista_campo(campo(5), 5, "Observações", "Obs (Saída)");
     campo(1).so_leitura = true; // set by the program alone; takes the focus, so that Esc in it closes
     campo(3).Visible = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
@@ -54,6 +55,12 @@ void TrfBobines::Form_Load() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
+    campo(0).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
+    campo(2).MaxLength = Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX", "CliFinal"}});
+    for (const int i : {4, 5})
+        campo(i).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
+    const int da_coluna = Comprimento({{"Artigos", "Observ"}});
+    ComprimentoObserv = da_coluna > 0 ? std::min(da_coluna, comprimento_observ) : comprimento_observ;
     limparform();
     Label1.Caption = Modo == para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
 }

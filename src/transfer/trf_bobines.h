@@ -79,8 +79,8 @@ class TrfBobines : public common::Ecra {
     std::string Detentor;      // `Cliente` of the item's newest ledger row
     std::string ArmazemActual; // where its stock lies
     base::Moeda Quantidade;    // its stock there, tonnes
-    std::string
-        DetentorNoERP; // the holder in campo(1), as the ERP writes it; empty when it has no such client
+    std::string DetentorNoERP; // the holder in campo(1), as the ERP writes it; empty for no such client
+    int ComprimentoObserv = 0; // of the article's note
 
     // What the validations accepted last. `Registo` is that of the item's newest ledger row then.
     struct Aceite {

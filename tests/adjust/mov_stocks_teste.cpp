@@ -81,8 +81,13 @@ TEST(Ajustes, the_texts_of_a_confirmation_of_a_replacement_and_of_a_cancellation
     EcraAjuste ajustes(1);
     ajustes.item("CEDIDA");
     ajustes.ecra.campo(2).Text = "Proc'1";
-    ajustes.ecra.utilizador_data(ajustes.ecra.DTPicker1, {2018, 12, 31});
     ajustes.quantidade("5,2");
+    ajustes.ecra.utilizador_data(ajustes.ecra.DTPicker1, {2017, 12, 31});
+    ajustes.janela.respostas = {common::resposta_cancelar};
+    ajustes.confirma();
+    EXPECT_EQ(ajustes.caixas(), "A data 31-12-2017 está a mais de um ano de hoje.\r\nPretende continuar?");
+    EXPECT_EQ(ajustes.documentos() + ajustes.ecra.campo(3).Text, " / 5,2");
+    ajustes.ecra.utilizador_data(ajustes.ecra.DTPicker1, {2018, 12, 31});
     ajustes.diario.recomeca();
     ajustes.confirma();
     EXPECT_EQ(ajustes.caixas(),
@@ -169,7 +174,7 @@ TEST(Ajustes, an_item_is_looked_up_where_its_holder_keeps_it) {
 TEST(Ajustes, what_is_typed_as_new_stock_or_quantity_is_checked_and_gives_an_observation) {
     for (const auto& caso : tabela(
              {"1 =>  => Campo Obrigatório! => ", "1 => abc => Valor inválido! => ",
-              "1 => 5 =>  => Excesso de Peso",
+              "1 => 900000000000 => Valor inválido! => ", "1 => 5 =>  => Excesso de Peso",
               "1 => 4,9999 => A Nova Existência deve ser superior à Existência! => ", "2 => 5 =>  => Sucata",
               "2 => 5,0001 => A Nova Existência deve ser inferior à Existência! => ",
               "3 => 5 =>  => Consumo Interno", "3 => 5,0001 => Valor Inválido para o Consumo! => ",
@@ -180,6 +185,7 @@ TEST(Ajustes, what_is_typed_as_new_stock_or_quantity_is_checked_and_gives_an_obs
         const bool carregado = caso[0].size() > 1;
         Ajustando ajustes(caso[0][0], carregado);
         ajustes.ecra.campo(4).Text.clear();
+        EXPECT_EQ(ajustes.ecra.campo(2).MaxLength + ajustes.ecra.campo(4).MaxLength, 30 + 100);
         EXPECT_EQ(ajustes.ecra.Label2(3).Caption,
                   carregado || caso[0] == "3" ? "Quantidade" : "Nova Existência");
         ajustes.quantidade(caso[1]);

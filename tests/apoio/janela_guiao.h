@@ -95,6 +95,10 @@ class Operador {
         ecra_.utilizador_foca(campo);
         ecra_.utilizador_edita(campo, texto);
     }
+    void escreve(common::SelectorData& selector, const std::string& texto) {
+        ecra_.utilizador_foca(selector);
+        ecra_.utilizador_edita(selector, texto);
+    }
     void sai() { ecra_.utilizador_avanca(+1); }
     void preenche(common::Campo& campo, const std::string& texto) {
         escreve(campo, texto);

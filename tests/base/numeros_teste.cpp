@@ -54,6 +54,11 @@ TEST(FormatoRegional, a_single_sign_is_decimal_and_both_together_group) {
                  "1.234.567 => ?", "12.34,5 => ?", "1234.567,8 => ?", ".234,5 => ?", "1,2,3 => ?", "12a => ?",
                  " => ?", "- 1 => ?"}))
         EXPECT_EQ(escrita(FormatoRegional().le(caso[0])), caso[1]) << caso[0];
+    for (const auto& caso :
+         tabela({"1 234,500 => 1234.5", "1\u00A0234,5 => 1234.5", "1\u202F234\u202F567.8 => 1234567.8",
+                 "\u00A01\u2009234\u00A0 => 1234", "12 34,5 => ?", "1 234.567,8 => ?", "1,234 5 => ?",
+                 "899999999999,9999 => 899999999999.9999", "900000000000 => ?", "-900.000.000.000,0 => ?"}))
+        EXPECT_EQ(escrita(FormatoRegional().le(caso[0])), caso[1]) << caso[0];
 }
 
 TEST(FormatoRegional, plain_numbers_carry_no_grouping_and_weights_always_three_decimals) {

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 using namespace orvex::base;
+using orvex::testes::partes;
 using orvex::testes::tabela;
 using testing::ElementsAre;
 using testing::Property;
@@ -22,12 +23,51 @@ TEST(DataHora, every_form_is_read_and_nothing_that_is_no_date) {
         const auto lida = DataHora::le(caso[0]);
         EXPECT_EQ(lida ? lida->data_hora_iso() : "?", caso[1]) << caso[0];
     }
-    const DataHora momento{2019, 3, 5, 9, 8, 7};
+    const DataHora momento{2019, 3, 5, 9, 8, 7}, hoje{2026, 11, 23};
+    const auto escrita = [&](const std::string& texto, bool com_hora) {
+        const auto lida = momento.digitada(texto, com_hora, hoje);
+        return lida ? lida->data_hora_iso().substr(0, 16) : "?";
+    };
+    for (const auto& forma :
+         partes("15-10-2025,15/10/2025, 15.10.2025,15 10 2025,15102025,151025,15/10.25,2025-10-15", ",")) {
+        EXPECT_EQ(escrita(forma, false), "2025-10-15 09:08") << forma;
+        EXPECT_EQ(escrita(forma + " 7h05", false), "?") << forma;
+        for (const char* hora : {" 10:20", " 1020", " 10.20"})
+            EXPECT_EQ(escrita(forma + hora, true), "2025-10-15 10:20") << forma;
+    }
+    for (const auto& caso : tabela({"5-2-2026 => 2026-02-05", "1-1-75 => 2075-01-01", "1-1-76 => 1976-01-01",
+                                    "29-2-28 => 2028-02-29", "1-1-1753 => 1753-01-01"}))
+        EXPECT_EQ(escrita(caso[0], true), caso[1] + " 09:08");
+    for (const char* junta : {"1510251020", "151020251020"})
+        EXPECT_EQ(escrita(junta, true) + escrita(junta, false), "2025-10-15 10:20?") << junta;
+    for (const auto& nada : partes("31-02-2026,29-02-2026,15-10-202,15-10-5,15-10,15-10-,15--10-25,1510202,"
+                                   "20251015,015-10-2025,x,15-10-2025x,31-12-1752,15-10-0025,15-10-25 "
+                                   "24:00,15-10-25 10,15-10-25 10:2,15-10-2025 10:20:30,15:10:2025,",
+                                   ","))
+        EXPECT_EQ(escrita(nada, true), "?") << nada;
+    for (const char* longe : {"24-11-2027", "22-11-2025"})
+        EXPECT_TRUE(DataHora::le(longe)->a_mais_de_um_ano(hoje)) << longe;
+    for (const char* perto : {"23-11-2027 23:59", "23-11-2025", "23-11-2026 10:00"})
+        EXPECT_FALSE(DataHora::le(perto)->a_mais_de_um_ano(hoje)) << perto;
     EXPECT_EQ(momento.data() + momento.data_iso(), "05-03-20192019-03-05");
     EXPECT_EQ(momento.data_hora() + " " + momento.so_hora(), "05-03-2019 09:08 09:08:07");
 }
 
-TEST(Texto, lengths_and_pieces_count_characters_not_bytes) {
+TEST(Texto, lengths_and_pieces_count_utf_16_units_and_halve_no_character) {
+    EXPECT_EQ(comprimento("a😀b"), 4U);
+    EXPECT_EQ(primeiros("a😀b", 2) + "|" + primeiros("a😀b", 3), "a|a😀");
+    EXPECT_EQ(ultimos("a😀b", 2) + "|" + ultimos("a😀b", 3), "b|😀b");
+    EXPECT_EQ(a_partir_de("a😀b", 2) + "|" + a_partir_de("a😀b", 3), "😀b|b");
+    for (const std::string_view mau : {"\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF0\x80\x80\xAF",
+                                       "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xC3", "\x80"}) {
+        EXPECT_FALSE(utf8_valido(mau) || texto_valido(mau));
+        std::string_view resto = mau;
+        EXPECT_EQ(retira_caracter(resto), static_cast<unsigned char>(mau[0])) << "a byte stands for itself";
+        EXPECT_EQ(resto.size(), mau.size() - 1);
+    }
+    EXPECT_TRUE(texto_valido("a\xED\x9F\xBF\xEE\x80\x80\xF4\x8F\xBF\xBFç€"));
+    EXPECT_FALSE(texto_valido(std::string_view("a\0b", 3)));
+
     EXPECT_EQ(comprimento("ação€"), 5U);
     EXPECT_EQ(primeiros("ação", 2) + ultimos("ação", 2) + ultimos("ão", 5), "açãoão");
     EXPECT_EQ(a_partir_de("ação", 3) + a_partir_de("ação", 9), "ão");
@@ -45,7 +85,9 @@ TEST(Texto, lengths_and_pieces_count_characters_not_bytes) {
 
 TEST(PaginaCodigo, bytes_are_windows_1252_unless_they_are_utf_8_with_letters) {
     for (const auto& caso : tabela({"ARMAZ\xC9M=\x80 \x9F \x81 => ARMAZÉM=€ Ÿ \xC2\x81", "Armazém => Armazém",
-                                    "\xEF\xBB\xBFGR => GR", "\xC0\xAF => À¯", "Armazém \xE7 => ArmazÃ©m ç"}))
+                                    "\xEF\xBB\xBFGR => GR", "\xC0\xAF => À¯", "Armazém \xE7 => ArmazÃ©m ç",
+                                    "\xED\xA0\x81 => í\xC2\xA0\xC2\x81", "\xE0\x81\xAF => à\xC2\x81¯",
+                                    "\xEF\xBB\xBFGR\xC9 => GRÉ"}))
         EXPECT_EQ(texto_de_ficheiro(caso[0]), caso[1]);
     EXPECT_EQ(texto_de_ficheiro("\xC3"), "Ã") << "a letter that starts and does not end";
 }

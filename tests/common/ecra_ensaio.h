@@ -17,6 +17,7 @@ class EcraEnsaio : public common::Ecra {
         regista(data, "data");
         data.KeyDown = [this](int& KeyCode, int) {
             if (KeyCode == common::tecla_enter) xelSendkeys("{TAB}");
+            if (KeyCode == common::tecla_esc) xelSendkeys("+{TAB}");
         };
         regista(combo, "combo");
         combo.itens = {"Um", "Dois"};
@@ -37,6 +38,7 @@ class EcraEnsaio : public common::Ecra {
 
     void Form_Load() override {}
 
+    using Ecra::AceitaDatas;
     using Ecra::Avisa;
     using Ecra::bDigitado;
     using Ecra::MostraMensagem;

@@ -94,3 +94,33 @@ TEST_F(EcraBase, a_button_ignores_a_second_press_while_the_first_runs) {
     op.prime(ecra.confirmar);
     EXPECT_EQ(premidas, 1);
 }
+
+TEST_F(EcraBase, a_typed_date_is_read_as_its_picker_is_left_and_asked_about_once_when_it_is_far) {
+    const base::DataHora hoje{2019, 3, 15, 10, 20, 30}, longe{2017, 10, 15, 10, 20, 30};
+    ecra.data.Value = hoje;
+    op.escreve(ecra.data, "31-02");
+    op.prime(ecra.confirmar);
+    EXPECT_EQ(janela.retira_caixas() + ecra.data.texto_mostrado(), "Data inválida!31-02");
+    EXPECT_TRUE(foco() == &ecra.data && ecra.confirmacoes == 0 && ecra.data.Value == hoje);
+    ecra.utilizador_tecla(ecra.data, tecla_esc, 0);
+    EXPECT_TRUE(foco() == &ecra.campo[1] && ecra.data.Value == hoje && !ecra.data.Texto);
+
+    bool aceite = false;
+    ecra.confirmar.Click = [&] { aceite = ecra.AceitaDatas({&ecra.data}); };
+    const auto pergunta = [&](int resposta) {
+        janela.respostas = {resposta};
+        op.prime(ecra.confirmar);
+        const std::string texto = janela.retira_caixas();
+        return texto.empty() ? texto : texto.substr(texto.find('1'), 10) + (aceite ? " sim" : " não");
+    };
+    op.escreve(ecra.data, "151017");
+    EXPECT_EQ(pergunta(resposta_cancelar), "15-10-2017 não");
+    EXPECT_TRUE(foco() == &ecra.data && ecra.data.Value == longe);
+    ecra.utilizador_data(ecra.data, hoje); // chosen, and put back
+    ecra.utilizador_tecla(ecra.data, tecla_esc, 0);
+    EXPECT_EQ(pergunta(resposta_ok) + pergunta(resposta_ok), "15-10-2017 sim");
+    ecra.data.Value = {2015, 1, 1}; // by the program
+    EXPECT_EQ(pergunta(resposta_ok), "");
+    op.escreve(ecra.data, "15-03-20");
+    EXPECT_EQ(pergunta(resposta_ok), "");
+}

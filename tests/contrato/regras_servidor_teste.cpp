@@ -64,6 +64,8 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
         {"Preco", 9e11, numeros::valor_truncado},
         {"Preco", -9e11, numeros::valor_truncado},
         {"Data", DataHora{1752, 12, 31}, numeros::valor_truncado},
+        {"Obs", "a\xED\xA0\x80", outro_tipo},
+        {"Obs", std::string("a\0b", 3), outro_tipo},
         {"Serie", "um", outro_tipo},
         {"Preco", "1,5", outro_tipo},
         {"Preco", "", outro_tipo},
@@ -76,6 +78,13 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
     for (const auto& caso : casos)
         EXPECT_EQ(numero_da_falha([&] { novo_registo()->define(caso.coluna, caso.dado); }), caso.numero)
             << caso.coluna << " = " << caso.dado.texto();
+    for (const std::string& mau : {std::string("'\xC0\xA7'"), std::string("'a\0'", 4)})
+        for (const auto& corre : std::initializer_list<std::function<void(const std::string&)>>{
+                 [&](const std::string& sql) { BD.Executa(sql); },
+                 [&](const std::string& sql) { BD.Consulta(sql); },
+                 [&](const std::string& sql) { BD.AbreActualizavel(sql); }})
+            EXPECT_THAT([&] { corre("Select * from xel_ORVEX where Obs=" + mau); },
+                        testing::ThrowsMessage<base::Falha>(testing::HasSubstr("caracteres")));
 }
 
 TEST_F(RegrasServidor, a_date_column_drops_the_time_of_day) {

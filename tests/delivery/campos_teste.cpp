@@ -35,6 +35,14 @@ TEST(GuiasParametros, one_message_names_every_list_that_is_too_short) {
     }
 }
 
+TEST_F(Guias, fields_and_text_lines_take_what_the_columns_they_end_in_take) {
+    const std::pair<int, int> limites[] = {{0, 15},  {1, 10},  {2, 6},   {3, 6},   {19, 20}, {22, 30},
+                                           {23, 30}, {24, 40}, {25, 20}, {26, 60}, {27, 60}};
+    for (const auto& [indice, limite] : limites)
+        EXPECT_EQ(ecra.campo(indice).MaxLength, limite) << indice;
+    EXPECT_EQ(ecra.Gr.colunas()[1].comprimento_maximo, 80);
+}
+
 TEST_F(Guias, a_client_is_read_when_it_was_typed_and_refused_when_unknown_or_inactive) {
     const auto mostrado = [&] {
         return ecra.Label2(1).Caption + "|" + ecra.campo(19).Text + "|" + ecra.campo(2).Text + "|" +

@@ -54,6 +54,10 @@ TEST_F(Guias, the_texts_of_returning_a_line_of_a_note_of_last_year) {
     for (const int i : {2, 19, 22, 24, 25, 26, 27})
         ecra.campo(i).Text = "c" + std::to_string(i);
     abre_devolucao();
+    ecra.utilizador_data(ecra.DTPicker3, {2020, 7, 2});
+    janela.respostas = {common::resposta_cancelar};
+    op.prime(ecra.btGV(1)); // a date far off
+    EXPECT_TRUE(ecra.Frame3.Visible && ecra.foco().actual() == &ecra.DTPicker3);
     ecra.utilizador_data(ecra.DTPicker3, {2020, 1, 2, 8, 5, 0});
     diario.recomeca();
     marca(1);

@@ -112,6 +112,17 @@ TEST_F(Guias, a_confirmation_needs_a_client_a_tax_number_of_the_national_market_
         janela.respostas.clear();
         op.prime(ecra.btCancelar);
     }
+    for (common::SelectorData* data : {&ecra.DTPicker1, &ecra.DTPicker2(0), &ecra.DTPicker2(1)}) {
+        cliente("CL'1");
+        escolhe(1);
+        ecra.utilizador_data(*data, {2017, 10, 15});
+        janela.respostas = {common::resposta_cancelar};
+        confirma();
+        EXPECT_EQ(caixas(), "A data 15-10-2017 está a mais de um ano de hoje.\r\nPretende continuar?");
+        EXPECT_TRUE(ecra.foco().actual() == data && !linhas(ecra.Gr, {"Nome"}).empty());
+        op.prime(ecra.btCancelar);
+    }
+    EXPECT_EQ(empresa.linhas("select * from DocGcCab"), "");
     // The number is accepted as it is; the second time, the article has gone.
     for (const char* resultado :
          {"Foi criado o documento Nº  1", "Situação Anómala\n\rErro: O artigo «BOB'1» não existe."}) {

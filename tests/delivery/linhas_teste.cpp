@@ -71,7 +71,10 @@ TEST_F(Guias, what_is_typed_into_the_cells_of_a_line_is_checked) {
     escolhe(1); // 2.5 t, gross 2.6
     // Row, column, text, the box of a refusal, quantity and gross weight of the row afterwards.
     for (const auto& caso :
-         tabela({"1 => Nome => Outra designação =>  => 2.5|2.6",
+         tabela({"1 => Nome => Outra designação =>  => 2.5|2.6", "1 => Quant => 2,5 =>  => 2.5|2.5",
+                 "1 => PesoBruto => 900000000000 => Valor Inválido! => 2.5|2.5",
+                 "1 => Quant => 900000000000 => Valor inválido! => 2.5|2.5",
+                 "1 => PesoBruto => 2,6 =>  => 2.5|2.6",
                  "1 => Quant => 2,6 => Ultrapassa a quantidade inicial! => 2.5|2.6",
                  "1 => Quant => dois => Valor inválido! => 2.5|2.6", "1 => Quant => 2,25 =>  => 2.25|2.25",
                  "1 => Quant => 2.5 =>  => 2.5|2.5", "1 => PesoBruto => -0,1 => Valor Inválido! => 2.5|2.5",

@@ -1,6 +1,8 @@
 // Grids: the current cell, edits, tick boxes, and how they end when the keyboard leaves.
 #include "tests/qt/janela_aberta.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QTableView>
 
@@ -63,6 +65,25 @@ TEST_F(Grelhas, SairComORatoOuComALetraDeAcessoGuardaAEdicaoEUmaRecusaRepoeOText
     tecla(Qt::Key_C, Qt::AltModifier);
     EXPECT_EQ(peso(0) + "|" + peso(1), "7|8");
     EXPECT_EQ(ecra.confirmacoes, 2);
+}
+
+TEST_F(Grelhas, EscreverOMesmoContaComoEscritoEAbrirAEdicaoSoPorSiNaoOQueEColadoEAparado) {
+    int verificadas = 0;
+    grelha().BeforeColUpdate = [&](int, int, const base::Variante&, bool&) { ++verificadas; };
+    clica_celula("grelha", 0, coluna_peso);
+    tecla(Qt::Key_F2);
+    tecla(Qt::Key_Return);
+    EXPECT_EQ(verificadas, 0);
+    clica_celula("grelha", 0, coluna_peso);
+    escreve_e_entra("1");
+    EXPECT_EQ(verificadas, 1);
+    EXPECT_EQ(peso(0), "1");
+    clica_celula("grelha", 0, coluna_nome);
+    tecla(Qt::Key_F2);
+    QGuiApplication::clipboard()->setText(" a\tb\r\n");
+    tecla(Qt::Key_V, Qt::ControlModifier);
+    tecla(Qt::Key_Return);
+    EXPECT_EQ(nome(0), "a b");
 }
 
 TEST_F(Grelhas, SemFocoNaColunaVaiParaAVizinhaEUmaLinhaVaziaNaoTemMarca) {

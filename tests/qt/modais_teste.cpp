@@ -5,6 +5,8 @@
 #include "tests/qt/janela_aberta.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
@@ -88,6 +90,9 @@ TEST_F(Listas, ProcuraEmTodasAsColunasSemMaiusculasNemAcentosEEscNaoMudaNada) {
         const std::string escolhido = escolhe([&](QWidget& lista) {
             testes::escreve(lista, caso[0].c_str());
             contagem = widget<QLabel>(lista, "contagem").text().toStdString();
+            QGuiApplication::clipboard()->setText("?");
+            QTest::keyClick(&widget<QTableView>(lista, "registos"), Qt::Key_C, Qt::ControlModifier);
+            EXPECT_EQ(QGuiApplication::clipboard()->text() == "?", caso[2] == "7") << "with no current row";
             testes::tecla(lista, Qt::Key_Return);
             EXPECT_EQ(lista.isVisible(), caso[2] == "7");
             testes::tecla(lista, Qt::Key_Escape);

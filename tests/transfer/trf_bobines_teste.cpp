@@ -47,6 +47,12 @@ TEST(TrfBobines, an_item_goes_back_to_orvex) {
     EXPECT_EQ(trf.conteudo(), "Bobina d'aço (2,5)|Ibérica SL||CL2||"
                               "Mov.Entrada - Aquisição pela Orvex do Cliente CL2|"
                               "Mov.Saida - Aquisição pela Orvex do Cliente CL2");
+    const std::string com_item = trf.diario.texto();
+    trf.ecra.utilizador_data(trf.ecra.DTPicker1, {2017, 12, 31, 9, 5, 0});
+    trf.janela.respostas = {common::resposta_cancelar};
+    trf.confirma();
+    EXPECT_THAT(trf.caixas(), testing::StartsWith("A data 31-12-2017 está a mais de um ano"));
+    EXPECT_EQ(trf.diario.texto(), com_item) << "nothing was begun, nothing cleared";
     trf.ecra.utilizador_data(trf.ecra.DTPicker1, {2018, 12, 31, 9, 5, 0});
     trf.confirma();
     EXPECT_EQ(trf.caixas(), "");
@@ -76,9 +82,10 @@ CONFIRMA
 TEST(TrfBobines, an_item_goes_to_another_client_and_the_article_notes_it) {
     EcraTrf trf(2);
     insere(trf.empresa.outra(), "Clientes", {"CODIGO", "Nome"},
-           {{"CL'9", "Trefilaria Ançã & Irmãos D'Orey, Lda"}});
+           {{"CL'9", "Trefilaria Ançã & Irmãos D'😀rey, Lda"}});
     trf.item("REEL'1");
     EXPECT_TRUE(trf.no_campo(2));
+    EXPECT_EQ(trf.ecra.campo(2).MaxLength + trf.ecra.campo(4).MaxLength, 15 + 100);
     EXPECT_EQ(trf.conteudo(), "Bobina d'aço (2,5)|José O'Neill, Lda||CL'1|||");
     trf.diario.recomeca();
     trf.destino("CL'9");
@@ -99,7 +106,7 @@ ABRE Select * from xel_ORVEX where Ano=-1
 ABRE Select * from xel_ORVEX where Ano=-1
   acrescenta NumSerie='REEL'1' Cliente='CL'9' Data=2019-03-15 10:20:30 Quantidade=2.5 Obs='Mov.Entrada - Transferência do Cliente CL'1' Funcionario='' CliFinal='CL'9' Preco=0 Ano=2019 TpDoc='SB' NNumDoc=0 Serie=3 NumLin=1
 ABRE Select * from Artigos where Codigo='REEL''1'
-  altera Observ='CL'9 - Trefilaria Ançã & Irmãos D'O'
+  altera Observ='CL'9 - Trefilaria Ançã & Irmãos D''
 CONFIRMA
 )");
 }

@@ -23,6 +23,12 @@ bool comparavel(const TipoColuna& tipo) {
     return tipo.especie != Especie::expressao && (tipo.especie != Especie::texto || tipo.comprimento > 0);
 }
 
+// A text in which a character that is none was replaced as it was read.
+bool substituida(const base::Variante& valor) {
+    const auto* texto = std::get_if<std::string>(&valor.valor());
+    return texto != nullptr && texto->find("\uFFFD") != std::string::npos;
+}
+
 // The row is found by its key; that it is still as it was read, by every value that can be compared: texts to
 // the letter, a date and time to the second, which is what the program reads of it.
 class Condicao {
@@ -32,7 +38,9 @@ class Condicao {
             const Coluna& coluna = colunas.lista[i];
             if (!coluna.chave && !comparavel(coluna.tipo)) continue;
             const base::Variante* escrito = lida.escrito(i);
-            junta(coluna, escrito != nullptr ? *escrito : le_celula(coluna.tipo, lida.celula(i)), parametros);
+            const base::Variante valor =
+                escrito != nullptr ? *escrito : le_celula(coluna.tipo, lida.celula(i));
+            if (coluna.chave || !substituida(valor)) junta(coluna, valor, parametros);
         }
     }
     const std::string& texto() const { return texto_; }

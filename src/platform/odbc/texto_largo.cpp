@@ -10,6 +10,7 @@ constexpr char32_t primeiro_alto = 0xD800;
 constexpr char32_t primeiro_baixo = 0xDC00;
 constexpr char32_t fim_dos_pares = 0xE000;
 constexpr char32_t metade = 0x3FF;
+constexpr char32_t substituto = 0xFFFD;
 
 } // namespace
 
@@ -38,6 +39,8 @@ std::string estreito(const SQLWCHAR* texto, std::size_t unidades) {
         const bool alto = c >= primeiro_alto && c < primeiro_baixo;
         if (alto && i + 1 < unidades && texto[i + 1] >= primeiro_baixo && texto[i + 1] < fim_dos_pares)
             c = primeiro_suplementar + ((c & metade) << 10) + (texto[++i] & metade);
+        else if (c >= primeiro_alto && c < fim_dos_pares)
+            c = substituto; // half of a pair is no text
         base::acrescenta_caracter(resultado, c);
     }
     return resultado;

@@ -1,6 +1,7 @@
 #include "platform/qt/janela_lista.h"
 
 #include "platform/qt/aplicacao.h"
+#include "platform/qt/limite_texto.h"
 #include "platform/qt/textos.h"
 
 #include <QCoreApplication>
@@ -57,6 +58,7 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
     filtro_->setAccessibleName("Procurar");
     filtro_->setPlaceholderText("Escreva para procurar");
     filtro_->setClearButtonEnabled(true);
+    filtro_->setValidator(new LimiteTexto(filtro_, {}, [this] { return procurado_; }));
 
     vista_ = new QTableView;
     vista_->setObjectName("registos");
@@ -101,6 +103,7 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
     vista_->installEventFilter(this);
     connect(filtro_, &QLineEdit::textEdited, this, [this](const QString& texto) { filtra(texto); });
     connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) {
+        procurado_ = texto;
         if (texto.isEmpty()) filtra(texto); // the clear button is no typing
     });
     connect(vista_, &QTableView::doubleClicked, this, [this] { accept(); });
@@ -215,7 +218,8 @@ bool JanelaLista::eventFilter(QObject* alvo, QEvent* evento) {
         return true;
     }
     // Letters typed over the rows go on with the search.
-    if (alvo == vista_ && !tecla.text().isEmpty() && tecla.text().front().isPrint()) {
+    if (alvo == vista_ && !tecla.matches(QKeySequence::Copy) && !tecla.text().isEmpty() &&
+        tecla.text().front().isPrint()) {
         filtro_->setFocus();
         QKeyEvent copia(QEvent::KeyPress, codigo, tecla.modifiers(), tecla.text());
         QCoreApplication::sendEvent(filtro_, &copia);

@@ -48,7 +48,8 @@ class JanelaLista : public QDialog {
     QLineEdit* filtro_;
     QTableView* vista_;
     QLabel* contagem_;
-    QTimer resto_; // reads what is left, a little at a time, while nothing else is to do
+    QTimer resto_;      // reads what is left, a little at a time, while nothing else is to do
+    QString procurado_; // as it stands in the filter
     std::string escolha_;
     std::exception_ptr falha_;
 };

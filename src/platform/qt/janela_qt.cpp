@@ -165,6 +165,8 @@ bool JanelaQt::eventFilter(QObject* alvo, QEvent* evento) {
     case QEvent::MouseButtonDblClick:
         caixas_antes_ = caixas_;
         return !entra(*ligacao) || ligacao->rato(*evento);
+    case QEvent::Drop: // as a click, and then as a paste
+        return !entra(*ligacao);
     case QEvent::KeyPress:
         return tecla(*ligacao, static_cast<QKeyEvent&>(*evento));
     case QEvent::Shortcut:

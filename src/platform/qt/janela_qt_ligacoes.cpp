@@ -4,9 +4,7 @@
 #include "platform/qt/textos.h"
 #include "platform/qt/vista_grelha.h"
 
-#include <QCalendarWidget>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,12 +35,12 @@ QWidget* JanelaQt::liga(common::Campo& campo, int largura_em_letras) {
 }
 
 QWidget* JanelaQt::liga(common::SelectorData& selector) {
-    auto* calendario = new QDateTimeEdit;
-    Ligacao& ligacao = acrescenta<LigacaoData>(selector, *calendario);
-    observa(*calendario, ligacao);
-    for (QLineEdit* interior : calendario->findChildren<QLineEdit*>())
-        observa(*interior, ligacao);
-    return calendario;
+    constexpr int botao_do_calendario = 22;
+    auto* linha = new QLineEdit;
+    const QString exemplo = selector.com_hora ? "00-00-0000 00:00" : "00-00-0000";
+    linha->setFixedWidth(linha->fontMetrics().horizontalAdvance(exemplo) + 16 + botao_do_calendario);
+    observa(*linha, acrescenta<LigacaoData>(selector, *linha));
+    return linha;
 }
 
 QWidget* JanelaQt::liga(common::Botao& botao) {

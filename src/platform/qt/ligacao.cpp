@@ -51,15 +51,15 @@ void Ligacao::mostra() {
 
 LigacaoCampo::LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha)
     : Ligacao(janela, campo, linha), campo_(campo), linha_(linha) {
-    linha.setValidator(new LimiteTexto(&linha, campo.MaxLength, [&campo] { return qs(campo.Text); }));
+    linha.setValidator(new LimiteTexto(
+        &linha, [&campo] { return campo.MaxLength; }, [&campo] { return qs(campo.Text); }));
     if (campo.numerico) linha.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // What is closed to typing is there to be read.
     QPalette cores = linha.palette();
     cores.setColor(QPalette::Disabled, QPalette::Text, cores.color(QPalette::Active, QPalette::Text));
     linha.setPalette(cores);
-    QObject::connect(&linha, &QLineEdit::textEdited, &linha, [this](const QString& texto) {
-        if (texto != qs(campo_.Text)) ecra().utilizador_edita(campo_, texto.toStdString());
-    });
+    QObject::connect(&linha, &QLineEdit::textEdited, &linha,
+                     [this](const QString& texto) { ecra().utilizador_edita(campo_, texto.toStdString()); });
 }
 
 void LigacaoCampo::mostra() {

@@ -9,7 +9,6 @@
 
 class QAbstractButton;
 class QComboBox;
-class QDateTimeEdit;
 class QEvent;
 class QKeyEvent;
 class QLabel;
@@ -70,17 +69,19 @@ class LigacaoCampo : public Ligacao {
 
 class LigacaoData : public Ligacao {
   public:
-    LigacaoData(JanelaQt& janela, common::SelectorData& selector, QDateTimeEdit& data);
+    LigacaoData(JanelaQt& janela, common::SelectorData& selector, QLineEdit& linha);
     void mostra() override;
     void recebeu_foco() override;
     bool tecla(QKeyEvent& evento) override;
-    bool rato(QEvent& evento) override;
     QString ajuda() const override;
 
   private:
     void abre_calendario();
+    int parte_do_cursor() const;
+    void muda(int passo);
+
     common::SelectorData& selector_;
-    QDateTimeEdit& data_;
+    QLineEdit& linha_;
 };
 
 class LigacaoBotao : public Ligacao {

@@ -1,62 +1,79 @@
-#include "platform/qt/ligacao.h"
-
+#include "platform/qt/calendario.h"
 #include "platform/qt/janela_qt.h"
+#include "platform/qt/ligacao.h"
+#include "platform/qt/limite_texto.h"
 #include "platform/qt/teclas.h"
+#include "platform/qt/textos.h"
 
-#include <QApplication>
-#include <QCalendarWidget>
-#include <QDateTimeEdit>
-#include <QMouseEvent>
-#include <QSignalBlocker>
-#include <QStyle>
-#include <QStyleOptionComboBox>
+#include <QAction>
+#include <QDateTime>
+#include <QIcon>
+#include <QLineEdit>
 
 namespace orvex::platform::qt {
 namespace {
 
-QDateTime data_qt(const base::DataHora& valor) {
-    return {QDate(valor.ano, valor.mes, valor.dia), QTime(valor.hora, valor.minuto, valor.segundo)};
+// The parts of "dd-MM-yyyy HH:mm": where each stands, and how long it is.
+struct Parte {
+    int inicio;
+    int tamanho;
+};
+constexpr Parte partes[] = {{0, 2}, {3, 2}, {6, 4}, {11, 2}, {14, 2}};
+
+QDateTime data_qt(const base::DataHora& valor) { // in a zone without gaps
+    return {QDate(valor.ano, valor.mes, valor.dia), QTime(valor.hora, valor.minuto, valor.segundo), Qt::UTC};
 }
 
-// What the picker shows replaces what it showed; the parts it hides stay.
-base::DataHora com_o_mostrado(base::DataHora valor, const QDateTime& mostrado, bool com_hora) {
-    valor.ano = mostrado.date().year();
-    valor.mes = mostrado.date().month();
-    valor.dia = mostrado.date().day();
-    if (com_hora) {
-        valor.hora = mostrado.time().hour();
-        valor.minuto = mostrado.time().minute();
+base::DataHora de_qt(const QDateTime& data) {
+    const QDate dia = data.date();
+    const QTime hora = data.time();
+    return {dia.year(), dia.month(), dia.day(), hora.hour(), hora.minute(), hora.second()};
+}
+
+QDateTime mudada(const QDateTime& data, int parte, int passo) {
+    constexpr int minuto = 60, hora = 60 * minuto;
+    switch (parte) {
+    case 0:
+        return data.addDays(passo);
+    case 1:
+        return data.addMonths(passo);
+    case 2:
+        return data.addYears(passo);
+    case 3:
+        return data.addSecs(passo * hora);
+    default:
+        return data.addSecs(passo * minuto);
     }
-    return valor;
 }
 
 } // namespace
 
-LigacaoData::LigacaoData(JanelaQt& janela, common::SelectorData& selector, QDateTimeEdit& data)
-    : Ligacao(janela, selector, data), selector_(selector), data_(data) {
-    data.setLocale(QLocale(QLocale::Portuguese, QLocale::Portugal));
-    data.setDisplayFormat(selector.com_hora ? "dd-MM-yyyy HH:mm" : "dd-MM-yyyy");
-    data.setCalendarPopup(true);
-    QObject::connect(&data, &QDateTimeEdit::dateTimeChanged, &data, [this](const QDateTime& mostrado) {
-        const base::DataHora novo = com_o_mostrado(selector_.Value, mostrado, selector_.com_hora);
-        if (novo != selector_.Value) ecra().utilizador_data(selector_, novo);
+LigacaoData::LigacaoData(JanelaQt& janela, common::SelectorData& selector, QLineEdit& linha)
+    : Ligacao(janela, selector, linha), selector_(selector), linha_(linha) {
+    QAction* abre = linha.addAction(Calendario::icone(linha.palette().color(QPalette::Text)),
+                                    QLineEdit::TrailingPosition);
+    abre->setText("Calendário");
+    linha.setValidator(new LimiteTexto(&linha, {}, [&selector] { return qs(selector.texto_mostrado()); }));
+    QObject::connect(&linha, &QLineEdit::textEdited, &linha, [this](const QString& texto) {
+        ecra().utilizador_edita(selector_, texto.toStdString());
+    });
+    QObject::connect(abre, &QAction::triggered, &linha, [this] {
+        if (janela_.termina_edicao() && ecra().utilizador_foca(selector_)) abre_calendario();
     });
 }
 
 void LigacaoData::mostra() {
     Ligacao::mostra();
-    const QDateTime valor = data_qt(selector_.Value);
-    if (!valor.isValid() ||
-        com_o_mostrado(selector_.Value, data_.dateTime(), selector_.com_hora) == selector_.Value)
-        return;
-    const QSignalBlocker calado(data_);
-    data_.setDateTime(valor);
+    const QString texto = qs(selector_.texto_mostrado());
+    if (texto == linha_.text()) return;
+    linha_.setText(texto);
+    if (linha_.hasFocus()) recebeu_foco();
 }
 
-void LigacaoData::recebeu_foco() { data_.setSelectedSection(QDateTimeEdit::DaySection); }
+void LigacaoData::recebeu_foco() { linha_.selectAll(); }
 
 QString LigacaoData::ajuda() const {
-    return QString("F4 calendário   Enter seguinte   ") +
+    return QString("F4 calendário   Setas mudam o dia   Enter seguinte   ") +
            (selector_.cancela() != nullptr ? "Esc cancela" : "Esc anterior");
 }
 
@@ -65,31 +82,51 @@ bool LigacaoData::tecla(QKeyEvent& evento) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Escape:
-        data_.interpretText(); // a half-typed year counts as it stands
         ecra().utilizador_tecla(selector_, codigo_tecla(evento), estado_shift(evento));
         return true;
     case Qt::Key_F4:
+        if (evento.modifiers() != Qt::NoModifier) return false;
         abre_calendario();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        muda(evento.key() == Qt::Key_Up ? +1 : -1);
         return true;
     default:
         return false;
     }
 }
 
-bool LigacaoData::rato(QEvent&) {
-    data_.calendarWidget()->setFirstDayOfWeek(Qt::Monday); // made at the first click, not at start-up
-    return false;
+// The part the cursor is in, of a date that stands as it is shown; the day otherwise.
+int LigacaoData::parte_do_cursor() const {
+    const auto escrita = ecra().data_escrita(selector_);
+    const QString texto = linha_.text();
+    if (!escrita || linha_.selectedText() == texto) return 0;
+    if (texto != qs(selector_.com_hora ? escrita->data_hora() : escrita->data())) return 0;
+    const int cursor = linha_.hasSelectedText() ? linha_.selectionStart() : linha_.cursorPosition();
+    int parte = 0;
+    for (const Parte& esta : partes)
+        if (cursor > esta.inicio + esta.tamanho) ++parte;
+    return parte;
+}
+
+void LigacaoData::muda(int passo) {
+    const auto escrita = ecra().data_escrita(selector_);
+    if (!escrita) return;
+    const int parte = parte_do_cursor();
+    const base::DataHora nova = de_qt(mudada(data_qt(*escrita), parte, passo));
+    if (!nova.valida() || nova.ano < base::primeiro_ano_do_servidor) return;
+    ecra().utilizador_data(selector_, nova);
+    janela_.mostra();
+    linha_.setSelection(partes[parte].inicio, partes[parte].tamanho);
 }
 
 void LigacaoData::abre_calendario() {
-    QStyleOptionComboBox opcao;
-    opcao.initFrom(&data_);
-    opcao.subControls = QStyle::SC_All;
-    const QRect seta =
-        data_.style()->subControlRect(QStyle::CC_ComboBox, &opcao, QStyle::SC_ComboBoxArrow, &data_);
-    QMouseEvent premido(QEvent::MouseButtonPress, seta.center(), data_.mapToGlobal(seta.center()),
-                        Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&data_, &premido);
+    const base::DataHora escrita = ecra().data_escrita(selector_).value_or(selector_.Value);
+    Calendario::abre(linha_, data_qt(escrita).date(), [this, escrita](QDate dia) {
+        ecra().utilizador_data(selector_, de_qt({dia, data_qt(escrita).time(), Qt::UTC}));
+        janela_.mostra();
+    });
 }
 
 } // namespace orvex::platform::qt

@@ -1,4 +1,5 @@
-// Limits what the user types into an entry field, and never what the program puts there.
+// Holds what the user types or pastes into an entry field to one line and to a length; never what the program
+// puts there.
 #pragma once
 
 #include <QString>
@@ -10,24 +11,15 @@ namespace orvex::platform::qt {
 
 class LimiteTexto : public QValidator {
   public:
-    // `antes` gives the text before the user's change; a maximum of 0 is no limit. What does not fit is cut
-    // off what was typed or pasted.
-    LimiteTexto(QObject* pai, int maximo, std::function<QString()> antes)
-        : QValidator(pai), maximo_(maximo), antes_(std::move(antes)) {}
+    // `maximo` tells the UTF-16 units the field takes, none or 0 for no limit; `antes` gives the text before
+    // the user's change. What does not fit is cut off what was typed or pasted, without halving a character.
+    LimiteTexto(QObject* pai, std::function<int()> maximo, std::function<QString()> antes)
+        : QValidator(pai), maximo_(std::move(maximo)), antes_(std::move(antes)) {}
 
-    State validate(QString& texto, int& cursor) const override {
-        if (maximo_ <= 0 || texto.size() <= maximo_) return Acceptable;
-        const QString anterior = antes_();
-        const auto excesso = texto.size() - std::max<qsizetype>(maximo_, anterior.size());
-        if (excesso <= 0 || texto == anterior) return Acceptable;
-        const auto inicio = std::max<qsizetype>(0, cursor - excesso);
-        texto.remove(inicio, excesso);
-        cursor = static_cast<int>(inicio);
-        return Acceptable;
-    }
+    State validate(QString& texto, int& cursor) const override;
 
   private:
-    int maximo_;
+    std::function<int()> maximo_;
     std::function<QString()> antes_;
 };
 

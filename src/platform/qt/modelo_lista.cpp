@@ -197,6 +197,8 @@ int ModeloLista::columnCount(const QModelIndex& pai) const {
 bool ModeloLista::numerica(std::size_t coluna) const { return total_ > 0 && e_numero(valor(0, coluna)); }
 
 QVariant ModeloLista::data(const QModelIndex& indice, int papel) const {
+    if (!indice.isValid() || indice.row() >= rowCount())
+        return {}; // a view asks for its current cell, if any
     const auto coluna = static_cast<std::size_t>(indice.column());
     if (papel == Qt::TextAlignmentRole)
         return int((numerica(coluna) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);

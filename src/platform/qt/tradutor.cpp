@@ -41,12 +41,29 @@ constexpr Palavra palavras[] = {
     {"Delete", "Eliminar"},
     {"Select All", "Seleccionar tudo"},
     {"&Select All", "&Seleccionar tudo"},
+    {"&Delete", "&Eliminar"},
+    {"Clear", "Limpar"},
     {"&Step up", "&Aumentar"},
     {"Step &down", "&Diminuir"},
+    {"Scroll here", "Deslocar para aqui"},
+    {"Left edge", "Extremo esquerdo"},
+    {"Right edge", "Extremo direito"},
+    {"Top", "Início"},
+    {"Bottom", "Fim"},
+    {"Page left", "Página à esquerda"},
+    {"Page right", "Página à direita"},
+    {"Page up", "Página acima"},
+    {"Page down", "Página abaixo"},
+    {"Scroll left", "Deslocar para a esquerda"},
+    {"Scroll right", "Deslocar para a direita"},
+    {"Scroll up", "Deslocar para cima"},
+    {"Scroll down", "Deslocar para baixo"},
+    {"Scroll Left", "Separadores anteriores"},
+    {"Scroll Right", "Separadores seguintes"},
 };
 
-constexpr std::array contextos = {"QPlatformTheme", "QDialogButtonBox", "QMessageBox", "QLineEdit",
-                                  "QAbstractSpinBox"};
+constexpr std::array contextos = {"QPlatformTheme",   "QDialogButtonBox", "QMessageBox", "QLineEdit",
+                                  "QAbstractSpinBox", "QScrollBar",       "QTabBar"};
 
 } // namespace
 

@@ -224,13 +224,22 @@ void VistaGrelha::edita(const QString* inicial) {
     editor_ = qobject_cast<QLineEdit*>(indexWidget(celula));
     if (!editor_) return;
     const int maximo = modelo_.coluna(celula.column()).comprimento_maximo;
-    antes_da_tecla_ = qs(grelha_.texto_para_editar(celula.row(), celula.column(), ecra_.formato()));
-    editor_->setText(antes_da_tecla_);
-    editor_->setValidator(new LimiteTexto(editor_, maximo, [this] { return antes_da_tecla_; }));
+    poe_no_editor();
+    editor_->setValidator(new LimiteTexto(
+        editor_, [maximo] { return maximo; }, [this] { return antes_da_tecla_; }));
+    connect(editor_, &QLineEdit::textEdited, this, [this] { escrito_ = true; });
     connect(editor_, &QLineEdit::textChanged, this,
             [this](const QString& texto) { antes_da_tecla_ = texto; });
-    editor_->selectAll();
     if (inicial != nullptr) editor_->insert(*inicial);
+}
+
+// What the cell holds, to be typed over.
+void VistaGrelha::poe_no_editor() {
+    escrito_ = false;
+    antes_da_tecla_ =
+        qs(grelha_.texto_para_editar(grelha_.linha_actual - 1, grelha_.coluna_actual, ecra_.formato()));
+    editor_->setText(antes_da_tecla_);
+    editor_->selectAll();
 }
 
 void VistaGrelha::fecha_editor() {
@@ -242,13 +251,11 @@ void VistaGrelha::fecha_editor() {
 
 bool VistaGrelha::termina_edicao() {
     if (!editor_) return true;
-    if (ecra_.utilizador_edita_celula(grelha_, editor_->text().toStdString()) || !editor_) {
+    if (!escrito_ || ecra_.utilizador_edita_celula(grelha_, editor_->text().toStdString()) || !editor_) {
         fecha_editor();
         return true;
     }
-    editor_->setText(
-        qs(grelha_.texto_para_editar(grelha_.linha_actual - 1, grelha_.coluna_actual, ecra_.formato())));
-    editor_->selectAll();
+    poe_no_editor();
     editor_->setFocus(Qt::OtherFocusReason);
     return false;
 }

@@ -2,7 +2,8 @@
 // edits.
 //
 // An edit starts with a typed letter, F2 or a double click, and ends with Enter, Tab, an arrow up or down, or
-// by leaving the grid. A refused edit stays open with the old text in it.
+// by leaving the grid. An editor in which nothing was typed stores nothing; a refused edit stays open with
+// the old text in it.
 #pragma once
 
 #include "common/ecra.h"
@@ -48,6 +49,7 @@ class VistaGrelha : public QTableView {
     bool tecla_edicao(QKeyEvent& evento);
     bool tecla_de_accao(QKeyEvent& evento);
     void edita(const QString* inicial);
+    void poe_no_editor();
     void fecha_editor();
     bool celula_seguinte();
     bool alterna(int linha);
@@ -59,6 +61,7 @@ class VistaGrelha : public QTableView {
     QPointer<QLineEdit> editor_;
     QString antes_da_tecla_;        // text of the editor before the key being typed
     QPersistentModelIndex premida_; // the cell the mouse button went down on
+    bool escrito_ = false;          // the user changed something in the editor, be it back to what it was
     bool a_sincronizar_ = false;
 };
 

@@ -7,6 +7,18 @@ namespace orvex::platform::registos {
 
 using startup::ConjuntoRegistos;
 
+namespace {
+
+// What an engine makes of such a text is its own affair: the end of it, another letter, another value.
+const std::string& exige_texto(const std::string& sql) {
+    if (!base::texto_valido(sql))
+        throw base::Falha("A instrução SQL tem caracteres que não são de texto.",
+                          startup::numeros_bd::instrucao_errada);
+    return sql;
+}
+
+} // namespace
+
 bool Sessao::Abre(const std::string& ligacao) {
     Fecha();
     try {
@@ -24,12 +36,14 @@ Motor& Sessao::motor() {
 }
 
 std::unique_ptr<ConjuntoRegistos> Sessao::Consulta(const std::string& sql) {
-    return motor().consulta(sql, Motor::Modo::leitura);
+    return motor().consulta(exige_texto(sql), Motor::Modo::leitura);
 }
 
 std::unique_ptr<ConjuntoRegistos> Sessao::AbreActualizavel(const std::string& sql) {
-    return motor().consulta(sql, Motor::Modo::actualizavel);
+    return motor().consulta(exige_texto(sql), Motor::Modo::actualizavel);
 }
+
+void Sessao::Executa(const std::string& sql) { motor().executa(exige_texto(sql)); }
 
 void Sessao::EmExclusivo(const std::function<void()>& trabalho) {
     if (motor_ == nullptr) return trabalho();

@@ -15,7 +15,7 @@ class Sessao : public startup::SessaoBD {
 
     std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override;
     std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override;
-    void Executa(const std::string& sql) override { motor().executa(sql); }
+    void Executa(const std::string& sql) override;
 
     void IniciaTransaccao() override { motor().inicia(); }
     void Tranca() override { motor().tranca(); }

@@ -16,11 +16,6 @@ using base::Moeda;
 using base::Variante;
 using Especie = TipoColuna::Especie;
 
-// The embedded company stores decimals in a double, which keeps four of them up to here. No weight or price
-// comes near, so the limit is the same on every engine.
-constexpr std::int64_t magnitude_recusada = 900'000'000'000;
-constexpr int primeiro_ano = 1753; // of the server's datetime
-
 [[noreturn]] void nao_cabe(std::string_view coluna, const Variante& valor) {
     throw Falha("O valor «" + valor.texto() + "» não cabe na coluna " + std::string(coluna) + ".",
                 startup::numeros_bd::valor_truncado);
@@ -48,7 +43,7 @@ Variante inteiro(const TipoColuna& tipo, std::string_view coluna, const Variante
 
 Variante decimal(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
     const Moeda lido = numero(coluna, valor);
-    if (lido.absoluta() >= Moeda::de_inteiro(magnitude_recusada)) nao_cabe(coluna, valor);
+    if (!base::cabe_numa_coluna(lido)) nao_cabe(coluna, valor);
     return lido.arredondada(tipo.casas);
 }
 
@@ -66,20 +61,13 @@ DataHora data_canonica(std::string_view coluna, const Variante& valor) {
 Variante data(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
     const DataHora lida = data_canonica(coluna, valor);
     if (tipo.especie == Especie::data) return DataHora{lida.ano, lida.mes, lida.dia};
-    if (lida.ano < primeiro_ano) nao_cabe(coluna, valor);
+    if (lida.ano < base::primeiro_ano_do_servidor) nao_cabe(coluna, valor);
     return lida;
-}
-
-std::size_t unidades_utf16(std::string_view texto) {
-    std::size_t total = 0;
-    while (!texto.empty())
-        total += base::retira_caracter(texto) >= 0x10000 ? 2 : 1;
-    return total;
 }
 
 Variante texto(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
     std::string lido = valor.texto();
-    if (tipo.comprimento > 0 && lido.size() > tipo.comprimento && unidades_utf16(lido) > tipo.comprimento)
+    if (tipo.comprimento > 0 && lido.size() > tipo.comprimento && base::comprimento(lido) > tipo.comprimento)
         nao_cabe(coluna, valor);
     return lido;
 }
@@ -128,6 +116,10 @@ TipoColuna TipoColuna::le(std::string_view declarado) {
 
 Variante normaliza(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
     if (valor.nulo()) return valor;
+    if (const auto* lido = std::get_if<std::string>(&valor.valor());
+        lido != nullptr && !base::texto_valido(*lido))
+        throw Falha("O valor para a coluna " + std::string(coluna) + " tem caracteres que não são de texto.",
+                    base::numeros_falha::tipo_diferente);
     switch (tipo.especie) {
     case Especie::inteiro:
         return inteiro(tipo, coluna, valor);

@@ -26,7 +26,7 @@ struct TipoColuna {
 
 // The value as the column keeps it: rounded half away from zero, dates in their one form. Throws Falha,
 // naming the column, valor_truncado for a text too long or a number out of range and tipo_diferente for a
-// value of the wrong type.
+// value of the wrong type, or a text that is not one.
 base::Variante normaliza(const TipoColuna& tipo, std::string_view coluna, const base::Variante& valor);
 
 base::Variante le_celula(const TipoColuna& tipo, const Celula& celula);
