@@ -76,6 +76,8 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
     for (const auto& caso : casos)
         EXPECT_EQ(numero_da_falha([&] { novo_registo()->define(caso.coluna, caso.dado); }), caso.numero)
             << caso.coluna << " = " << caso.dado.texto();
+    EXPECT_THAT([&] { novo_registo()->define("Preco", 9e11 + 0.5); },
+                testing::ThrowsMessage<Falha>(HasSubstr("900000000000,5")));
 }
 
 TEST_F(RegrasServidor, a_date_column_drops_the_time_of_day) {
