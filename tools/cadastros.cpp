@@ -86,7 +86,7 @@ void escreve_artigos(Construcao& construcao) {
     SQLite::Database& bd = construcao.erp.bd();
     Insercao artigo(bd,
                     "insert into Artigos (CODIGO, Nome, Familia, UnBase, TaxaIva, VLREXIST, STDISP, ULTPRCOM,"
-                    " artoudes, Inactivo, Observ) values (?, ?, ?, 'TN', 23, ?, ?, ?, 0, ?, '')");
+                    " artoudes, Inactivo) values (?, ?, ?, 'TN', 23, ?, ?, ?, 0, ?)");
     Insercao armazem(bd, "insert into artarm (Artigo, Armazem, Existenc) values (?, ?, ?)");
     Insercao detentor(
         construcao.livro,

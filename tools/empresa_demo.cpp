@@ -9,6 +9,7 @@
 #include "startup/construtor_ligacao.h"
 #include "startup/definicoes.h"
 #include "startup/esquema_livro.h"
+#include "startup/ficheiro.h"
 
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Transaction.h>
@@ -36,11 +37,13 @@ void verifica_opcoes(const OpcoesEmpresa& opcoes) {
     if (opcoes.clientes < 1 || opcoes.artigos < 1 || opcoes.linhas < 0 || opcoes.linhas_primeiro_cliente < 0)
         throw base::Falha("São precisos pelo menos um cliente e um artigo.");
     if (!opcoes.hoje.valida()) throw base::Falha("A data da empresa não é válida.");
-    if (!fs::exists(opcoes.pasta)) return;
-    if (!fs::is_directory(opcoes.pasta))
-        throw base::Falha("«" + opcoes.pasta.string() + "» não é uma pasta.");
-    if (!fs::is_empty(opcoes.pasta))
-        throw base::Falha("A pasta «" + opcoes.pasta.string() + "» já existe e não está vazia.");
+    std::error_code erro;
+    if (fs::status(opcoes.pasta, erro).type() == fs::file_type::not_found) return;
+    const std::string pasta = startup::texto_de(opcoes.pasta);
+    if (const std::string defeito = startup::defeito_da_pasta(opcoes.pasta); !defeito.empty())
+        throw base::Falha("«" + pasta + "» " + defeito + ".");
+    if (!fs::is_empty(opcoes.pasta, erro) || erro)
+        throw base::Falha("A pasta «" + pasta + "» já existe e não está vazia, ou não pode ser lida.");
 }
 
 // As start-up makes them, so that there is one place that knows their columns.
@@ -49,10 +52,10 @@ void cria_tabelas_livro(const fs::path& empresa) {
     platform::sqlite::SessaoSQLite sessao;
     startup::ConstrutorLigacao ligacao;
     ligacao.servidor = startup::servidor_embebido;
-    ligacao.base = empresa.string();
+    ligacao.base = startup::texto_de(empresa);
     ligacao.utilizador = utilizador;
     if (!sessao.Abre(ligacao.constroi()))
-        throw base::Falha("Não foi possível abrir a empresa «" + empresa.string() + "».");
+        throw base::Falha("Não foi possível abrir a empresa «" + startup::texto_de(empresa) + "».");
     startup::VerificaTabelas(sessao);
     startup::VerificaPesos(sessao);
     sessao.Fecha();
@@ -128,7 +131,7 @@ void faz_empresa(const OpcoesEmpresa& opcoes) {
     } catch (const SQLite::Exception& falha) {
         throw base::Falha(platform::erp::texto_da_falha(falha));
     } catch (const fs::filesystem_error& falha) {
-        throw base::Falha("Não é possível escrever em «" + falha.path1().string() + "».");
+        throw base::Falha("Não é possível escrever em «" + startup::texto_de(falha.path1()) + "».");
     }
 }
 

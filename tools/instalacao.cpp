@@ -2,6 +2,7 @@
 
 #include "base/falha.h"
 #include "empresa_demo.h"
+#include "startup/ficheiro.h"
 #include "startup/parametros.h"
 
 #include <fstream>
@@ -15,7 +16,7 @@ void escreve(const std::filesystem::path& ficheiro, const std::vector<std::strin
     for (const std::string& linha : linhas)
         saida << linha << "\r\n";
     if (!saida.flush())
-        throw base::Falha("Não foi possível escrever o ficheiro «" + ficheiro.string() + "».");
+        throw base::Falha("Não foi possível escrever o ficheiro «" + startup::texto_de(ficheiro) + "».");
 }
 
 std::vector<std::string> seccao_bd(const std::string& base) {
@@ -46,8 +47,11 @@ bool copia_programa(const std::filesystem::path& de, const std::filesystem::path
     for (const std::string programa : {"orvex", "orvex-diagnostico"})
         for (const char* fim : {"", ".exe"}) {
             const std::string nome = programa + fim;
-            if (!std::filesystem::is_regular_file(de / nome)) continue;
-            std::filesystem::copy_file(de / nome, para / nome);
+            if (!startup::defeito_do_ficheiro(de / nome).empty()) continue;
+            std::error_code erro;
+            if (!std::filesystem::copy_file(de / nome, para / nome, erro))
+                throw base::Falha("Não foi possível copiar o programa para «" +
+                                  startup::texto_de(para / nome) + "».");
             encontrado = encontrado || programa == "orvex";
         }
     return encontrado;

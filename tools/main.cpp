@@ -1,9 +1,10 @@
 // orvex-empresa: makes a demo company.
-#include "base/falha.h"
+#include "base/descricao.h"
 #include "empresa_demo.h"
 #include "instalacao.h"
 #include "linha_comando.h"
 #include "pasta_do_programa.h"
+#include "startup/ficheiro.h"
 
 #include <iostream>
 
@@ -13,9 +14,12 @@ namespace fs = std::filesystem;
 
 int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
     orvex::demo::faz_empresa(opcoes);
-    std::cout << "Empresa criada em " << fs::absolute(opcoes.pasta).lexically_normal().string() << "\n";
+    std::error_code erro;
+    const fs::path completa = fs::absolute(opcoes.pasta, erro);
+    std::cout << "Empresa criada em "
+              << orvex::startup::texto_de((erro ? opcoes.pasta : completa).lexically_normal()) << "\n";
     if (!orvex::demo::copia_programa(programas, opcoes.pasta))
-        std::cout << "O programa orvex não foi encontrado em " << programas.string()
+        std::cout << "O programa orvex não foi encontrado em " << orvex::startup::texto_de(programas)
                   << ": copie-o para a pasta da instalação.\n";
     return 0;
 }
@@ -34,7 +38,7 @@ int main(int argc, char** argv) {
     try {
         return faz(opcoes, orvex::pasta_do_programa(argv[0]));
     } catch (const std::exception& falha) {
-        std::cerr << "Não foi possível criar a empresa: " << falha.what() << "\n";
+        std::cerr << "Não foi possível criar a empresa: " << orvex::base::descricao(falha) << "\n";
         return 1;
     }
 }

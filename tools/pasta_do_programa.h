@@ -8,7 +8,7 @@ namespace orvex {
 inline std::filesystem::path pasta_do_programa(const char* chamado) {
     std::error_code erro;
     const auto proprio = std::filesystem::read_symlink("/proc/self/exe", erro);
-    return erro ? std::filesystem::absolute(chamado).parent_path() : proprio.parent_path();
+    return erro ? std::filesystem::absolute(chamado, erro).parent_path() : proprio.parent_path();
 }
 
 } // namespace orvex

@@ -2,11 +2,13 @@
 // real window, and leaves pictures of it and a summary of what was written to the ledger, the ERP and the
 // stock.
 #include "app/fabrica_orvex.h"
+#include "base/descricao.h"
 #include "empresa_demo.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "roteiro.h"
 #include "startup/construtor_ligacao.h"
+#include "startup/ficheiro.h"
 
 #include <QApplication>
 #include <QSettings>
@@ -127,7 +129,11 @@ QWidget* janela_do_ecra() {
 }
 
 int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& saida) {
-    fs::create_directories(saida);
+    std::error_code erro;
+    fs::create_directories(saida, erro);
+    if (const std::string defeito = startup::defeito_da_pasta(saida); !defeito.empty())
+        throw base::Falha("A pasta das imagens não pode ser usada: «" + startup::texto_de(saida) + "» " +
+                          defeito + ".");
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(saida.string()));
     platform::qt::prepara_aplicacao(aplicacao);
 
@@ -160,7 +166,7 @@ int main(int argc, char* argv[]) {
     try {
         return corre(aplicacao, argv[1], argv[2]);
     } catch (const std::exception& falha) {
-        std::cerr << falha.what() << "\n";
+        std::cerr << base::descricao(falha) << "\n";
         return 1;
     }
 }

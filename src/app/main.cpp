@@ -1,5 +1,6 @@
 // The program: one start, one task, named by the argument.
 #include "app/fabrica_orvex.h"
+#include "base/descricao.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
 
@@ -57,8 +58,8 @@ int main(int argc, char* argv[]) {
     try {
         return corre(aplicacao);
     } catch (const std::exception& falha) {
-        platform::qt::mostra_caixa(nullptr, falha.what(), startup::titulo_programa, common::Icone::critico,
-                                   common::Botoes::ok);
+        platform::qt::mostra_caixa(nullptr, base::descricao(falha), startup::titulo_programa,
+                                   common::Icone::critico, common::Botoes::ok);
         return 1;
     }
 }

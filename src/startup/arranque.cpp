@@ -25,8 +25,11 @@ std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
 
     if (!LigaERP()) return nullptr;
     AbreBaseDados();
-    VerificaTabelas(*gBD);
-    VerificaPesos(*gBD);
+    // Two first starts at once would both find the tables missing, and both make them.
+    gBD->EmExclusivo([this] {
+        VerificaTabelas(*gBD);
+        VerificaPesos(*gBD);
+    });
 
     for (const Tarefa& tarefa : tarefas) {
         if (argumento != tarefa.argumento) continue;

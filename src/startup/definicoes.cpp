@@ -8,7 +8,10 @@ namespace {
 std::string base_completa(const std::string& servidor, const std::string& base,
                           const std::filesystem::path& ficheiro) {
     if (servidor != servidor_embebido || base.empty()) return base;
-    return (std::filesystem::absolute(ficheiro).parent_path() / base).lexically_normal().string();
+    std::error_code erro; // the folder we are in has gone: the path stays relative, and is not found
+    const auto completo = std::filesystem::absolute(ficheiro, erro);
+    const std::u8string nome(base.begin(), base.end());
+    return texto_de(((erro ? ficheiro : completo).parent_path() / nome).lexically_normal());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Reading the installation's text files: the settings and the parameters.
+// The installation's paths, and reading its text files: the settings and the parameters.
 #pragma once
 
 #include <filesystem>
@@ -8,8 +8,17 @@
 
 namespace orvex::startup {
 
-// Lines of a text file in UTF-8, without their line ends. Throws Falha, naming the file and what it is (such
-// as "de parâmetros"), when it cannot be read.
+// A path in UTF-8, for messages and connection texts.
+std::string texto_de(const std::filesystem::path& caminho);
+
+// Why a path is no file, or no folder, that can be worked with: "não existe", "é uma pasta, e não um
+// ficheiro" and the like; empty when it is one. Whatever it is, it is not opened: a pipe would wait for
+// somebody to write.
+std::string defeito_do_ficheiro(const std::filesystem::path& caminho);
+std::string defeito_da_pasta(const std::filesystem::path& caminho);
+
+// Lines of a text file in UTF-8, without their line ends. Throws Falha, naming the file, what it is (such as
+// "de parâmetros") and why it cannot be read.
 std::vector<std::string> le_linhas(const std::filesystem::path& ficheiro, const std::string& especie);
 
 // An INI file: [section] lines, name=value lines (the value is everything after the first "=", blanks at its

@@ -1,6 +1,8 @@
 #include "startup/instalacao.h"
 
+#include "base/falha.h"
 #include "startup/construtor_ligacao.h"
+#include "startup/ficheiro.h"
 
 #include <cstdlib>
 
@@ -26,7 +28,13 @@ PastasInstalacao PastasInstalacao::de(const std::filesystem::path& programa) {
 
 std::filesystem::path PastasInstalacao::ficheiro_definicoes() const {
     const std::filesystem::path pasta = comum / "TRAMEL";
-    return (std::filesystem::is_directory(pasta) ? pasta : programa) / "OrvexEXE.xel";
+    std::error_code erro;
+    const auto especie = std::filesystem::status(pasta, erro).type();
+    // A folder that cannot be asked for may well be there: the program's own settings are another company's.
+    if (especie == std::filesystem::file_type::none)
+        throw base::Falha("Não foi possível procurar as definições: «" + texto_de(pasta) + "» " +
+                          defeito_da_pasta(pasta) + ".");
+    return (especie == std::filesystem::file_type::directory ? pasta : programa) / "OrvexEXE.xel";
 }
 
 std::filesystem::path PastasInstalacao::catalogo() const { return programa / "Catalogos" / "bd.sql"; }

@@ -15,7 +15,8 @@ struct PastasInstalacao {
     // The common folder is the one ORVEX_PASTA_COMUM names in the environment, or else the program's.
     static PastasInstalacao de(const std::filesystem::path& programa);
 
-    // In the common folder's TRAMEL, or beside the program where there is no such folder.
+    // In the common folder's TRAMEL, or beside the program where there is no such folder. Throws Falha when
+    // nobody can tell.
     std::filesystem::path ficheiro_definicoes() const;
     // Settings of the database for when those of the settings file are incomplete.
     std::filesystem::path catalogo() const;

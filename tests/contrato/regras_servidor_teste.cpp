@@ -85,6 +85,8 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
                  [&](const std::string& sql) { BD.AbreActualizavel(sql); }})
             EXPECT_THAT([&] { corre("Select * from xel_ORVEX where Obs=" + mau); },
                         testing::ThrowsMessage<base::Falha>(testing::HasSubstr("caracteres")));
+    EXPECT_THAT([&] { novo_registo()->define("Preco", 9e11 + 0.5); },
+                testing::ThrowsMessage<Falha>(HasSubstr("900000000000,5")));
 }
 
 TEST_F(RegrasServidor, a_date_column_drops_the_time_of_day) {

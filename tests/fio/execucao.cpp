@@ -12,12 +12,7 @@ namespace {
 
 using namespace platform::sqlite;
 
-SQLite::Database abre_empresa(const std::filesystem::path& pasta) {
-    constexpr int espera_ms = 1000; // for a lock another session holds
-    auto motor = abre_base(pasta / ficheiro_livro, SQLite::OPEN_READWRITE, espera_ms);
-    motor.exec("ATTACH " + base::entre_plicas((pasta / ficheiro_erp).string()) + " AS erp");
-    return motor;
-}
+constexpr int espera_ms = 1000; // for a lock another session holds
 
 // The number the real server gives the engine's failure.
 int numero_de(const std::string& texto) {
@@ -49,7 +44,7 @@ void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
 } // namespace
 
 Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas)
-    : pasta_(pasta), motor_(abre_empresa(pasta)), respostas_(respostas) {}
+    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas) {}
 
 void Execucao::executa(const Pedido& pedido) {
     const std::string& procedimento = pedido.procedimento;
@@ -123,6 +118,7 @@ std::string Execucao::traduz_o_da_sessao(std::string sql) const {
     using Troca = std::pair<std::string_view, std::string>;
     for (const auto& [dela, do_motor] :
          {Troca{" WITH (READCOMMITTEDLOCK)", ""}, // as every read is here
+          Troca{"INSERT INTO [Artigos]", "INSERT INTO erp.[Artigos]"},
           Troca{"COLLATE Latin1_General_BIN2", "COLLATE BINARY"}, Troca{"CONVERT(nvarchar(19),[", "substr(["},
           Troca{"],120)=", "],1,19)="},
           Troca{"IDENT_CURRENT(", "(SELECT seq FROM main.sqlite_sequence WHERE name COLLATE NOCASE="},
@@ -150,8 +146,9 @@ void Execucao::corre(Preparada& preparada) {
     SQLite::Statement& linhas = preparada.instrucao;
     std::vector<Coluna> colunas = preparada.colunas_actualizaveis()->lista;
     descobre_tipos(linhas, colunas);
+    const int antes = motor_.getTotalChanges();
     bool ha_linha = linhas.executeStep(); // fails before anything is said, if it fails
-    if (colunas.empty()) return respostas_.feita(motor_.getChanges());
+    if (colunas.empty()) return respostas_.feita(motor_.getTotalChanges() - antes);
     respostas_.colunas(colunas);
     std::int64_t total = 0;
     for (; ha_linha; ha_linha = linhas.executeStep(), ++total) {
@@ -165,7 +162,8 @@ void Execucao::corre(Preparada& preparada) {
 
 // Asked on a connection of its own, so that it fixes no snapshot in the middle of a transaction.
 void Execucao::chave_primaria(const Pedido& pedido) {
-    const SQLite::Database motor = abre_empresa(pasta_);
+    SQLite::Database motor = abre_empresa(pasta_, espera_ms);
+    motor.tryExec("DROP VIEW temp.Artigos"); // the key is that of the table behind it
     Preparada preparada(motor, {Traducao::Genero::consulta,
                                 {"SELECT NULL AS TABLE_QUALIFIER, 'dbo' AS TABLE_OWNER, ?1 AS TABLE_NAME, "
                                  "c.name AS COLUMN_NAME, c.seqno + 1 AS KEY_SEQ, i.name AS PK_NAME "

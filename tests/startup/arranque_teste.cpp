@@ -7,6 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace orvex;
 using namespace orvex::startup;
 using namespace orvex::testes;
@@ -70,6 +73,31 @@ class Main : public testing::Test {
     void no_livro(const std::string& sql) {
         platform::sqlite::abre_base(pasta.pasta() / platform::sqlite::ficheiro_livro).exec(sql);
     }
+    // How many of so many programs that start at the same moment fail.
+    int falham_de(int programas) {
+        int partida[2];
+        if (pipe(partida) != 0) return programas;
+        std::vector<pid_t> filhos;
+        while (std::ssize(filhos) < programas) {
+            filhos.push_back(fork());
+            if (filhos.back() != 0) continue;
+            close(partida[1]);
+            char nada = 0;
+            bool falhou = read(partida[0], &nada, 1) != 0; // waits until the pipe is closed
+            try {
+                corre("0");
+            } catch (const std::exception&) {
+                falhou = true;
+            }
+            _exit(falhou ? 1 : 0);
+        }
+        close(partida[0]);
+        close(partida[1]);
+        return static_cast<int>(std::count_if(filhos.begin(), filhos.end(), [](pid_t filho) {
+            int estado = 1;
+            return waitpid(filho, &estado, 0) != filho || estado != 0;
+        }));
+    }
 
     PastaTemporaria pasta;
     FabricaGravada fabrica;
@@ -93,6 +121,15 @@ GuiasRemessa 0
 Load
 Show
 )");
+}
+
+TEST_F(Main, as_many_first_starts_as_there_are_workstations_make_one_ledger) {
+    for (int vez = 0; vez < 10; ++vez) {
+        EXPECT_EQ(falham_de(8), 0);
+        for (const char* ficheiro : {"livro.db", "livro.db-wal", "erp.db", "erp.db-wal"})
+            std::filesystem::remove(pasta.pasta() / ficheiro);
+        cria_empresa_vazia(pasta.pasta());
+    }
 }
 
 TEST_F(Main, the_argument_names_the_screen_and_its_mode_to_the_letter) {
@@ -133,6 +170,8 @@ TEST_F(Main, a_ledger_in_pieces_ends_the_start_at_the_statement_that_finds_it_so
     EXPECT_THROW(corre("2"), base::Falha);
     EXPECT_EQ(fabrica.diario.linhas.back(), acrescenta_pesos);
     no_livro("drop table xel_ORVEX");
+    EXPECT_THROW(corre("2"), base::Falha) << "the ledger was begun, and is not begun again";
+    platform::sqlite::abre_base(pasta.pasta() / platform::sqlite::ficheiro_erp).exec("pragma user_version=0");
     EXPECT_TRUE(corre("2")) << "both are made anew";
     no_livro("drop table xel_ORVEX");
     EXPECT_THROW(corre("2"), base::Falha) << "the second CREATE finds its table";

@@ -1,11 +1,15 @@
 #include "base/falha.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/definicoes.h"
+#include "startup/instalacao.h"
 #include "startup/parametros.h"
 #include "tests/apoio/pasta_temporaria.h"
 #include "tests/apoio/tabela.h"
 
 #include <gmock/gmock.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace orvex::startup;
 using namespace orvex::testes;
@@ -59,6 +63,36 @@ TEST(Definicoes, five_erp_values_are_completed_from_the_database_and_only_the_pa
     erp.completa(ficheiro);
     EXPECT_THAT(erp.valores, ElementsAre("Évora", "", "ana", "sqlite", bd.base));
     EXPECT_FALSE(erp.incompletas());
+}
+
+TEST(Ficheiro, what_is_no_text_file_of_ours_is_refused_at_once_and_says_why) {
+    const PastaTemporaria pasta;
+    const auto em = [&](const std::string& nome) { return pasta.pasta() / nome; };
+    mkfifo(em("cano").c_str(), 0600);
+    std::filesystem::create_symlink("volta", em("volta"));
+    std::filesystem::resize_file(pasta.escreve("grande", "x"), 100 << 20);
+    pasta.escreve("utf16", std::string("\xFF\xFE[\0B\0", 6));
+    pasta.escreve("binario", std::string("a\0b", 3));
+    for (const auto& caso : tabela({"nenhum => não existe", "utf16/dentro => não existe", ". => é uma pasta",
+                                    "cano => não é um ficheiro comum", "/dev/zero => não é um ficheiro comum",
+                                    "volta => volta a si mesma", "grande => demasiado grande",
+                                    "utf16 => em UTF-16", "binario => não é um ficheiro de texto"}))
+        EXPECT_THAT([&] { DefinicoesBD::le(em(caso[0])); }, ThrowsMessage<Falha>(HasSubstr(caso[1])))
+            << caso[0];
+    EXPECT_THAT([&] { DefinicoesERP::le(em(std::string(300, 'x'))); },
+                ThrowsMessage<Falha>(HasSubstr("demasiado longo")));
+    // A common folder that cannot be asked for is not the program's own.
+    EXPECT_THAT(
+        [&] {
+            PastasInstalacao({em("volta"), em(".")}).ficheiro_definicoes();
+        },
+        ThrowsMessage<Falha>(HasSubstr("volta a si mesma")));
+    EXPECT_EQ(PastasInstalacao({em("utf16"), em("a")}).ficheiro_definicoes(), em("a") / "OrvexEXE.xel");
+    if (geteuid() == 0 && seteuid(65534) == 0) {
+        EXPECT_THAT([&] { DefinicoesBD::le(em("utf16")); },
+                    ThrowsMessage<Falha>(HasSubstr("não há permissão")));
+        ASSERT_EQ(seteuid(0), 0);
+    }
 }
 
 TEST(ConstrutorLigacao, every_value_comes_back_as_it_went_in) {

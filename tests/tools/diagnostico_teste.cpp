@@ -59,9 +59,11 @@ struct Instalacao {
     }
     // "sql ...", on the ledger; or "old -> new" in the settings or the parameters.
     void estraga(const std::string& falha) {
-        if (falha.starts_with("sql "))
-            platform::sqlite::abre_base(empresa.pasta() / platform::sqlite::ficheiro_livro)
-                .exec(falha.substr(4));
+        if (falha.starts_with("sql ")) {
+            auto livro = platform::sqlite::abre_base(empresa.pasta() / platform::sqlite::ficheiro_livro);
+            livro.exec("attach '" + (empresa.pasta() / platform::sqlite::ficheiro_erp).string() + "' as erp");
+            livro.exec(falha.substr(4));
+        }
         if (falha == "sem definições") definicoes.clear();
         const auto troca = partes(falha, " -> ");
         for (std::string* texto : {&definicoes, &parametros})
@@ -85,14 +87,14 @@ struct Instalacao {
 // well all the same.
 const char* const casos[] = {
     "ambos =>  =>  => tabela xel_ORVEX: 14 colunas => ligação",
-    "ambos => sem definições => definições => OrvexEXE.xel». Crie-o => parâmetro TRF",
+    "ambos => sem definições => definições => OrvexEXE.xel»: não existe. Crie-o => parâmetro TRF",
     "ambos => Base=.*\\nU -> U => definições da base de dados => OrvexEXE.xel»: Base. => parâmetro TRF",
     "fio => 127.0.0.1,.* -> 127.0.0.1,1 => ligação => Não foi possível ligar ao servidor => entrada no ERP",
     "fio => S3gr3do -> outra => ligação => não aceitou o utilizador ou a palavra-passe => parâmetro TRF",
     "ambos => Base=.*\\nU -> Base=/nada\nU => ligação => Verifique em [BD] => entrada no ERP",
     "ambos => sql drop table xel_ORVEX_Mov => tabela xel_ORVEX_Mov => cópia de segurança => tabela xel_ORVEX",
-    "fio => sql drop table xel_ORVEX; drop table xel_ORVEX_Mov => tabelas xel_ORVEX, xel_ORVEX_Mov => "
-    "dê-lhe CREATE TABLE => ligação",
+    "fio => sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0 => "
+    "tabelas xel_ORVEX, xel_ORVEX_Mov => dê-lhe CREATE TABLE => ligação",
     "ambos => sql drop table U_DocGcLin1 => tabela U_DocGcLin1 => é o ERP que a cria => tabela Vendedor",
     "ambos => sql alter table xel_ORVEX drop column Preco => tabela xel_ORVEX => falta Preco => tabela "
     "artarm",
@@ -149,7 +151,8 @@ struct ServidorComDireitos : platform::sqlite::SessaoSQLite {
 };
 
 TEST(DiagnosticoDosDireitos, diz_os_que_faltam_e_se_o_primeiro_arranque_pode_fazer_o_que_nao_ha) {
-    const std::string sem_livro = "sql drop table xel_ORVEX; drop table xel_ORVEX_Mov";
+    const std::string sem_livro =
+        "sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0";
     const std::string sem_bruto = "sql alter table xel_ORVEX_Mov drop column PesoBruto";
     const std::string sem_pesos = sem_bruto + "; alter table xel_ORVEX_Mov drop column PesoLiquido";
     struct Caso {

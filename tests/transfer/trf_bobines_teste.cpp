@@ -1,5 +1,6 @@
 #include "tests/transfer/ecra_trf.h"
 
+#include "platform/sqlite/empresa.h"
 #include "tests/apoio/tabela.h"
 
 #include <gmock/gmock.h>
@@ -91,6 +92,8 @@ TEST(TrfBobines, an_item_goes_to_another_client_and_the_article_notes_it) {
     trf.destino("CL'9");
     EXPECT_THAT(trf.conteudo(), HasSubstr("|CL'9|Mov.Entrada - Transferência do Cliente CL'1|"
                                           "Mov.Saida - Transferência para Cliente CL'9"));
+    auto erp = platform::sqlite::abre_base(trf.empresa.pasta() / platform::sqlite::ficheiro_erp);
+    erp.exec("BEGIN IMMEDIATE"); // nothing is written to the ERP's file
     trf.confirma();
     EXPECT_EQ(trf.caixas(), "");
     EXPECT_TRUE(trf.vazio());

@@ -9,7 +9,7 @@
 namespace orvex::platform::erp {
 
 std::string texto_da_falha(const SQLite::Exception& falha) {
-    switch (falha.getErrorCode()) {
+    switch (falha.getErrorCode() & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return "A empresa do ERP está ocupada por outro posto de trabalho. Tente de novo.";
@@ -23,14 +23,20 @@ std::string texto_da_falha(const SQLite::Exception& falha) {
         return "A empresa do ERP está danificada.";
     case SQLITE_CANTOPEN:
         return "Não foi possível abrir a empresa do ERP.";
+    case SQLITE_CONSTRAINT:
+        return "Os dados não respeitam uma regra da empresa do ERP.";
+    case SQLITE_NOMEM:
+        return "Memória insuficiente.";
     default:
-        return std::string("Falha na empresa do ERP: ") + falha.what();
+        return std::string("Falha na empresa do ERP (") + falha.what() + ").";
     }
 }
 
 startup::ResultadoERP BaseErp::executa(const std::function<void()>& operacao,
                                        SQLite::TransactionBehavior inicio) {
     try {
+        // One that could not be ended is none of this operation's.
+        if (sqlite3_get_autocommit(bd_.getHandle()) == 0) bd_.tryExec("ROLLBACK");
         SQLite::Transaction transaccao(bd_, inicio);
         operacao();
         transaccao.commit();

@@ -64,8 +64,7 @@ create table Artigos (
     VLREXIST money not null default 0,
     STDISP money not null default 0,
     ULTPRCOM money not null default 0,
-    Inactivo smallint not null default 0,
-    Observ nvarchar(35) collate SERVIDOR);
+    Inactivo smallint not null default 0);
 create table artarm (
     Artigo nvarchar(15) collate SERVIDOR not null,
     Armazem nvarchar(4) collate SERVIDOR not null,

@@ -1,6 +1,6 @@
 #include "platform/erp/objectos.h"
 
-#include "base/falha.h"
+#include "base/descricao.h"
 #include "base/texto.h"
 
 #include <SQLiteCpp/Exception.h>
@@ -135,8 +135,10 @@ Variante DocumentoComercial::Validar(const Argumentos&) {
         verifica_cabecalho(estado_->aberta(), *documento_);
     } catch (const SQLite::Exception& falha) {
         validado = {false, texto_da_falha(falha)};
+    } catch (const Recusa& recusa) {
+        validado = {false, recusa.what()};
     } catch (const std::exception& falha) {
-        validado = {false, falha.what()};
+        validado = {false, base::descricao(falha)};
     }
     return resultado(validado);
 }

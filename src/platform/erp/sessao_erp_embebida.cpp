@@ -5,6 +5,7 @@
 #include "platform/erp/objectos.h"
 #include "platform/sqlite/empresa.h"
 #include "startup/definicoes.h"
+#include "startup/ficheiro.h"
 
 #include <SQLiteCpp/Exception.h>
 
@@ -47,8 +48,9 @@ class ObjectoEmpresa : public startup::ObjectoERP {
 
 std::unique_ptr<BaseErp> abre(const std::filesystem::path& pasta, int espera_ms) {
     const auto ficheiro = pasta / sqlite::ficheiro_erp;
-    if (!std::filesystem::is_regular_file(ficheiro))
-        throw Falha("Não existe uma empresa na pasta «" + pasta.string() + "».");
+    if (const std::string defeito = startup::defeito_do_ficheiro(ficheiro); !defeito.empty())
+        throw Falha("Não existe uma empresa na pasta «" + startup::texto_de(pasta) +
+                    "»: " + sqlite::ficheiro_erp + " " + defeito + ".");
     return std::make_unique<BaseErp>(sqlite::abre_base(ficheiro, SQLite::OPEN_READWRITE, espera_ms));
 }
 
@@ -105,7 +107,8 @@ bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     if (valores[DefinicoesERP::servidor] != startup::servidor_embebido)
         throw Falha("Esta versão só traz a emulação do ERP: em [ERP], Servidor tem de ser sqlite.");
     try {
-        auto base = abre(valores[DefinicoesERP::base], espera_ms_);
+        const std::string& pasta = valores[DefinicoesERP::base];
+        auto base = abre(std::u8string(pasta.begin(), pasta.end()), espera_ms_);
         Comando empresa(*base, "select Codigo, Nome from Empresa where Codigo = ?");
         const bool aceite = empresa.com(valores[DefinicoesERP::empresa]).linha() &&
                             utilizador_aceite(*base, valores[DefinicoesERP::utilizador],

@@ -1,6 +1,6 @@
 #include "platform/registos/sessao.h"
 
-#include "base/falha.h"
+#include "base/descricao.h"
 #include "base/texto.h"
 
 namespace orvex::platform::registos {
@@ -24,7 +24,7 @@ bool Sessao::Abre(const std::string& ligacao) {
     try {
         motor_ = abre_motor(ligacao);
     } catch (const std::exception& falha) {
-        causa_ = falha.what();
+        causa_ = base::descricao(falha);
     }
     return motor_ != nullptr;
 }

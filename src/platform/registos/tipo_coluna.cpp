@@ -1,9 +1,11 @@
 #include "platform/registos/tipo_coluna.h"
 
 #include "base/falha.h"
+#include "base/formato_regional.h"
 #include "base/texto.h"
 #include "startup/sessao_bd.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -16,13 +18,22 @@ using base::Moeda;
 using base::Variante;
 using Especie = TipoColuna::Especie;
 
+// As its user writes it.
+std::string escrito(const Variante& valor) {
+    const base::FormatoRegional regional;
+    if (!std::holds_alternative<double>(valor.valor())) return regional.texto(valor);
+    std::string texto = valor.texto(); // it may be larger than any number of ours
+    std::replace(texto.begin(), texto.end(), '.', regional.decimal);
+    return texto;
+}
+
 [[noreturn]] void nao_cabe(std::string_view coluna, const Variante& valor) {
-    throw Falha("O valor «" + valor.texto() + "» não cabe na coluna " + std::string(coluna) + ".",
+    throw Falha("O valor «" + escrito(valor) + "» não cabe na coluna " + std::string(coluna) + ".",
                 startup::numeros_bd::valor_truncado);
 }
 
 [[noreturn]] void nao_serve(std::string_view coluna, const Variante& valor, const char* pedido) {
-    throw Falha("O valor «" + valor.texto() + "» não é " + pedido + " (coluna " + std::string(coluna) + ").",
+    throw Falha("O valor «" + escrito(valor) + "» não é " + pedido + " (coluna " + std::string(coluna) + ").",
                 base::numeros_falha::tipo_diferente);
 }
 

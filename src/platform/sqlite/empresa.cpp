@@ -51,13 +51,4 @@ SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadore
     return base;
 }
 
-void cria_livro(const std::filesystem::path& pasta) {
-    auto base = abre_base(pasta / ficheiro_livro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-    base.exec(
-        "CREATE TABLE IF NOT EXISTS U_DocGcLin1 ("
-        "Ano smallint NOT NULL, TpDocUM nvarchar(3) COLLATE SERVIDOR NOT NULL, Serie smallint NOT NULL, "
-        "NNumDoc int NOT NULL, NumLinha smallint NOT NULL, PesoBruto money NULL, "
-        "PRIMARY KEY (Ano, TpDocUM, Serie, NNumDoc, NumLinha)) WITHOUT ROWID");
-}
-
 } // namespace orvex::platform::sqlite

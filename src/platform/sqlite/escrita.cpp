@@ -30,7 +30,9 @@ int liga_campos(SQLite::Statement& instrucao, const Colunas& colunas,
 void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) {
     tranca_para_escrever();
     com_falhas([&] {
-        const auto instrucao = escritas_.toma(texto_insercao(colunas, campos));
+        Colunas alvo = colunas;
+        alvo.tabela = onde_se_escreve(colunas.tabela);
+        const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, campos));
         liga_campos(*instrucao, colunas, campos);
         instrucao->exec();
     });
@@ -40,7 +42,7 @@ bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& c
                    const registos::Conjunto& lida) {
     tranca_para_escrever();
     return com_falhas([&] {
-        const auto instrucao = escritas_.toma(texto_alteracao(colunas, campos) + condicao(colunas));
+        const auto instrucao = ligacao().escritas.toma(texto_alteracao(colunas, campos) + condicao(colunas));
         int parametro = liga_campos(*instrucao, colunas, campos);
         const auto liga_lida = [&](std::size_t coluna) {
             if (const base::Variante* escrito = lida.escrito(coluna)) {
@@ -53,7 +55,10 @@ bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& c
             if (colunas.lista[i].chave) liga_lida(i);
         for (std::size_t i = 0; i < colunas.lista.size(); ++i)
             liga_lida(i);
-        return instrucao->exec() > 0;
+        // Of a view the engine counts the rows that were written for it, not its own.
+        const int antes = base().getTotalChanges();
+        instrucao->exec();
+        return base().getTotalChanges() > antes;
     });
 }
 

@@ -39,6 +39,8 @@ Descricao descreve(int codigo, std::string_view mensagem) {
     switch (codigo & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
+    case SQLITE_SCHEMA:
+    case SQLITE_PROTOCOL:
         return {numeros::falha_geral,
                 "A base de dados está a ser usada por outro programa. Tente novamente."};
     case SQLITE_READONLY:
@@ -70,6 +72,12 @@ Descricao descreve(int codigo, std::string_view mensagem) {
 }
 
 } // namespace
+
+bool passageira(const SQLite::Exception& erro) {
+    const int codigo = erro.getErrorCode() & 0xFF;
+    return codigo == SQLITE_BUSY || codigo == SQLITE_LOCKED || codigo == SQLITE_SCHEMA ||
+           codigo == SQLITE_PROTOCOL;
+}
 
 base::Falha falha_de(const SQLite::Exception& erro) {
     const std::string_view mensagem = erro.what();

@@ -4,53 +4,16 @@
 #include "platform/sqlite/falhas.h"
 #include "platform/sqlite/lexico.h"
 
-#include <SQLiteCpp/Transaction.h>
 #include <sqlite3.h>
 
 namespace orvex::platform::sqlite {
 namespace {
 
-namespace fs = std::filesystem;
 using base::Falha;
 
 constexpr std::size_t preparadas_guardadas = 200; // far more shapes than the program has
 
-std::string texto_de(const fs::path& caminho) {
-    const std::u8string texto = caminho.u8string();
-    return {texto.begin(), texto.end()};
-}
-
-// Made sure of here, so that the message can say which file is at fault and why.
-fs::path ficheiro_existente(const fs::path& pasta, const char* nome) {
-    std::error_code erro;
-    if (!fs::is_directory(pasta, erro))
-        throw Falha("A pasta da empresa não existe ou não pode ser lida: " + texto_de(pasta),
-                    startup::numeros_bd::falha_geral);
-    const fs::path ficheiro = pasta / nome;
-    if (!fs::is_regular_file(ficheiro, erro))
-        throw Falha("Falta um ficheiro da empresa, ou não pode ser lido: " + texto_de(ficheiro),
-                    startup::numeros_bd::falha_geral);
-    return ficheiro;
-}
-
-template <typename Procedimento>
-decltype(auto) no_ficheiro(const fs::path& ficheiro, Procedimento procedimento) {
-    try {
-        return procedimento();
-    } catch (const SQLite::Exception& erro) {
-        const Falha falha = falha_de(erro);
-        throw Falha(texto_de(ficheiro) + ": " + falha.what(), startup::numeros_bd::falha_geral);
-    }
-}
-
-SQLite::Database abre_livro(const fs::path& pasta, int espera_ms) {
-    const fs::path livro = ficheiro_existente(pasta, ficheiro_livro);
-    return no_ficheiro(livro, [&] {
-        auto base = abre_base(livro, SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, espera_ms);
-        base.exec("SELECT 1 FROM sqlite_schema LIMIT 1"); // opening alone reads nothing
-        return base;
-    });
-}
+[[noreturn]] void falhou(const char* texto) { throw Falha(texto, startup::numeros_bd::falha_geral); }
 
 // Over a statement that has made its first step.
 class CursorPreparada final : public registos::Cursor {
@@ -71,38 +34,38 @@ class CursorPreparada final : public registos::Cursor {
 
 } // namespace
 
-Motor::Motor(const fs::path& pasta, int espera_ms)
-    : erp_(pasta / ficheiro_erp), espera_ms_(espera_ms), base_(abre_livro(pasta, espera_ms)) {
-    ficheiro_existente(pasta, ficheiro_erp);
-    no_ficheiro(erp_, [&] {
-        SQLite::Statement anexa(base_, "ATTACH ? AS erp");
-        anexa.bind(1, texto_de(erp_));
-        anexa.exec();
-        base_.exec("SELECT 1 FROM erp.sqlite_schema LIMIT 1");
-        base_.exec(std::string("PRAGMA erp.") + memoria_paginas);
-        for (const char* nome : {"main", "erp"})
-            if (sqlite3_db_readonly(base_.getHandle(), nome) != 0)
-                throw Falha("A empresa só pode ser lida: não há permissão para gravar em " + texto_de(pasta),
-                            startup::numeros_bd::falha_geral);
-    });
+Motor::Motor(const std::filesystem::path& pasta, int espera_ms) : pasta_(pasta), espera_ms_(espera_ms) {
+    ligacao();
 }
 
 Motor::~Motor() { liberta(); }
+
+Motor::Ligacao& Motor::ligacao() {
+    if (ligacao_ == nullptr) ligacao_.reset(new Ligacao{abre_empresa(pasta_, espera_ms_)});
+    return *ligacao_;
+}
+
+template <typename Trabalho>
+decltype(auto) Motor::corre(Trabalho trabalho) {
+    exige_inteira();
+    return com_falhas([&] { return insiste(aberta() ? 0 : espera_ms_, trabalho); });
+}
 
 // --- Statements --------------------------------------------------------------------------------------------
 
 std::shared_ptr<Preparada> Motor::prepara(const std::string& sql, Uso uso) {
     forma_.le(sql);
-    auto encontrada = preparadas_.find(forma_.chave());
-    if (encontrada == preparadas_.end()) {
+    auto& preparadas = ligacao().preparadas;
+    auto encontrada = preparadas.find(forma_.chave());
+    if (encontrada == preparadas.end()) {
         const Traducao traducao = traduz(forma_.chave());
         if (traducao.genero == Traducao::Genero::esquema) {
             if (uso == Uso::consulta) instrucao_errada(sql);
             muda_esquema(traducao);
             return nullptr;
         }
-        if (preparadas_.size() >= preparadas_guardadas) preparadas_.clear();
-        encontrada = preparadas_.emplace(forma_.chave(), std::make_shared<Preparada>(base_, traducao)).first;
+        if (preparadas.size() >= preparadas_guardadas) preparadas.clear();
+        encontrada = preparadas.emplace(forma_.chave(), std::make_shared<Preparada>(base(), traducao)).first;
     }
     auto preparada = encontrada->second;
     if (uso == Uso::consulta && preparada->genero != Traducao::Genero::consulta) instrucao_errada(sql);
@@ -112,17 +75,18 @@ std::shared_ptr<Preparada> Motor::prepara(const std::string& sql, Uso uso) {
 
 // All or nothing, inside a transaction of the program's or not.
 void Motor::muda_esquema(const Traducao& traducao) {
-    preparadas_.clear();
-    base_.exec("SAVEPOINT esquema");
+    ligacao().preparadas.clear();
+    base().exec("SAVEPOINT esquema");
     try {
         for (const std::string& instrucao : traducao.instrucoes)
-            base_.exec(instrucao);
-        base_.exec("RELEASE esquema");
+            base().exec(instrucao);
+        base().exec("RELEASE esquema");
     } catch (const SQLite::Exception&) {
-        base_.tryExec("ROLLBACK TO esquema");
-        base_.tryExec("RELEASE esquema");
+        base().tryExec("ROLLBACK TO esquema");
+        base().tryExec("RELEASE esquema");
         throw;
     }
+    if (!aberta()) marca_comecado(base());
 }
 
 std::shared_ptr<Preparada> Motor::primeiro_passo(const std::string& sql, Uso uso) {
@@ -139,10 +103,10 @@ std::shared_ptr<Preparada> Motor::primeiro_passo(const std::string& sql, Uso uso
 
 std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo modo) {
     liberta();
-    return com_falhas([&] {
+    return corre([&] {
         auto preparada = primeiro_passo(sql, Uso::consulta);
         if (preparada->caduca()) { // its columns may be others now
-            preparadas_.clear();
+            ligacao().preparadas.clear();
             preparada = primeiro_passo(sql, Uso::consulta);
         }
         auto colunas = modo == Modo::actualizavel ? preparada->colunas_actualizaveis() : preparada->colunas();
@@ -157,7 +121,7 @@ std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo
 void Motor::executa(const std::string& sql) {
     liberta();
     tranca_para_escrever();
-    com_falhas([&] {
+    corre([&] {
         const auto preparada = primeiro_passo(sql, Uso::execucao);
         if (preparada != nullptr) preparada->instrucao.tryReset();
     });
@@ -165,44 +129,88 @@ void Motor::executa(const std::string& sql) {
 
 // --- Transactions ------------------------------------------------------------------------------------------
 
+bool Motor::aberta() const {
+    return ligacao_ != nullptr && sqlite3_get_autocommit(ligacao_->base.getHandle()) == 0;
+}
+
+bool Motor::em_transaccao() {
+    if (!aberta()) iniciada_ = false;
+    return aberta();
+}
+
+// The engine takes a transaction back by itself when the disk fails it. What is written after that would
+// stand alone.
+void Motor::exige_inteira() {
+    if (iniciada_ && !aberta())
+        falhou("A base de dados desistiu da transacção por causa de uma falha anterior. Nada ficou gravado.");
+}
+
+void Motor::exige_transaccao() {
+    exige_inteira();
+    if (!iniciada_) falhou("Não há transacção aberta. Nada ficou gravado.");
+}
+
 void Motor::inicia() {
-    transaccao("BEGIN");
-    trancada_ = false;
+    liberta();
+    anula(); // one that a failure left behind is none of this one's
+    com_falhas([&] {
+        exige_os_mesmos_ficheiros(base());
+        base().exec("BEGIN");
+    });
+    iniciada_ = true;
 }
 
 void Motor::tranca() {
-    if (!em_transaccao()) throw Falha("Não há transacção aberta.", startup::numeros_bd::falha_geral);
+    exige_transaccao();
     if (trancada_) return;
-    // Nothing was written yet. What was read has fixed what is seen of the file, and who came first may have
-    // written to it since: the transaction begins again, so that it sees the file as it is.
-    transaccao("ROLLBACK");
-    transaccao("BEGIN");
-    // Writes nothing; a company without the table has nothing to guard.
-    const int codigo = base_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0");
-    if (codigo != SQLITE_OK && codigo != SQLITE_ERROR)
-        throw falha_de(SQLite::Exception(base_.getHandle(), codigo));
+    liberta();
+    com_falhas([&] {
+        // Nothing was written yet. What was read has fixed what is seen of the file, and who came first may
+        // have written to it since: the transaction begins again, so that it sees the file as it is.
+        base().exec("ROLLBACK");
+        base().exec("BEGIN");
+        // Writes nothing; a company without the table has nothing to guard.
+        const int codigo = base().tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0");
+        if (codigo != SQLITE_OK && codigo != SQLITE_ERROR)
+            throw SQLite::Exception(base().getHandle(), codigo);
+    });
     trancada_ = true;
 }
 
 void Motor::tranca_para_escrever() {
-    if (!trancada_ && em_transaccao()) tranca();
+    exige_inteira();
+    if (!trancada_ && aberta()) tranca();
 }
 
-// The write lock of the ERP's file, over a connection of its own: the work writes the ledger's, and the ERP's
-// own writers hold it for no longer than one document takes.
-void Motor::em_exclusivo(const std::function<void()>& trabalho) {
-    com_falhas([&] {
-        auto erp = abre_base(erp_, SQLite::OPEN_READWRITE, espera_ms_);
-        const SQLite::Transaction so_nos(erp, SQLite::TransactionBehavior::IMMEDIATE);
-        trabalho();
-    });
-}
-
-void Motor::transaccao(const char* instrucao) {
+void Motor::confirma() {
+    exige_transaccao();
     liberta();
-    com_falhas([&] { base_.exec(instrucao); });
+    com_falhas([&] { base().exec("COMMIT"); });
+    iniciada_ = trancada_ = false;
 }
 
-bool Motor::em_transaccao() { return sqlite3_get_autocommit(base_.getHandle()) == 0; }
+void Motor::anula() {
+    liberta();
+    iniciada_ = trancada_ = false;
+    if (!aberta()) return;
+    base().tryExec("ROLLBACK");
+    if (aberta()) ligacao_.reset();
+}
+
+// A lock that is nothing else's: neither the ledger's, which the work takes, nor the ERP's, which who has the
+// ledger's may be waiting for.
+void Motor::em_exclusivo(const std::function<void()>& trabalho) {
+    const auto ficheiro = pasta_ / ficheiro_exclusivo;
+    const auto so_nos = com_falhas([&] {
+        SQLite::Database tranca(ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, espera_ms_);
+        // For whoever may write the ledger; where it is somebody else's file, that one has done it.
+        std::error_code erro;
+        std::filesystem::permissions(
+            ficheiro, std::filesystem::status(pasta_ / ficheiro_livro, erro).permissions(), erro);
+        tranca.exec("BEGIN EXCLUSIVE");
+        return tranca;
+    });
+    trabalho();
+}
 
 } // namespace orvex::platform::sqlite

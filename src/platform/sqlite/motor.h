@@ -23,8 +23,10 @@ class Motor final : public registos::Motor {
     void inicia() override;
     // Takes the write lock of the ledger's file; the ERP's stays free for the ERP.
     void tranca() override;
-    void confirma() override { transaccao("COMMIT"); }
-    void anula() override { transaccao("ROLLBACK"); }
+    void confirma() override;
+    // Never fails: where the engine refuses, closing the connection takes everything back.
+    void anula() override;
+    // Once it has answered that there is none, what the program writes next is no part of the last one.
     bool em_transaccao() override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
@@ -33,7 +35,18 @@ class Motor final : public registos::Motor {
                 const registos::Conjunto& lida) override;
 
   private:
-    void transaccao(const char* instrucao);
+    struct Ligacao {
+        SQLite::Database base;
+        InstrucoesGuardadas escritas{base}; // that write the rows of a set
+        std::unordered_map<std::string, std::shared_ptr<Preparada>> preparadas{}; // by shape
+    };
+
+    Ligacao& ligacao(); // opened anew where an end of a transaction had to close it
+    SQLite::Database& base() { return ligacao().base; }
+    bool aberta() const; // a transaction, as the engine says
+    void exige_transaccao();
+    void exige_inteira();
+
     void tranca_para_escrever();
 
     enum class Uso { consulta, execucao }; // a query is refused, not run, when it is something else
@@ -42,14 +55,16 @@ class Motor final : public registos::Motor {
     std::shared_ptr<Preparada> prepara(const std::string& sql, Uso uso);
     std::shared_ptr<Preparada> primeiro_passo(const std::string& sql, Uso uso);
     void muda_esquema(const Traducao& traducao);
+    // Outside a transaction what meets another program at work is tried again.
+    template <typename Trabalho>
+    decltype(auto) corre(Trabalho trabalho);
 
-    const std::filesystem::path erp_; // the ERP's file
+    const std::filesystem::path pasta_;
     const int espera_ms_;
-    SQLite::Database base_;
-    bool trancada_ = false;               // the open transaction has the ledger's lock
-    InstrucoesGuardadas escritas_{base_}; // that write the rows of a set
+    std::unique_ptr<Ligacao> ligacao_;
+    bool iniciada_ = false; // by the program, which has not ended it
+    bool trancada_ = false; // the open transaction has the ledger's lock
     Forma forma_;
-    std::unordered_map<std::string, std::shared_ptr<Preparada>> preparadas_; // by shape
 };
 
 } // namespace orvex::platform::sqlite

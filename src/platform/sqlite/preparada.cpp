@@ -27,9 +27,12 @@ ParteDeChave parte_de_chave(const SQLite::Database& base, const std::string& tab
                             const std::string& coluna) {
     int chave = 0;
     int identidade = 0;
-    // A view has no such description, and no key.
-    sqlite3_table_column_metadata(base.getHandle(), nullptr, tabela.c_str(), coluna.c_str(), nullptr, nullptr,
-                                  nullptr, &chave, &identidade);
+    const auto descreve = [&](const char* ficheiro) {
+        return sqlite3_table_column_metadata(base.getHandle(), ficheiro, tabela.c_str(), coluna.c_str(),
+                                             nullptr, nullptr, nullptr, &chave, &identidade) == SQLITE_OK;
+    };
+    // A view has no such description: its key is that of the ERP's table behind it, if there is one.
+    if (!descreve(nullptr)) descreve("erp");
     return {chave != 0, identidade != 0};
 }
 

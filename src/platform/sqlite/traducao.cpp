@@ -194,7 +194,7 @@ std::string Tradutor::ordem() {
 
 std::string Tradutor::apaga() {
     leitor_.aceita_palavra("FROM");
-    const std::string tabela = leitor_.tabela();
+    const std::string tabela = onde_se_escreve(leitor_.tabela());
     return "DELETE FROM " + tabela + onde();
 }
 
@@ -333,6 +333,10 @@ std::string Tradutor::cortado(const std::string& texto, const std::string& tipo)
 }
 
 } // namespace
+
+std::string onde_se_escreve(const std::string& tabela) {
+    return base::mesmo_nome(tabela, "[Artigos]") ? "erp." + tabela : tabela;
+}
 
 Traducao traduz(std::string_view chave) { return Tradutor(chave).traduz(); }
 

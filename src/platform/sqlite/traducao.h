@@ -29,6 +29,10 @@ struct Traducao {
 // Joins two values as the server's + does: registered with the engine under this name, with two arguments.
 inline constexpr const char* funcao_soma = "soma_servidor";
 
+// Where the rows of a table (a name in brackets) are added and deleted: Artigos is a view of the ERP's, whose
+// file is `erp`.
+std::string onde_se_escreve(const std::string& tabela);
+
 // Translates a shape (Forma). Throws Falha (instrucao_errada).
 Traducao traduz(std::string_view chave);
 

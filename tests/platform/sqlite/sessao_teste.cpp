@@ -2,6 +2,8 @@
 #include "tests/contrato/empresa_vazia.h"
 
 #include <fstream>
+#include <sqlite3.h>
+#include <sys/stat.h>
 
 namespace orvex::testes {
 namespace {
@@ -23,17 +25,31 @@ class Sessao : public EmpresaVazia<SessaoSQLite> {
         }
         return {};
     }
+    // What a session that opens anew ends in.
+    std::string tenta() {
+        SessaoSQLite outra;
+        const bool aberta = outra.Abre(ligacao(pasta));
+        if (!aberta) return texto_da_falha([&] { outra.Executa("Delete xel_ORVEX"); });
+        return numero_da_falha([&] { outra.Consulta("select * from xel_ORVEX"); }) == 0 ? "" : "sem tabelas";
+    }
+    void na_base(const char* sql) { outra_ligacao().exec(sql); }
+    void no_erp(const char* sql) { outra_ligacao(platform::sqlite::ficheiro_erp).exec(sql); }
 };
+
+// The connection that was opened last, for what no session lets one do to it.
+sqlite3* ultima_aberta = nullptr;
+int apanha(sqlite3* aberta, char**, const sqlite3_api_routines*) {
+    ultima_aberta = aberta;
+    return SQLITE_OK;
+}
+int recusa_anular(void*, int accao, const char* qual, const char*, const char*, const char*) {
+    return accao == SQLITE_TRANSACTION && std::string_view(qual) == "ROLLBACK" ? SQLITE_DENY : SQLITE_OK;
+}
 
 TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) {
     BD.Fecha();
     EXPECT_NE(texto_da_falha([&] { BD.IniciaTransaccao(); }), "") << "a closed session refuses everything";
     EXPECT_FALSE(BD.EmTransaccao());
-    const auto tenta = [&] {
-        SessaoSQLite outra;
-        EXPECT_FALSE(outra.Abre(ligacao(pasta)));
-        return texto_da_falha([&] { outra.Executa("Delete xel_ORVEX"); });
-    };
     std::filesystem::rename(pasta / "erp.db", pasta / "longe.db");
     EXPECT_THAT(tenta(), HasSubstr("erp.db"));
     EXPECT_FALSE(std::filesystem::exists(pasta / "erp.db"));
@@ -42,6 +58,9 @@ TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) 
     EXPECT_THAT(tenta(), testing::AllOf(HasSubstr("erp.db"), HasSubstr("não é uma base")));
     std::ofstream(pasta / "livro.db") << std::string(4096, 'x');
     EXPECT_THAT(tenta(), HasSubstr("livro.db"));
+    std::filesystem::remove(pasta / "erp.db");
+    mkfifo((pasta / "erp.db").c_str(), 0600);
+    EXPECT_THAT(tenta(), testing::AllOf(HasSubstr("erp.db"), HasSubstr("não é um ficheiro comum")));
     std::filesystem::remove_all(pasta);
     EXPECT_THAT(tenta(), HasSubstr("pasta"));
     EXPECT_FALSE(std::filesystem::exists(pasta));
@@ -56,18 +75,93 @@ TEST_F(Sessao, a_lock_held_by_another_program_is_reported_as_such) {
     EXPECT_EQ(texto_da_falha(apaga), "");
 }
 
-TEST_F(Sessao, what_was_read_before_another_program_wrote_cannot_be_written_over) {
+TEST_F(Sessao, a_ledger_that_was_begun_is_asked_back_and_never_begun_again) {
+    BD.Fecha();
+    const auto livro = pasta / "livro.db", longe = pasta / "longe.db";
+    std::filesystem::rename(livro, longe);
+    EXPECT_THAT(tenta(), testing::AllOf(HasSubstr("livro.db"), HasSubstr("cópia")));
+    EXPECT_FALSE(std::filesystem::exists(livro));
+    std::ofstream(livro).flush();
+    EXPECT_THAT(tenta(), HasSubstr("cópia"));
+    EXPECT_EQ(std::filesystem::file_size(livro), 0u);
+    no_erp("PRAGMA user_version=0"); // of a company whose ledger was never begun
+    EXPECT_EQ(tenta(), "sem tabelas");
+    std::filesystem::rename(longe, livro);
+    EXPECT_EQ(tenta(), "") << "as a company of before the mark";
+    na_base("DROP TABLE xel_ORVEX; DROP TABLE xel_ORVEX_Mov");
+    EXPECT_THAT(tenta(), HasSubstr("cópia"));
+}
+
+TEST_F(Sessao, a_file_that_was_exchanged_under_the_program_takes_no_transaction) {
+    for (const char* nome : {"livro.db", "erp.db"}) {
+        std::filesystem::rename(pasta / nome, pasta / "antes.db");
+        std::filesystem::copy_file(pasta / "antes.db", pasta / nome);
+        EXPECT_THAT(texto_da_falha([&] { BD.IniciaTransaccao(); }),
+                    testing::AllOf(HasSubstr(nome), HasSubstr("Feche o programa")));
+        EXPECT_FALSE(BD.EmTransaccao());
+        std::filesystem::rename(pasta / "antes.db", pasta / nome);
+    }
+    BD.IniciaTransaccao();
+}
+
+// Nothing of the ERP's, neither its lock nor what it writes meanwhile, stands in the way of a confirmation.
+TEST_F(Sessao, a_confirmation_with_the_note_of_an_article_is_the_commit_of_one_file) {
+    BD.Fecha();
+    na_base("DROP TABLE IF EXISTS ObservArtigos"); // a company of when the notes were in the ERP's file
+    no_erp("ALTER TABLE Artigos ADD COLUMN Observ nvarchar(35) COLLATE SERVIDOR");
+    no_erp("UPDATE Artigos SET Observ='antiga'");
+    ASSERT_TRUE(BD.Abre(ligacao(pasta)));
+    no_erp("UPDATE Artigos SET Observ='de ninguém'");
+    auto erp = outra_ligacao(platform::sqlite::ficheiro_erp);
     BD.IniciaTransaccao();
     junta_movimento(1);
     valor("select STDISP from Artigos where CODIGO='B1'");
-    outra_ligacao("erp.db").exec("UPDATE Artigos SET STDISP=1 WHERE CODIGO='B1'");
-    const auto artigo = BD.AbreActualizavel("Select * from Artigos where Codigo='B1'");
-    artigo->define("Observ", "x");
-    EXPECT_THAT([&] { artigo->actualiza(); },
-                testing::ThrowsMessage<Falha>(HasSubstr("alterados por outro programa")));
-    EXPECT_TRUE(BD.EmTransaccao());
+    erp.exec("UPDATE Artigos SET STDISP=1; BEGIN IMMEDIATE");
+    const auto artigo = BD.AbreActualizavel("Select * from Artigos where Codigo='b1'");
+    EXPECT_EQ(numero_da_falha([&] { artigo->define("Observ", std::string(36, 'x')); }),
+              numeros::valor_truncado);
+    for (const std::string& nota : {std::string("nova"), std::string(35, 'x')}) {
+        artigo->define("Observ", nota);
+        artigo->actualiza();
+        EXPECT_EQ(valor("select Observ from Artigos where CODIGO='B1'"), Variante(nota));
+    }
+    artigo->define("STDISP", 9);
+    EXPECT_NE(numero_da_falha([&] { artigo->actualiza(); }), 0) << "the stock is the ERP's";
+    BD.ConfirmaTransaccao();
+    erp.exec("ROLLBACK");
+    EXPECT_TRUE(BD.Abre(ligacao(pasta)));
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
+    EXPECT_EQ(valor("select Observ from Artigos where CODIGO='B1'"), Variante(std::string(35, 'x')));
+    EXPECT_EQ(valor("select Observ from Artigos where CODIGO='B2'"), Variante("antiga"));
+}
+
+TEST_F(Sessao, a_transaction_ends_where_it_is_ended_and_nobody_writes_in_one_that_is_gone) {
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(apanha));
+    ASSERT_TRUE(BD.Abre(ligacao(pasta)));
+    BD.IniciaTransaccao();
+    junta_movimento(1);
+    sqlite3_set_authorizer(ultima_aberta, recusa_anular, nullptr);
     BD.AnulaTransaccao();
-    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 0);
+    EXPECT_FALSE(BD.EmTransaccao());
+    outra_ligacao().exec("BEGIN IMMEDIATE"); // no lock is left
+    BD.IniciaTransaccao();
+    junta_movimento(2);
+    BD.IniciaTransaccao(); // left open by a failure: it is none of the next one's
+    junta_movimento(3);
+    BD.ConfirmaTransaccao();
+    BD.AnulaTransaccao(); // nothing to take back is no failure
+    EXPECT_THAT(texto_da_falha([&] { BD.ConfirmaTransaccao(); }), HasSubstr("transacção"));
+    EXPECT_EQ(linhas("xel_ORVEX_Mov where NumLinha=3"), linhas("xel_ORVEX_Mov"));
+
+    ASSERT_TRUE(BD.Abre(ligacao(pasta)));
+    sqlite3_reset_auto_extension();
+    BD.IniciaTransaccao();
+    junta_movimento(4);
+    sqlite3_exec(ultima_aberta, "ROLLBACK", nullptr, nullptr, nullptr); // as a full disk may make it
+    EXPECT_THAT(texto_da_falha([&] { junta_movimento(5); }), HasSubstr("Nada ficou gravado"));
+    EXPECT_THAT(texto_da_falha([&] { BD.ConfirmaTransaccao(); }), HasSubstr("Nada ficou gravado"));
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
 }
 
 TEST_F(Sessao, a_refused_commit_leaves_the_transaction_open_to_be_rolled_back) {
