@@ -8,6 +8,7 @@
 
 #include "platform/erp/sessao_erp_embebida.h"
 #include "startup/sessao_bd.h"
+#include "tests/servidor/empresa_no_servidor.h"
 
 #include <string>
 #include <utility>
@@ -136,7 +137,9 @@ class ObjectoGravado : public startup::ObjectoERP {
             reais.push_back(objecto ? gravado(argumento.objecto).real_ : argumento);
         }
         diario_.linhas.push_back(nome_ + "." + std::string(membro) + "(" + escritos + ")");
-        return veste(real_->chama(membro, reais), membro);
+        startup::ValorERP dado = real_->chama(membro, reais);
+        if (membro == "Finalizar") espelha();
+        return veste(std::move(dado), membro);
     }
 
     const startup::ReferenciaERP& real() const { return real_; }
@@ -176,7 +179,9 @@ class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
             "STOCK " + escritos(p.tipo_terceiro, p.area, p.tipo_documento, p.sector, p.serie, p.destino,
                                 p.processo, p.texto_8, p.data, p.texto_10, p.armazem, p.inteiro_12,
                                 p.texto_13, p.artigos, p.textos_15, p.quantidades, p.precos, p.textos_18));
-        return SessaoERPEmbebida::CriaDocStock(p);
+        auto chave = SessaoERPEmbebida::CriaDocStock(p);
+        espelha();
+        return chave;
     }
     std::int16_t SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) override {
         if (recusa()) return -1;
@@ -192,7 +197,9 @@ class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
         if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
         if (diario_.tambem(Diario::Depois::anulacao_recusada) || recusa()) return recusado;
         diario_.linhas.push_back("ANULA " + std::to_string(um) + " " + chave.texto());
-        return SessaoERPEmbebida::AnulaDocumento(um, chave);
+        auto resultado = SessaoERPEmbebida::AnulaDocumento(um, chave);
+        espelha();
+        return resultado;
     }
     startup::ResultadoERP ResultadoUltimo() override {
         diario_.passo();
