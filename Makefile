@@ -10,7 +10,7 @@ EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 
 LINTER := clang-tidy
 
-.PHONY: all run test bench format lint clean pacotes pacotes-teste
+.PHONY: all run test test-servidor bench format lint clean pacotes pacotes-teste
 
 all: pacotes
 	cmake --preset desenvolvimento
@@ -31,6 +31,22 @@ test: pacotes-teste
 	cmake --preset ci
 	cmake --build --preset ci
 	ctest --preset ci
+
+# The contract of the database session and every flow on a real server, in a database made for it and dropped after.
+# The password comes from the environment alone, so that it stands in no command line.
+test-servidor: export ORVEX_SERVIDOR = $(SERVIDOR)
+test-servidor: export ORVEX_BASE = $(BASE)
+test-servidor: export ORVEX_UTILIZADOR = $(UTILIZADOR)
+test-servidor: export ORVEX_CONTROLADOR = $(CONTROLADOR)
+test-servidor: export ORVEX_ENCRIPTACAO = $(ENCRIPTACAO)
+test-servidor:
+	@[ -n "$$ORVEX_SERVIDOR" ] && [ -n "$$ORVEX_BASE" ] && [ -n "$$ORVEX_UTILIZADOR" ] && [ -n "$$ORVEX_PALAVRA_PASSE" ] || { \
+		echo "uso: make test-servidor SERVIDOR=... BASE=... UTILIZADOR=... [CONTROLADOR=...] [ENCRIPTACAO=...]"; \
+		echo "     com a palavra-passe em ORVEX_PALAVRA_PASSE e o nome de uma base que não exista"; exit 2; } >&2
+	@$(MAKE) pacotes-teste
+	cmake --preset ci
+	cmake --build --preset ci --target orvex-ensaio
+	$(CONSTRUCAO)/ci/bin/orvex-ensaio
 
 bench: pacotes-teste
 	cmake --preset medicao

@@ -72,7 +72,8 @@ struct EcraAjuste : Bancada<adjust::MovStocks> {
         return empresa.linhas("select DocGcCab.TpDoc, Quant, NVias from DocGcCab inner join DocGcLin on "
                               "TpDocum=TpDoc and DocGcLin.NNumDoc=DocGcCab.NNumDoc order by DocGcCab.TpDoc, "
                               "DocGcCab.NNumDoc") +
-               " / " + empresa.linhas("select TpDoc, Quantidade from xel_ORVEX where NNumDoc>0");
+               " / " +
+               empresa.linhas("select TpDoc, Quantidade from xel_ORVEX where NNumDoc>0 order by Registo");
     }
 };
 

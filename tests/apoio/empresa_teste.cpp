@@ -4,6 +4,7 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/esquema_livro.h"
+#include "tests/servidor/empresa_no_servidor.h"
 
 namespace orvex::testes {
 namespace {
@@ -89,6 +90,7 @@ void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<
             conjunto->define(colunas[i], linha.at(i));
         conjunto->actualiza();
     }
+    espelha();
 }
 
 void cria_empresa_vazia(const std::filesystem::path& pasta) {
@@ -100,16 +102,16 @@ void cria_empresa_vazia(const std::filesystem::path& pasta) {
 
 EmpresaTeste::EmpresaTeste() {
     std::filesystem::copy(modelo(), pasta());
-    if (!outra_.Abre(ligacao(pasta()))) throw std::runtime_error("the company did not open");
+    outra_ = abre_empresa(pasta());
 }
 
 void EmpresaTeste::insere_linha_aberta(int numero, const std::string& artigo, const char* aberto) {
-    insere_factura(outra_, {"FA", 1, numero, 1}, artigo, aberto, m(aberto), "OR");
+    insere_factura(*outra_, {"FA", 1, numero, 1}, artigo, aberto, m(aberto), "OR");
 }
 
 std::string EmpresaTeste::linhas(const std::string& sql) {
     std::string resultado;
-    const auto conjunto = outra_.Consulta(sql);
+    const auto conjunto = outra_->Consulta(sql);
     for (; !conjunto->fim(); conjunto->move_seguinte())
         for (std::size_t i = 0; i < conjunto->colunas(); ++i) {
             const base::Variante valor = conjunto->valor(i);
@@ -122,12 +124,13 @@ std::string EmpresaTeste::linhas(const std::string& sql) {
 }
 
 std::string EmpresaTeste::livro() {
-    return linhas("select * from xel_ORVEX_MOV") + "\n" + linhas("select * from xel_ORVEX") + "\n" +
-           linhas("select CODIGO, Observ from Artigos");
+    return linhas("select * from xel_ORVEX_MOV") + "\n" + linhas("select * from xel_ORVEX order by Registo") +
+           "\n" + linhas("select CODIGO, Observ from Artigos order by CODIGO");
 }
 
 std::string EmpresaTeste::stock() {
-    return linhas("select CODIGO, VLREXIST, STDISP from Artigos") + "\n" + linhas("select * from artarm");
+    return linhas("select CODIGO, VLREXIST, STDISP from Artigos order by CODIGO") + "\n" +
+           linhas("select * from artarm");
 }
 
 } // namespace orvex::testes

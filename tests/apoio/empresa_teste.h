@@ -42,7 +42,7 @@ class EmpresaTeste {
 
     const std::filesystem::path& pasta() const { return pasta_.pasta(); }
     void escreve_parametros(const std::string& texto) { pasta_.escreve(startup::ficheiro_parametros, texto); }
-    startup::SessaoBD& outra() { return outra_; } // a session of its own, as another workstation has
+    startup::SessaoBD& outra() { return *outra_; } // a session of its own, as another workstation has
     // One more open line of FA/1 of client CL'1 in warehouse OR, in ledger and ERP.
     void insere_linha_aberta(int numero, const std::string& artigo, const char* aberto);
 
@@ -53,7 +53,7 @@ class EmpresaTeste {
 
   private:
     PastaTemporaria pasta_;
-    platform::sqlite::SessaoSQLite outra_;
+    std::unique_ptr<startup::SessaoBD> outra_;
 };
 
 // A screen at work on a company, its own or one that other workstations have too, through recording sessions.

@@ -8,6 +8,7 @@
 
 #include "platform/erp/sessao_erp_embebida.h"
 #include "startup/sessao_bd.h"
+#include "tests/servidor/empresa_no_servidor.h"
 
 #include <functional>
 #include <string>
@@ -147,6 +148,7 @@ class ObjectoGravado : public startup::ObjectoERP {
         }
         diario_.linhas.push_back(nome_ + "." + std::string(membro) + "(" + escritos + ")");
         startup::ValorERP valor = real_->chama(membro, reais);
+        if (membro == "Finalizar") espelha();
         if (falha) Diario::lanca();
         return veste(std::move(valor), membro);
     }
@@ -220,6 +222,7 @@ class SessaoERPGravada : public platform::erp::SessaoERPEmbebida {
         if (falha && diario_.maneira == Diario::Maneira::lanca) Diario::lanca();
         diario_.linhas.push_back(linha);
         const Resultado resultado = trabalho();
+        espelha();
         if (falha) Diario::lanca();
         return resultado;
     }

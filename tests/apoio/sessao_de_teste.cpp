@@ -2,16 +2,24 @@
 
 #include "platform/sqlite/sessao_sqlite.h"
 #include "startup/construtor_ligacao.h"
+#include "tests/servidor/base_ensaio.h"
+#include "tests/servidor/empresa_no_servidor.h"
 
 #include <cstdlib>
 #include <string_view>
 
 namespace orvex::testes {
+namespace {
 
-bool pelo_fio() {
+bool motor_pedido(std::string_view qual) {
     const char* motor = std::getenv("ORVEX_TESTE_MOTOR");
-    return motor != nullptr && std::string_view(motor) == "fio";
+    return motor != nullptr && motor == qual;
 }
+
+} // namespace
+
+bool pelo_fio() { return motor_pedido("fio"); }
+bool no_servidor() { return motor_pedido("servidor"); }
 
 std::string ligacao(const std::filesystem::path& pasta) {
     return startup::ConstrutorLigacao{.servidor = "sqlite", .base = pasta.string(), .utilizador = "ana"}
@@ -27,7 +35,20 @@ std::string ligacao(const ServidorTDS& servidor, const std::string& palavra_pass
         .constroi();
 }
 
+std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pasta) {
+    if (no_servidor()) return std::make_unique<EmpresaNoServidor>(pasta);
+    auto sessao = std::make_unique<platform::sqlite::SessaoSQLite>();
+    if (!sessao->Abre(ligacao(pasta))) throw std::runtime_error("the company did not open");
+    return sessao;
+}
+
 bool SessaoDeTeste::Abre(const std::string& texto) {
+    if (no_servidor()) {
+        auto sessao = std::make_unique<platform::odbc::SessaoODBC>();
+        abre_ensaio(*sessao);
+        real_ = std::move(sessao);
+        return true;
+    }
     if (!pelo_fio()) {
         real_ = std::make_unique<platform::sqlite::SessaoSQLite>();
         return real_->Abre(texto);

@@ -1,7 +1,9 @@
-// The session of a test's company: on the embedded engine itself or, where the environment says
-// ORVEX_TESTE_MOTOR=fio, through the ODBC driver and the wire to a server of its own over the same files.
+// The session of a test's company: on the embedded engine itself; where the environment says
+// ORVEX_TESTE_MOTOR=fio, through the ODBC driver and the wire to a server of its own over the same files;
+// with ORVEX_TESTE_MOTOR=servidor, in the trial database of a real server, to which the files' rows were
+// copied.
 //
-// So one test is a test of both engines. What is asked of it is recorded.
+// So one test is a test of every engine. What is asked of it is recorded.
 #pragma once
 
 #include "platform/odbc/sessao_odbc.h"
@@ -15,9 +17,14 @@
 namespace orvex::testes {
 
 bool pelo_fio(); // as the environment says
+bool no_servidor();
 
 std::string ligacao(const std::filesystem::path& pasta); // to the company's files
 std::string ligacao(const ServidorTDS& servidor, const std::string& palavra_passe = "segredo");
+
+// A company made of these files, as a session of its own sees it, which another workstation has. On a server
+// its rows are copied there now.
+std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pasta);
 
 class SessaoDeTeste : public startup::SessaoBD {
   public:

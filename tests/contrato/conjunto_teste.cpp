@@ -93,11 +93,11 @@ TEST_F(Conjuntos, a_row_is_updated_twice_through_the_same_set) {
 TEST_F(Conjuntos, a_row_changed_or_deleted_by_somebody_else_is_not_overwritten) {
     for (const char* mudanca : {"UPDATE xel_ORVEX_Mov SET Origem='' WHERE NumLinha=3",
                                 "UPDATE xel_ORVEX_Mov SET Artigo='b1' WHERE NumLinha=3",
-                                "UPDATE xel_ORVEX_Mov SET Origem=NULL, Qtd=9 WHERE NumLinha=3",
+                                "UPDATE xel_ORVEX_Mov SET Origem=Descritivo, Qtd=9 WHERE NumLinha=3",
                                 "DELETE FROM xel_ORVEX_Mov WHERE NumLinha=3"}) {
         const auto conjunto = linha(3);
         conjunto->define("Qtd", 4);
-        outra_ligacao().exec(mudanca);
+        outra().Executa(mudanca);
         EXPECT_EQ(numero_da_falha([&] { conjunto->actualiza(); }), numeros::registo_alterado) << mudanca;
     }
     EXPECT_EQ(linhas("xel_ORVEX_Mov where Qtd=4"), 0);

@@ -78,7 +78,13 @@ class EmpresaVazia : public testing::Test {
     TSessao BD;
 };
 
-// On either engine: what every session does, whatever is behind it.
-using Contrato = EmpresaVazia<SessaoDeTeste>;
+// On any engine: what every session does, whatever is behind it.
+class Contrato : public EmpresaVazia<SessaoDeTeste> {
+  protected:
+    startup::SessaoBD& outra() { return *outra_; } // a session of its own, as another workstation has
+
+  private:
+    std::unique_ptr<startup::SessaoBD> outra_ = abre_empresa(pasta);
+};
 
 } // namespace orvex::testes

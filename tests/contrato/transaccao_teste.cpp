@@ -26,15 +26,14 @@ TEST_F(Transaccoes, a_refused_statement_leaves_the_transaction_as_it_was) {
     EXPECT_TRUE(BD.EmTransaccao());
     BD.ConfirmaTransaccao();
     EXPECT_FALSE(BD.EmTransaccao());
-    EXPECT_EQ(outra_ligacao().execAndGet("SELECT count(*) FROM xel_ORVEX_Mov").getInt(), 1);
+    EXPECT_EQ(outra().Consulta("select count(*) from xel_ORVEX_Mov")->valor(0), Variante(1));
 }
 
 // What is read before the lock is for the eye; it neither hides what others wrote nor stands in the way.
 TEST_F(Transaccoes, the_lock_shows_what_others_wrote_meanwhile) {
     BD.IniciaTransaccao();
     EXPECT_EQ(linhas("xel_ORVEX_Mov"), 0);
-    outra_ligacao().exec(
-        "INSERT INTO xel_ORVEX_Mov (Ano,TpDoc,NumDoc,SerieDoc,NumLinha) VALUES (1,'A',1,1,7)");
+    insere(outra(), "xel_ORVEX_Mov", {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha"}, {{1, "A", 1, 1, 7}});
     BD.Tranca();
     EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
     junta_movimento(1);

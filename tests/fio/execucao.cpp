@@ -2,6 +2,7 @@
 
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
+#include "tests/fio/administracao.h"
 
 #include <sqlite3.h>
 
@@ -83,6 +84,7 @@ void Execucao::vitima(const std::string& texto) {
 }
 
 void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& parametros) {
+    if (administra(sql, pasta_, motor_, respostas_)) return;
     if (sql == "BEGIN TRANSACTION") return transaccao("BEGIN", Respostas::inicio);
     if (sql == "COMMIT TRANSACTION") return transaccao("COMMIT", Respostas::confirmacao);
     if (sql == "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION") {

@@ -99,12 +99,14 @@ void ServidorTDS::serve(Ligacao& ligacao) {
 void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
     if (entrada.programa != "ORVEX") throw LigacaoPerdida(); // what the server's own lists know it by
     Respostas& respostas = ligacao.respostas;
+    const bool primeira = entrada.base == base || entrada.base == "master";
+    const std::filesystem::path pasta = primeira ? pasta_ : pasta_ / entrada.base;
     if (entrada.utilizador != utilizador || entrada.palavra_passe != palavra_passe) {
         respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
-    } else if (entrada.base != base) {
+    } else if (!std::filesystem::is_directory(pasta)) {
         respostas.falhou(4060, "Cannot open database \"" + entrada.base + "\" requested by the login.");
     } else {
-        ligacao.execucao.emplace(pasta_, respostas);
+        ligacao.execucao.emplace(pasta, respostas);
         respostas.entrada_aceite();
     }
     respostas.envia();

@@ -44,7 +44,7 @@ class ServidorTDS {
     // What log-in accepts. Set while nobody is logging in.
     std::string utilizador = "orvex";
     std::string palavra_passe = "segredo";
-    std::string base = "EMPRESA";
+    std::string base = "EMPRESA"; // "master" is it too; those that clients create lie in folders inside it
 
     // At the n-th request from now, over all connections. Log-ins and the client's giving up are none.
     void avaria_no(int pedido, Avaria avaria);

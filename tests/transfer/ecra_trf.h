@@ -44,10 +44,8 @@ struct EcraTrf : Bancada<transfer::TrfBobines> {
     }
 
     // One more workstation of this company.
-    EcraTrf(int modo, const EmpresaTeste& partilhada) : EcraTrf(modo) {
-        if (!BD.Abre(ligacao(partilhada.pasta())) ||
-            !ERP.Liga({"E", "", "ana", "sqlite", partilhada.pasta().string()}))
-            throw std::runtime_error("the company did not open");
+    EcraTrf(int modo, EmpresaTeste& partilhada) : Bancada(&partilhada, static_cast<std::int16_t>(modo)) {
+        abre();
     }
 
     void item(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
