@@ -11,6 +11,10 @@
 #include "platform/qt/janela_trf_bobines.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
+#include <QApplication>
+
+#include <iostream>
+
 namespace orvex::app {
 namespace {
 
@@ -36,7 +40,23 @@ using EcraGuiasRemessa = EcraComJanela<delivery::GuiasRemessa, platform::qt::Jan
 using EcraMovStocks = EcraComJanela<adjust::MovStocks, platform::qt::JanelaMovStocks>;
 using EcraTrfBobines = EcraComJanela<transfer::TrfBobines, platform::qt::JanelaTrfBobines>;
 
+bool alguem_ve() {
+    if (QCoreApplication::startingUp() ||
+        qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
+        return false;
+    const QString sistema = QGuiApplication::platformName();
+    return sistema != "offscreen" && sistema != "minimal";
+}
+
 } // namespace
+
+void diz(const std::string& texto, const std::string& titulo, common::Icone icone) {
+    if (alguem_ve()) {
+        platform::qt::mostra_caixa(nullptr, texto, titulo, icone, common::Botoes::ok);
+    } else {
+        std::cerr << titulo << ": " << texto << '\n';
+    }
+}
 
 std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp() {
     return std::make_unique<platform::erp::SessaoERPEmbebida>();
@@ -71,7 +91,8 @@ std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra
 }
 
 void FabricaOrvex::mostra_caixa(const std::string& texto, const std::string& titulo) {
-    platform::qt::mostra_caixa(nullptr, texto, titulo, common::Icone::nenhum, common::Botoes::ok);
+    recusou_ = true;
+    diz(texto, titulo, common::Icone::nenhum);
 }
 
 } // namespace orvex::app

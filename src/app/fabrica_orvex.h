@@ -1,12 +1,17 @@
 // Picks the adapters and makes the screens with their windows: the one place that knows them all.
 #pragma once
 
+#include "common/janela.h"
 #include "platform/qt/pecas.h"
 #include "startup/arranque.h"
 
 #include <filesystem>
 
 namespace orvex::app {
+
+// A box, or a line on the error output where nobody sees a box: without a window system, or on a pretended
+// one.
+void diz(const std::string& texto, const std::string& titulo, common::Icone icone);
 
 class FabricaOrvex : public startup::Fabrica {
   public:
@@ -19,7 +24,10 @@ class FabricaOrvex : public startup::Fabrica {
                                                      startup::SessaoERP& gERP, int modo) override;
     void mostra_caixa(const std::string& texto, const std::string& titulo) override;
 
+    bool recusou() const { return recusou_; } // start-up had something to tell
+
   private:
+    bool recusou_ = false;
     std::filesystem::path programa_;
     platform::qt::EstadoSessao sessao_;
 };

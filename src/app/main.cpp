@@ -2,10 +2,10 @@
 #include "app/fabrica_orvex.h"
 #include "base/descricao.h"
 #include "platform/qt/aplicacao.h"
-#include "platform/qt/caixa.h"
 
 #include <QApplication>
 
+#include <cstdlib>
 #include <exception>
 
 namespace {
@@ -38,28 +38,52 @@ class Aplicacao : public QApplication {
     std::exception_ptr falha_;
 };
 
+// The argument is the whole command line after the program's name.
+std::string argumento_de(int argc, char* argv[]) {
+    std::string argumento;
+    for (int i = 1; i < argc; ++i)
+        argumento += (i > 1 ? " " : "") + std::string(argv[i]);
+    return argumento;
+}
+
+// The toolkit ends the process itself where there is no window system to show anything on.
+void sem_sistema_de_janelas(QtMsgType gravidade, const QMessageLogContext&, const QString& texto) {
+    if (gravidade != QtFatalMsg) return;
+    app::diz("Não foi possível abrir a janela: o programa precisa de um ecrã. (" +
+                 texto.simplified().toStdString() + ")",
+             startup::titulo_programa, common::Icone::critico);
+    std::_Exit(EXIT_FAILURE);
+}
+
 std::filesystem::path caminho(const QString& texto) { return std::filesystem::path(texto.toStdU16String()); }
 
-int corre(Aplicacao& aplicacao) {
-    const auto pastas = startup::PastasInstalacao::de(caminho(QCoreApplication::applicationDirPath()));
-    app::FabricaOrvex fabrica(pastas.programa);
-    startup::Arranque arranque(fabrica, pastas);
-    const QStringList argumentos = QCoreApplication::arguments();
-    // The argument is the whole command line after the program's name.
-    const auto ecra = arranque.Main(argumentos.mid(1).join(' ').toStdString());
-    return ecra != nullptr ? aplicacao.corre() : 0;
+// `aplicacao` runs the screen, if the argument names one.
+int corre(const std::string& argumento, Aplicacao* aplicacao) {
+    try {
+        const auto pastas = startup::PastasInstalacao::de(caminho(QCoreApplication::applicationDirPath()));
+        app::FabricaOrvex fabrica(pastas.programa);
+        startup::Arranque arranque(fabrica, pastas);
+        const auto ecra = arranque.Main(argumento);
+        if (ecra != nullptr) return aplicacao->corre();
+        return fabrica.recusou() ? EXIT_FAILURE : EXIT_SUCCESS;
+    } catch (const std::exception& falha) {
+        app::diz(base::descricao(falha), startup::titulo_programa, common::Icone::critico);
+        return EXIT_FAILURE;
+    }
 }
 
 } // namespace
 
+// What opens no screen needs no window system.
 int main(int argc, char* argv[]) {
-    Aplicacao aplicacao(argc, argv);
-    platform::qt::prepara_aplicacao(aplicacao);
-    try {
-        return corre(aplicacao);
-    } catch (const std::exception& falha) {
-        platform::qt::mostra_caixa(nullptr, base::descricao(falha), startup::titulo_programa,
-                                   common::Icone::critico, common::Botoes::ok);
-        return 1;
+    const std::string argumento = argumento_de(argc, argv);
+    if (!startup::Arranque::abre_ecra(argumento)) {
+        const QCoreApplication nucleo(argc, argv);
+        return corre(argumento, nullptr);
     }
+    qInstallMessageHandler(sem_sistema_de_janelas);
+    Aplicacao aplicacao(argc, argv);
+    qInstallMessageHandler(nullptr);
+    platform::qt::prepara_aplicacao(aplicacao);
+    return corre(argumento, &aplicacao);
 }

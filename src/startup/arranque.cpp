@@ -2,6 +2,9 @@
 
 #include "startup/esquema_livro.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orvex::startup {
 namespace {
 
@@ -19,6 +22,11 @@ constexpr Tarefa tarefas[] = {
 constexpr std::int16_t modo_ligacao = 2;
 
 } // namespace
+
+bool Arranque::abre_ecra(const std::string& argumento) {
+    return std::any_of(std::begin(tarefas), std::end(tarefas),
+                       [&](const Tarefa& tarefa) { return argumento == tarefa.argumento; });
+}
 
 std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
     gFicheiroDefinicoes = pastas_.ficheiro_definicoes();

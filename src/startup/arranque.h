@@ -44,6 +44,9 @@ class Arranque {
   public:
     Arranque(Fabrica& fabrica, PastasInstalacao pastas) : fabrica_(fabrica), pastas_(std::move(pastas)) {}
 
+    // Whether the argument names a screen.
+    static bool abre_ecra(const std::string& argumento);
+
     // Returns the screen that was shown, or none when the argument names none or the ERP refused the log-in.
     // Any other failure is thrown to the caller, which reports its text and ends the program.
     std::shared_ptr<EcraArranque> Main(const std::string& argumento);

@@ -15,6 +15,12 @@ using namespace platform::sqlite;
 
 constexpr int espera_ms = 1000; // for a lock another session holds
 
+// The number after a name; 0 when it is not there.
+int numero_depois_de(std::string_view nome, const std::string& sql) {
+    const std::size_t i = sql.find(nome);
+    return i == std::string::npos ? 0 : std::atoi(sql.c_str() + i + nome.size());
+}
+
 // The number the real server gives the engine's failure.
 int numero_de(const std::string& texto) {
     for (const auto& [parte, numero] : {std::pair{"no such table", 208},
@@ -42,20 +48,35 @@ void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
     linhas.reset();
 }
 
+// The columns of the indexes that tell a row from all others.
+constexpr const char* chaves_primarias =
+    "SELECT NULL AS TABLE_QUALIFIER, 'dbo' AS TABLE_OWNER, ?1 AS TABLE_NAME, c.name AS COLUMN_NAME, "
+    "c.seqno + 1 AS KEY_SEQ, i.name AS PK_NAME FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
+    "WHERE i.origin = 'pk' OR i.origin = 'u' ORDER BY c.seqno";
+constexpr const char* indices_sem_nulos =
+    "SELECT 0 AS SCOPE, c.name AS COLUMN_NAME FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
+    "WHERE i.origin = 'c' AND i.[unique] AND NOT EXISTS (SELECT 1 FROM pragma_index_info(i.name) d "
+    "JOIN pragma_table_info(?1) t ON t.name = d.name WHERE NOT t.[notnull]) ORDER BY c.seqno";
+constexpr const char* larga_o_da_sessao =
+    "IF APPLOCK_MODE(N'public',N'xel_ORVEX_tabelas',N'Session')<>N'NoLock' EXEC sp_releaseapplock ";
+
 } // namespace
 
-Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas)
-    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas) {}
+Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas, Trancas& trancas)
+    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas), trancas_(trancas) {}
 
 void Execucao::executa(const Pedido& pedido) {
     const std::string& procedimento = pedido.procedimento;
     if (!procedimento.empty()) respostas_.inicia_chamada();
     try {
         if (procedimento == "sp_pkeys") {
-            chave_primaria(pedido);
+            chave(pedido, chaves_primarias);
+        } else if (procedimento == "sp_special_columns") {
+            chave(pedido, indices_sem_nulos);
         } else if (!procedimento.empty() && procedimento != "sp_executesql") {
             respostas_.falhou(2812, "Could not find stored procedure '" + procedimento + "'.");
         } else if (pedido.texto.starts_with("BEGIN TRANSACTION;") ||
+                   pedido.texto.starts_with("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION; ") ||
                    pedido.texto.starts_with("DECLARE ")) { // the batches of several statements
             for (const std::string& uma : base::divide(pedido.texto, ';'))
                 instrucao(std::string(base::apara(uma)), {});
@@ -91,13 +112,14 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
         if (em_transaccao()) transaccao("ROLLBACK", Respostas::anulacao);
         return;
     }
-    // The ledger's lock is the engine's own; it lasts as long as the transaction, which begins again for it:
-    // the real server's reads fix nothing that is seen later.
-    if (sql.starts_with("EXEC @r = sp_getapplock ") && em_transaccao()) {
-        motor_.exec("ROLLBACK; BEGIN");
-        trancada_ =
-            motor_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0") == SQLITE_BUSY ? -1 : 0;
+    if (sql.starts_with("EXEC @r = sp_getapplock ")) return pede_tranca(sql);
+    if (sql.starts_with("EXEC sp_releaseapplock ")) {
+        if (!trancas_.tem(this)) return respostas_.falhou(1223, "Cannot release the application lock.");
+        return trancas_.larga(this);
     }
+    if (sql.starts_with(larga_o_da_sessao)) return trancas_.larga(this);
+    if (sql.starts_with("SET LOCK_TIMEOUT ")) limite_de_bloqueio_ = numero_depois_de("LOCK_TIMEOUT ", sql);
+    if (sql.find("(READCOMMITTEDLOCK)") != std::string::npos) espera_pelos_que_escrevem();
     if (sql.starts_with("EXEC ") || sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
 
     if (const std::string directo = traduz_o_da_sessao(sql); directo != sql || !parametros.empty()) {
@@ -113,6 +135,36 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
     Preparada preparada(motor_, traducao);
     preparada.liga(forma);
     corre(preparada);
+}
+
+void Execucao::nega_tranca(int com) {
+    trancada_ = com;
+    instrucao("SELECT @r AS r", {});
+}
+
+void Execucao::pede_tranca(const std::string& sql) {
+    const std::chrono::milliseconds espera(numero_depois_de("@LockTimeout=", sql));
+    if (sql.find("@LockOwner=N'Session'") != std::string::npos) {
+        trancada_ = trancas_.pede(sql.substr(0, sql.find(',')), this, espera);
+        return;
+    }
+    trancada_ = -999; // a transaction's, without one
+    if (!em_transaccao()) return;
+    // The ledger's lock is the engine's own; it lasts as long as the transaction, which begins again for it:
+    // the real server's reads fix nothing that is seen later.
+    motor_.exec("ROLLBACK; BEGIN");
+    motor_.setBusyTimeout(static_cast<int>(espera.count()));
+    trancada_ =
+        motor_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0") == SQLITE_BUSY ? -1 : 0;
+    motor_.setBusyTimeout(espera_ms);
+}
+
+// As such a read does where it meets rows that are being written.
+void Execucao::espera_pelos_que_escrevem() {
+    motor_.setBusyTimeout(limite_de_bloqueio_);
+    const int codigo = motor_.tryExec("BEGIN IMMEDIATE; ROLLBACK");
+    motor_.setBusyTimeout(espera_ms);
+    if (codigo != SQLITE_OK) throw SQLite::Exception(motor_.getHandle(), codigo);
 }
 
 // What only the ODBC session writes, in the engine's words; anything else comes out as it is.
@@ -163,17 +215,12 @@ void Execucao::corre(Preparada& preparada) {
 }
 
 // Asked on a connection of its own, so that it fixes no snapshot in the middle of a transaction.
-void Execucao::chave_primaria(const Pedido& pedido) {
+void Execucao::chave(const Pedido& pedido, const char* indices) {
     SQLite::Database motor = abre_empresa(pasta_, espera_ms);
     motor.tryExec("DROP VIEW temp.Artigos"); // the key is that of the table behind it
-    Preparada preparada(motor, {Traducao::Genero::consulta,
-                                {"SELECT NULL AS TABLE_QUALIFIER, 'dbo' AS TABLE_OWNER, ?1 AS TABLE_NAME, "
-                                 "c.name AS COLUMN_NAME, c.seqno + 1 AS KEY_SEQ, i.name AS PK_NAME "
-                                 "FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
-                                 "WHERE i.origin <> 'c' ORDER BY c.seqno"},
-                                {}});
-    for (const auto& [nome, tipo, valor] : pedido.parametros)
-        if (base::mesmo_nome(nome, "@table_name")) liga_valor(preparada.instrucao, 1, tipo, valor);
+    Preparada preparada(motor, {Traducao::Genero::consulta, {indices}, {}});
+    const Parametro& tabela = pedido.parametros.at(0);
+    liga_valor(preparada.instrucao, 1, tabela.tipo, tabela.valor);
     corre(preparada);
 }
 

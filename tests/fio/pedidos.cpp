@@ -45,7 +45,7 @@ base::Variante le_valor(Leitura leitura, unsigned char codigo, int casas) {
     constexpr std::int64_t potencias_10[]{1, 10, 100, 1000, 10'000, 100'000, 1'000'000, 10'000'000};
     switch (codigo) {
     case inteiro:
-        return static_cast<std::int64_t>(leitura.numero(8));
+        return static_cast<std::int64_t>(leitura.numero(tamanho));
     case decimal: {
         const bool positivo = leitura.numero(1) != 0;
         const auto numero =

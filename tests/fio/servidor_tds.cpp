@@ -2,6 +2,7 @@
 
 #include "tests/fio/execucao.h"
 
+#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -24,17 +25,20 @@ struct ServidorTDS::Ligacao {
     std::thread linha;
 };
 
-ServidorTDS::ServidorTDS(std::filesystem::path pasta_empresa)
+ServidorTDS::ServidorTDS(std::filesystem::path pasta_empresa, const char* morada, int porta)
     : pasta_(std::move(pasta_empresa)), escuta_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in morada{};
-    morada.sin_family = AF_INET;
-    morada.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t tamanho = sizeof morada;
-    auto* generica = reinterpret_cast<sockaddr*>(&morada);
+    sockaddr_in propria{};
+    propria.sin_family = AF_INET;
+    propria.sin_addr.s_addr = inet_addr(morada);
+    propria.sin_port = htons(static_cast<std::uint16_t>(porta));
+    socklen_t tamanho = sizeof propria;
+    auto* generica = reinterpret_cast<sockaddr*>(&propria);
+    const int ja_usada = 1; // by a server that has just gone
+    setsockopt(escuta_, SOL_SOCKET, SO_REUSEADDR, &ja_usada, sizeof ja_usada);
     if (escuta_ < 0 || bind(escuta_, generica, tamanho) != 0 || listen(escuta_, SOMAXCONN) != 0 ||
         getsockname(escuta_, generica, &tamanho) != 0)
         throw std::runtime_error("the test server cannot listen");
-    porta_ = ntohs(morada.sin_port);
+    porta_ = ntohs(propria.sin_port);
     aceitador_ = std::thread([this] { aceita(); });
 }
 
@@ -81,9 +85,13 @@ Avaria ServidorTDS::regista(const std::string& texto) {
 void ServidorTDS::serve(Ligacao& ligacao) {
     const Mensagem mensagem = ligacao.canal.le();
     switch (mensagem.tipo) {
-    case saudacao: // the version and that there is no encryption: where each is, how long, and the two
+    case saudacao:
+        if (silencio == Silencio::saudacao) return; // and waits for more
+        // The version and that there is no encryption: where each is, how long, and the two.
         return ligacao.canal.envia({"\0\0\x0B\0\x06\1\0\x11\0\1\xFF\x0F\0\0\0\0\0\2", 18}, true);
     case entrada:
+        if (silencio == Silencio::entrada) return;
+        if (silencio == Silencio::meio) return ligacao.canal.envia_metade();
         return entra(ligacao, le_entrada(mensagem.bytes));
     case atencao:
         ligacao.respostas.interrompida(); // all had been answered: the client had seen enough
@@ -105,8 +113,9 @@ void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
         respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
     } else if (!std::filesystem::is_directory(pasta)) {
         respostas.falhou(4060, "Cannot open database \"" + entrada.base + "\" requested by the login.");
+        respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
     } else {
-        ligacao.execucao.emplace(pasta, respostas);
+        ligacao.execucao.emplace(pasta, respostas, trancas_);
         respostas.entrada_aceite();
     }
     respostas.envia();
@@ -129,6 +138,8 @@ void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
         break;
     case Especie::erro:
         return respostas.falhou(avaria.numero, avaria.texto);
+    case Especie::tranca:
+        return execucao->nega_tranca(avaria.numero);
     case Especie::vitima:
         return execucao->vitima(avaria.texto);
     case Especie::nenhuma:

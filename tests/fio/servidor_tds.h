@@ -4,6 +4,9 @@
 // Each connection has a thread and an engine session of its own; one that drops rolls its transaction back.
 #pragma once
 
+#include "tests/fio/trancas.h"
+
+#include <atomic>
 #include <filesystem>
 #include <memory>
 #include <mutex>
@@ -25,6 +28,7 @@ struct Avaria {
         demora,       // the answer waits, unless the client gives up meanwhile
         surdez,       // the answer waits, whatever the client does
         erro,         // refused with `numero` and `texto`, nothing carried out
+        tranca,       // a lock that it asks for is answered with `numero`
         vitima        // the connection's transaction is rolled back as the victim of a deadlock
     };
     Especie especie = Especie::nenhuma;
@@ -35,7 +39,8 @@ struct Avaria {
 
 class ServidorTDS {
   public:
-    explicit ServidorTDS(std::filesystem::path pasta_empresa);
+    explicit ServidorTDS(std::filesystem::path pasta_empresa, const char* morada = "127.0.0.1",
+                         int porta = 0); // any that is free
     ~ServidorTDS();
     ServidorTDS(ServidorTDS&&) = delete;
 
@@ -45,11 +50,20 @@ class ServidorTDS {
     std::string utilizador = "orvex";
     std::string palavra_passe = "segredo";
     std::string base = "EMPRESA"; // "master" is it too; those that clients create lie in folders inside it
+    // Where it falls silent on whoever connects: never, or when it should answer the first packet, the
+    // log-in, or with half of a packet's answer to it.
+    enum class Silencio { nunca, saudacao, entrada, meio };
+    std::atomic<Silencio> silencio{Silencio::nunca};
 
     // At the n-th request from now, over all connections. Log-ins and the client's giving up are none.
     void avaria_no(int pedido, Avaria avaria);
     void recomeca() { avaria_no(0, {}); }
     int pedidos() const { return sob_tranca(pedidos_); } // since avaria_no or recomeca
+
+    std::size_t ligacoes() const { // since the server began
+        const std::lock_guard guarda(tranca_);
+        return ligacoes_.size();
+    }
 
     // The texts received since the server began, in order, with the values of their parameters after.
     std::vector<std::string> textos() const { return sob_tranca(textos_); }
@@ -70,6 +84,7 @@ class ServidorTDS {
     std::filesystem::path pasta_;
     int escuta_;
     int porta_ = 0;
+    tds::Trancas trancas_;
     mutable std::mutex tranca_; // guards what follows
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;
     std::vector<std::string> textos_;

@@ -1,6 +1,8 @@
 // Writing the rows of a record set.
 #include "platform/odbc/motor.h"
 
+#include <algorithm>
+
 namespace orvex::platform::odbc {
 namespace {
 
@@ -69,11 +71,24 @@ class Condicao {
 void Motor::insere(const Colunas& colunas, const std::vector<Campo>& campos) {
     tranca_para_escrever();
     corre(Repete::nao, [&] {
-        return Instrucao(*ligacao_, esperas_)
-            .executa(texto_insercao(colunas, campos), parametros_de(colunas, campos));
+        return instrucao().executa(texto_insercao(colunas, campos), parametros_de(colunas, campos));
     });
-    for (const Coluna& coluna : colunas.lista)
-        if (coluna.identidade) testemunha_ = Testemunha{colunas.tabela, coluna.nome};
+    nota_testemunha(colunas, campos);
+}
+
+// Found by its key: what the row was given of it, and the number that the server gave.
+void Motor::nota_testemunha(const Colunas& colunas, const std::vector<Campo>& campos) {
+    const auto numerada = std::find_if(colunas.lista.begin(), colunas.lista.end(),
+                                       [](const Coluna& coluna) { return coluna.identidade; });
+    if (numerada == colunas.lista.end()) return;
+    Testemunha testemunha{colunas.tabela, " WHERE ", {}, 0};
+    for (const Campo& campo : campos)
+        if (const Coluna& coluna = colunas.lista[campo.coluna]; coluna.chave && !campo.valor.nulo()) {
+            testemunha.condicao += "[" + coluna.nome + "]=? AND ";
+            testemunha.chave.emplace_back(coluna.tipo, campo.valor);
+        }
+    testemunha.condicao += "[" + numerada->nome + "]=";
+    testemunha_ = std::move(testemunha);
 }
 
 bool Motor::altera(const Colunas& colunas, const std::vector<Campo>& campos, const registos::Conjunto& lida) {
@@ -81,7 +96,7 @@ bool Motor::altera(const Colunas& colunas, const std::vector<Campo>& campos, con
     std::vector<Parametro> parametros = parametros_de(colunas, campos);
     const Condicao condicao(colunas, lida, parametros);
     const std::string sql = texto_alteracao(colunas, campos) + condicao.texto();
-    return corre(Repete::nao, [&] { return Instrucao(*ligacao_, esperas_).executa(sql, parametros); }) > 0;
+    return corre(Repete::nao, [&] { return instrucao().executa(sql, parametros); }) > 0;
 }
 
 } // namespace orvex::platform::odbc

@@ -50,7 +50,7 @@ constexpr Causa perdida{numeros::falha_geral, "A ligação ao servidor da base d
 constexpr Causa recusada{numeros::falha_geral, "Não foi possível ligar ao servidor da base de dados.",
                          Especie::ligacao};
 
-// By the server's number, which says more than the state.
+// By the server's number, which says more than the state. Of several, the first here speaks.
 constexpr auto causas_nativas = std::to_array<CausaNativa>({
     {102, instrucao},
     {105, instrucao},
@@ -71,7 +71,9 @@ constexpr auto causas_nativas = std::to_array<CausaNativa>({
      {numeros::falha_geral,
       "O servidor interrompeu esta operação para deixar passar a de outro posto. Repita-a.",
       Especie::vitima}},
-    {1222, {numeros::falha_geral, "Os dados estão a ser usados por outro posto. Tente novamente."}},
+    {1222,
+     {numeros::falha_geral, "Os dados estão a ser usados por outro posto. Tente novamente.",
+      Especie::ocupado}},
     {1105, {numeros::falha_geral, "Não há espaço para gravar na base de dados."}},
     {9002, {numeros::falha_geral, "Não há espaço no diário da base de dados."}},
     {3906, {numeros::falha_geral, "A base de dados só permite leitura."}},
@@ -80,13 +82,14 @@ constexpr auto causas_nativas = std::to_array<CausaNativa>({
     {262, permissao},
     {1088, alteracao_recusada},
     {4902, alteracao_recusada},
+    {4060, base_recusada}, // 18456 comes with it
+    {4064, base_recusada},
+    {916, base_recusada},
     {18456, credenciais},
     {18452, credenciais},
     {18486, credenciais},
     {18487, credenciais},
     {18488, credenciais},
-    {4060, base_recusada},
-    {4064, base_recusada},
     // FreeTDS's own
     {20003, sem_resposta},
     {20004, perdida},
@@ -165,8 +168,8 @@ std::vector<Diagnostico> le_diagnosticos(SQLSMALLINT tipo, SQLHANDLE punho) {
 
 // A server's message may come with the driver's, in any order: the most telling one speaks.
 FalhaODBC falha_de(const std::vector<Diagnostico>& diagnosticos) {
-    for (const Diagnostico& diagnostico : diagnosticos)
-        for (const CausaNativa& esta : causas_nativas)
+    for (const CausaNativa& esta : causas_nativas)
+        for (const Diagnostico& diagnostico : diagnosticos)
             if (esta.nativo == diagnostico.nativo && !da_rede(diagnostico))
                 return falha(esta.causa, diagnostico);
     for (const CausaEstado& esta : causas_estado)

@@ -23,6 +23,7 @@ class FalhaODBC : public base::Falha {
         ligacao, // refused or lost: what was not confirmed is undone
         tempo,   // the server did not answer in time
         vitima,  // the server undid the transaction to let another one through
+        ocupado, // another program kept for too long what was asked for
     };
 
     FalhaODBC(const std::string& descricao, std::int32_t numero, Especie especie)

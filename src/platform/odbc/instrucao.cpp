@@ -78,9 +78,9 @@ SQLUSMALLINT numero(std::size_t coluna) { return static_cast<SQLUSMALLINT>(colun
 
 } // namespace
 
-Instrucao::Instrucao(const LigacaoODBC& ligacao, const Esperas& esperas) : ligacao_(ligacao) {
+Instrucao::Instrucao(const LigacaoODBC& ligacao, int espera) : ligacao_(ligacao) {
     exige(SQLAllocHandle(SQL_HANDLE_STMT, ligacao.punho(), &punho_), SQL_HANDLE_DBC, ligacao.punho());
-    SQLSetStmtAttrW(punho_, SQL_ATTR_QUERY_TIMEOUT, como_ponteiro(esperas.instrucao), SQL_IS_UINTEGER);
+    SQLSetStmtAttrW(punho_, SQL_ATTR_QUERY_TIMEOUT, como_ponteiro(espera), SQL_IS_UINTEGER);
 }
 
 // A look-up reads one row of few. The last ones are on their way already: taking them costs less than telling
@@ -98,13 +98,15 @@ void Instrucao::exige_certo(SQLRETURN resultado) const {
     exige(resultado, SQL_HANDLE_STMT, punho_);
 }
 
-void Instrucao::corre(const std::string& sql) {
+void Instrucao::corre(const std::string& sql, std::vector<Parametro>& parametros) {
+    for (std::size_t i = 0; i < parametros.size(); ++i)
+        parametros[i].liga(punho_, numero(i));
     TextoLargo texto = largo(sql);
     exige_certo(SQLExecDirectW(punho_, texto.data(), static_cast<SQLINTEGER>(texto.size() - 1)));
 }
 
-void Instrucao::consulta(const std::string& sql) {
-    corre(sql);
+void Instrucao::consulta(const std::string& sql, std::vector<Parametro> parametros) {
+    corre(sql, parametros);
     while (numero_colunas() == 0) {
         const SQLRETURN resultado = SQLMoreResults(punho_);
         exige_certo(resultado);
@@ -114,9 +116,7 @@ void Instrucao::consulta(const std::string& sql) {
 }
 
 std::int64_t Instrucao::executa(const std::string& sql, std::vector<Parametro> parametros) {
-    for (std::size_t i = 0; i < parametros.size(); ++i)
-        parametros[i].liga(punho_, numero(i));
-    corre(sql);
+    corre(sql, parametros);
     // A table's triggers report what they changed before the statement reports its own.
     std::int64_t alteradas = 0;
     SQLRETURN resultado = SQL_SUCCESS;
@@ -139,10 +139,36 @@ void Instrucao::esgota() {
     }
 }
 
-void Instrucao::chave_primaria(const std::string& tabela) {
+std::int64_t Instrucao::pergunta(const std::string& sql, std::vector<Parametro> parametros) {
+    consulta(sql, std::move(parametros));
+    const std::int64_t resposta = avanca() ? registos::le_celula({}, celula(0)).inteiro() : 0;
+    esgota();
+    return resposta;
+}
+
+// --- The catalogue -----------------------------------------------------------------------------------------
+
+std::vector<std::string> Instrucao::chave_primaria(const std::string& tabela) {
+    constexpr std::size_t coluna_nome = 3; // COLUMN_NAME of the catalogue's answer
     TextoLargo nome = largo(tabela);
     exige_certo(SQLPrimaryKeysW(punho_, nullptr, 0, nullptr, 0, nome.data(), SQL_NTS));
+    return nomes(coluna_nome);
+}
+
+std::vector<std::string> Instrucao::chave_sem_nulos(const std::string& tabela) {
+    constexpr std::size_t coluna_nome = 1;
+    TextoLargo nome = largo(tabela);
+    exige_certo(SQLSpecialColumnsW(punho_, SQL_BEST_ROWID, nullptr, 0, nullptr, 0, nome.data(), SQL_NTS,
+                                   SQL_SCOPE_CURROW, SQL_NO_NULLS));
+    return nomes(coluna_nome);
+}
+
+std::vector<std::string> Instrucao::nomes(std::size_t coluna) {
     prepara_linha();
+    std::vector<std::string> lidos;
+    while (avanca())
+        lidos.push_back(registos::le_celula({}, celula(coluna)).texto());
+    return lidos;
 }
 
 // --- Columns -----------------------------------------------------------------------------------------------

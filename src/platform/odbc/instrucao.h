@@ -14,20 +14,20 @@ namespace orvex::platform::odbc {
 
 class Instrucao final : public registos::Cursor {
   public:
-    Instrucao(const LigacaoODBC& ligacao, const Esperas& esperas);
+    Instrucao(const LigacaoODBC& ligacao, int espera); // in seconds, for the server to answer
     ~Instrucao() override;
     Instrucao(const Instrucao&) = delete;
     Instrucao& operator=(const Instrucao&) = delete;
 
     // Runs the text and stands before the first row of its first result that has columns.
-    void consulta(const std::string& sql);
+    void consulta(const std::string& sql, std::vector<Parametro> parametros = {});
     // Runs the text to its end, whatever results it has. Tells how many rows were changed.
     std::int64_t executa(const std::string& sql, std::vector<Parametro> parametros = {});
-    // Passes over what is left of the rows and of other results: the connection is then free without giving
-    // anything up.
-    void esgota();
-    // The columns of a table's primary key, as rows: SQLPrimaryKeys.
-    void chave_primaria(const std::string& tabela);
+    // The number in the first column of the first row; 0 without a row. Reads to the end.
+    std::int64_t pergunta(const std::string& sql, std::vector<Parametro> parametros = {});
+    // The columns of a table's primary key, or of another key that has no nulls.
+    std::vector<std::string> chave_primaria(const std::string& tabela);
+    std::vector<std::string> chave_sem_nulos(const std::string& tabela);
 
     std::vector<registos::Coluna> le_colunas();
     bool avanca() override;
@@ -42,7 +42,9 @@ class Instrucao final : public registos::Cursor {
         std::string texto;
     };
 
-    void corre(const std::string& sql);
+    void corre(const std::string& sql, std::vector<Parametro>& parametros);
+    std::vector<std::string> nomes(std::size_t coluna);
+    void esgota(); // passes over what is left of the rows and of other results
     void exige_certo(SQLRETURN resultado) const;
     SQLSMALLINT numero_colunas() const;
     void prepara_linha();

@@ -1,12 +1,19 @@
 #include "platform/odbc/ligacao.h"
 
 #include "platform/odbc/falhas.h"
+#include "platform/odbc/instrucao.h"
 #include "platform/odbc/texto_largo.h"
 #include "startup/sessao_bd.h"
 
 #include <array>
 
 namespace orvex::platform::odbc {
+
+std::string acaba_o_que_ficou() {
+    const std::string tranca = std::string("N'") + tranca_das_tabelas + "'";
+    return "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION; IF APPLOCK_MODE(N'public'," + tranca +
+           ",N'Session')<>N'NoLock' EXEC sp_releaseapplock @Resource=" + tranca + ", @LockOwner=N'Session'";
+}
 
 LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas) {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente_)))
@@ -32,9 +39,21 @@ LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas) {
 LigacaoODBC::~LigacaoODBC() { larga(); }
 
 void LigacaoODBC::larga() {
-    if (aberta_) SQLDisconnect(ligacao_);
+    if (aberta_) {
+        if (viva()) deixa_sem_nada();
+        SQLDisconnect(ligacao_);
+    }
     if (ligacao_ != SQL_NULL_HDBC) SQLFreeHandle(SQL_HANDLE_DBC, ligacao_);
     SQLFreeHandle(SQL_HANDLE_ENV, ambiente_);
+}
+
+// Closing does it too, where it closes. A server that does not answer is not waited for.
+void LigacaoODBC::deixa_sem_nada() const {
+    constexpr int espera = 2;
+    try {
+        Instrucao(*this, espera).executa(acaba_o_que_ficou());
+    } catch (const base::Falha&) {
+    }
 }
 
 bool LigacaoODBC::viva() const {

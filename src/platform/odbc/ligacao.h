@@ -1,4 +1,4 @@
-// An open connection to the server. Closed when destroyed; the server then undoes whatever was not confirmed.
+// An open connection to the server. Closed when destroyed; whatever was not confirmed is then undone.
 #pragma once
 
 #include "platform/odbc/odbc.h"
@@ -13,6 +13,11 @@ struct Esperas { // in seconds
     int instrucao = 60;
     int bloqueio = 15; // for what another program is writing
 };
+
+// What a lost piece of work may have left open: its transaction, and the lock of the session. The manager may
+// keep connections and give them out again as they are (connection pooling), whatever a program asks of it.
+inline constexpr const char* tranca_das_tabelas = "xel_ORVEX_tabelas";
+std::string acaba_o_que_ficou();
 
 class LigacaoODBC {
   public:
@@ -33,6 +38,7 @@ class LigacaoODBC {
 
   private:
     void larga();
+    void deixa_sem_nada() const;
 
     SQLHENV ambiente_ = SQL_NULL_HENV;
     SQLHDBC ligacao_ = SQL_NULL_HDBC;

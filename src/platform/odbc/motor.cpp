@@ -2,8 +2,10 @@
 
 #include "base/texto.h"
 #include "platform/odbc/sessao_odbc.h"
+#include "platform/odbc/texto_ligacao.h"
 
 #include <algorithm>
+#include <thread>
 
 namespace orvex::platform::odbc {
 namespace {
@@ -39,20 +41,54 @@ std::string tabela_de(std::string_view sql) {
 
 } // namespace
 
-Motor::Motor(std::string texto_ligacao, const Esperas& esperas)
-    : texto_ligacao_(std::move(texto_ligacao)), esperas_(esperas) {
+Motor::Motor(std::string ligacao, const Esperas& esperas)
+    : texto_(std::move(ligacao)), esperas_(esperas), fala_(fala_do_controlador(texto_)) {
     liga();
 }
 
 Motor::~Motor() { liberta(); }
 
+std::unique_ptr<LigacaoODBC> Motor::abre_ligacao() const {
+    return std::make_unique<LigacaoODBC>(texto_odbc(texto_, fala_), esperas_);
+}
+
 void Motor::liga() {
-    auto nova = std::make_unique<LigacaoODBC>(texto_ligacao_, esperas_);
+    auto nova = abre_ligacao();
+    // A driver that was taken for another did not understand what was said of encryption.
+    if (const Fala dele = fala_de(nova->informacao(SQL_DRIVER_NAME)); dele != fala_) {
+        fala_ = dele;
+        nova.reset();
+        nova = abre_ligacao();
+    }
     // Whatever the server's defaults are: a failed statement leaves the transaction to the program.
-    Instrucao(*nova, esperas_)
-        .executa(limite_de_bloqueio(esperas_.bloqueio * 1000) +
-                 " SET DATEFORMAT ymd SET NOCOUNT OFF SET XACT_ABORT OFF SET IMPLICIT_TRANSACTIONS OFF");
+    const std::string sql =
+        acaba_o_que_ficou() + "; " + limite_de_bloqueio(esperas_.bloqueio * 1000) +
+        " SET DATEFORMAT ymd SET NOCOUNT OFF SET XACT_ABORT OFF SET IMPLICIT_TRANSACTIONS OFF; " +
+        transaccoes_abertas;
+    // A driver that gives up waits as long again for the server to acknowledge it.
+    const int espera = (esperas_.ligacao + 1) / 2;
+    if (Instrucao(*nova, espera).pergunta(sql) != 0)
+        throw Falha("A ligação à base de dados não começou do princípio: tem uma transacção aberta.",
+                    startup::numeros_bd::falha_geral);
+    if (exclusivo_) pede_tranca(*nova, tranca_das_tabelas, "Session");
     ligacao_ = std::move(nova);
+}
+
+Motor::Tentativas Motor::tentativas(Repete repete) const {
+    constexpr int vezes = 4;
+    const bool sim = repete == Repete::sim && transaccao_ == Transaccao::nenhuma;
+    return {sim && ligacao_ != nullptr ? 1 : 0, sim ? vezes : 0,
+            std::chrono::steady_clock::now() + std::chrono::seconds(esperas_.bloqueio)};
+}
+
+bool Motor::Tentativas::outra(const FalhaODBC& falha) {
+    if (falha.especie() == FalhaODBC::Especie::ligacao) return ligacoes-- > 0;
+    if (falha.especie() != FalhaODBC::Especie::vitima && falha.especie() != FalhaODBC::Especie::ocupado)
+        return false;
+    constexpr std::chrono::milliseconds pausa(50);
+    if (std::chrono::steady_clock::now() + pausa >= fim || bloqueios-- <= 0) return false;
+    std::this_thread::sleep_for(pausa);
+    return true;
 }
 
 // --- Statements --------------------------------------------------------------------------------------------
@@ -67,9 +103,9 @@ std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo
             colunas->tabela = tabela_de(sql);
             if (!colunas->tabela.empty()) por_encontrar = chave(colunas->tabela);
         }
-        auto instrucao = std::make_unique<Instrucao>(*ligacao_, esperas_);
-        instrucao->consulta(sql);
-        colunas->lista = instrucao->le_colunas();
+        auto linhas = std::make_unique<Instrucao>(*ligacao_, esperas_.instrucao);
+        linhas->consulta(sql);
+        colunas->lista = linhas->le_colunas();
         colunas->chave_completa = !por_encontrar.empty();
         for (const std::string& nome : por_encontrar) {
             const auto coluna =
@@ -79,7 +115,7 @@ std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo
             if (coluna != colunas->lista.end()) coluna->chave = true;
         }
         std::unique_ptr<registos::Cursor> cursor;
-        if (instrucao->avanca()) cursor = std::move(instrucao);
+        if (linhas->avanca()) cursor = std::move(linhas);
         auto conjunto = std::make_unique<registos::Conjunto>(*this, std::move(colunas), std::move(cursor));
         abre(*conjunto);
         return conjunto;
@@ -88,7 +124,7 @@ std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo
 
 void Motor::executa(const std::string& sql) {
     tranca_para_escrever();
-    corre(Repete::nao, [&] { return Instrucao(*ligacao_, esperas_).executa(sql); });
+    corre(Repete::nao, [&] { return instrucao().executa(sql); });
 }
 
 Servidor Motor::servidor() {
@@ -98,25 +134,13 @@ Servidor Motor::servidor() {
     });
 }
 
-std::int64_t Motor::pergunta(const std::string& sql) {
-    Instrucao instrucao(*ligacao_, esperas_);
-    instrucao.consulta(sql);
-    const std::int64_t resposta =
-        instrucao.avanca() ? registos::le_celula({}, instrucao.celula(0)).inteiro() : 0;
-    instrucao.esgota();
-    return resposta;
-}
-
+// The primary key, or else the columns of another index that tells each row from all others.
 const std::vector<std::string>& Motor::chave(const std::string& tabela) {
     const auto encontrada = chaves_.find(tabela);
     if (encontrada != chaves_.end()) return encontrada->second;
     static const std::vector<std::string> sem_chave;
-    constexpr std::size_t coluna_nome = 3; // COLUMN_NAME of the catalogue's answer
-    std::vector<std::string> nomes;
-    Instrucao instrucao(*ligacao_, esperas_);
-    instrucao.chave_primaria(tabela);
-    while (instrucao.avanca())
-        nomes.push_back(registos::le_celula({}, instrucao.celula(coluna_nome)).texto());
+    std::vector<std::string> nomes = instrucao().chave_primaria(tabela);
+    if (nomes.empty()) nomes = instrucao().chave_sem_nulos(tabela);
     if (nomes.empty()) return sem_chave; // which the table may yet get
     return chaves_[tabela] = std::move(nomes);
 }

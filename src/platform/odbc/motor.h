@@ -1,9 +1,11 @@
 // An open company on the server: its connection, opened again when it was lost, and its one transaction.
 #pragma once
 
+#include "platform/odbc/controladores.h"
 #include "platform/odbc/falhas.h"
 #include "platform/odbc/instrucao.h"
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -18,13 +20,15 @@ struct Servidor;
 inline constexpr const char* nada_ficou = " Nada do que estava a ser gravado ficou na base de dados.";
 base::Falha com(const base::Falha& falha, const char* conclusao);
 
+inline constexpr const char* transaccoes_abertas = "SELECT @@TRANCOUNT AS n";
+
 // How long a statement waits for what another program is writing.
 std::string limite_de_bloqueio(int milissegundos);
 
 class Motor final : public registos::Motor {
   public:
-    // Throws FalhaODBC, naming the cause.
-    Motor(std::string texto_ligacao, const Esperas& esperas);
+    // Takes what ConstrutorLigacao built. Throws Falha, naming the cause.
+    Motor(std::string ligacao, const Esperas& esperas);
     ~Motor() override;
 
     std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
@@ -34,9 +38,11 @@ class Motor final : public registos::Motor {
     // Takes a lock of the program's own, which ends with the transaction: it stops neither readers nor the
     // ERP.
     void tranca() override;
-    // When the connection is lost on the way, finds out on a new one whether the rows are there.
+    // When the connection is lost on the way, finds out on a new one whether the rows are there: throws
+    // ConfirmacaoDesconhecida only when nobody can tell.
     void confirma() override;
     void anula() override;
+    // A server that does not tell loses its connection, and with it whatever was open.
     bool em_transaccao() override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
@@ -56,47 +62,61 @@ class Motor final : public registos::Motor {
     // A row that was numbered in a transaction: its presence tells whether the transaction was confirmed.
     struct Testemunha {
         std::string tabela;
-        std::string coluna;
-        std::int64_t numero = 0;
+        std::string condicao; // WHERE its key is the one that follows, and its number ...
+        std::vector<Parametro> chave;
+        std::int64_t numero;
     };
 
+    // What is left of the attempts to run something.
+    struct Tentativas {
+        int ligacoes, bloqueios;
+        std::chrono::steady_clock::time_point fim;
+        bool outra(const FalhaODBC& falha); // pauses where that helps
+    };
+
+    std::unique_ptr<LigacaoODBC> abre_ligacao() const;
     void liga();
+    Instrucao instrucao() const { return {*ligacao_, esperas_.instrucao}; }
     // Runs the work on a connection that is free. Outside a transaction a connection found lost is opened
-    // again, and work that can be done twice is done once more.
+    // again, and work that can be done twice is done once more; or a few times, where others stood in its
+    // way.
     template <typename Trabalho>
     auto corre(Repete repete, Trabalho trabalho) {
         liberta();
         exige_transaccao_viva();
-        const bool outra_vez =
-            ligacao_ != nullptr && transaccao_ == Transaccao::nenhuma && repete == Repete::sim;
-        for (bool ultima = !outra_vez;; ultima = true) {
+        Tentativas restam = tentativas(repete);
+        for (;;) {
             try {
                 if (ligacao_ == nullptr) liga();
                 return trabalho();
             } catch (const FalhaODBC& apanhada) {
                 const FalhaODBC falha = toma_nota(apanhada);
                 if (transaccao_ == Transaccao::perdida) throw com(falha, nada_ficou);
-                if (ultima || falha.especie() != FalhaODBC::Especie::ligacao) throw falha;
+                if (!restam.outra(falha)) throw falha;
             }
         }
     }
+    Tentativas tentativas(Repete repete) const;
     // What a failure means for the connection and for the transaction on it; gives the failure it then is.
     FalhaODBC toma_nota(const FalhaODBC& falha);
     void exige_transaccao_viva();
     void tranca_para_escrever();
     // Asks for a lock of the program's own, for a transaction or for the session, and throws when it does not
     // come in time.
-    void pede_tranca(const char* recurso, const char* dono);
-    // The number in the first column of the first row.
-    std::int64_t pergunta(const std::string& sql);
-    bool esta_na_base(const Testemunha& testemunha);
+    void pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const;
+    std::int64_t abertas_no_servidor() const;
+    void nota_testemunha(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos);
+    void numera_testemunha();
+    bool confirmada_afinal(const FalhaODBC& falha);
     const std::vector<std::string>& chave(const std::string& tabela);
 
-    const std::string texto_ligacao_;
+    const std::string texto_; // as ConstrutorLigacao built it
     const Esperas esperas_;
+    Fala fala_;
     std::unique_ptr<LigacaoODBC> ligacao_; // none once it was lost
     Transaccao transaccao_ = Transaccao::nenhuma;
-    bool trancada_ = false; // the open transaction has the ledger's lock
+    bool trancada_ = false;  // the open transaction has the ledger's lock
+    bool exclusivo_ = false; // work runs that has the lock of the tables
     std::optional<Testemunha> testemunha_;
     std::map<std::string, std::vector<std::string>> chaves_; // columns of the key, by table
 };

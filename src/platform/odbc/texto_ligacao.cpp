@@ -42,16 +42,41 @@ class Texto {
     std::string texto_;
 };
 
+std::string controlador_de(std::map<std::string, std::string>& pares) {
+    return pares["Driver"].empty() ? controlador_normal : pares["Driver"];
+}
+
+// FreeTDS knows no usual port, asks for that of an instance only when none is given, and takes one that
+// follows an instance for a part of its name.
+void servidor_freetds(Texto& texto, std::string servidor) {
+    const std::size_t instancia = servidor.find('\\'), porta = servidor.find(',');
+    if (instancia < porta && porta != std::string::npos) servidor.erase(instancia, porta - instancia);
+    texto.par("SERVER", servidor);
+    if (instancia == std::string::npos && porta == std::string::npos) texto.par("Port", "1433");
+}
+
 } // namespace
 
-std::string texto_odbc(const std::string& ligacao) {
+Fala fala_do_controlador(const std::string& ligacao) {
     auto pares = startup::ConstrutorLigacao::le(ligacao);
-    const std::string controlador = pares["Driver"].empty() ? controlador_normal : pares["Driver"];
-    const bool freetds = base::maiusculas(controlador).find("FREETDS") != std::string::npos;
+    return fala_de(biblioteca_de(controlador_de(pares)));
+}
+
+std::string texto_odbc(const std::string& ligacao) {
+    return texto_odbc(ligacao, fala_do_controlador(ligacao));
+}
+
+std::string texto_odbc(const std::string& ligacao, Fala fala) {
+    auto pares = startup::ConstrutorLigacao::le(ligacao);
+    const bool freetds = fala == Fala::freetds;
     const Encriptacao encriptacao = le_encriptacao(pares["Encrypt"]);
     Texto texto(freetds);
-    texto.par("DRIVER", controlador);
-    texto.par("SERVER", pares["Server"]);
+    texto.par("DRIVER", controlador_de(pares));
+    if (freetds) {
+        servidor_freetds(texto, pares["Server"]);
+    } else {
+        texto.par("SERVER", pares["Server"]);
+    }
     texto.par("DATABASE", pares["Database"]);
     texto.par("UID", pares["Uid"]);
     texto.par("PWD", pares["Pwd"]);

@@ -6,9 +6,6 @@ namespace {
 
 using base::Falha;
 
-constexpr const char* em_uso = "Os dados estão a ser gravados por outro posto. Tente novamente.";
-constexpr const char* abertas_no_servidor = "SELECT @@TRANCOUNT AS n";
-
 startup::ConfirmacaoDesconhecida nao_se_sabe(const Falha& falha) {
     return startup::ConfirmacaoDesconhecida(
         falha.what() + std::string(" Não se sabe se o que estava a ser gravado ficou na base de dados: "
@@ -32,8 +29,9 @@ void Motor::inicia() {
     testemunha_.reset();
     std::int64_t abertas = 0;
     try {
-        abertas = corre(Repete::sim,
-                        [&] { return pergunta(std::string("BEGIN TRANSACTION; ") + abertas_no_servidor); });
+        abertas = corre(Repete::sim, [&] {
+            return instrucao().pergunta(std::string("BEGIN TRANSACTION; ") + transaccoes_abertas);
+        });
     } catch (const Falha&) {
         anula();
         throw;
@@ -46,81 +44,55 @@ void Motor::inicia() {
     transaccao_ = Transaccao::aberta;
 }
 
-void Motor::tranca() {
-    if (trancada_) return;
-    pede_tranca("xel_ORVEX", "Transaction");
-    trancada_ = true;
-}
-
-void Motor::tranca_para_escrever() {
-    if (transaccao_ == Transaccao::aberta && !trancada_) tranca();
-}
-
-void Motor::pede_tranca(const char* recurso, const char* dono) {
-    const std::string sql = std::string("DECLARE @r int; EXEC @r = sp_getapplock @Resource=N'") + recurso +
-                            "', @LockMode=N'Exclusive', @LockOwner=N'" + dono +
-                            "', @LockTimeout=" + std::to_string(esperas_.bloqueio * 1000) +
-                            "; SELECT @r AS r";
-    if (corre(Repete::sim, [&] { return pergunta(sql); }) < 0)
-        throw Falha(em_uso, startup::numeros_bd::falha_geral);
-}
-
-void Motor::em_exclusivo(const std::function<void()>& trabalho) {
-    constexpr const char* recurso = "xel_ORVEX_tabelas";
-    const auto larga = [&] {
-        executa(std::string("EXEC sp_releaseapplock @Resource=N'") + recurso + "', @LockOwner=N'Session'");
-    };
-    pede_tranca(recurso, "Session");
-    try {
-        trabalho();
-    } catch (...) {
-        try {
-            larga();
-        } catch (const Falha&) { // lost with its connection
-        }
-        throw;
-    }
-    larga();
-}
-
 void Motor::confirma() {
-    // The last number given is this transaction's own: no other program of ours writes meanwhile.
-    if (testemunha_)
-        testemunha_->numero = corre(Repete::nao, [&] {
-            return pergunta("SELECT IDENT_CURRENT('" + testemunha_->tabela + "') AS n");
-        });
     liberta();
     exige_transaccao_viva();
     if (transaccao_ != Transaccao::aberta)
         throw Falha("Não há transacção aberta.", startup::numeros_bd::falha_geral);
+    numera_testemunha();
+    exige_transaccao_viva();
     try {
-        Instrucao(*ligacao_, esperas_).executa("COMMIT TRANSACTION");
+        instrucao().executa("COMMIT TRANSACTION");
         transaccao_ = Transaccao::nenhuma;
     } catch (const FalhaODBC& apanhada) {
         const FalhaODBC falha = toma_nota(apanhada);
-        if (ligacao_ != nullptr) throw;
+        const bool recusada = ligacao_ != nullptr; // the server has answered
+        if (recusada && transaccao_ == Transaccao::aberta) throw falha;
+        if (recusada) throw com(falha, nada_ficou);
         transaccao_ = Transaccao::nenhuma;
-        if (!testemunha_) throw nao_se_sabe(falha);
-        bool confirmada = false;
-        try {
-            liga();
-            confirmada = esta_na_base(*testemunha_);
-        } catch (const FalhaODBC&) {
-            ligacao_.reset();
-            throw nao_se_sabe(falha);
-        }
-        if (!confirmada) throw com(falha, nada_ficou);
+        if (!confirmada_afinal(falha)) throw com(falha, nada_ficou);
     }
 }
 
+// The last number given is this transaction's own: no other program of ours writes meanwhile. A row that is
+// not there now, another program's or one deleted since, would prove nothing later.
+void Motor::numera_testemunha() {
+    if (!testemunha_) return;
+    Testemunha& esta = *testemunha_;
+    esta.numero = corre(Repete::nao, [&] {
+        const std::string ultimo = "IDENT_CURRENT('" + esta.tabela + "')";
+        return instrucao().pergunta("SELECT " + ultimo + " AS n FROM " + esta.tabela + esta.condicao + ultimo,
+                                    esta.chave);
+    });
+    if (esta.numero == 0) testemunha_.reset();
+}
+
 // Waits for the lost transaction to end, if the server has not noticed yet, instead of reading around it.
-bool Motor::esta_na_base(const Testemunha& testemunha) {
-    executa(limite_de_bloqueio(esperas_.instrucao * 900));
-    const bool esta =
-        pergunta("SELECT COUNT(*) AS n FROM " + testemunha.tabela + " WITH (READCOMMITTEDLOCK) WHERE " +
-                 testemunha.coluna + "=" + std::to_string(testemunha.numero)) > 0;
-    executa(limite_de_bloqueio(esperas_.bloqueio * 1000));
-    return esta;
+bool Motor::confirmada_afinal(const FalhaODBC& falha) {
+    if (!testemunha_) throw nao_se_sabe(falha);
+    try {
+        liga();
+        instrucao().executa(limite_de_bloqueio(esperas_.instrucao * 900));
+        const bool confirmada = instrucao().pergunta("SELECT COUNT(*) AS n FROM " + testemunha_->tabela +
+                                                         " WITH (READCOMMITTEDLOCK)" + testemunha_->condicao +
+                                                         std::to_string(testemunha_->numero),
+                                                     testemunha_->chave) > 0;
+        ligacao_.reset(); // its patience is not that of other statements
+        return confirmada;
+    } catch (const std::exception&) {
+        ligacao_.reset();
+        throw nao_se_sabe(falha);
+    }
 }
 
 void Motor::anula() {
@@ -128,20 +100,21 @@ void Motor::anula() {
     if (ligacao_ == nullptr) return; // the server did it when the connection was lost
     liberta();
     try {
-        Instrucao(*ligacao_, esperas_).executa("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION");
-    } catch (const FalhaODBC&) {
+        instrucao().executa("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION");
+    } catch (const Falha&) {
         ligacao_.reset(); // which undoes it for certain
     }
 }
+
+std::int64_t Motor::abertas_no_servidor() const { return instrucao().pergunta(transaccoes_abertas); }
 
 bool Motor::em_transaccao() {
     liberta();
     std::int64_t abertas = 0;
     try {
-        if (ligacao_ != nullptr) abertas = pergunta(abertas_no_servidor);
-    } catch (const FalhaODBC& falha) {
-        toma_nota(falha);
-        if (ligacao_ != nullptr) throw;
+        if (ligacao_ != nullptr) abertas = abertas_no_servidor();
+    } catch (const Falha&) {
+        ligacao_.reset(); // which undoes what may be open
     }
     if (abertas == 0) transaccao_ = Transaccao::nenhuma; // the program now knows
     return abertas > 0;
@@ -152,9 +125,10 @@ bool Motor::em_transaccao() {
 void Motor::exige_transaccao_viva() {
     if (transaccao_ == Transaccao::aberta && ligacao_ != nullptr && ligacao_->retira_erro()) {
         try {
-            if (pergunta(abertas_no_servidor) == 0) transaccao_ = Transaccao::perdida;
-        } catch (const FalhaODBC& falha) {
-            toma_nota(falha);
+            if (abertas_no_servidor() == 0) transaccao_ = Transaccao::perdida;
+        } catch (const FalhaODBC& apanhada) {
+            const FalhaODBC falha = toma_nota(apanhada);
+            if (transaccao_ == Transaccao::aberta) throw falha; // nobody can tell; it is asked again
         }
     }
     if (transaccao_ == Transaccao::perdida)

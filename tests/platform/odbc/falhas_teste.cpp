@@ -1,52 +1,10 @@
 // What goes wrong between the program and the server: said clearly, and nothing half-written.
-#include "startup/construtor_ligacao.h"
-#include "tests/apoio/empresa_teste.h"
-
-#include <gmock/gmock.h>
-
-#include <memory>
+#include "platform/odbc/falhas.h"
+#include "platform/sqlite/empresa.h"
+#include "tests/platform/odbc/servidor.h"
 
 namespace orvex::testes {
 namespace {
-
-using base::Falha;
-using platform::odbc::SessaoODBC;
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
-using Especie = Avaria::Especie;
-namespace numeros = startup::numeros_bd;
-
-// What a procedure fails with; empty when it does not.
-template <typename Procedimento>
-std::string falha(Procedimento procedimento) {
-    try {
-        procedimento();
-    } catch (const Falha& apanhada) {
-        return apanhada.what();
-    }
-    return {};
-}
-
-class Servidor : public testing::Test {
-  protected:
-    Servidor() { EXPECT_TRUE(BD.Abre(ligacao(servidor))); }
-
-    void junta(const char* serie) {
-        const auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
-        conjunto->acrescenta();
-        conjunto->define("NumSerie", serie);
-        conjunto->actualiza();
-    }
-    void apaga() { BD.Executa("Delete xel_ORVEX where NumSerie='B1'"); }
-    std::string series() { return empresa.linhas("select NumSerie from xel_ORVEX"); }
-    void usa() { EXPECT_EQ(BD.Consulta("select count(*) from xel_ORVEX_Mov")->valor(0).inteiro(), 8); }
-
-    EmpresaTeste empresa;
-    std::unique_ptr<ServidorTDS> maquina = std::make_unique<ServidorTDS>(empresa.pasta());
-    ServidorTDS& servidor = *maquina;
-    SessaoODBC BD{{.ligacao = 2, .instrucao = 1, .bloqueio = 1}};
-};
 
 TEST_F(Servidor, a_connection_that_is_refused_says_why_and_never_with_which_password) {
     using C = startup::ConstrutorLigacao;
@@ -68,6 +26,8 @@ TEST_F(Servidor, a_connection_that_is_refused_says_why_and_never_with_which_pass
         {com(&C::palavra_passe, "xSEGREDOx"), "não aceitou o utilizador ou a palavra-passe"},
         {com(&C::utilizador, "ninguém"), "não aceitou o utilizador ou a palavra-passe"},
         {com(&C::base, "OUTRA"), "não abriu a base de dados"},
+        {platform::odbc::falha_de({{"28000", 18456, "A"}, {"42000", 4060, "B"}}).what(),
+         "de dados: não existe, ou"},
         {com(&C::servidor, "127.0.0.1,1"), "Não foi possível ligar ao servidor"},
         {com(&C::servidor, "nenhum.invalid"), "Não foi possível ligar ao servidor"},
         {com(&C::controlador, "Inexistente"),
@@ -97,7 +57,6 @@ TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the
                  {515, numeros::chave_violada, "obrigatório"},
                  {8152, numeros::valor_truncado, "não cabe"},
                  {229, numeros::sem_permissao, "não tem permissão"},
-                 {1222, numeros::falha_geral, "outro posto"},
                  {9002, numeros::falha_geral, "Não há espaço"},
                  {50000, numeros::instrucao_errada, "recusou a instrução"}};
     for (const auto& caso : casos) {
@@ -111,7 +70,14 @@ TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the
             EXPECT_THAT(apanhada.what(), AllOf(HasSubstr(caso.causa), HasSubstr("(The server's text.)")));
         }
     }
-    usa();
+    // What another program stands in the way of is tried again, where nothing can come of it but rows.
+    for (const int nativo : {1205, 1222}) {
+        const Avaria avaria{.especie = Especie::erro, .numero = nativo, .texto = "The server's text."};
+        servidor.avaria_no(1, avaria);
+        usa();
+        servidor.avaria_no(1, avaria);
+        EXPECT_THAT(falha([&] { apaga(); }), HasSubstr("outro posto"));
+    }
 }
 
 TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnoticed) {
@@ -185,35 +151,79 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     EXPECT_EQ(falha([&] { BD.AnulaTransaccao(); }), "");
     junta("B4");
     EXPECT_EQ(series(), "B4");
+
+    // So is one of which the server does not tell whether it is open.
+    BD.IniciaTransaccao();
+    junta("B5");
+    servidor.avaria_no(1, {.especie = Especie::erro, .numero = 50000, .texto = "No."});
+    EXPECT_FALSE(BD.EmTransaccao());
+    insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B6"}});
+    BD.IniciaTransaccao();
+    BD.ConfirmaTransaccao();
+    EXPECT_EQ(series(), "B4; B6");
 }
 
-TEST_F(Servidor, a_confirmation_whose_answer_is_lost_is_looked_up) {
-    const auto confirma = [&](Especie especie) {
-        // The number of the last row is asked for first.
-        servidor.avaria_no(series().empty() ? 2 : 1, {.especie = especie});
-        return falha([&] { BD.ConfirmaTransaccao(); });
+TEST_F(Servidor, a_confirmation_fails_unless_it_is_done_and_says_so_when_nobody_can_tell) {
+    constexpr const char* nada = "Nada do que estava a ser gravado ficou";
+    enum Fim { feita, recusada, desconhecida };
+    enum Escreve { so_apaga, junta_uma, junta_e_apaga };
+    const struct {
+        Escreve escreve;
+        Avaria avaria; // of COMMIT; the number of the last row is asked for first
+        Fim fim;
+        const char* texto;
+        bool aberta; // the transaction, afterwards
+        bool servidor_volta = true;
+    } casos[] = {
+        {junta_uma, {Especie::corta}, recusada, nada, false},
+        {junta_uma, {Especie::corta_depois}, feita, "", false},
+        {junta_uma, {Especie::corta_depois}, desconhecida, "Não se sabe", false, false},
+        {so_apaga, {Especie::corta_depois}, desconhecida, "Não se sabe", false},
+        {so_apaga, {Especie::corta}, desconhecida, "Não se sabe", false},
+        {junta_e_apaga,
+         {Especie::corta_depois},
+         desconhecida,
+         "Não se sabe",
+         false}, // its row proves nothing
+        {junta_uma, {Especie::demora, 0, "", 2'000}, recusada, nada, false},
+        {junta_uma, {Especie::surdez, 0, "", 2'500}, feita, "", false}, // later than was waited for
+        {junta_uma, {Especie::vitima, 0, "No."}, recusada, nada, false},
+        {junta_uma, {Especie::erro, 1222, "No."}, recusada, "outro posto", true},
+        {junta_uma, {Especie::erro, 9002, "No."}, recusada, "espaço no diário", true},
+        {junta_uma, {Especie::erro, 3902, "No."}, recusada, "(No.)", true},
     };
-    BD.IniciaTransaccao();
-    junta("B1");
-    EXPECT_THAT(confirma(Especie::corta), HasSubstr("Nada do que estava a ser gravado ficou"));
-    EXPECT_EQ(series(), "");
-
-    BD.IniciaTransaccao();
-    junta("B1");
-    EXPECT_EQ(confirma(Especie::corta_depois), "");
-    EXPECT_EQ(series(), "B1");
-
-    BD.IniciaTransaccao();
-    apaga();
-    EXPECT_THAT(confirma(Especie::corta_depois),
-                HasSubstr("Não se sabe se o que estava a ser gravado ficou"));
-    EXPECT_FALSE(BD.EmTransaccao());
-    EXPECT_EQ(series(), "");
-    usa();
+    for (const auto& [escreve, avaria, fim, texto, aberta, volta] : casos) {
+        SCOPED_TRACE(testing::Message() << &avaria - &casos[0].avaria << " " << avaria.numero);
+        const std::string antes = series();
+        BD.IniciaTransaccao();
+        if (escreve != so_apaga) junta("B1");
+        if (escreve != junta_uma) apaga();
+        const std::string com_ela = antes.empty() ? "B1" : antes + "; B1";
+        servidor.avaria_no(escreve == so_apaga ? 1 : 2, avaria);
+        if (!volta) servidor.palavra_passe = "outra";
+        Fim deu = feita;
+        try {
+            BD.ConfirmaTransaccao();
+        } catch (const ConfirmacaoDesconhecida& apanhada) {
+            deu = desconhecida;
+            EXPECT_THAT(apanhada.what(), HasSubstr(texto));
+        } catch (const Falha& apanhada) {
+            deu = recusada;
+            EXPECT_THAT(apanhada.what(), HasSubstr(texto));
+        }
+        servidor.palavra_passe = "segredo";
+        EXPECT_EQ(deu, fim);
+        EXPECT_EQ(BD.EmTransaccao(), aberta);
+        BD.AnulaTransaccao();
+        if (fim != desconhecida) {
+            EXPECT_EQ(series(), fim == feita ? com_ela : antes);
+        }
+        usa();
+    }
 }
 
 TEST_F(Servidor, who_comes_second_waits_and_is_told_that_another_workstation_is_writing) {
-    SessaoODBC outra({.bloqueio = 1});
+    SessaoODBC outra({.instrucao = 1, .bloqueio = 2}); // the lock is waited for first
     ASSERT_TRUE(outra.Abre(ligacao(servidor)));
     BD.IniciaTransaccao();
     outra.IniciaTransaccao(); // beginning locks nothing
@@ -224,6 +234,20 @@ TEST_F(Servidor, who_comes_second_waits_and_is_told_that_another_workstation_is_
     EXPECT_EQ(outra.Consulta("select count(*) from xel_ORVEX")->valor(0).inteiro(), 0)
         << "readers do not wait";
     BD.ConfirmaTransaccao();
+    for (const auto& [resposta, texto] : {std::pair{-2, "deixar passar a de outro posto"},
+                                          {-3, "deixar passar"},
+                                          {-999, "getapplock: -999"}}) {
+        BD.IniciaTransaccao();
+        servidor.avaria_no(1, {.especie = Especie::tranca, .numero = resposta});
+        EXPECT_THAT(falha([&] { BD.Tranca(); }), HasSubstr(texto));
+        BD.AnulaTransaccao();
+    }
+    // A transaction that has lost the lock does not believe that it still has it.
+    BD.IniciaTransaccao();
+    BD.Tranca();
+    servidor.avaria_no(1, {.especie = Especie::corta});
+    EXPECT_NE(falha([&] { usa(); }), "");
+    EXPECT_THAT(falha([&] { BD.Tranca(); }), HasSubstr("anulada pelo servidor"));
     outra.IniciaTransaccao();
     EXPECT_TRUE(outra.EmTransaccao());
 }
@@ -247,6 +271,19 @@ TEST_F(Servidor, statements_travel_to_the_letter_and_rows_are_written_with_typed
         "[Qtd]=@P12 AND [Origem] IS NULL AND [PesoLiquido]=@P13 AND [PesoBruto]=@P14 | 1.25, 2019, 'FA', "
         "123, 1, 1, 2019-03-01 00:00:00, 'BOB''1', 'CL''1', 'Bobina d''aço', 8, 2.5, 2.5, 2.6");
     EXPECT_EQ(textos.back(), "INSERT INTO xel_ORVEX([NumSerie]) VALUES (@P1) | 'B''1'");
+
+    // Without a primary key, another one will do that has no nulls.
+    platform::sqlite::abre_base(empresa.pasta() / "livro.db")
+        .exec("CREATE TABLE u_so (A int NOT NULL, B int); CREATE UNIQUE INDEX i_so ON u_so (A);"
+              "CREATE TABLE u_nulos (A int, B int); CREATE UNIQUE INDEX i_nulos ON u_nulos (A);"
+              "INSERT INTO u_so VALUES (1, 1); INSERT INTO u_nulos VALUES (1, 1)");
+    for (const auto& [tabela, causa] :
+         {std::pair{"u_so", ""}, {"u_nulos", "O registo não pode ser alterado sem a sua chave."}}) {
+        const auto uma = BD.AbreActualizavel(std::string("Select * from ") + tabela);
+        uma->define("B", 2);
+        EXPECT_EQ(falha([&] { uma->actualiza(); }), causa);
+    }
+    EXPECT_EQ(empresa.linhas("select B from u_so"), "2");
 }
 
 } // namespace

@@ -1,0 +1,67 @@
+// The real program where there is nobody to look at a window.
+#include "tests/apoio/empresa_teste.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <sys/wait.h>
+
+namespace orvex::testes {
+namespace {
+
+using testing::HasSubstr;
+
+struct Fim {
+    int codigo;
+    std::string texto; // on the error output
+};
+
+Fim corre(const std::string& argumento, const std::filesystem::path& comum, const char* sistema) {
+    const std::string comando = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
+                                std::string(sistema) + " ORVEX_PASTA_COMUM='" + comum.string() +
+                                "' timeout 60 " ORVEX_PROGRAMA " " + argumento + " 2>&1 >/dev/null";
+    FILE* const saida = popen(comando.c_str(), "r");
+    Fim fim{-1, {}};
+    for (int c; saida != nullptr && (c = std::fgetc(saida)) != EOF;)
+        fim.texto += static_cast<char>(c);
+    if (saida != nullptr) fim.codigo = WEXITSTATUS(pclose(saida));
+    return fim;
+}
+
+TEST(Programa, without_a_display_it_says_what_failed_and_waits_for_nobody) {
+    const EmpresaTeste empresa;
+    const auto escreve = [](const PastaTemporaria& pasta, const std::string& base, const std::string& senha) {
+        pasta.escreve("TRAMEL/OrvexEXE.xel", "[BD]\nServidor=sqlite\nBase=" + base +
+                                                 "\nUtilizador=ana\n[ERP]\nEmpresa=E\nPalavraPasse=" + senha +
+                                                 "\n");
+    };
+    const PastaTemporaria boa, sem_empresa, recusada;
+    escreve(boa, empresa.pasta().string(), "");
+    escreve(sem_empresa, "nenhuma", "");
+    escreve(recusada, empresa.pasta().string(), "errada");
+    constexpr const char* sem_ecra = "precisa de um ecrã";
+    const struct {
+        const char* argumento;
+        const PastaTemporaria& comum;
+        const char* sistema;
+        int codigo;
+        const char* texto;
+    } casos[] = {
+        {"0", boa, "", 0, ""},
+        {"0", sem_empresa, "", 1, "Não existe uma empresa"},
+        {"0", recusada, "", 1, "Não foi possivel ligar ao 100c ..."},
+        {"2", boa, "", 1, sem_ecra},
+        {"2", boa, "DISPLAY=:9999", 1, sem_ecra},
+        {"2", sem_empresa, "QT_QPA_PLATFORM=offscreen", 1, "Não existe uma empresa"},
+        {"2", recusada, "QT_QPA_PLATFORM=offscreen", 1, "Não foi possivel ligar ao 100c ..."},
+    };
+    for (const auto& [argumento, comum, sistema, codigo, texto] : casos) {
+        const Fim fim = corre(argumento, comum.pasta(), sistema);
+        EXPECT_EQ(fim.codigo, codigo) << argumento << sistema << fim.texto;
+        EXPECT_THAT(fim.texto, HasSubstr(texto));
+        EXPECT_EQ(fim.texto.empty(), codigo == 0) << fim.texto;
+    }
+}
+
+} // namespace
+} // namespace orvex::testes

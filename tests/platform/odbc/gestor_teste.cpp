@@ -1,0 +1,67 @@
+// A driver manager that keeps connections and gives them out again, with drivers under names of its own.
+#include "tests/platform/odbc/servidor.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+// What the manager keeps is never given back.
+extern "C" const char* __lsan_default_suppressions() { return "leak:iconv_open"; } // NOLINT
+
+namespace orvex::testes {
+namespace {
+
+// The manager reads its files once in a process.
+class Gestor : public Servidor {
+  protected:
+    static const std::filesystem::path& outro() {
+        static const PastaTemporaria pasta;
+        static const std::filesystem::path biblioteca = pasta.pasta() / "outro.so";
+        if (std::filesystem::exists(biblioteca)) return biblioteca;
+        std::filesystem::create_symlink(ORVEX_TDSODBC, biblioteca);
+        const std::string freetds = "Driver=" ORVEX_TDSODBC "\nCPTimeout=60\n";
+        pasta.escreve("odbcinst.ini", "[ODBC]\nPooling=Yes\n[FreeTDS]\n" + freetds + "[SQL Server]\n" +
+                                          freetds + "[Outro]\nDriver=" + biblioteca.string() + "\n");
+        setenv("ODBCSYSINI", pasta.pasta().c_str(), 1);
+        return biblioteca;
+    }
+    static void SetUpTestSuite() { outro(); }
+};
+
+TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
+    BD.IniciaTransaccao();
+    junta("B1");
+    servidor.avaria_no(1, {.especie = Especie::demora, .milissegundos = 3'000});
+    EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("não respondeu a tempo"));
+    insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B3"}}); // nothing is locked any more
+    EXPECT_FALSE(BD.EmTransaccao());
+    BD.IniciaTransaccao();
+    junta("B4");
+    BD.ConfirmaTransaccao();
+    BD.IniciaTransaccao();
+    junta("B5");
+    BD.EmExclusivo([] {});
+    BD.Fecha();
+    EXPECT_EQ(servidor.ligacoes(), 1u) << "the manager kept it";
+    insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B6"}});
+    EXPECT_EQ(series(), "B3; B4; B6");
+}
+
+TEST_F(Gestor, a_driver_is_what_it_is_whatever_its_name_and_never_passes_over_encryption) {
+    const std::string porta = "," + std::to_string(servidor.porta());
+    for (const auto& controlador :
+         std::vector<std::string>{"FreeTDS", "SQL Server", "Outro", ORVEX_TDSODBC, outro().string()}) {
+        SessaoODBC outra({.ligacao = 2});
+        EXPECT_TRUE(outra.Abre(ligacao_a("127.0.0.1" + porta, controlador, "nao"))) << controlador;
+        EXPECT_FALSE(outra.Abre(ligacao_a("127.0.0.1" + porta, controlador, "sim"))) << controlador;
+    }
+    // The usual port is nobody's at an address that is this process's own.
+    const std::string morada =
+        "127." + std::to_string(getpid() % 200 + 20) + "." + std::to_string(getpid() / 200 % 250) + ".9";
+    const ServidorTDS com_porta_normal(empresa.pasta(), morada.c_str(), 1433);
+    for (const std::string& onde : {morada, morada + ",1433", morada + "\\INST,1433"})
+        EXPECT_TRUE(SessaoODBC({.ligacao = 2}).Abre(ligacao_a(onde, "SQL Server", "nao"))) << onde;
+}
+
+} // namespace
+} // namespace orvex::testes
