@@ -63,7 +63,12 @@ constexpr const char* larga_o_da_sessao =
 } // namespace
 
 Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas, Trancas& trancas)
-    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas), trancas_(trancas) {}
+    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas), trancas_(trancas) {
+    // A database that a client made has the article's notes in the article's own table, as a server has.
+    if (sqlite3_table_column_metadata(motor_.getHandle(), "erp", "Artigos", "Observ", nullptr, nullptr,
+                                      nullptr, nullptr, nullptr) == SQLITE_OK)
+        motor_.exec("DROP VIEW temp.Artigos");
+}
 
 void Execucao::executa(const Pedido& pedido) {
     const std::string& procedimento = pedido.procedimento;
