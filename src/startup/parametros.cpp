@@ -41,7 +41,10 @@ ListaParametros Parametros::lista(const std::string& chave) const {
 ListaParametros Parametros::lista_de_grupos(const std::string& chave) const {
     std::string valor = LerParametros(chave);
     std::replace(valor.begin(), valor.end(), ';', ',');
-    return {chave, base::divide(valor, ',')};
+    ListaParametros lista{chave, base::divide(valor, ',')};
+    // A separator after whole groups begins no other one; the empty last element of a group belongs to it.
+    if (lista.elementos.size() % 3 == 1 && lista.elementos.back().empty()) lista.elementos.pop_back();
+    return lista;
 }
 
 } // namespace orvex::startup
