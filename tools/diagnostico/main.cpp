@@ -1,6 +1,6 @@
 // orvex-diagnostico: tells whether an installation can work.
+#include "../pasta_do_programa.h"
 #include "diagnostico.h"
-#include "pasta_do_programa.h"
 
 #include <iostream>
 

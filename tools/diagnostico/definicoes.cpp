@@ -1,0 +1,116 @@
+#include "definicoes.h"
+
+#include "base/falha.h"
+
+#include <array>
+#include <fstream>
+
+namespace orvex::diagnostico {
+namespace {
+
+namespace fs = std::filesystem;
+using startup::DefinicoesBD;
+using startup::DefinicoesERP;
+
+bool verifica_ficheiro(const fs::path& ficheiro, Resultados& resultados) {
+    constexpr const char* nome = "definições";
+    try {
+        DefinicoesBD::le(ficheiro);
+    } catch (const base::Falha& falha) {
+        resultados.push_back(
+            {nome, Estado::erro, std::string(falha.what()) + " Crie-o, ou dê permissão para o ler."});
+        return false;
+    }
+    const bool utf16 = em_utf16(ficheiro);
+    resultados.push_back({nome, utf16 ? Estado::erro : Estado::ok,
+                          utf16 ? "«" + ficheiro.string() + "» " + grave_de_novo : ficheiro.string()});
+    return !utf16;
+}
+
+// Of a file with passwords.
+void verifica_permissoes(const fs::path& ficheiro, Resultados& resultados) {
+    const std::string nome = "permissões de " + ficheiro.filename().string();
+#ifdef _WIN32
+    resultados.push_back({nome, Estado::nao_verificado,
+                          "veja na página Segurança das propriedades do ficheiro que só o lê quem usa o "
+                          "programa"});
+#else
+    std::error_code erro;
+    const fs::perms permissoes = fs::status(ficheiro, erro).permissions();
+    const bool fechado = (permissoes & (fs::perms::others_read | fs::perms::others_write)) == fs::perms::none;
+    resultados.push_back({nome, fechado ? Estado::ok : Estado::erro,
+                          fechado
+                              ? "só o lêem o dono e o grupo"
+                              : "tem palavras-passe, e está aberto a qualquer utilizador da máquina: "
+                                "chmod o= \"" +
+                                    ficheiro.string() + "\", com quem usa o programa no grupo do ficheiro."});
+#endif
+}
+
+void verifica_permissoes(const startup::PastasInstalacao& pastas, Resultados& resultados) {
+    const fs::path definicoes = pastas.ficheiro_definicoes();
+    if (!DefinicoesBD::le(definicoes).palavra_passe.empty() ||
+        !DefinicoesERP::le(definicoes).valores[DefinicoesERP::palavra_passe].empty())
+        verifica_permissoes(definicoes, resultados);
+    try {
+        if (!DefinicoesBD::le(pastas.catalogo()).palavra_passe.empty())
+            verifica_permissoes(pastas.catalogo(), resultados);
+    } catch (const base::Falha&) { // not there, as in most installations
+    }
+}
+
+std::optional<DefinicoesBD> verifica_bd(const startup::PastasInstalacao& pastas, Resultados& resultados) {
+    constexpr const char* nome = "definições da base de dados";
+    const fs::path ficheiro = pastas.ficheiro_definicoes();
+    const fs::path catalogo = pastas.catalogo();
+    const DefinicoesBD proprias = DefinicoesBD::le(ficheiro);
+    std::string porque;
+    try {
+        const DefinicoesBD usadas = startup::definicoes_bd(ficheiro, catalogo);
+        if (!usadas.incompletas()) {
+            const std::string de = proprias.incompletas() ? " (de " + catalogo.string() + ")" : "";
+            resultados.push_back({nome, Estado::ok,
+                                  "servidor " + usadas.servidor + ", base " + usadas.base + ", utilizador " +
+                                      usadas.utilizador + de});
+            return usadas;
+        }
+        porque =
+            "«" + catalogo.string() + "» " + (em_utf16(catalogo) ? grave_de_novo : "também está incompleto.");
+    } catch (const base::Falha& falha) {
+        porque = falha.what();
+    }
+    resultados.push_back({nome, Estado::erro,
+                          "Preencha em [BD] de «" + ficheiro.string() + "»: " +
+                              em_falta({{"Servidor", proprias.servidor},
+                                        {"Base", proprias.base},
+                                        {"Utilizador", proprias.utilizador}}) +
+                              ". " + porque});
+    return std::nullopt;
+}
+
+} // namespace
+
+Definicoes verifica_definicoes(const startup::PastasInstalacao& pastas, Resultados& resultados) {
+    Definicoes definicoes{pastas.ficheiro_definicoes(), {}, {}};
+    if (!verifica_ficheiro(definicoes.ficheiro, resultados)) return definicoes;
+    verifica_permissoes(pastas, resultados);
+    definicoes.bd = verifica_bd(pastas, resultados);
+    definicoes.erp = startup::definicoes_erp(definicoes.ficheiro);
+    return definicoes;
+}
+
+bool em_utf16(const fs::path& ficheiro) {
+    std::array<char, 2> bytes{' ', ' '}; // a mark, or a plain letter and the zero beside it
+    std::ifstream(ficheiro, std::ios::binary).read(bytes.data(), bytes.size());
+    const auto [a, b] = bytes;
+    return (a == '\xFF' && b == '\xFE') || (a == '\xFE' && b == '\xFF') || a == '\0' || b == '\0';
+}
+
+std::string em_falta(std::initializer_list<Valor> valores) {
+    std::vector<std::string> nomes;
+    for (const auto& [nome, texto] : valores)
+        if (texto.empty()) nomes.emplace_back(nome);
+    return enumera(nomes);
+}
+
+} // namespace orvex::diagnostico
