@@ -43,7 +43,8 @@ std::string defeito(const fs::path& caminho, bool pasta) {
 
 // Bytes that no text of either encoding we read has.
 std::string defeito_dos_bytes(const std::string& bytes) {
-    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+    const bool zero_no_inicio = bytes.substr(0, 2).find('\0') != std::string::npos; // beside a plain letter
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") || zero_no_inicio)
         return "está gravado em UTF-16: grave-o em UTF-8 ou em Windows-1252 (ANSI)";
     return bytes.find('\0') == std::string::npos ? "" : "não é um ficheiro de texto";
 }

@@ -72,7 +72,7 @@ TEST(Ficheiro, what_is_no_text_file_of_ours_is_refused_at_once_and_says_why) {
     std::filesystem::create_symlink("volta", em("volta"));
     std::filesystem::resize_file(pasta.escreve("grande", "x"), 100 << 20);
     pasta.escreve("utf16", std::string("\xFF\xFE[\0B\0", 6));
-    pasta.escreve("binario", std::string("a\0b", 3));
+    pasta.escreve("binario", std::string("abc\0", 4));
     for (const auto& caso : tabela({"nenhum => não existe", "utf16/dentro => não existe", ". => é uma pasta",
                                     "cano => não é um ficheiro comum", "/dev/zero => não é um ficheiro comum",
                                     "volta => volta a si mesma", "grande => demasiado grande",

@@ -1,13 +1,14 @@
 // orvex-diagnostico: the truth on a good installation and on broken ones, on both engines.
-#include "tools/diagnostico.h"
+#include "tools/diagnostico/diagnostico.h"
 
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
 #include "tests/apoio/tabela.h"
-#include "tools/diagnostico_bd.h"
-#include "tools/diagnostico_parametros.h"
-#include "tools/tabelas_usadas.h"
+#include "tools/diagnostico/base_de_dados.h"
+#include "tools/diagnostico/codigos.h"
+#include "tools/diagnostico/parametros.h"
+#include "tools/diagnostico/tabelas_usadas.h"
 
 #include <gmock/gmock.h>
 
@@ -40,12 +41,26 @@ std::string le(const fs::path& ficheiro) {
 struct Instalacao {
     EmpresaTeste empresa;
     ServidorTDS servidor{empresa.pasta()};
+    std::optional<EmpresaTeste> outra; // that the ERP works on instead
     PastaTemporaria pasta;
     std::string definicoes, parametros;
+    fs::perms permissoes{0640};
 
     explicit Instalacao(bool fio) {
         servidor.palavra_passe = segredo;
         empresa.outra().Executa("update Utilizadores set PalavraPasse='" + std::string(segredo_erp) + "'");
+        empresa.outra().IniciaTransaccao();
+        for (const auto& [tipo, serie, stock] : {std::tuple{"FA", 1, 0},
+                                                 {"FR", 2, 0},
+                                                 {"SB", 1, 1},
+                                                 {"QB", 1, -1},
+                                                 {"CI", 1, -1},
+                                                 {"TR", 1, 2}}) {
+            insere(empresa.outra(), "TiposDocumento", {"Codigo", "MovStock"}, {{tipo, stock}});
+            insere(empresa.outra(), "Series", {"TpDoc", "Serie"}, {{tipo, serie}});
+        }
+        insere(empresa.outra(), "Clientes", {"CODIGO"}, {{"ORVEX"}});
+        empresa.outra().ConfirmaTransaccao();
         const std::string ficheiros = empresa.pasta().string();
         definicoes =
             "[BD]\nServidor=" + (fio ? "127.0.0.1," + std::to_string(servidor.porta()) : "sqlite") +
@@ -65,12 +80,18 @@ struct Instalacao {
             livro.exec(falha.substr(4));
         }
         if (falha == "sem definições") definicoes.clear();
+        if (falha == "definições em UTF-16") definicoes.insert(1, 1, '\0');
+        if (falha == "parâmetros em UTF-16") parametros.insert(0, "\xFF\xFE");
+        if (falha == "aberto a todos") permissoes = fs::perms{0644};
+        if (falha == "outra empresa")
+            definicoes = std::regex_replace(definicoes, std::regex("ana\nBase=.*"),
+                                            "ana\nBase=" + outra.emplace().pasta().string());
         const auto troca = partes(falha, " -> ");
         for (std::string* texto : {&definicoes, &parametros})
             if (troca.size() == 2) *texto = std::regex_replace(*texto, std::regex(troca[0]), troca[1]);
     }
     Resultados diagnostica() {
-        if (!definicoes.empty()) pasta.escreve("OrvexEXE.xel", definicoes);
+        if (!definicoes.empty()) fs::permissions(pasta.escreve("OrvexEXE.xel", definicoes), permissoes);
         pasta.escreve(startup::ficheiro_parametros, parametros);
         return diagnostico::diagnostica({pasta.pasta(), pasta.pasta()});
     }
@@ -83,8 +104,8 @@ struct Instalacao {
     }
 };
 
-// Where; what is broken; what is then told as an error, and nothing else; what the user reads; and what is
-// well all the same.
+// Where (on the wire, not on it, or both); what is broken; what is then told as an error, and nothing else;
+// what the user reads; and what is well all the same.
 const char* const casos[] = {
     "ambos =>  =>  => tabela xel_ORVEX: 14 colunas => ligação",
     "ambos => sem definições => definições => OrvexEXE.xel»: não existe. Crie-o => parâmetro TRF",
@@ -93,22 +114,45 @@ const char* const casos[] = {
     "fio => S3gr3do -> outra => ligação => não aceitou o utilizador ou a palavra-passe => parâmetro TRF",
     "ambos => Base=.*\\nU -> Base=/nada\nU => ligação => Verifique em [BD] => entrada no ERP",
     "ambos => sql drop table xel_ORVEX_Mov => tabela xel_ORVEX_Mov => cópia de segurança => tabela xel_ORVEX",
-    "fio => sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0 => "
-    "tabelas xel_ORVEX, xel_ORVEX_Mov => dê-lhe CREATE TABLE => ligação",
+    "fio => sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0 => tabelas "
+    "xel_ORVEX, xel_ORVEX_Mov => "
+    "GRANT CREATE TABLE TO [orvex] => ligação",
     "ambos => sql drop table U_DocGcLin1 => tabela U_DocGcLin1 => é o ERP que a cria => tabela Vendedor",
     "ambos => sql alter table xel_ORVEX drop column Preco => tabela xel_ORVEX => falta Preco => tabela "
     "artarm",
-    "ambos => SB,1,S -> SB,1 => parâmetro SOBRAS => incompleto: falta o elemento 3 => parâmetro QUEBRAS",
-    "ambos => TRF=TR,1 -> TRF=TR,x => parâmetro TRF => não é um número de série => parâmetro SOBRAS",
-    "ambos => ,Y; ->  => parâmetro FACTURAS => falta o elemento 6 => entrada no ERP",
-    "ambos => CLIENTEORVEX=.* ->  => parâmetro CLIENTEORVEX => precisam dele: guias, aj => parâmetro ARMAZEM",
+    "aqui => SB,1,S -> SB,1 => parâmetro SOBRAS => incompleto: falta o elemento 3 => parâmetro QUEBRAS",
+    "aqui => TRF=TR,1 -> TRF=TR,x => parâmetro TRF => não é um número de série => parâmetro SOBRAS",
+    "aqui => definições em UTF-16 => definições => está gravado em UTF-16 => parâmetro TRF",
+    "aqui => parâmetros em UTF-16 => parâmetros => está gravado em UTF-16 => ligação",
+    "aqui => aberto a todos => permissões de OrvexEXE.xel => chmod o= => ligação",
+    "ambos => outra empresa => entrada no ERP; base de dados do ERP; FACTURAS no ERP; FACTURAS no ERP; "
+    "SOBRAS no ERP; QUEBRAS no ERP; CONSUMOS no ERP; TRF no ERP => mesma empresa. => ligação",
+    "aqui => SB,1,S -> SBXX,1,S => parâmetro SOBRAS => no máximo 3 caracteres => parâmetro QUEBRAS",
+    "aqui => SB,1,S -> ,1,S => parâmetro SOBRAS; SOBRAS no ERP => um código vazio => parâmetro QUEBRAS",
+    "aqui => SB,1,S -> ZZ,1,S => SOBRAS no ERP => «ZZ» não existe. => parâmetro SOBRAS",
+    "aqui => TR,1,S -> TR,7,S => TRF no ERP => não existe na série 7 => parâmetro TRF",
+    "aqui => TR,1,S -> tr,1, S =>  => «TR» em vez de «tr» => parâmetro TRF",
+    "aqui => TR,1,S -> TR,1, S =>  => elemento 3, « S», tem brancos => códigos no ERP",
+    "aqui => CL,C -> XX,C => ARMAZEM no ERP => «XX» não existe => parâmetro ARMAZEM",
+    "aqui => CL,C -> cl,C => ARMAZEM no ERP => «CL» em vez de «cl» => parâmetro ARMAZEM",
+    "aqui => CL,C -> or ,C => parâmetro ARMAZEM; ARMAZEM no ERP => é o mesmo armazém que => parâmetro TRF",
+    "aqui => ORVEX\n -> INA\n => CLIENTEORVEX no ERP => está inactivo => parâmetro CLIENTEORVEX",
+    "aqui => ORVEX\n -> EU\n => CLIENTEORVEX no ERP => «EU» não existe => parâmetro CLIENTEORVEX",
+    "aqui => GV,1,SD -> gr,1,SD => parâmetro GUIASREMESSA; GUIADEVOLUCAO no ERP => os de GUIADEVOLUCAO => "
+    "ligação",
+    "aqui => FR,2 -> GR,1 => parâmetro GUIASREMESSA => também os de FACTURAS => parâmetro FACTURAS",
+    "aqui => SB,1,S -> QB,1,S => parâmetro SOBRAS; SOBRAS no ERP => não move o stock => parâmetro TRF",
+    "aqui => CI,1,S -> QB,1,S =>  => não se distinguem => códigos no ERP",
+    "aqui => FA,1,X;FR,2,Y; -> FA,1, =>  => parâmetro FACTURAS: FA,1, => códigos no ERP",
+    "aqui => ,Y; ->  => parâmetro FACTURAS => falta o elemento 6 => entrada no ERP",
+    "aqui => CLIENTEORVEX=.* ->  => parâmetro CLIENTEORVEX => precisam dele: guias, aj => parâmetro ARMAZEM",
     "ambos => Outr0Segred0 -> outra => entrada no ERP => recusou ana na empresa E => ligação",
     "fio => FreeTDS -> Falta => controlador ODBC => «Falta» não está instalado => entrada no ERP",
 };
 
 void confere(const std::vector<std::string>& caso) {
     for (const bool fio : {false, true}) {
-        if (!fio && caso[0] == "fio") continue;
+        if (caso[0] == (fio ? "aqui" : "fio")) continue;
         SCOPED_TRACE(caso[1] + (fio ? ", over the wire" : ""));
         Instalacao instalacao(fio);
         instalacao.estraga(caso[1]);
@@ -133,14 +177,17 @@ TEST(Diagnostico, diz_a_verdade_sem_alterar_nada_nem_mostrar_palavras_passe) {
 
 TEST(Diagnostico, nunca_passa_por_bom_o_que_o_servidor_nao_diz) {
     EXPECT_THAT(com_estado(Instalacao(true).diagnostica(), Estado::nao_verificado),
-                AllOf(StartsWith("encriptação; direitos em xel_ORVEX; "), HasSubstr("índices")));
+                AllOf(StartsWith("encriptação; direitos em xel_ORVEX; "), HasSubstr("chave de Artigos; "),
+                      HasSubstr("; maiúsculas e minúsculas; índices; base de dados do ERP")));
 }
 
-// A server that tells the rights, all but one of them granted.
+// A server that tells the rights, all but one of them granted, and answers one question of the catalogue.
 struct ServidorComDireitos : platform::sqlite::SessaoSQLite {
-    std::string negado;
+    std::string negado, pergunta, dito;
 
     std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override {
+        const bool conhecida = !pergunta.empty() && sql.find(pergunta) != std::string::npos;
+        if (conhecida) return SessaoSQLite::Consulta("Select " + dito + " from Empresa");
         if (sql.find("HAS_PERMS_BY_NAME") == std::string::npos) return SessaoSQLite::Consulta(sql);
         std::string resposta;
         const std::regex direito("'([A-Z ]+)'\\)");
@@ -150,37 +197,73 @@ struct ServidorComDireitos : platform::sqlite::SessaoSQLite {
     }
 };
 
-TEST(DiagnosticoDosDireitos, diz_os_que_faltam_e_se_o_primeiro_arranque_pode_fazer_o_que_nao_ha) {
-    const std::string sem_livro =
-        "sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0";
-    const std::string sem_bruto = "sql alter table xel_ORVEX_Mov drop column PesoBruto";
-    const std::string sem_pesos = sem_bruto + "; alter table xel_ORVEX_Mov drop column PesoLiquido";
-    struct Caso {
-        std::string falha;
-        const char *negado, *texto;
-        bool bom;
-    };
-    for (const auto& [falha, negado, diz, bom] :
-         {Caso{"", "", "xel_ORVEX: SELECT, INSERT, DELETE", true},
-          {"", "DELETE", "GRANT DELETE ON [dbo].[xel_ORVEX_Mov] TO [ana]", false},
-          {sem_livro, "", "serão criadas no primeiro arranque", true},
-          {sem_livro, "CREATE TABLE", "dê-lhe CREATE TABLE", false},
-          {sem_livro, "ALTER", "dê-lhe CREATE TABLE", false},
-          {sem_pesos, "", "serão acrescentadas no primeiro arranque", true},
-          {sem_pesos, "ALTER", "Dê ao utilizador ALTER", false},
-          {sem_bruto, "", "Acrescente o que falta", false}}) {
+// What is broken; the right that is denied; what the catalogue is asked, and answers; what the user reads.
+const char* const casos_do_servidor[] = {
+    "ok =>  =>  =>  =>  => direitos em xel_ORVEX: SELECT, INSERT, DELETE",
+    "erro =>  => DELETE =>  =>  => GRANT DELETE ON [dbo].[xel_ORVEX_Mov] TO [ana]",
+    "erro =>  => DELETE => USER_NAME() => 'a]b' => GRANT DELETE ON [dbo].[xel_ORVEX] TO [a]]b]",
+    "ok => tabelas =>  =>  =>  => serão criadas no primeiro arranque",
+    "erro => tabelas => CREATE TABLE =>  =>  => GRANT CREATE TABLE TO [ana]",
+    "erro => tabelas => ALTER =>  =>  => GRANT ALTER ON SCHEMA::[dbo] TO [ana]",
+    "ok => pesos =>  =>  =>  => serão acrescentadas no primeiro arranque",
+    "erro => pesos => ALTER =>  =>  => GRANT ALTER ON [dbo].[xel_ORVEX_Mov] TO [ana]",
+    "erro => bruto =>  =>  =>  => Acrescente o que falta",
+    "ok =>  =>  => encrypt_option => 'TRUE' => está encriptada, com Encriptacao=sim",
+    "erro =>  =>  => encrypt_option => 'FALSE' => não está encriptada, apesar de Encriptacao=sim",
+    "ok => nao =>  => encrypt_option => 'FALSE' => info  encriptação: a ligação não está encriptada",
+    "erro =>  =>  => OBJECT_ID('Artigos') AS => max(Nome) => REVOKE VIEW DEFINITION ON [dbo].[Artigos] FROM "
+    "[ana]",
+    "erro =>  =>  => OBJECT_ID('xel_ORVEX') AS => max(Nome) => ?     índices: não verificado",
+    "ok =>  =>  => OBJECT_ID('artarm') AS => max(Nome) => ?     definição de artarm: não verificado: a "
+    "tabela existe",
+    "erro =>  =>  => OBJECT_ID('Artigos') AND is_unique => 0 => chave de Artigos: não tem chave primária nem",
+    "ok =>  =>  => OBJECT_ID('Artigos') AND is_unique => 1 => ok    chave de Artigos",
+    "ok =>  =>  => Collation => 'Latin1_General_CI_AS' => não as distingue",
+    "erro =>  =>  => INNER JOIN => nada( => artigos nos movimentos: A instrução SQL tem um erro",
+    "erro =>  =>  => Collation => 'Latin1_General_CS_AS' => é preciso uma base com um COLLATE _CI_",
+};
+
+TEST(DiagnosticoDoServidor, diz_o_que_falta_ao_utilizador_e_a_base_de_dados_e_como_o_dar) {
+    std::map<std::string, std::string> falhas{
+        {"tabelas", "sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0"},
+        {"bruto", "sql alter table xel_ORVEX_Mov drop column PesoBruto"}};
+    falhas["pesos"] = falhas["bruto"] + "; alter table xel_ORVEX_Mov drop column PesoLiquido";
+    for (const char* linha : casos_do_servidor) {
+        const auto caso = partes(linha);
         Instalacao instalacao(false);
-        instalacao.estraga(falha);
+        instalacao.estraga(falhas[caso[1]]);
         ServidorComDireitos BD;
-        BD.negado = negado;
+        BD.negado = caso[2];
+        BD.pergunta = caso[3];
+        BD.dito = caso[4];
+        // A null, where the catalogue says one, of a table without rows.
+        if (caso[4] == "max(Nome)") instalacao.empresa.outra().Executa("Delete Empresa");
         BD.Abre(ligacao(instalacao.empresa.pasta()));
         startup::DefinicoesBD definicoes;
         definicoes.utilizador = "ana";
+        definicoes.encriptacao = caso[1] == "nao" ? "nao" : "";
         Resultados resultados;
+        verifica_encriptacao(BD, definicoes, resultados);
         verifica_tabelas(BD, definicoes, resultados);
-        EXPECT_THAT(texto(resultados), HasSubstr(diz)) << falha << negado;
-        EXPECT_EQ(tem_erros(resultados), !bom) << texto(resultados);
+        EXPECT_THAT(texto(resultados), HasSubstr(caso[5])) << linha;
+        EXPECT_EQ(tem_erros(resultados), caso[0] == "erro") << linha << texto(resultados);
     }
+}
+
+TEST(DiagnosticoDosCodigos, so_sugere_quando_nao_pode_perguntar_ao_proprio_ERP) {
+    Instalacao instalacao(false);
+    instalacao.estraga("OR,O -> XX,X");
+    insere(instalacao.empresa.outra(), "DocGcCab", {"Ano", "TpDoc", "Serie", "NNumDoc"},
+           {{2019, "FA", 1, 1}});
+    instalacao.diagnostica();
+    Resultados resultados;
+    verifica_codigos(startup::Parametros(instalacao.pasta.pasta()), {}, &instalacao.empresa.outra(),
+                     resultados);
+    EXPECT_EQ(
+        com_estado(resultados, Estado::nao_verificado),
+        "GUIASREMESSA no ERP; GUIADEVOLUCAO no ERP; FACTURAS no ERP; SOBRAS no ERP; QUEBRAS no ERP; CONSUMOS "
+        "no ERP; TRF no ERP; ARMAZEMORVEX no ERP");
+    EXPECT_FALSE(tem_erros(resultados));
 }
 
 // Names, in upper case, that the expression's first group finds.
@@ -215,6 +298,31 @@ TEST(DiagnosticoDoPrograma, conhece_as_tabelas_colunas_chaves_e_indices_que_ele_
     EXPECT_THAT(colunas, IsSubsetOf(encontra(textos, "(\\w+)")));
     EXPECT_EQ(encontra(fontes, "\\.lista(?:_de_grupos)?\\(\"(\\w+)\"\\)"), chaves);
     EXPECT_EQ(encontra(le(fs::path(ORVEX_RAIZ) / "docs/indices.sql"), "CREATE INDEX \\[(\\w+)\\]"), indices);
+}
+
+// The ledger's columns with their types and keys.
+std::string esquema(const fs::path& pasta) {
+    return platform::sqlite::abre_base(pasta / platform::sqlite::ficheiro_livro)
+        .execAndGet(
+            "select group_concat(t.name || ' ' || c.name || ' ' || c.type || c.\"notnull\" || c.pk, '; ') "
+            "from sqlite_schema t, pragma_table_info(t.name) c where t.name like 'xel_ORVEX%'")
+        .getString();
+}
+
+TEST(InstalacaoSQL, faz_as_tabelas_do_arranque_e_da_os_direitos_que_se_verificam) {
+    const std::string script = le(fs::path(ORVEX_RAIZ) / "docs/instalacao.sql");
+    const std::regex cria("CREATE TABLE[^;]*");
+    const EmpresaTeste do_arranque;
+    const PastaTemporaria do_script;
+    cria_empresa_vazia(do_script.pasta());
+    platform::sqlite::SessaoSQLite BD;
+    BD.Abre(ligacao(do_script.pasta()));
+    for (std::sregex_iterator i(script.begin(), script.end(), cria), fim; i != fim; ++i)
+        BD.Executa(i->str());
+    EXPECT_EQ(esquema(do_script.pasta()), esquema(do_arranque.pasta()));
+    for (const TabelaUsada& tabela : tabelas_usadas())
+        EXPECT_THAT(script, HasSubstr("\nGRANT " + enumera({tabela.direitos.begin(), tabela.direitos.end()}) +
+                                      " ON [dbo].[" + tabela.nome + "] TO [$(Utilizador)];\n"));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // orvex-diagnostico: tells whether an installation can work.
+#include "../pasta_do_programa.h"
 #include "base/descricao.h"
 #include "diagnostico.h"
-#include "pasta_do_programa.h"
 #include "startup/ficheiro.h"
 
 #include <iostream>

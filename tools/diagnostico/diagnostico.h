@@ -10,9 +10,10 @@ namespace orvex::diagnostico {
 
 enum class Estado {
     ok,
-    erro,          // the program would fail; the text says what to do
-    informacao,    // neither good nor bad
-    nao_verificado // could not be asked, or was not answered; never to be taken as good
+    erro,           // the program would fail, or write what is wrong; the text says what to do
+    aviso,          // works, but hardly as it was meant
+    informacao,     // neither good nor bad
+    nao_verificado, // could not be asked, or was not answered; never to be taken as good
 };
 
 struct Resultado {
@@ -28,5 +29,7 @@ Resultados diagnostica(const startup::PastasInstalacao& pastas);
 
 bool tem_erros(const Resultados& resultados);
 std::string texto(const Resultados& resultados); // one line each
+
+std::string enumera(const std::vector<std::string>& nomes); // "a, b"
 
 } // namespace orvex::diagnostico

@@ -1,0 +1,45 @@
+#include "diagnostico.h"
+
+#include "base_de_dados.h"
+#include "codigos.h"
+#include "definicoes.h"
+#include "erp.h"
+#include "parametros.h"
+
+#include <algorithm>
+
+namespace orvex::diagnostico {
+
+Resultados diagnostica(const startup::PastasInstalacao& pastas) {
+    Resultados resultados;
+    const Definicoes definicoes = verifica_definicoes(pastas, resultados);
+    const auto BD = verifica_base_de_dados(definicoes.bd, resultados);
+    const startup::Parametros parametros(pastas.programa);
+    const bool com_parametros = verifica_parametros(parametros, pastas.programa, resultados);
+    verifica_erp(definicoes, BD.get(), resultados);
+    if (com_parametros) verifica_codigos(parametros, definicoes.erp, BD.get(), resultados);
+    return resultados;
+}
+
+bool tem_erros(const Resultados& resultados) {
+    return std::any_of(resultados.begin(), resultados.end(),
+                       [](const Resultado& este) { return este.estado == Estado::erro; });
+}
+
+std::string texto(const Resultados& resultados) {
+    constexpr const char* inicios[] = {"ok    ", "ERRO  ", "aviso ", "info  ", "?     "};
+    std::string linhas;
+    for (const Resultado& este : resultados)
+        linhas += inicios[static_cast<int>(este.estado)] + este.o_que + ": " +
+                  (este.estado == Estado::nao_verificado ? "não verificado: " : "") + este.texto + "\n";
+    return linhas;
+}
+
+std::string enumera(const std::vector<std::string>& nomes) {
+    std::string texto;
+    for (const std::string& nome : nomes)
+        texto += (texto.empty() ? "" : ", ") + nome;
+    return texto;
+}
+
+} // namespace orvex::diagnostico
