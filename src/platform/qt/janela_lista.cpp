@@ -1,6 +1,7 @@
 #include "platform/qt/janela_lista.h"
 
 #include "platform/qt/aplicacao.h"
+#include "platform/qt/caixa.h"
 #include "platform/qt/limite_texto.h"
 #include "platform/qt/textos.h"
 
@@ -232,7 +233,10 @@ void JanelaLista::accept() {
     const QModelIndex actual = vista_->currentIndex();
     if (!actual.isValid()) return;
     escolha_ = modelo_.escolha(actual.row());
-    QDialog::accept();
+    if (!escolha_.empty()) return QDialog::accept();
+    // Without its key the choice would look like none.
+    mostra_caixa(this, "Este registo não pode ser escolhido: falta-lhe um dos valores por que é conhecido.",
+                 windowTitle().toStdString(), common::Icone::informacao, common::Botoes::ok);
 }
 
 void JanelaLista::done(int resultado) {
