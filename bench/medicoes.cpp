@@ -106,6 +106,7 @@ int escreve_consultas(const fs::path& ficheiro, const std::vector<std::string>& 
     int escritas = 0;
     for (std::size_t i = desde; i < textos.size(); ++i) {
         if (escritas == 0 && textos[i].find("'" + cliente + "'") == std::string::npos) continue;
+        if (textos[i].starts_with("IF @@TRANCOUNT")) continue; // what a connection ends with is no query
         escrita << textos[i] << '\n';
         ++escritas;
     }
