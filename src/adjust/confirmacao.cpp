@@ -1,5 +1,6 @@
 #include "adjust/mov_stocks.h"
 
+#include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
 
@@ -115,16 +116,17 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
 }
 
 void MovStocks::Confirma(const Ajuste& ajuste) {
-    std::vector<ChaveDocumento> por_anular;
     BD.IniciaTransaccao();
+    // Before the lock, with which the ERP's tables are seen anew: the price is that of after the
+    // cancellation.
+    if (bCarregado) ConfereSubstituicao(ajuste);
     BD.Tranca();
-    if (bCarregado)
-        ConfereSubstituicao(ajuste);
-    else
-        ConfereArtigo();
-    const DataHora Data = bCarregado ? RemoveInf(por_anular) : DTPicker1.Value;
+    if (!bCarregado) ConfereArtigo();
+    const DataHora Data = bCarregado ? RemoveInf() : DTPicker1.Value;
+    if (bCarregado) ConfereStock(ajuste, PorAnular.empty() ? Moeda() : cQtdCarregada);
     const std::int32_t NumDoc = ValidaMovimento(ajuste, Data);
     ActualizaMov(ajuste, NumDoc, Data);
+    const std::vector<ChaveDocumento> por_anular = PorAnular;
     ConfirmaGravacao();
     Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), 2);
     avisa_por_anular(por_anular);
@@ -144,12 +146,21 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
     };
     cabe(campo(2).Text, "DocGcCab", "Processo", "O Processo");
     cabe(campo(4).Text, "xel_ORVEX", "Obs", "O texto das Observações");
-    cabe(ajuste.TpDoc, "xel_ORVEX", "TpDoc", "O tipo de documento dos parâmetros");
+    for (const char* tabela : {"xel_ORVEX", "DocGcCab"})
+        cabe(ajuste.TpDoc, tabela, "TpDoc", "O tipo de documento dos parâmetros");
+    for (const char* tabela : {"DocGcCab", "DocGcLin"})
+        cabe(ajuste.Sector, tabela, "Sector", "O sector dos parâmetros");
+    cabe(ArmazemActual, "DocGcLin", "Armazem", "O armazém dos parâmetros");
+    PrecoMovimento(campo(0).Text); // an article without its values fails here
+    ConfereStock(ajuste, cQtdCarregada);
+}
+
+// What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
+void MovStocks::ConfereStock(const Ajuste& ajuste, Moeda por_repor) {
     if (ajuste.Tipo == Especie::sobra) return;
-    // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
     const auto existencia = Existencia(campo(0).Text, ArmazemActual);
     const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
-    if (ajuste.Qtd - cQtdCarregada > stock) throw FalhaGuarda(consumo_invalido);
+    if (ajuste.Qtd - por_repor > stock) throw FalhaGuarda(consumo_invalido);
 }
 
 std::optional<std::string> MovStocks::DetentorActual() {
@@ -217,7 +228,7 @@ void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const Da
     });
 }
 
-DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular) {
+DataHora MovStocks::RemoveInf() {
     ChaveDocumento chave;
     DataHora Data;
     {
@@ -234,8 +245,7 @@ DataHora MovStocks::RemoveInf(std::vector<ChaveDocumento>& por_anular) {
         throw FalhaGuarda(
             "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
     // Refused or not, the replacement goes on; a document left in force is named once it is done.
-    if (!AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); }).sucesso)
-        por_anular.push_back(chave);
+    if (!AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); }).sucesso) PorAnular.push_back(chave);
     BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
     return Data;
 }
@@ -272,7 +282,7 @@ void MovStocks::btAnular_Click() {
         BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
         ConfirmaGravacao();
     } catch (const std::exception& falha) {
-        compensa(falha, texto_erro.empty() ? falha.what() : texto_erro);
+        compensa(falha, texto_erro.empty() ? base::descricao(falha) : texto_erro);
     }
     RecomecaEcra();
 }

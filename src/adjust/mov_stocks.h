@@ -89,6 +89,8 @@ class MovStocks : public common::Ecra {
     void Confirma(const Ajuste& ajuste);
     // Guards, inside the transaction: each throws, with the reason.
     void ConfereSubstituicao(const Ajuste& ajuste);
+    // `por_repor` is what the replaced one has not yet given back to the stock.
+    void ConfereStock(const Ajuste& ajuste, base::Moeda por_repor);
     void ConfereArtigo();
     std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
     // Gives the number of the document created.
@@ -98,7 +100,7 @@ class MovStocks : public common::Ecra {
     // Asks, where the item has gone from the adjustment's client to another holder since.
     bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
     // Cancels the loaded adjustment's document, deletes its row and gives the row's date.
-    base::DataHora RemoveInf(std::vector<startup::ChaveDocumento>& por_anular);
+    base::DataHora RemoveInf();
     void RecomecaEcra();
 
     // Members

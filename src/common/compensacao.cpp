@@ -1,6 +1,10 @@
 // One confirmation between the ledger and the ERP, and the way a failure ends.
 #include "common/ecra.h"
 
+#include "base/descricao.h"
+
+#include <algorithm>
+
 namespace orvex::common {
 
 using startup::ChaveDocumento;
@@ -28,7 +32,7 @@ void Ecra::regista_falha(const std::function<void()>& procedimento) {
     } catch (const FalhaGuarda&) {
         throw;
     } catch (const std::exception& falha) {
-        UltimoErro = falha.what();
+        UltimoErro = base::descricao(falha);
         throw;
     }
 }
@@ -42,17 +46,17 @@ void Ecra::regista_falha_numerada(const std::function<void()>& procedimento) {
     } catch (const std::exception& falha) {
         const auto* numerada = dynamic_cast<const base::Falha*>(&falha);
         const std::int64_t numero = numerada != nullptr ? numerada->numero() : 0;
-        UltimoErro = std::to_string(numero - primeiro_numero) + " - " + falha.what();
+        UltimoErro = std::to_string(numero - primeiro_numero) + " - " + base::descricao(falha);
         throw;
     }
 }
 
 std::string Ecra::erro_a_mostrar(const std::exception& falha) const {
-    return fala_por_si(falha) || UltimoErro.empty() ? falha.what() : UltimoErro;
+    return fala_por_si(falha) || UltimoErro.empty() ? base::descricao(falha) : UltimoErro;
 }
 
 void Ecra::completa_erro(const std::exception& falha) {
-    if (UltimoErro.empty() && !fala_por_si(falha)) UltimoErro = falha.what();
+    if (UltimoErro.empty() && !fala_por_si(falha)) UltimoErro = base::descricao(falha);
 }
 
 bool Ecra::CriaNoERP(const ChaveDocumento& pedida, const std::string& conteudo,
@@ -108,6 +112,7 @@ void Ecra::ConfirmaGravacao() {
 
 void Ecra::esquece_documentos() {
     DocsCriados.clear();
+    PorAnular.clear();
     anulacoes_.clear();
     pedido_sem_resposta_.clear();
 }
@@ -152,14 +157,28 @@ void Ecra::avisa_por_anular(const std::vector<ChaveDocumento>& documentos) {
     Avisa("", "Os documentos seguintes devem ser anulados manualmente - " + lista_de(documentos), 2);
 }
 
+std::string Ecra::sinal_de_confirmada() const { return "o documento está nos movimentos da ORVEX"; }
+
 void Ecra::avisa_por_saber() {
-    if (DocsCriados.empty()) return;
-    Avisa(
-        "",
-        "Os documentos seguintes continuam em vigor no ERP - " + lista_de(DocsCriados) +
-            "\n\rAntes de repetir, veja se estão nos movimentos da ORVEX: se estiverem, está tudo feito; se "
-            "não estiverem, anule-os no ERP.",
-        2);
+    // What the ERP has cancelled is no longer in force, whatever became of the ledger.
+    std::vector<ChaveDocumento> em_vigor = DocsCriados;
+    std::erase_if(em_vigor, [this](const ChaveDocumento& chave) {
+        return std::any_of(anulacoes_.begin(), anulacoes_.end(),
+                           [&](const Anulacao& esta) { return esta.certa && esta.chave == chave; });
+    });
+    const std::string pergunta = "Antes de repetir, veja se " + sinal_de_confirmada();
+    if (!em_vigor.empty())
+        Avisa("",
+              "Os documentos seguintes continuam em vigor no ERP - " + lista_de(em_vigor) + "\n\r" +
+                  pergunta + ": se sim, está tudo feito; se não, anule-os no ERP.",
+              2);
+    else if (anulacoes_.empty())
+        Avisa("", pergunta + ": se sim, está tudo feito; se não, nada ficou.", 2);
+    if (!PorAnular.empty())
+        Avisa("",
+              "Se sim, os documentos seguintes, que o ERP não anulou, devem ser anulados manualmente - " +
+                  lista_de(PorAnular),
+              2);
 }
 
 void Ecra::avisa_pedido_sem_resposta() {

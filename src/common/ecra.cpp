@@ -1,5 +1,6 @@
 #include "common/ecra.h"
 
+#include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
 
@@ -58,7 +59,7 @@ Janela& Ecra::janela() {
 
 void Ecra::falha_sem_tratamento(const std::exception& falha) {
     janela().mostra();
-    janela().caixa(falha.what(), startup::descricao_programa, Icone::critico, Botoes::ok);
+    janela().caixa(base::descricao(falha), startup::descricao_programa, Icone::critico, Botoes::ok);
 }
 
 // Services

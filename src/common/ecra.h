@@ -189,6 +189,10 @@ class Ecra : private Foco::Ouvinte {
     void compensa(const std::exception& falha) { compensa(falha, erro_a_mostrar(falha)); }
     void compensa(const std::exception& falha, const std::string& texto_erro);
 
+    // By what the user sees that a confirmation was carried out: "o documento está nos
+    // movimentos da ORVEX".
+    virtual std::string sinal_de_confirmada() const;
+
     // Names the documents that the user must cancel in the ERP, if any.
     void avisa_por_anular(const std::vector<startup::ChaveDocumento>& documentos);
 
@@ -203,6 +207,7 @@ class Ecra : private Foco::Ouvinte {
 
     bool bDigitado = false; // the user typed since the last validation
     std::vector<startup::ChaveDocumento> DocsCriados;
+    std::vector<startup::ChaveDocumento> PorAnular; // that this confirmation replaces and the ERP kept
     std::string UltimoErro;
 
   private:

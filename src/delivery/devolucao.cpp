@@ -124,7 +124,7 @@ void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {
             BD.Consulta("Select * from xel_ORVEX_MOV where Ano=" + std::to_string(DTPicker1.Value.ano) +
                         " and TpDoc=" + base::entre_plicas(GUIASREMESSA[0]) + " and NumDoc= " +
                         std::to_string(NoGRemessa) + " and SerieDoc=" + GUIASREMESSA[1] + " ");
-        if (M->fim()) return RecusaAnulada(NoGRemessa); // nothing of it is in the ledger to take back
+        if (M->fim()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
         for (; !M->fim(); M->move_seguinte())
             for (int i = 0; i < Final.linhas(); ++i)
                 if (Devolvida(i) && Final.valor(i, "NumLinha").inteiro() == M->valor("NumLinha").inteiro())
@@ -135,12 +135,13 @@ void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {
     });
 }
 
-void GuiasRemessa::RecusaAnulada(std::int32_t NoGRemessa) {
+void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
     constexpr std::int64_t anulada = -1;
     const auto guia = BD.Consulta("Select NVias from DocGcCab" + DaGuia("Serie", "NNumDoc", NoGRemessa));
     if (!guia->fim() && guia->valor("NVias").inteiro() == anulada)
         throw common::FalhaGuarda("A guia " + std::to_string(NoGRemessa) +
                                   " foi anulada depois de carregada.");
+    throw common::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " não está nos movimentos da ORVEX.");
 }
 
 // Another program may have taken a line back since it was ticked here.

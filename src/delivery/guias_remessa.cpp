@@ -1,5 +1,6 @@
 #include "delivery/guias_remessa.h"
 
+#include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
 
@@ -111,7 +112,7 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
         }
     } catch (const std::exception& falha) {
         // The lines written so far stay on the screen, and say that they are not all.
-        FalhaLeitura = falha.what();
+        FalhaLeitura = base::descricao(falha);
         define_estado("A guia não foi lida por inteiro: " + FalhaLeitura);
     }
     Gr.redesenha = true;

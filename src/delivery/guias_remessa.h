@@ -108,7 +108,9 @@ class GuiasRemessa : public common::Ecra {
     int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
     void ReparaPesos(const std::string& Cliente);
     void ReparaPeso(startup::ConjuntoRegistos& lida);
-    std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
+    static bool TemChavePropria(startup::ConjuntoRegistos& linha); // no part of a movement's key is null
+    bool EstaNoArmazem(startup::ConjuntoRegistos& linha, const std::string& armazem); // by the ERP's line
+    std::string ChaveLinhaAberta(int linha) const;                                    // 2019/FA/1/123/2
     void cb1_Change(int anterior);
     void MostraLinhaActual();
     void Detalhe_DblClick();
@@ -196,7 +198,7 @@ class GuiasRemessa : public common::Ecra {
     bool Devolvida(int linha) const; // ticked in Final
     void GravaDevolucao();
     void ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa);
-    void RecusaAnulada(std::int32_t NoGRemessa);
+    [[noreturn]] void RecusaSemMovimentos(std::int32_t NoGRemessa);
     void RecusaDevolvidas();
     void TestaDevolucao(bool& Boa);
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);

@@ -2,6 +2,9 @@
 
 #include "base/texto.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orvex::delivery {
 
 using base::Moeda;
@@ -52,8 +55,7 @@ void GuiasRemessa::ReparaPesos(const std::string& Cliente) {
 }
 
 void GuiasRemessa::ReparaPeso(startup::ConjuntoRegistos& lida) {
-    for (const char* coluna : {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha"})
-        if (lida.valor(coluna).nulo()) return; // without its key the line cannot be found again
+    if (!TemChavePropria(lida)) return; // it cannot be found again
     const std::string sql = "select * from xel_Orvex_Mov where Ano=" + lida.valor("Ano").texto() +
                             " and TpDoc=" + base::entre_plicas(lida.valor("TpDoc").texto()) +
                             " and NumDoc= " + lida.valor("NumDoc").texto() +
@@ -72,6 +74,20 @@ void GuiasRemessa::ReparaPeso(startup::ConjuntoRegistos& lida) {
             if (falha.numero() != startup::numeros_bd::registo_alterado) throw;
         }
     }
+}
+
+bool GuiasRemessa::TemChavePropria(startup::ConjuntoRegistos& linha) {
+    constexpr const char* partes[] = {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha"};
+    return std::none_of(std::begin(partes), std::end(partes),
+                        [&](const char* coluna) { return linha.valor(coluna).nulo(); });
+}
+
+bool GuiasRemessa::EstaNoArmazem(startup::ConjuntoRegistos& linha, const std::string& armazem) {
+    const auto valor = [&](const char* coluna) { return base::entre_plicas(linha.valor(coluna).texto()); };
+    const auto origem = BD.Consulta("Select * from DocGcLin where TpDocum=" + valor("TpDoc") +
+                                    " and Serie=" + valor("SerieDoc") + " and Nnumdoc=" + valor("NumDoc") +
+                                    " and Ano=" + valor("Ano") + " and NumLinha=" + valor("NumLinha"));
+    return !origem->fim() && base::maiusculas(origem->valor("Armazem").texto()) == armazem;
 }
 
 void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
@@ -103,12 +119,7 @@ int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string&
         const std::string SerieDoc = linhas->valor("SerieDoc").texto();
         const std::string NumDoc = linhas->valor("NumDoc").texto();
         const std::string NumLinha = linhas->valor("NumLinha").texto();
-        const auto origem = BD.Consulta("Select * from DocGcLin where TpDocum=" + base::entre_plicas(TpDoc) +
-                                        " and Serie=" + base::entre_plicas(SerieDoc) +
-                                        " and Nnumdoc=" + base::entre_plicas(NumDoc) +
-                                        " and Ano=" + base::entre_plicas(linhas->valor("Ano").texto()) +
-                                        " and NumLinha=" + base::entre_plicas(NumLinha));
-        if (origem->fim() || base::maiusculas(origem->valor("Armazem").texto()) != armazem) continue;
+        if (TemChavePropria(*linhas) && !EstaNoArmazem(*linhas, armazem)) continue;
 
         const Variante data = linhas->valor("Data");
         const Variante peso = linhas->valor("PesoBruto");

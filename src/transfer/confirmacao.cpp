@@ -49,6 +49,11 @@ void TrfBobines::btConf_Click() {
     SetFocus(campo(0));
 }
 
+// A transfer's rows do not carry the number of its document.
+std::string TrfBobines::sinal_de_confirmada() const {
+    return "o último movimento do artigo " + campo(0).Text + " é o desta transferência";
+}
+
 // Found missing half-way, an element would cost the user what the fields hold.
 void TrfBobines::ExigeParametros() const {
     QUEBRAS.serie(1);

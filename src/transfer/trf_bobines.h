@@ -59,6 +59,7 @@ class TrfBobines : public common::Ecra {
     // Confirming: confirmacao.cpp
 
     void btConf_Click();
+    std::string sinal_de_confirmada() const override;
     void ExigeParametros() const;
     // The ledger is a chain: each exit leaves the holder that the row before it named. Throws when the item
     // is not the one accepted or has moved since, on this workstation or on another.

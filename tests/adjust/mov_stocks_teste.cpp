@@ -128,7 +128,7 @@ CONSULTA SELECT * FROM artarm  where artarm.Artigo='CEDIDA' and Armazem='CL'
     ajustes.confirma();
     EXPECT_THAT(
         ajustes.diario.texto(),
-        HasSubstr("\nINICIA\nTRANCA\nCONSULTA  Select * from xel_Orvex where Registo=" + registo +
+        HasSubstr("\nTRANCA\nCONSULTA  Select * from xel_Orvex where Registo=" + registo +
                   "\nCONSULTA Select top 1 * from xel_ORVEX where NumSerie='CEDIDA' order by Registo desc"
                   "\nANULA 1 SB/1/1/2018\nEXECUTA Delete xel_ORVEX where registo=" +
                   registo + " \nABRE SELECT VLREXIST"));
@@ -372,4 +372,45 @@ TEST(Ajustes, a_movement_that_lacks_what_its_document_is_known_by_is_not_loaded_
         EXPECT_THAT(ajustes.caixas(), testing::StartsWith("O movimento está sem " + coluna + " nos"));
         EXPECT_EQ(ajustes.conteudo(), antes);
     }
+}
+
+TEST(Ajustes, an_unknown_commit_names_what_stands_and_what_to_look_at_and_nothing_that_is_not_so) {
+    for (const bool substitui : {false, true}) {
+        EcraAjuste ajustes(3);
+        ajustes.ajusta("REEL'1", "5");
+        ajustes.carrega("1");
+        ajustes.caixas();
+        // The ERP then refuses to cancel the old one.
+        if (substitui) ajustes.empresa.outra().Executa("Update DocGcCab set NVias=-1");
+        ajustes.quantidade("4");
+        ajustes.diario.espia = [](const std::string& linha) {
+            if (linha == "CONFIRMA") throw startup::ConfirmacaoDesconhecida("Não se sabe.");
+        };
+        substitui ? ajustes.confirma() : ajustes.anula();
+        const std::string caixas = ajustes.caixas();
+        for (const auto& [texto, dito] :
+             {std::pair{"em vigor no ERP - \n\r'CI/3/2/2019 '", substitui},
+              {"em vigor no ERP - \n\r'CI/3/1/2019 '", false},
+              {"O documento CI/3/1/2019 ficou anulado no ERP", !substitui},
+              {"o ERP não anulou, devem ser anulados manualmente - \n\r'CI/3/1/2019 '", substitui}})
+            EXPECT_EQ(caixas.find(texto) != std::string::npos, dito) << texto << "\n" << caixas;
+    }
+}
+
+TEST(Ajustes, a_replacement_is_refused_before_the_cancelling_where_a_text_is_too_long_and_priced_after_it) {
+    EcraAjuste ajustes(3);
+    ajustes.ajusta("REEL'1", "5");
+    const auto substitui = [&](int campo, const std::string& texto) {
+        ajustes.carrega("1");
+        ajustes.quantidade("4");
+        ajustes.ecra.campo(campo).Text = texto;
+        ajustes.confirma();
+        return ajustes.caixas();
+    };
+    EXPECT_THAT(substitui(2, std::string(31, 'x')), HasSubstr("Erro: O Processo não pode ter mais de 30"));
+    EXPECT_THAT(substitui(4, std::string(101, 'x')), HasSubstr("Erro: O texto das Observações não pode ter"));
+    EXPECT_EQ(ajustes.documentos(), "CI|5|0 / CI|-5");
+    substitui(2, "P");
+    EXPECT_EQ(ajustes.empresa.linhas("select PrecoUnit from DocGcLin where TpDocum='CI' and NNumDoc=2"),
+              "100");
 }

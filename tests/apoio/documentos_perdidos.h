@@ -50,8 +50,10 @@ inline std::string linhas_sem_documento(EmpresaTeste& empresa, const std::string
                  .linhas("select Ano from DocGcCab where NVias<>-1 and TpDoc='" + p[0] +
                          "' and Serie=" + p[1] + " and NNumDoc=" + p[2] + " and Ano=" + p[3])
                  .empty();
-        if (!em_vigor && caixas.find(p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3]) == std::string::npos)
-            sem += chave + " ";
+        const std::string nome = "O documento " + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3];
+        const bool dito = caixas.find(nome + " ficou anulado no ERP") != std::string::npos ||
+                          caixas.find(nome + " pode ter ficado anulado no ERP") != std::string::npos;
+        if (!em_vigor && !dito) sem += chave + " ";
     }
     return sem;
 }

@@ -146,8 +146,8 @@ TEST_F(Guias, when_nobody_knows_whether_the_commit_happened_nothing_is_cancelled
     confirma();
     EXPECT_EQ(caixas(),
               "Situação Anómala\n\rErro: Não se sabe.|Os documentos seguintes continuam em vigor no "
-              "ERP - \n\r'GR/1/1/2019 '\n\rAntes de repetir, veja se estão nos movimentos da ORVEX: se "
-              "estiverem, está tudo feito; se não estiverem, anule-os no ERP.");
+              "ERP - \n\r'GR/1/1/2019 '\n\rAntes de repetir, veja se o documento está nos movimentos da "
+              "ORVEX: se sim, está tudo feito; se não, anule-os no ERP.");
     EXPECT_EQ(empresa.linhas("select NVias from DocGcCab"), "0");
     diario.espia = nullptr;
     emite({1});

@@ -194,6 +194,23 @@ TEST(TrfBobines, what_changed_since_the_item_was_shown_is_not_transferred_and_th
         }
 }
 
+TEST(TrfBobines, an_unknown_commit_tells_where_to_look) {
+    for (const int modo : {1, 2}) {
+        EcraTrf trf(modo);
+        trf.item("REEL'1");
+        if (modo == 2) trf.destino("CL2");
+        trf.diario.espia = [](const std::string& linha) {
+            if (linha == "CONFIRMA") throw startup::ConfirmacaoDesconhecida("Não se sabe.");
+        };
+        trf.confirma();
+        EXPECT_THAT(
+            trf.caixas(),
+            testing::EndsWith("Antes de repetir, veja se o último movimento do artigo REEL'1 é o desta "
+                              "transferência: se sim, está tudo feito; se não, " +
+                              std::string(modo == 1 ? "anule-os no ERP." : "nada ficou.")));
+    }
+}
+
 TEST(TrfBobines, codes_are_taken_as_the_erp_writes_them_and_compared_so) {
     EcraTrf trf(2);
     insere(trf.empresa.outra(), "Clientes", {"CODIGO", "Nome"}, {{"ORVEX", "A própria"}});

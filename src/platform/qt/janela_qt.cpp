@@ -1,5 +1,6 @@
 #include "platform/qt/janela_qt.h"
 
+#include "base/descricao.h"
 #include "platform/qt/caixa.h"
 #include "platform/qt/janela_lista.h"
 #include "platform/qt/memoria.h"
@@ -107,7 +108,7 @@ std::string JanelaQt::escolhe(const common::ListaPesquisa& lista) {
         janela->exec();
         return janela->escolha();
     } catch (const std::exception& falha) {
-        mostra_caixa(this, falha.what(), lista.titulo, common::Icone::critico, common::Botoes::ok);
+        mostra_caixa(this, base::descricao(falha), lista.titulo, common::Icone::critico, common::Botoes::ok);
         return {};
     }
 }

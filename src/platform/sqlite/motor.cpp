@@ -86,7 +86,11 @@ void Motor::muda_esquema(const Traducao& traducao) {
         base().tryExec("RELEASE esquema");
         throw;
     }
-    if (!aberta()) marca_comecado(base());
+    if (aberta()) return;
+    try {
+        marca_comecado(base());
+    } catch (const SQLite::Exception&) { // the next opening does it; what was made is not made again
+    }
 }
 
 std::shared_ptr<Preparada> Motor::primeiro_passo(const std::string& sql, Uso uso) {
