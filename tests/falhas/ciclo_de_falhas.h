@@ -88,10 +88,7 @@ std::vector<Estrago<TBancada>> estragos_do_programa() {
             estrago("raises, everything after it too", Maneira::lanca, Depois::tudo_lanca)};
 }
 
-// Requests as they reach the server. What it refuses with: no resources, a lock's time-out, a wrong
-// conversion.
-constexpr int recusas_do_servidor[] = {8650, 1222, 245};
-
+// Requests as they reach the server.
 template <typename TBancada>
 std::vector<Estrago<TBancada>> estragos_do_fio() {
     const auto estrago = [](const char* nome, const Avaria& avaria) {
@@ -104,14 +101,9 @@ std::vector<Estrago<TBancada>> estragos_do_fio() {
     return {estrago("the connection drops", {.especie = Especie::corta}),
             estrago("the connection drops before the answer", {.especie = Especie::corta_depois}),
             estrago("victim of a deadlock", {Especie::vitima, 1205, "Transaction was deadlocked."}),
-            Estrago<TBancada>{
-                "refused by the server",
-                [](TBancada& bancada, int passo) {
-                    bancada.BD.servidor().avaria_no(
-                        passo, {Especie::erro, recusas_do_servidor[passo % 3], "Refused."});
-                },
-                [](const TBancada& bancada, int passo) { return bancada.BD.servidor().pedidos() >= passo; },
-                false, true}};
+            estrago("refused for want of resources", {Especie::erro, 8650, "Refused."}),
+            estrago("refused after a lock's time-out", {Especie::erro, 1222, "Refused."}),
+            estrago("refused for a wrong conversion", {Especie::erro, 245, "Refused."})};
 }
 
 template <typename TBancada>
