@@ -2,8 +2,8 @@
 
 #include "platform/sqlite/sessao_sqlite.h"
 #include "startup/construtor_ligacao.h"
-#include "tests/servidor/base_ensaio.h"
 #include "tests/servidor/empresa_no_servidor.h"
+#include "tools/ensaio/base_ensaio.h"
 
 #include <cstdlib>
 #include <string_view>
@@ -12,14 +12,14 @@ namespace orvex::testes {
 namespace {
 
 bool motor_pedido(std::string_view qual) {
-    const char* motor = std::getenv("ORVEX_TESTE_MOTOR");
+    const char* motor = std::getenv(ensaio::variavel_motor);
     return motor != nullptr && motor == qual;
 }
 
 } // namespace
 
 bool pelo_fio() { return motor_pedido("fio"); }
-bool no_servidor() { return motor_pedido("servidor"); }
+bool no_servidor() { return motor_pedido(ensaio::motor_servidor); }
 
 std::string ligacao(const std::filesystem::path& pasta) {
     return startup::ConstrutorLigacao{.servidor = "sqlite", .base = pasta.string(), .utilizador = "ana"}
@@ -45,7 +45,7 @@ std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pas
 bool SessaoDeTeste::Abre(const std::string& texto) {
     if (no_servidor()) {
         auto sessao = std::make_unique<platform::odbc::SessaoODBC>();
-        abre_ensaio(*sessao);
+        ensaio::abre_ensaio(*sessao);
         real_ = std::move(sessao);
         return true;
     }

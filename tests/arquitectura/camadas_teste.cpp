@@ -67,20 +67,13 @@ std::string violacoes(const std::string& ficheiro, std::istream& texto) {
 
 TEST(Camadas, a_forbidden_include_is_found) {
     for (const auto& caso : orvex::testes::tabela(
-             {"delivery/a.h => #include <vector> => yes", "delivery/a.h => #include \"common/ecra.h\" => yes",
-              "delivery/a.h => // nota\n  # include <QString> => no",
-              "common/a.h => #include <sqlite3.h> => no", "base/a.h => #include <windows.h> => no",
-              "startup/a.h => #include <SQLiteCpp/Database.h> => no",
-              "startup/a.h => #include \"common/ecra.h\" => no",
-              "delivery/a.h => #include \"adjust/a.h\" => no",
-              "common/a.h => #include \"platform/qt/a.h\" => no",
-              "platform/qt/a.h => #include \"delivery/a.h\" => yes",
-              "platform/qt/a.h => #include \"platform/sqlite/empresa.h\" => no",
-              "platform/erp/a.h => #include \"platform/sqlite/empresa.h\" => yes",
-              "platform/erp/a.h => #include \"platform/sqlite/motor.h\" => no",
-              "novo/a.h => #include \"base/moeda.h\" => no", "app/a.h => #include <QApplication> => yes"})) {
+             {"delivery/a.h => // nota\n  # include <QString>", "common/a.h => #include <sqlite3.h>",
+              "delivery/a.h => #include \"adjust/a.h\"",
+              "platform/qt/a.h => #include \"platform/sqlite/empresa.h\"",
+              "platform/erp/a.h => #include \"platform/sqlite/motor.h\"",
+              "novo/a.h => #include \"base/moeda.h\""})) {
         std::istringstream texto(caso[1]);
-        EXPECT_EQ(violacoes(caso[0], texto).empty(), caso[2] == "yes") << caso[0] << " " << caso[1];
+        EXPECT_NE(violacoes(caso[0], texto), "") << caso[0] << " " << caso[1];
     }
 }
 

@@ -23,17 +23,13 @@ TEST_F(RegrasServidor, values_are_kept_as_their_column_keeps_them) {
         {"Quantidade", m("-1.2345"), m("-1.235")},
         {"Quantidade", 0.1 + 0.2, m("0.3")},
         {"Preco", m("2.345"), m("2.35")},
-        {"Preco", "12.5", m("12.5")},
         {"Preco", m("899999999999.99"), m("899999999999.99")},
         {"Serie", 32767, 32767},
         {"Serie", "-12", -12},
-        {"NNumDoc", 2147483647, 2147483647},
-        {"TpDoc", "ção", "ção"},
         {"Obs", std::string(100, 'x'), std::string(100, 'x')},
         {"Cliente", "C1  ", "C1  "},
         {"Funcionario", "", ""},
         {"Data", DataHora{2024, 2, 29, 23, 59, 58}, DataHora{2024, 2, 29, 23, 59, 58}},
-        {"Data", "2024-02-29", DataHora{2024, 2, 29}},
         {"Data", "2024-02-29 01:02:03", DataHora{2024, 2, 29, 1, 2, 3}},
         {"Data", Variante(), Variante()},
     };
@@ -89,13 +85,9 @@ TEST_F(RegrasServidor, values_that_do_not_fit_are_refused) {
                 testing::ThrowsMessage<Falha>(HasSubstr("900000000000,5")));
 }
 
-TEST_F(RegrasServidor, a_date_column_drops_the_time_of_day) {
+TEST_F(RegrasServidor, keys_are_unique_without_case_and_need_all_their_parts_and_dates_drop_the_time) {
     junta_movimento(1, {{"Data", DataHora{2024, 5, 6, 7, 8, 9}}});
     EXPECT_EQ(valor("select convert(nvarchar(19),Data,120) from xel_ORVEX_Mov"), Variante("2024-05-06"));
-}
-
-TEST_F(RegrasServidor, keys_are_unique_without_case_and_need_all_their_parts) {
-    junta_movimento(1);
     for (const Variante& tipo : {Variante("fa "), Variante()})
         EXPECT_EQ(numero_da_falha([&] { junta_movimento(1, {{"TpDoc", tipo}}); }), numeros::chave_violada);
     EXPECT_EQ(numero_da_falha([&] { insere(BD, "xel_ORVEX", {"Ano"}, {{2024}}); }), numeros::chave_violada);

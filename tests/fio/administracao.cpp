@@ -1,4 +1,6 @@
-#include "tests/fio/administracao.h"
+// What only the trials on a real server ask of a server: databases of their own, and tables for the ERP's
+// rows.
+#include "tests/fio/execucao.h"
 
 #include "platform/sqlite/empresa.h"
 #include "platform/sqlite/traducao.h"
@@ -31,24 +33,23 @@ void cria_tabela(const std::string& sql, const std::string& tabela, SQLite::Data
 
 } // namespace
 
-bool administra(const std::string& sql, const std::filesystem::path& pasta, SQLite::Database& motor,
-                Respostas& respostas) {
+bool Execucao::administra(const std::string& sql) {
     const std::string nome = entre(sql, '[', ']');
     if (sql.starts_with("SELECT DB_ID(N'")) {
         const std::vector<Coluna> colunas{{.nome = "n", .tipo = TipoColuna::le("int")}};
-        const bool existe = std::filesystem::is_directory(pasta / entre(sql, '\'', '\''));
-        respostas.colunas(colunas);
-        respostas.linha(colunas, {existe ? base::Variante(7) : base::Variante()});
-        respostas.feita(1);
+        const bool existe = std::filesystem::is_directory(pasta_ / entre(sql, '\'', '\''));
+        respostas_.colunas(colunas);
+        respostas_.linha(colunas, {existe ? base::Variante(7) : base::Variante()});
+        respostas_.feita(1);
     } else if (sql.starts_with("CREATE DATABASE ")) {
-        cria_base(pasta / nome);
+        cria_base(pasta_ / nome);
     } else if (sql.starts_with("DROP DATABASE ")) {
-        std::filesystem::remove_all(pasta / nome);
+        std::filesystem::remove_all(pasta_ / nome);
     } else if (sql.starts_with("CREATE TABLE [")) {
-        cria_tabela(sql, nome, motor);
+        cria_tabela(sql, nome, motor_);
     } else if (sql.starts_with("TRUNCATE TABLE ")) {
-        motor.exec("DELETE FROM [" + nome + "]");
-        motor.exec("DELETE FROM main.sqlite_sequence WHERE name = '" + nome + "'");
+        motor_.exec("DELETE FROM [" + nome + "]");
+        motor_.exec("DELETE FROM main.sqlite_sequence WHERE name = '" + nome + "'");
     } else {
         return sql.starts_with("ALTER DATABASE ");
     }

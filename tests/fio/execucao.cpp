@@ -2,7 +2,6 @@
 
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
-#include "tests/fio/administracao.h"
 
 #include <sqlite3.h>
 
@@ -78,8 +77,6 @@ void Execucao::executa(const Pedido& pedido) {
             chave(pedido, chaves_primarias);
         } else if (procedimento == "sp_special_columns") {
             chave(pedido, indices_sem_nulos);
-        } else if (!procedimento.empty() && procedimento != "sp_executesql") {
-            respostas_.falhou(2812, "Could not find stored procedure '" + procedimento + "'.");
         } else if (pedido.texto.starts_with("BEGIN TRANSACTION;") ||
                    pedido.texto.starts_with("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION; ") ||
                    pedido.texto.starts_with("DECLARE ")) { // the batches of several statements
@@ -110,7 +107,7 @@ void Execucao::vitima(const std::string& texto) {
 }
 
 void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& parametros) {
-    if (administra(sql, pasta_, motor_, respostas_)) return;
+    if (administra(sql)) return;
     if (sql == "BEGIN TRANSACTION") return transaccao("BEGIN", Respostas::inicio);
     if (sql == "COMMIT TRANSACTION") return transaccao("COMMIT", Respostas::confirmacao);
     if (sql == "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION") {
@@ -118,14 +115,10 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
         return;
     }
     if (sql.starts_with("EXEC @r = sp_getapplock ")) return pede_tranca(sql);
-    if (sql.starts_with("EXEC sp_releaseapplock ")) {
-        if (!trancas_.tem(this)) return respostas_.falhou(1223, "Cannot release the application lock.");
-        return trancas_.larga(this);
-    }
     if (sql.starts_with(larga_o_da_sessao)) return trancas_.larga(this);
     if (sql.starts_with("SET LOCK_TIMEOUT ")) limite_de_bloqueio_ = numero_depois_de("LOCK_TIMEOUT ", sql);
     if (sql.find("(READCOMMITTEDLOCK)") != std::string::npos) espera_pelos_que_escrevem();
-    if (sql.starts_with("EXEC ") || sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
+    if (sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
 
     if (const std::string directo = traduz_o_da_sessao(sql); directo != sql || !parametros.empty()) {
         Preparada preparada(motor_, {Traducao::Genero::consulta, {directo}, {}});

@@ -27,6 +27,8 @@ class Execucao {
     void vitima(const std::string& texto); // its transaction is rolled back to let another one go on
 
   private:
+    // Carries the statement out and answers it; false when it is of another kind. Databases are folders.
+    bool administra(const std::string& sql);
     bool em_transaccao() const;
     void transaccao(const char* sql, Respostas::Mudanca mudanca);
     void instrucao(const std::string& sql, const std::vector<Parametro>& parametros);

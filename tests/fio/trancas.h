@@ -23,12 +23,6 @@ class Trancas {
         std::erase_if(donos_, [&](const auto& par) { return par.second == sessao; });
         mudou_.notify_all();
     }
-    bool tem(const void* sessao) {
-        const std::lock_guard guarda(tranca_);
-        for (const auto& [recurso, dono] : donos_)
-            if (dono == sessao) return true;
-        return false;
-    }
 
   private:
     std::mutex tranca_;

@@ -5,7 +5,7 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/esquema_livro.h"
 #include "tests/apoio/sessao_de_teste.h"
-#include "tests/servidor/base_ensaio.h"
+#include "tools/ensaio/base_ensaio.h"
 
 #include <SQLiteCpp/Statement.h>
 
@@ -54,7 +54,7 @@ void espelha() {
 }
 
 EmpresaNoServidor::EmpresaNoServidor(const std::filesystem::path& ficheiros) {
-    abre_ensaio(*this);
+    ensaio::abre_ensaio(*this);
     ficheiros_.Abre(ligacao(ficheiros));
     le_tabelas(ficheiros / platform::sqlite::ficheiro_erp, true);
     le_tabelas(ficheiros / platform::sqlite::ficheiro_livro, false);

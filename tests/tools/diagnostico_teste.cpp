@@ -50,15 +50,10 @@ struct Instalacao {
         servidor.palavra_passe = segredo;
         empresa.outra().Executa("update Utilizadores set PalavraPasse='" + std::string(segredo_erp) + "'");
         empresa.outra().IniciaTransaccao();
-        for (const auto& [tipo, serie, stock] : {std::tuple{"FA", 1, 0},
-                                                 {"FR", 2, 0},
-                                                 {"SB", 1, 1},
-                                                 {"QB", 1, -1},
-                                                 {"CI", 1, -1},
-                                                 {"TR", 1, 2}}) {
-            insere(empresa.outra(), "TiposDocumento", {"Codigo", "MovStock"}, {{tipo, stock}});
-            insere(empresa.outra(), "Series", {"TpDoc", "Serie"}, {{tipo, serie}});
-        }
+        insere(empresa.outra(), "TiposDocumento", {"Codigo", "MovStock"},
+               {{"FA", 0}, {"FR", 0}, {"SB", 1}, {"QB", -1}, {"CI", -1}, {"TR", 2}});
+        insere(empresa.outra(), "Series", {"TpDoc", "Serie"},
+               {{"FA", 1}, {"FR", 2}, {"SB", 1}, {"QB", 1}, {"CI", 1}, {"TR", 1}});
         insere(empresa.outra(), "Clientes", {"CODIGO"}, {{"ORVEX"}});
         empresa.outra().ConfirmaTransaccao();
         const std::string ficheiros = empresa.pasta().string();
@@ -81,7 +76,6 @@ struct Instalacao {
         }
         if (falha == "sem definições") definicoes.clear();
         if (falha == "definições em UTF-16") definicoes.insert(1, 1, '\0');
-        if (falha == "parâmetros em UTF-16") parametros.insert(0, "\xFF\xFE");
         if (falha == "aberto a todos") permissoes = fs::perms{0644};
         if (falha == "outra empresa")
             definicoes = std::regex_replace(definicoes, std::regex("ana\nBase=.*"),
@@ -123,7 +117,7 @@ const char* const casos[] = {
     "aqui => SB,1,S -> SB,1 => parâmetro SOBRAS => incompleto: falta o elemento 3 => parâmetro QUEBRAS",
     "aqui => TRF=TR,1 -> TRF=TR,x => parâmetro TRF => não é um número de série => parâmetro SOBRAS",
     "aqui => definições em UTF-16 => definições => está gravado em UTF-16 => parâmetro TRF",
-    "aqui => parâmetros em UTF-16 => parâmetros => está gravado em UTF-16 => ligação",
+    "aqui => GUIADEV -> \xFF\xFEGUIADEV => parâmetros => está gravado em UTF-16 => ligação",
     "aqui => aberto a todos => permissões de OrvexEXE.xel => chmod o= => ligação",
     "ambos => outra empresa => entrada no ERP; base de dados do ERP; FACTURAS no ERP; FACTURAS no ERP; "
     "SOBRAS no ERP; QUEBRAS no ERP; CONSUMOS no ERP; TRF no ERP => mesma empresa. => ligação",

@@ -2,6 +2,7 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/definicoes.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tools/diagnostico/diagnostico.h"
 #include "tools/empresa_demo.h"
 #include "tools/linha_comando.h"
 
@@ -56,7 +57,7 @@ TEST_F(EmpresaFeita, a_mesma_semente_faz_a_mesma_empresa_e_outra_faz_outra) {
         std::ifstream lido(de / demo::pasta_empresa / ficheiro, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(lido), {});
     };
-    for (const std::uint64_t semente : {1U, 2U}) {
+    for (const unsigned semente : {1U, 2U}) {
         auto pedida = opcoes(outras.pasta() / std::to_string(semente));
         pedida.semente = semente;
         demo::faz_empresa(pedida);
@@ -130,9 +131,7 @@ TEST_F(EmpresaFeita, as_guias_reduziram_as_linhas_de_que_sairam) {
     EXPECT_EQ(empresa.conta("DocGcCab where TpDoc = 'GR' and [Convert] = -1"), 1);
     EXPECT_EQ(empresa.conta("(select distinct Armazem from DocGcLin where TpDocum = 'GR' and Artigo <> '')"),
               2);
-}
-
-TEST_F(EmpresaFeita, o_primeiro_cliente_tem_linhas_abertas_de_varias_facturas_nos_dois_armazens) {
+    // The first client has open lines of several invoices in both warehouses.
     EXPECT_EQ(empresa.conta("(select l.Armazem from xel_ORVEX_Mov m join DocGcLin l on l.Ano = m.Ano"
                             " and l.TpDocum = m.TpDoc and l.NNumDoc = m.NumDoc and l.NumLinha = m.NumLinha"
                             " where m.Cliente = 'C0001' and m.Qtd > 0 group by l.Armazem"
@@ -161,19 +160,12 @@ TEST(EmpresaDemo, faz_empresas_de_qualquer_tamanho_e_as_linhas_pedidas_para_o_pr
     EXPECT_EQ(Empresa(grande.pasta).conta("Clientes"), 12'001);
 }
 
-TEST_F(EmpresaFeita, os_parametros_nomeiam_tipos_de_documento_com_a_sua_serie) {
-    const startup::Parametros parametros(pasta());
-    for (const char* chave : {"GUIASREMESSA", "GUIADEVOLUCAO", "SOBRAS", "QUEBRAS", "CONSUMOS", "TRF"}) {
-        const auto lista = parametros.lista(chave);
-        EXPECT_EQ(empresa.conta("Series where TpDoc = '" + lista[0] + "' and Serie = " + lista[1]), 1)
-            << chave;
-    }
-}
-
-TEST(EmpresaDemo, abre_se_como_a_instalacao_diz_e_nela_sai_uma_guia) {
+TEST(EmpresaDemo, abre_se_como_a_instalacao_diz_sem_erros_e_nela_sai_uma_guia) {
     const PastaTemporaria pasta;
     auto pedida = opcoes(pasta.pasta() / "ORVEX");
     demo::faz_empresa(pedida);
+    const auto verificada = diagnostico::diagnostica({pedida.pasta, pedida.pasta});
+    EXPECT_FALSE(diagnostico::tem_erros(verificada)) << diagnostico::texto(verificada);
     platform::sqlite::SessaoSQLite BD;
     platform::erp::SessaoERPEmbebida ERP;
     ASSERT_TRUE(BD.Abre(ligacao(pedida.pasta / demo::pasta_empresa)));
@@ -191,44 +183,37 @@ TEST(EmpresaDemo, abre_se_como_a_instalacao_diz_e_nela_sai_uma_guia) {
     EXPECT_EQ(janela.retira_caixas(), "Foi criado o documento Nº  12");
 }
 
-TEST(EmpresaDemo, nao_toca_numa_pasta_que_ja_tem_ficheiros_nem_faz_de_um_ficheiro_uma_pasta) {
+TEST(EmpresaDemo, nao_toca_no_que_ja_existe_e_sem_espaco_para_acabar_nao_deixa_restos) {
     const PastaTemporaria pasta;
     const auto alheio = pasta.escreve("cheia/alheio.txt", "");
     EXPECT_THROW(demo::faz_empresa(opcoes(alheio.parent_path())), base::Falha);
     EXPECT_THROW(demo::faz_empresa(opcoes(alheio)), base::Falha);
     EXPECT_EQ(std::distance(fs::directory_iterator(alheio.parent_path()), {}), 1);
-}
 
-TEST(EmpresaDemo, sem_espaco_para_acabar_nao_deixa_restos) {
-    const PastaTemporaria pasta;
+    const auto nova = pasta.pasta() / "nova";
+    fs::create_directory(nova);
     rlimit normal{};
     getrlimit(RLIMIT_FSIZE, &normal);
     const rlimit pouco{100'000, normal.rlim_max};
     const auto antes = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &pouco);
-    EXPECT_THROW(demo::faz_empresa(opcoes(pasta.pasta())), base::Falha);
+    EXPECT_THROW(demo::faz_empresa(opcoes(nova)), base::Falha);
     setrlimit(RLIMIT_FSIZE, &normal);
     std::signal(SIGXFSZ, antes);
-    EXPECT_TRUE(fs::is_empty(pasta.pasta()));
+    EXPECT_TRUE(fs::is_empty(nova));
 }
 
 TEST(EmpresaDemo, le_a_linha_de_comando_e_recusa_o_que_nao_percebe) {
     const char* certos[] = {"Pasta", "--clientes", "7", "--artigos", "8", "--linhas", "9", "--semente", "10"};
     const OpcoesEmpresa lidas = demo::le_argumentos(certos);
-    EXPECT_EQ(lidas.pasta, "Pasta");
-    EXPECT_EQ(lidas.clientes, 7);
-    EXPECT_EQ(lidas.artigos, 8);
-    EXPECT_EQ(lidas.linhas, 9);
-    EXPECT_EQ(lidas.semente, 10u);
-    using Argumentos = std::vector<const char*>;
-    for (const Argumentos& errados : {Argumentos{},
-                                      {"--linhas", "5"},
-                                      {"P", "Q"},
-                                      {"P", "--linhas"},
-                                      {"P", "--linhas", "muitas"},
-                                      {"P", "--clientes", "0"},
-                                      {"P", "--outra", "1"}})
-        EXPECT_THROW(demo::le_argumentos(errados), base::Falha);
+    EXPECT_EQ(std::tuple(lidas.pasta.string(), lidas.clientes, lidas.artigos, lidas.linhas, lidas.semente),
+              std::tuple("Pasta", 7, 8, 9, 10u));
+    EXPECT_THROW(demo::le_argumentos({}), base::Falha);
+    for (const auto& [primeiro, segundo] : {std::pair{"--linhas", "5"}, {"P", "Q"}, {"P", "--linhas"}})
+        EXPECT_THROW(demo::le_argumentos(std::vector{primeiro, segundo}), base::Falha);
+    for (const auto& [opcao, valor] :
+         {std::pair{"--linhas", "muitas"}, {"--clientes", "0"}, {"--outra", "1"}})
+        EXPECT_THROW(demo::le_argumentos(std::vector{"P", opcao, valor}), base::Falha);
 }
 
 } // namespace

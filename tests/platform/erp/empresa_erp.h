@@ -24,10 +24,8 @@ class EmpresaErp : public testing::Test {
     EmpresaErp() {
         insere(empresa.outra(), "TiposDocumento", {"Codigo", "MovStock"},
                {{"FA", 0}, {"SB", 1}, {"QB", -1}, {"TR", 2}});
-        for (const char* tipo : {"FA", "SB", "QB", "TR"})
-            insere(empresa.outra(), "Series", {"TpDoc", "Serie"}, {{tipo, 1}});
-        insere(empresa.outra(), "Artigos", {"CODIGO", "Nome", "ULTPRCOM"},
-               {{"SEM", "Sem existência", m("50")}});
+        insere(empresa.outra(), "Series", {"TpDoc", "Serie"}, {{"FA", 1}, {"SB", 1}, {"QB", 1}, {"TR", 1}});
+        insere(empresa.outra(), "Artigos", {"CODIGO", "Nome", "ULTPRCOM"}, {{"SEM", "Sem stock", m("50")}});
         empresa.outra().Executa("Update Utilizadores set PalavraPasse='Segredo'");
         liga(sessao);
     }
@@ -40,12 +38,13 @@ class EmpresaErp : public testing::Test {
     static ReferenciaERP documento(SessaoERPEmbebida& na, const std::vector<Linha>& linhas) {
         auto novo = na.CriaObjecto("SageApiNextPlus.DocumentoComercial");
         auto cab = novo->obtem("Cab").objecto;
-        cab->poe("Ano", 2026);
-        cab->poe("Data", "05-03-2026");
-        cab->poe("Serie", "1");
-        cab->poe("TipoDocumento", "GR");
-        cab->poe("TipoTerceiro", 2);
-        cab->poe("Terceiro", "CL'1");
+        for (const auto& [membro, valor] : {std::pair{"Ano", "2026"},
+                                            {"Data", "05-03-2026"},
+                                            {"Serie", "1"},
+                                            {"TipoDocumento", "GR"},
+                                            {"TipoTerceiro", "2"},
+                                            {"Terceiro", "CL'1"}})
+            cab->poe(membro, valor);
         for (const Linha& pedida : linhas) {
             auto linha = na.CriaObjecto("SageApiNextPlus.DocumentosGcLin");
             linha->poe("TipoDeLinha", 1);

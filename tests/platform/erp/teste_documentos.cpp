@@ -4,24 +4,7 @@
 namespace orvex::testes {
 namespace {
 
-class DocumentosErp : public EmpresaErp {
-  protected:
-    static startup::PedidoDocStock pedido(const char* tipo, double quantidade) {
-        startup::PedidoDocStock novo;
-        novo.tipo_documento = tipo;
-        novo.sector = "1";
-        novo.serie = 1;
-        novo.destino = "CL";
-        novo.processo = "P1";
-        novo.data = "05-03-2026";
-        novo.armazem = "OR";
-        novo.artigos = {"", "BOB2"};
-        novo.textos_15 = novo.textos_18 = {"", ""};
-        novo.quantidades = {0, quantidade};
-        novo.precos = {0, 100};
-        return novo;
-    }
-};
+using DocumentosErp = EmpresaErp;
 
 TEST_F(DocumentosErp, o_numero_e_de_quem_grava_primeiro_e_nao_repete_com_dois_postos_ao_mesmo_tempo) {
     SessaoERPEmbebida outra;
@@ -94,16 +77,31 @@ TEST_F(DocumentosErp, pode_ficar_negativo_ao_ultimo_preco_e_o_custo_volta_a_ser_
 }
 
 TEST_F(DocumentosErp, recusa_o_documento_de_stock_que_nao_pode_criar_e_nao_gasta_numero) {
-    auto sem_destino = pedido("TR", 1);
-    sem_destino.destino = "A7";
-    auto sem_data = pedido("SB", 1);
-    sem_data.data = "ontem";
-    for (const auto& errado : {sem_destino, sem_data, pedido("FA", 1), pedido("ZZ", 1), pedido("QB", -1)}) {
-        EXPECT_EQ(sessao.CriaDocStock(errado), startup::ChaveDocumento{});
+    startup::PedidoDocStock pedido;
+    pedido.sector = "1";
+    pedido.serie = 1;
+    pedido.processo = "P1";
+    pedido.armazem = "OR";
+    pedido.artigos = {"", "BOB2"};
+    pedido.textos_15 = pedido.textos_18 = {"", ""};
+    pedido.precos = {0, 100};
+    const auto cria = [&](const char* tipo, double quantidade, const char* data, const char* destino) {
+        pedido.tipo_documento = tipo;
+        pedido.quantidades = {0, quantidade};
+        pedido.data = data;
+        pedido.destino = destino;
+        return sessao.CriaDocStock(pedido);
+    };
+    for (const auto& [tipo, quantidade, data, destino] : {std::tuple{"TR", 1, "05-03-2026", "A7"},
+                                                          {"SB", 1, "ontem", "CL"},
+                                                          {"FA", 1, "05-03-2026", "CL"},
+                                                          {"ZZ", 1, "05-03-2026", "CL"},
+                                                          {"QB", -1, "05-03-2026", "CL"}}) {
+        EXPECT_EQ(cria(tipo, quantidade, data, destino), startup::ChaveDocumento{});
         EXPECT_FALSE(sessao.ResultadoUltimo().sucesso || sessao.ResultadoUltimo().mensagem.empty());
     }
     EXPECT_EQ(empresa.linhas("select * from DocGcCab"), "");
-    EXPECT_EQ(sessao.CriaDocStock(pedido("SB", 1)), (startup::ChaveDocumento{2026, "SB", 1, 1}));
+    EXPECT_EQ(cria("SB", 1, "05-03-2026", "CL"), (startup::ChaveDocumento{2026, "SB", 1, 1}));
     EXPECT_EQ(empresa.linhas("select TpTerc, Processo, Data, NVias from DocGcCab"),
               "1|P1|2026-03-05 00:00:00|0");
 }

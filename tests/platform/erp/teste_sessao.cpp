@@ -8,12 +8,11 @@ namespace {
 using base::Falha;
 using startup::DefinicoesERP;
 
-class SessaoErp : public EmpresaErp {
-  protected:
-    static void espera_falha(const std::function<void()>& procedimento, const std::string& texto) {
-        EXPECT_THAT(procedimento, testing::ThrowsMessage<Falha>(testing::HasSubstr(texto)));
-    }
-};
+using SessaoErp = EmpresaErp;
+
+void espera_falha(const std::function<void()>& procedimento, const std::string& texto) {
+    EXPECT_THAT(procedimento, testing::ThrowsMessage<Falha>(testing::HasSubstr(texto)));
+}
 
 TEST_F(SessaoErp, recusa_a_entrada_sem_dizer_qual_dos_valores_esta_errado) {
     for (const auto& [posicao, errado] : {std::pair{DefinicoesERP::empresa, "outra"},

@@ -7,38 +7,26 @@ namespace orvex::testes {
 namespace {
 
 TEST_F(Servidor, a_connection_that_is_refused_says_why_and_never_with_which_password) {
-    using C = startup::ConstrutorLigacao;
-    const auto com = [&](std::string C::*campo, const char* valor) {
-        C errada{.servidor = "127.0.0.1," + std::to_string(servidor.porta()),
-                 .base = servidor.base,
-                 .utilizador = servidor.utilizador,
-                 .palavra_passe = servidor.palavra_passe,
-                 .encriptacao = "nao"};
-        errada.*campo = valor;
+    using std::tuple;
+    constexpr const char *credenciais = "não aceitou o utilizador ou a palavra-passe",
+                         *ligar = "Não foi possível ligar ao servidor";
+    for (const auto& [qual, valor, causa] :
+         {tuple{&C::palavra_passe, "xSEGREDOx", credenciais},
+          {&C::utilizador, "ninguém", credenciais},
+          {&C::base, "OUTRA", "não abriu a base de dados"},
+          {&C::servidor, "127.0.0.1,1", ligar},
+          {&C::servidor, "nenhum.invalid", ligar},
+          {&C::controlador, "Inexistente", "O controlador ODBC indicado nas definições não está instalado"},
+          {&C::encriptacao, "", ligar}, // asked for, and not offered
+          {&C::encriptacao, "talvez", "A definição Encriptacao tem de ser"},
+          {&C::palavra_passe, "xSEGREDOx};Server={x", "não aceita os caracteres «};»"}}) {
         SessaoODBC outra({.ligacao = 2});
-        EXPECT_FALSE(outra.Abre(errada.constroi()));
-        return falha([&] { outra.Consulta("select NumSerie from  xel_ORVEX"); });
-    };
-    const struct {
-        std::string causa;
-        const char* parte;
-    } casos[] = {
-        {com(&C::palavra_passe, "xSEGREDOx"), "não aceitou o utilizador ou a palavra-passe"},
-        {com(&C::utilizador, "ninguém"), "não aceitou o utilizador ou a palavra-passe"},
-        {com(&C::base, "OUTRA"), "não abriu a base de dados"},
-        {platform::odbc::falha_de({{"28000", 18456, "A"}, {"42000", 4060, "B"}}).what(),
-         "de dados: não existe, ou"},
-        {com(&C::servidor, "127.0.0.1,1"), "Não foi possível ligar ao servidor"},
-        {com(&C::servidor, "nenhum.invalid"), "Não foi possível ligar ao servidor"},
-        {com(&C::controlador, "Inexistente"),
-         "O controlador ODBC indicado nas definições não está instalado"},
-        {com(&C::encriptacao, ""), "Não foi possível ligar ao servidor"}, // asked for, and not offered
-        {com(&C::encriptacao, "talvez"), "A definição Encriptacao tem de ser"},
-        {com(&C::palavra_passe, "xSEGREDOx};Server={x"), "não aceita os caracteres «};»"},
-    };
-    for (const auto& caso : casos)
-        EXPECT_THAT(caso.causa,
-                    AllOf(HasSubstr(caso.parte), Not(HasSubstr("SEGREDO")), Not(HasSubstr("segredo"))));
+        EXPECT_FALSE(outra.Abre(ligacao_com({{qual, valor}})));
+        EXPECT_THAT(falha([&] { outra.Consulta("select NumSerie from  xel_ORVEX"); }),
+                    AllOf(HasSubstr(causa), Not(HasSubstr("SEGREDO")), Not(HasSubstr("segredo"))));
+    }
+    EXPECT_THAT(platform::odbc::falha_de({{"28000", 18456, "A"}, {"42000", 4060, "B"}}).what(),
+                HasSubstr("de dados: não existe, ou"));
     for (const char* palavra : {"a;b{c}d='e\"f} ;g", "}", "{a}", ";{}='\"", "ção€😀"}) {
         servidor.palavra_passe = palavra;
         EXPECT_TRUE(SessaoODBC().Abre(ligacao(servidor, palavra))) << palavra;
@@ -46,36 +34,30 @@ TEST_F(Servidor, a_connection_that_is_refused_says_why_and_never_with_which_pass
 }
 
 TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the_servers_text) {
-    const struct {
-        int nativo;
-        std::int32_t numero;
-        const char* causa;
-    } casos[] = {{208, numeros::tabela_em_falta, "Falta uma tabela"},
-                 {207, numeros::instrucao_errada, "Falta uma coluna"},
-                 {102, numeros::instrucao_errada, "A instrução SQL tem um erro"},
-                 {2627, numeros::chave_violada, "mesma chave"},
-                 {515, numeros::chave_violada, "obrigatório"},
-                 {8152, numeros::valor_truncado, "não cabe"},
-                 {229, numeros::sem_permissao, "não tem permissão"},
-                 {9002, numeros::falha_geral, "Não há espaço"},
-                 {50000, numeros::instrucao_errada, "recusou a instrução"}};
-    for (const auto& caso : casos) {
-        servidor.avaria_no(1,
-                           {.especie = Especie::erro, .numero = caso.nativo, .texto = "The server's text."});
+    for (const auto& [nativo, numero, causa] :
+         {std::tuple{208, numeros::tabela_em_falta, "Falta uma tabela"},
+          {207, numeros::instrucao_errada, "Falta uma coluna"},
+          {102, numeros::instrucao_errada, "A instrução SQL tem um erro"},
+          {2627, numeros::chave_violada, "mesma chave"},
+          {515, numeros::chave_violada, "obrigatório"},
+          {8152, numeros::valor_truncado, "não cabe"},
+          {229, numeros::sem_permissao, "não tem permissão"},
+          {9002, numeros::falha_geral, "Não há espaço"},
+          {50000, numeros::instrucao_errada, "recusou a instrução"}}) {
+        avaria(Especie::erro, nativo);
         try {
             usa();
-            ADD_FAILURE() << caso.nativo;
+            ADD_FAILURE() << nativo;
         } catch (const Falha& apanhada) {
-            EXPECT_EQ(apanhada.numero(), caso.numero) << caso.nativo << apanhada.what();
-            EXPECT_THAT(apanhada.what(), AllOf(HasSubstr(caso.causa), HasSubstr("(The server's text.)")));
+            EXPECT_EQ(apanhada.numero(), numero) << nativo << apanhada.what();
+            EXPECT_THAT(apanhada.what(), AllOf(HasSubstr(causa), HasSubstr("(The server's text.)")));
         }
     }
     // What another program stands in the way of is tried again, where nothing can come of it but rows.
     for (const int nativo : {1205, 1222}) {
-        const Avaria avaria{.especie = Especie::erro, .numero = nativo, .texto = "The server's text."};
-        servidor.avaria_no(1, avaria);
+        avaria(Especie::erro, nativo);
         usa();
-        servidor.avaria_no(1, avaria);
+        avaria(Especie::erro, nativo);
         EXPECT_THAT(falha([&] { apaga(); }), HasSubstr("outro posto"));
     }
 }
@@ -83,9 +65,9 @@ TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the
 TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnoticed) {
     const auto meio_lido = BD.Consulta("select Artigo from xel_ORVEX_Mov");
     for (const Especie especie : {Especie::corta, Especie::corta_depois}) {
-        servidor.avaria_no(1, {.especie = especie});
+        avaria(especie);
         usa();
-        servidor.avaria_no(1, {.especie = especie});
+        avaria(especie);
         BD.IniciaTransaccao();
         EXPECT_TRUE(BD.EmTransaccao());
         BD.AnulaTransaccao();
@@ -106,7 +88,7 @@ TEST_F(Servidor, a_server_that_is_gone_is_named_as_such) {
 
 TEST_F(Servidor, a_server_that_does_not_answer_is_given_up_and_asked_anew) {
     for (const Especie especie : {Especie::demora, Especie::surdez}) {
-        servidor.avaria_no(1, {.especie = especie, .milissegundos = 3'000});
+        avaria(especie);
         const auto antes = std::chrono::steady_clock::now();
         EXPECT_THAT(falha([&] { usa(); }), HasSubstr("não respondeu a tempo"));
         EXPECT_LT(std::chrono::steady_clock::now() - antes, std::chrono::seconds(3));
@@ -120,13 +102,12 @@ TEST_F(Servidor, what_the_server_undid_is_said_and_nothing_is_written_alone_afte
                                          {Especie::vitima, "deixar passar a de outro posto"}}) {
         BD.IniciaTransaccao();
         junta("B1");
-        servidor.avaria_no(1, {.especie = especie, .texto = "The server's text."});
+        avaria(especie);
         EXPECT_THAT(falha([&] { junta("B2"); }),
                     AllOf(HasSubstr(causa), HasSubstr("Nada do que estava a ser gravado ficou")));
-        for (const auto& passo : {std::function<void()>([&] { junta("B3"); }), {[&] { apaga(); }}, {[&] {
-                                      BD.ConfirmaTransaccao();
-                                  }}})
-            EXPECT_THAT(falha(passo), HasSubstr("anulada pelo servidor"));
+        EXPECT_THAT(falha([&] { junta("B3"); }), HasSubstr("anulada pelo servidor"));
+        EXPECT_THAT(falha([&] { apaga(); }), HasSubstr("anulada pelo servidor"));
+        EXPECT_THAT(falha([&] { BD.ConfirmaTransaccao(); }), HasSubstr("anulada pelo servidor"));
         EXPECT_FALSE(BD.EmTransaccao());
         EXPECT_EQ(series(), "");
         usa();
@@ -137,8 +118,8 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     BD.IniciaTransaccao();
     junta("B1");
     BD.Executa("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"); // as a trigger's failure does
-    servidor.avaria_no(1, {.especie = Especie::erro, .numero = 3609, .texto = "Ended in the trigger."});
-    EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("Ended in the trigger."));
+    avaria(Especie::erro, 3609);
+    EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("The server's text."));
     EXPECT_THAT(falha([&] { junta("B3"); }), HasSubstr("anulada pelo servidor"));
     EXPECT_FALSE(BD.EmTransaccao());
     EXPECT_NE(falha([&] { BD.ConfirmaTransaccao(); }), "")
@@ -147,7 +128,7 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     // A rollback that the server refuses is done by closing the connection.
     BD.IniciaTransaccao();
     junta("B1");
-    servidor.avaria_no(1, {.especie = Especie::erro, .numero = 50000, .texto = "No."});
+    avaria(Especie::erro, 50000);
     EXPECT_EQ(falha([&] { BD.AnulaTransaccao(); }), "");
     junta("B4");
     EXPECT_EQ(series(), "B4");
@@ -155,7 +136,7 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     // So is one of which the server does not tell whether it is open.
     BD.IniciaTransaccao();
     junta("B5");
-    servidor.avaria_no(1, {.especie = Especie::erro, .numero = 50000, .texto = "No."});
+    avaria(Especie::erro, 50000);
     EXPECT_FALSE(BD.EmTransaccao());
     insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B6"}});
     BD.IniciaTransaccao();
@@ -180,11 +161,8 @@ TEST_F(Servidor, a_confirmation_fails_unless_it_is_done_and_says_so_when_nobody_
         {junta_uma, {Especie::corta_depois}, desconhecida, "Não se sabe", false, false},
         {so_apaga, {Especie::corta_depois}, desconhecida, "Não se sabe", false},
         {so_apaga, {Especie::corta}, desconhecida, "Não se sabe", false},
-        {junta_e_apaga,
-         {Especie::corta_depois},
-         desconhecida,
-         "Não se sabe",
-         false}, // its row proves nothing
+        // Its row proves nothing.
+        {junta_e_apaga, {Especie::corta_depois}, desconhecida, "Não se sabe", false},
         {junta_uma, {Especie::demora, 0, "", 2'000}, recusada, nada, false},
         {junta_uma, {Especie::surdez, 0, "", 2'500}, feita, "", false}, // later than was waited for
         {junta_uma, {Especie::vitima, 0, "No."}, recusada, nada, false},
@@ -204,12 +182,12 @@ TEST_F(Servidor, a_confirmation_fails_unless_it_is_done_and_says_so_when_nobody_
         Fim deu = feita;
         try {
             BD.ConfirmaTransaccao();
-        } catch (const ConfirmacaoDesconhecida& apanhada) {
-            deu = desconhecida;
-            EXPECT_THAT(apanhada.what(), HasSubstr(texto));
         } catch (const Falha& apanhada) {
-            deu = recusada;
+            const bool nao_se_sabe =
+                dynamic_cast<const startup::ConfirmacaoDesconhecida*>(&apanhada) != nullptr;
+            deu = nao_se_sabe ? desconhecida : recusada;
             EXPECT_THAT(apanhada.what(), HasSubstr(texto));
+            EXPECT_EQ(std::string(apanhada.what()).find(nada) == std::string::npos, nao_se_sabe || aberta);
         }
         servidor.palavra_passe = "segredo";
         EXPECT_EQ(deu, fim);
@@ -238,14 +216,14 @@ TEST_F(Servidor, who_comes_second_waits_and_is_told_that_another_workstation_is_
                                           {-3, "deixar passar"},
                                           {-999, "getapplock: -999"}}) {
         BD.IniciaTransaccao();
-        servidor.avaria_no(1, {.especie = Especie::tranca, .numero = resposta});
+        avaria(Especie::tranca, resposta);
         EXPECT_THAT(falha([&] { BD.Tranca(); }), HasSubstr(texto));
         BD.AnulaTransaccao();
     }
     // A transaction that has lost the lock does not believe that it still has it.
     BD.IniciaTransaccao();
     BD.Tranca();
-    servidor.avaria_no(1, {.especie = Especie::corta});
+    avaria(Especie::corta);
     EXPECT_NE(falha([&] { usa(); }), "");
     EXPECT_THAT(falha([&] { BD.Tranca(); }), HasSubstr("anulada pelo servidor"));
     outra.IniciaTransaccao();
@@ -261,15 +239,13 @@ TEST_F(Servidor, statements_travel_to_the_letter_and_rows_are_written_with_typed
     const auto textos = servidor.textos();
     EXPECT_THAT(textos, testing::Contains(
                             "select  Artigo from xel_ORVEX_Mov where Qtd>0 and NumDoc= 123and NumLinha=1"));
-    EXPECT_EQ(
-        textos.at(textos.size() - 4),
-        "UPDATE xel_ORVEX_MOV SET [Qtd]=@P1 WHERE [Ano]=@P2 AND [TpDoc]=@P3 AND [NumDoc]=@P4 AND "
-        "[SerieDoc]=@P5 "
-        "AND [NumLinha]=@P6 AND [Data]=@P7 AND [Artigo] COLLATE Latin1_General_BIN2=@P8 AND [Cliente] "
-        "COLLATE "
-        "Latin1_General_BIN2=@P9 AND [Descritivo] COLLATE Latin1_General_BIN2=@P10 AND [QtdOrig]=@P11 AND "
-        "[Qtd]=@P12 AND [Origem] IS NULL AND [PesoLiquido]=@P13 AND [PesoBruto]=@P14 | 1.25, 2019, 'FA', "
-        "123, 1, 1, 2019-03-01 00:00:00, 'BOB''1', 'CL''1', 'Bobina d''aço', 8, 2.5, 2.5, 2.6");
+    EXPECT_EQ(textos.at(textos.size() - 4),
+              "UPDATE xel_ORVEX_MOV SET [Qtd]=@P1 WHERE [Ano]=@P2 AND [TpDoc]=@P3 AND [NumDoc]=@P4 AND "
+              "[SerieDoc]=@P5 AND [NumLinha]=@P6 AND [Data]=@P7 AND [Artigo] COLLATE Latin1_General_BIN2=@P8 "
+              "AND [Cliente] COLLATE Latin1_General_BIN2=@P9 AND [Descritivo] COLLATE Latin1_General_BIN2="
+              "@P10 AND [QtdOrig]=@P11 AND [Qtd]=@P12 AND [Origem] IS NULL AND [PesoLiquido]=@P13 AND "
+              "[PesoBruto]=@P14 | 1.25, 2019, 'FA', 123, 1, 1, 2019-03-01 00:00:00, 'BOB''1', 'CL''1', "
+              "'Bobina d''aço', 8, 2.5, 2.5, 2.6");
     EXPECT_EQ(textos.back(), "INSERT INTO xel_ORVEX([NumSerie]) VALUES (@P1) | 'B''1'");
 
     // Without a primary key, another one will do that has no nulls.

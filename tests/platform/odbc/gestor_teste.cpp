@@ -31,7 +31,7 @@ class Gestor : public Servidor {
 TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
     BD.IniciaTransaccao();
     junta("B1");
-    servidor.avaria_no(1, {.especie = Especie::demora, .milissegundos = 3'000});
+    avaria(Especie::demora);
     EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("não respondeu a tempo"));
     insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B3"}}); // nothing is locked any more
     EXPECT_FALSE(BD.EmTransaccao());
@@ -48,19 +48,17 @@ TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
 }
 
 TEST_F(Gestor, a_driver_is_what_it_is_whatever_its_name_and_never_passes_over_encryption) {
-    const std::string porta = "," + std::to_string(servidor.porta());
-    for (const auto& controlador :
-         std::vector<std::string>{"FreeTDS", "SQL Server", "Outro", ORVEX_TDSODBC, outro().string()}) {
-        SessaoODBC outra({.ligacao = 2});
-        EXPECT_TRUE(outra.Abre(ligacao_a("127.0.0.1" + porta, controlador, "nao"))) << controlador;
-        EXPECT_FALSE(outra.Abre(ligacao_a("127.0.0.1" + porta, controlador, "sim"))) << controlador;
+    SessaoODBC outra({.ligacao = 2});
+    for (const char* qual : {"FreeTDS", "SQL Server", "Outro", ORVEX_TDSODBC, outro().c_str()}) {
+        EXPECT_TRUE(outra.Abre(ligacao_com({{&C::controlador, qual}}))) << qual;
+        EXPECT_FALSE(outra.Abre(ligacao_com({{&C::controlador, qual}, {&C::encriptacao, "sim"}}))) << qual;
     }
     // The usual port is nobody's at an address that is this process's own.
     const std::string morada =
         "127." + std::to_string(getpid() % 200 + 20) + "." + std::to_string(getpid() / 200 % 250) + ".9";
     const ServidorTDS com_porta_normal(empresa.pasta(), morada.c_str(), 1433);
     for (const std::string& onde : {morada, morada + ",1433", morada + "\\INST,1433"})
-        EXPECT_TRUE(SessaoODBC({.ligacao = 2}).Abre(ligacao_a(onde, "SQL Server", "nao"))) << onde;
+        EXPECT_TRUE(outra.Abre(ligacao_com({{&C::servidor, onde}, {&C::controlador, "SQL Server"}}))) << onde;
 }
 
 } // namespace

@@ -55,7 +55,8 @@ TEST_F(Servidor, a_server_that_falls_silent_is_given_up_in_the_time_for_a_connec
     }
     // Where nobody takes connections from the queue, nothing comes back at all.
     const Surdo surdo;
-    EXPECT_THAT(desiste(ligacao_a("127.0.0.1," + std::to_string(ntohs(surdo.morada.sin_port)), "", "nao")),
+    const std::string porta = std::to_string(ntohs(surdo.morada.sin_port));
+    EXPECT_THAT(desiste(ligacao_com({{&C::servidor, "127.0.0.1," + porta}})),
                 HasSubstr("Não foi possível ligar"));
 }
 
@@ -64,14 +65,12 @@ TEST_F(Servidor, what_one_at_a_time_may_do_survives_a_lost_connection_and_lets_g
     ASSERT_TRUE(outra.Abre(ligacao(servidor)));
     const auto tenta = [&] { return falha([&] { outra.EmExclusivo([] {}); }); };
     BD.EmExclusivo([&] {
-        servidor.avaria_no(1, {.especie = Especie::corta});
+        avaria(Especie::corta);
         usa();
         EXPECT_THAT(tenta(), HasSubstr("por outro posto")) << "the new connection has it too";
     });
     EXPECT_EQ(tenta(), "");
-    EXPECT_EQ(
-        falha([&] { BD.EmExclusivo([&] { servidor.avaria_no(1, {.especie = Especie::corta_depois}); }); }),
-        "")
+    EXPECT_EQ(falha([&] { BD.EmExclusivo([&] { avaria(Especie::corta_depois); }); }), "")
         << "the work was done";
     EXPECT_EQ(tenta(), "");
 }

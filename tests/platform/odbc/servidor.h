@@ -12,10 +12,10 @@ namespace orvex::testes {
 
 using base::Falha;
 using platform::odbc::SessaoODBC;
-using startup::ConfirmacaoDesconhecida;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
+using C = startup::ConstrutorLigacao;
 using Especie = Avaria::Especie;
 namespace numeros = startup::numeros_bd;
 
@@ -30,30 +30,29 @@ std::string falha(Procedimento procedimento) {
     return {};
 }
 
-inline std::string ligacao_a(const std::string& servidor, const std::string& controlador,
-                             const std::string& encriptacao) {
-    return startup::ConstrutorLigacao{.servidor = servidor,
-                                      .base = "EMPRESA",
-                                      .utilizador = "orvex",
-                                      .palavra_passe = "segredo",
-                                      .controlador = controlador,
-                                      .encriptacao = encriptacao}
-        .constroi();
-}
-
 class Servidor : public testing::Test {
   protected:
     Servidor() { EXPECT_TRUE(BD.Abre(ligacao(servidor))); }
 
-    void junta(const char* serie) {
-        const auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
-        conjunto->acrescenta();
-        conjunto->define("NumSerie", serie);
-        conjunto->actualiza();
+    // To the server, but for the settings given.
+    std::string ligacao_com(const std::vector<std::pair<std::string C::*, std::string>>& outras) const {
+        C c{.servidor = "127.0.0.1," + std::to_string(servidor.porta()),
+            .base = servidor.base,
+            .utilizador = servidor.utilizador,
+            .palavra_passe = servidor.palavra_passe,
+            .encriptacao = "nao"};
+        for (const auto& [qual, valor] : outras)
+            c.*qual = valor;
+        return c.constroi();
     }
+    void junta(const char* serie) { insere(BD, "xel_ORVEX", {"NumSerie"}, {{serie}}); }
     void apaga() { BD.Executa("Delete xel_ORVEX where NumSerie='B1'"); }
     std::string series() { return empresa.linhas("select NumSerie from xel_ORVEX"); }
     void usa() { EXPECT_EQ(BD.Consulta("select count(*) from xel_ORVEX_Mov")->valor(0).inteiro(), 8); }
+    // At its next request.
+    void avaria(Especie especie, int numero = 0) {
+        servidor.avaria_no(1, {especie, numero, "The server's text.", 3'000});
+    }
 
     EmpresaTeste empresa;
     std::unique_ptr<ServidorTDS> maquina = std::make_unique<ServidorTDS>(empresa.pasta());

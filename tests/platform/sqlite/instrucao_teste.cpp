@@ -30,7 +30,7 @@ TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_st
             << fim;
     for (const char* sql : {"", "select", "select Nada from Clientes", "select \"Nada\" from Clientes",
                             "select top x * from Clientes", "drop table Clientes", "delete Clientes",
-                            "pragma user_version", "select convert(nvarchar(10),Data,103) from DocGcCab",
+                            "select convert(nvarchar(10),Data,103) from DocGcCab",
                             "create table t([a] [xml] null)", "alter table xel_ORVEX add Novo text"})
         EXPECT_EQ(numero_da_falha([&] { BD.Consulta(sql); }), numeros::instrucao_errada) << sql;
     EXPECT_EQ(linhas("Clientes"), 2) << "a query that is none is not run";

@@ -1,4 +1,4 @@
-#include "tests/servidor/base_ensaio.h"
+#include "tools/ensaio/base_ensaio.h"
 
 #include "startup/construtor_ligacao.h"
 
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <random>
 
-namespace orvex::testes {
+namespace orvex::ensaio {
 namespace {
 
 using base::Falha;
@@ -109,4 +109,4 @@ void apaga_ensaio() {
     if (mestre.existe(base)) throw Falha("A base " + base + " continua no servidor.");
 }
 
-} // namespace orvex::testes
+} // namespace orvex::ensaio

@@ -1,6 +1,6 @@
 // Runs test programs, those of every suite or the ones named, one after the other in a database made for it
 // on a real server, and drops the database however they end.
-#include "tests/servidor/base_ensaio.h"
+#include "tools/ensaio/base_ensaio.h"
 
 #include <csignal>
 #include <iostream>
@@ -9,7 +9,7 @@
 #include <sys/wait.h>
 #include <vector>
 
-using namespace orvex::testes;
+using namespace orvex::ensaio;
 
 extern char** environ;
 
@@ -72,9 +72,9 @@ int main(int argc, char** argv) {
     const sigset_t retidos = sinais();
     sigprocmask(SIG_BLOCK, &retidos, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
-    setenv("ORVEX_TESTE_MOTOR", "servidor", 1);
-    setenv("ASAN_OPTIONS", "detect_leaks=0",
-           0); // what other people's drivers leave behind is not ours to report
+    setenv(variavel_motor, motor_servidor, 1);
+    // What other people's drivers leave behind is not ours to report.
+    setenv("ASAN_OPTIONS", "detect_leaks=0", 0);
     std::vector<std::string> programas(argv + 1, argv + argc);
     if (std::istringstream suites(ORVEX_SUITES); programas.empty())
         for (std::string uma; std::getline(suites, uma, ':');)

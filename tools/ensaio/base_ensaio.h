@@ -10,7 +10,10 @@
 
 #include <string>
 
-namespace orvex::testes {
+namespace orvex::ensaio {
+
+// What tells the test programs which engine to run on, and that it is that server.
+inline constexpr const char *variavel_motor = "ORVEX_TESTE_MOTOR", *motor_servidor = "servidor";
 
 // The connection text to a database of that server. Throws Falha for what is missing.
 std::string ligacao_ao_servidor(const std::string& base);
@@ -24,4 +27,4 @@ void cria_ensaio();
 // Throws Falha, and leaves the database, when it is not the one that was made.
 void apaga_ensaio();
 
-} // namespace orvex::testes
+} // namespace orvex::ensaio
