@@ -44,6 +44,11 @@ bool comecado(SQLite::Database& base, const char* pragma) { return base.execAndG
         "trabalhar.");
 }
 
+bool sem_paginas(const fs::path& ficheiro) {
+    std::error_code erro;
+    return !fs::exists(ficheiro, erro) || fs::file_size(ficheiro, erro) == 0;
+}
+
 // Asked before the engine is, which creates, and cleans up beside an empty file. A file without a page may be
 // a beginning or a loss: the mark tells.
 void verifica_ficheiros(const fs::path& pasta, int espera_ms) {
@@ -52,10 +57,9 @@ void verifica_ficheiros(const fs::path& pasta, int espera_ms) {
     for (const char* nome : {ficheiro_erp, ficheiro_livro}) { // the mark is asked of the first
         const fs::path ficheiro = pasta / nome;
         const std::string defeito = startup::defeito_do_ficheiro(ficheiro);
-        std::error_code erro;
-        if (nome == ficheiro_livro && (!fs::exists(ficheiro, erro) || fs::file_size(ficheiro, erro) == 0))
+        if (nome == ficheiro_livro && sem_paginas(ficheiro))
             if (auto erp = abre_base(pasta / ficheiro_erp, SQLite::OPEN_READWRITE, espera_ms);
-                comecado(erp, "PRAGMA user_version"))
+                comecado(erp, "PRAGMA user_version") && sem_paginas(ficheiro)) // it may just have been begun
                 livro_perdido(ficheiro);
         if (!defeito.empty())
             nao_abre("Um ficheiro da empresa não pode ser usado: " + texto_de(ficheiro) + " " + defeito +
@@ -135,7 +139,9 @@ int tabelas_do_livro(SQLite::Database& base) {
 }
 
 void verifica_comeco(SQLite::Database& base, const fs::path& livro) {
-    if (tabelas_do_livro(base) == 0 && comecado(base, "PRAGMA erp.user_version")) livro_perdido(livro);
+    // The mark first: another program may be making the tables, and then it, between the two.
+    const bool marcado = comecado(base, "PRAGMA erp.user_version");
+    if (marcado && tabelas_do_livro(base) == 0) livro_perdido(livro);
     marca_comecado(base);
 }
 

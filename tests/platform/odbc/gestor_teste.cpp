@@ -48,7 +48,7 @@ TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
 }
 
 TEST_F(Gestor, a_driver_is_what_it_is_whatever_its_name_and_never_passes_over_encryption) {
-    SessaoODBC outra({.ligacao = 2});
+    SessaoODBC outra;
     for (const char* qual : {"FreeTDS", "SQL Server", "Outro", ORVEX_TDSODBC, outro().c_str()}) {
         EXPECT_TRUE(outra.Abre(ligacao_com({{&C::controlador, qual}}))) << qual;
         EXPECT_FALSE(outra.Abre(ligacao_com({{&C::controlador, qual}, {&C::encriptacao, "sim"}}))) << qual;
