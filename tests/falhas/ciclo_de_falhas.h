@@ -15,9 +15,17 @@ template <typename TBancada>
 struct Fluxo {
     const char* nome;
     std::function<void(TBancada&)> prepara;
-    std::function<void(TBancada&)> age;        // the last press
-    std::function<bool(TBancada&)> utilizavel; // afterwards: does something with the screen
-    bool segue_com_recusa = false;             // a refused cancellation does not stop it
+    std::function<void(TBancada&)> age; // the last press
+    const char* seguinte;               // typed into the first field afterwards
+    int etiqueta;                       // which then has its name
+    bool segue_com_recusa = false;      // a refused cancellation does not stop it
+
+    bool utilizavel(TBancada& bancada) const {
+        if (!bancada.vazio() || !bancada.no_campo(0)) return false;
+        bancada.op.preenche(bancada.ecra.campo(0), seguinte);
+        return !bancada.ecra.Label2(etiqueta).Caption.empty() && bancada.caixas().empty() &&
+               !bancada.janela.ocupada;
+    }
 };
 
 // One way for a step to fail.
@@ -94,24 +102,21 @@ constexpr int recusas_do_servidor[] = {8650, 1222, 245};
 
 template <typename TBancada>
 std::vector<Estrago<TBancada>> estragos_do_fio() {
-    const auto estrago = [](const char* nome, const Avaria& avaria) {
+    const auto estrago = [](const char* nome, const std::function<Avaria(int)>& avaria) {
         return Estrago<TBancada>{
-            nome, [=](TBancada& bancada, int passo) { bancada.BD.servidor().avaria_no(passo, avaria); },
+            nome,
+            [=](TBancada& bancada, int passo) { bancada.BD.servidor().avaria_no(passo, avaria(passo)); },
             [](const TBancada& bancada, int passo) { return bancada.BD.servidor().pedidos() >= passo; },
             false, true};
     };
+    const auto sempre = [](Avaria avaria) { return [=](int) { return avaria; }; };
     using Especie = Avaria::Especie;
-    return {estrago("the connection drops", {.especie = Especie::corta}),
-            estrago("the connection drops before the answer", {.especie = Especie::corta_depois}),
-            estrago("victim of a deadlock", {Especie::vitima, 1205, "Transaction was deadlocked."}),
-            Estrago<TBancada>{
-                "refused by the server",
-                [](TBancada& bancada, int passo) {
-                    bancada.BD.servidor().avaria_no(
-                        passo, {Especie::erro, recusas_do_servidor[passo % 3], "Refused."});
-                },
-                [](const TBancada& bancada, int passo) { return bancada.BD.servidor().pedidos() >= passo; },
-                false, true}};
+    return {estrago("the connection drops", sempre({.especie = Especie::corta})),
+            estrago("the connection drops before the answer", sempre({.especie = Especie::corta_depois})),
+            estrago("victim of a deadlock", sempre({Especie::vitima, 1205, "Transaction was deadlocked."})),
+            estrago("refused by the server", [](int passo) {
+                return Avaria{Especie::erro, recusas_do_servidor[passo % 3], "Refused."};
+            })};
 }
 
 template <typename TBancada>
