@@ -20,19 +20,12 @@ namespace orvex::testes {
 struct EcraAjuste : Bancada<adjust::MovStocks> {
     explicit EcraAjuste(int modo, const std::string& parametros = "")
         : Bancada(static_cast<std::int16_t>(modo)) {
-        // The first line of a key counts.
-        empresa.escreve_parametros(parametros +
-                                   "SOBRAS=SB,1,SS\r\nQUEBRAS=QB,2,SQ\r\nCONSUMOS=CI,3,SC\r\n"
-                                   "ARMAZEM=CL,Clientes\r\nARMAZEMORVEX=OR,ORVEX\r\nCLIENTEORVEX=ORVEX\r\n");
         auto& BD_ = empresa.outra();
         BD_.IniciaTransaccao();
-        insere(BD_, "TiposDocumento", {"Codigo", "MovStock"}, {{"SB", 1}, {"QB", -1}, {"CI", -1}});
-        insere(BD_, "Series", {"TpDoc", "Serie"}, {{"SB", 1}, {"QB", 2}, {"CI", 3}});
+        empresa.com_ajustes_e_transferencias(parametros);
         for (const std::string item : {"REEL'1", "CEDIDA", "PARADA", "SEMSTOCK", "SEMLIVRO"}) {
-            insere(BD_, "Artigos", {"CODIGO", "Nome", "Inactivo", "VLREXIST", "STDISP", "ULTPRCOM"},
-                   {{item, "Bobina d'aço", item == "PARADA" ? -1 : 0, m("500"), m("5"), m("90")}});
-            insere(BD_, "artarm", {"Artigo", "Armazem", "Existenc"},
-                   {{item, item == "CEDIDA" || item == "SEMSTOCK" ? "CL" : "OR", m("5")}});
+            empresa.insere_artigo(item, m("5"), item == "CEDIDA" || item == "SEMSTOCK" ? "CL" : "OR",
+                                  item == "PARADA");
             if (item == "SEMLIVRO") continue;
             insere(
                 BD_, "xel_ORVEX", {"NumSerie", "Cliente", "CliFinal", "Data", "Quantidade"},

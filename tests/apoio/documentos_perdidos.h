@@ -9,27 +9,23 @@ namespace orvex::testes {
 
 // Documents in force that the ledger does not know and that no box named.
 inline std::string documentos_perdidos(EmpresaTeste& empresa, const std::string& caixas) {
+    const auto ha = [&](const std::string& sql) { return !empresa.linhas("select " + sql).empty(); };
     std::string perdidos;
     for (const std::string& chave :
          partes(empresa.linhas("select TpDoc, Serie, NNumDoc, Ano from DocGcCab where NVias<>-1"), "; ")) {
-        if (chave.empty()) continue;
         const auto p = partes(chave, "|");
         const std::string onde = " where TpDoc='" + p[0] + "' and Ano=" + p[3];
         // Where the failure was to read the number the ERP gave, the document is named without it.
         const bool nomeado =
             caixas.find("\n\r'" + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3] + " '") != std::string::npos ||
             caixas.find("o documento " + p[0] + "/" + p[1] + " de " + p[3] + " (") != std::string::npos;
-        const auto ha = [&](const std::string& linhas) {
-            return !empresa.linhas("select NumSerie from xel_ORVEX" + linhas).empty();
-        };
-        const bool na_guia = !empresa
-                                  .linhas("select Artigo from xel_ORVEX_MOV" + onde +
-                                          " and SerieDoc=" + p[1] + " and NumDoc=" + p[2])
-                                  .empty();
         // A transfer's rows carry no number: they stand for the document that moved their item.
-        if (!nomeado && !na_guia && !ha(onde + " and Serie=" + p[1] + " and NNumDoc=" + p[2]) &&
-            !ha(" INNER JOIN DocGcLin ON Artigo=NumSerie where xel_ORVEX.NNumDoc=0 and TpDocum='" + p[0] +
-                "' and DocGcLin.NNumDoc=" + p[2]))
+        if (!nomeado &&
+            !ha("Artigo from xel_ORVEX_MOV" + onde + " and SerieDoc=" + p[1] + " and NumDoc=" + p[2]) &&
+            !ha("NumSerie from xel_ORVEX" + onde + " and Serie=" + p[1] + " and NNumDoc=" + p[2]) &&
+            !ha("NumSerie from xel_ORVEX INNER JOIN DocGcLin ON Artigo=NumSerie where xel_ORVEX.NNumDoc=0 "
+                "and TpDocum='" +
+                p[0] + "' and DocGcLin.NNumDoc=" + p[2]))
             perdidos += chave + " ";
     }
     return perdidos;
@@ -43,7 +39,6 @@ inline std::string linhas_sem_documento(EmpresaTeste& empresa, const std::string
              empresa.linhas("select TpDoc, Serie, NNumDoc, Ano from xel_ORVEX INNER JOIN TiposDocumento on "
                             "Codigo=TpDoc where NNumDoc>0 and Ano>0"),
              "; ")) {
-        if (chave.empty()) continue;
         const auto p = partes(chave, "|");
         const bool em_vigor =
             !empresa

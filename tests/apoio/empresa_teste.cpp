@@ -14,24 +14,6 @@ constexpr const char* parametros =
     "ARMAZEM=CL,Armazém clientes\r\nARMAZEMORVEX=OR,Armazém ORVEX\r\n"
     "CLIENTEORVEX=ORVEX\r\n";
 
-struct ChaveLinha {
-    const char* tipo;
-    int serie, numero, linha;
-};
-
-// An open line in the ledger, and in the ERP when it has a warehouse.
-void insere_factura(startup::SessaoBD& BD, const ChaveLinha& chave, const std::string& artigo,
-                    const char* aberto, const base::Variante& bruto, const std::string& armazem) {
-    insere(BD, "xel_ORVEX_MOV",
-           {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha", "Data", "Artigo", "Cliente", "Descritivo",
-            "QtdOrig", "Qtd", "PesoLiquido", "PesoBruto"},
-           {{2019, chave.tipo, chave.numero, chave.serie, chave.linha, base::DataHora{2019, 3, 1}, artigo,
-             "CL'1", "Bobina d'aço", m("8"), m(aberto), bruto.nulo() ? bruto : m(aberto), bruto}});
-    if (armazem.empty()) return;
-    insere(BD, "DocGcLin", {"Ano", "TpDocum", "Serie", "NNumDoc", "NumLinha", "Artigo", "Armazem"},
-           {{2019, chave.tipo, chave.serie, chave.numero, chave.linha, artigo, armazem}});
-}
-
 void preenche(startup::SessaoBD& BD) {
     insere(BD, "Empresa", {"Codigo", "Nome"}, {{"E", "Empresa"}});
     insere(BD, "Utilizadores", {"Utilizador", "PalavraPasse"}, {{"ana", ""}});
@@ -51,14 +33,14 @@ void preenche(startup::SessaoBD& BD) {
         insere(BD, "artarm", {"Artigo", "Armazem", "Existenc"},
                {{artigo, "OR", m("10")}, {artigo, "CL", m("10")}});
     }
-    insere_factura(BD, {"FA", 1, 123, 1}, "BOB'1", "2.5", m("2.6"), "OR");
-    insere_factura(BD, {"FA", 1, 123, 2}, "BOB2", "1.15", {}, "OR");
-    insere_factura(BD, {"FR", 2, 9, 1}, "BOB3", "3", {}, "or");
-    insere_factura(BD, {"FA", 1, 124, 1}, "BOB4", "4", m("4.1"), "CL");
-    insere_factura(BD, {"FA", 1, 125, 1}, "BOB2", "5", m("5.1"), "");
-    insere_factura(BD, {"FA", 9, 1, 1}, "BOB2", "6", m("6.1"), "OR");
-    insere_factura(BD, {"FA", 1, 126, 1}, "OUTRO", "7", m("7.1"), "OR");
-    insere_factura(BD, {"FA", 1, 127, 1}, "BOB2", "0", m("0"), "OR");
+    insere_linha(BD, {"FA", 1, 123, 1, "BOB'1", m("2.5"), m("2.6"), "OR"});
+    insere_linha(BD, {"FA", 1, 123, 2, "BOB2", m("1.15"), {}, "OR"});
+    insere_linha(BD, {"FR", 2, 9, 1, "BOB3", m("3"), {}, "or"});
+    insere_linha(BD, {"FA", 1, 124, 1, "BOB4", m("4"), m("4.1"), "CL"});
+    insere_linha(BD, {"FA", 1, 125, 1, "BOB2", m("5"), m("5.1"), ""});
+    insere_linha(BD, {"FA", 9, 1, 1, "BOB2", m("6"), m("6.1"), "OR"});
+    insere_linha(BD, {"FA", 1, 126, 1, "OUTRO", m("7"), m("7.1"), "OR"});
+    insere_linha(BD, {"FA", 1, 127, 1, "BOB2", m("0"), m("0"), "OR"});
     insere(BD, "U_DocGcLin1", {"Ano", "TpDocUM", "Serie", "NNumDoc", "NumLinha", "PesoBruto"},
            {{2019, "FA", 1, 123, 2, m("1.25")}});
 }
@@ -93,6 +75,17 @@ void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<
     espelha();
 }
 
+void insere_linha(startup::SessaoBD& BD, const LinhaAberta& l) {
+    insere(BD, "xel_ORVEX_MOV",
+           {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha", "Data", "Artigo", "Cliente", "Descritivo",
+            "QtdOrig", "Qtd", "PesoLiquido", "PesoBruto"},
+           {{2019, l.tipo, l.numero, l.serie, l.linha, base::DataHora{2019, 3, 1}, l.artigo, l.cliente,
+             "Bobina d'aço", l.original, l.aberto, l.bruto.nulo() ? l.bruto : l.aberto, l.bruto}});
+    if (l.armazem.empty()) return;
+    insere(BD, "DocGcLin", {"Ano", "TpDocum", "Serie", "NNumDoc", "NumLinha", "Artigo", "Armazem"},
+           {{2019, l.tipo, l.serie, l.numero, l.linha, l.artigo, l.armazem}});
+}
+
 void cria_empresa_vazia(const std::filesystem::path& pasta) {
     platform::sqlite::cria_livro(pasta);
     auto erp = platform::sqlite::abre_base(pasta / platform::sqlite::ficheiro_erp,
@@ -105,8 +98,19 @@ EmpresaTeste::EmpresaTeste() {
     outra_ = abre_empresa(pasta());
 }
 
-void EmpresaTeste::insere_linha_aberta(int numero, const std::string& artigo, const char* aberto) {
-    insere_factura(*outra_, {"FA", 1, numero, 1}, artigo, aberto, m(aberto), "OR");
+void EmpresaTeste::com_ajustes_e_transferencias(const std::string& primeiros) {
+    escreve_parametros(primeiros + parametros +
+                       "SOBRAS=SB,1,SS\r\nQUEBRAS=QB,2,SQ\r\nCONSUMOS=CI,3,SC\r\nTRF=TR,6,ST\r\n");
+    insere(*outra_, "TiposDocumento", {"Codigo", "MovStock"}, {{"SB", 1}, {"QB", -1}, {"CI", -1}, {"TR", 2}});
+    insere(*outra_, "Series", {"TpDoc", "Serie"}, {{"SB", 1}, {"QB", 2}, {"CI", 3}, {"TR", 6}});
+}
+
+void EmpresaTeste::insere_artigo(const std::string& codigo, base::Moeda stock, const std::string& armazem,
+                                 bool inactivo) {
+    insere(*outra_, "Artigos", {"CODIGO", "Nome", "UnBase", "Inactivo", "VLREXIST", "STDISP", "ULTPRCOM"},
+           {{codigo, "Bobina d'aço", "TON", inactivo ? -1 : 0, base::Moeda::de_real(100 * stock.real()),
+             stock, m("90")}});
+    insere(*outra_, "artarm", {"Artigo", "Armazem", "Existenc"}, {{codigo, armazem, stock}});
 }
 
 std::string EmpresaTeste::linhas(const std::string& sql) {

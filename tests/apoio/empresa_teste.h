@@ -33,6 +33,18 @@ inline base::Moeda m(const char* texto) { return base::Moeda::le(texto).value();
 void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<const char*>& colunas,
             const std::vector<std::vector<base::Variante>>& linhas);
 
+// An open line of an invoice of 2019, in ledger and ERP; in the ledger alone where it has no warehouse.
+struct LinhaAberta {
+    const char* tipo;
+    int serie, numero, linha;
+    std::string artigo;
+    base::Moeda aberto;
+    base::Variante bruto;
+    std::string armazem = "OR", cliente = "CL'1";
+    base::Moeda original = base::Moeda::de_inteiro(8);
+};
+void insere_linha(startup::SessaoBD& BD, const LinhaAberta& l);
+
 // The files of a company without tables of the ledger and without rows.
 void cria_empresa_vazia(const std::filesystem::path& pasta);
 
@@ -43,8 +55,12 @@ class EmpresaTeste {
     const std::filesystem::path& pasta() const { return pasta_.pasta(); }
     void escreve_parametros(const std::string& texto) { pasta_.escreve(startup::ficheiro_parametros, texto); }
     startup::SessaoBD& outra() { return *outra_; } // a session of its own, as another workstation has
-    // One more open line of FA/1 of client CL'1 in warehouse OR, in ledger and ERP.
-    void insere_linha_aberta(int numero, const std::string& artigo, const char* aberto);
+    // Parameters, kinds of document and series of adjustments and transfers too; the first line of a key
+    // counts.
+    void com_ajustes_e_transferencias(const std::string& parametros = "");
+    // One more article, worth 100 euro a tonne.
+    void insere_artigo(const std::string& codigo, base::Moeda stock, const std::string& armazem,
+                       bool inactivo = false);
 
     // Rows as "a|b; c|d", nulls as "null".
     std::string linhas(const std::string& sql);

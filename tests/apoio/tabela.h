@@ -12,7 +12,7 @@ inline std::vector<std::string> partes(std::string linha, const std::string& sep
     for (std::size_t fim = 0; (fim = linha.find(separador)) != std::string::npos;
          linha.erase(0, fim + separador.size()))
         resultado.push_back(linha.substr(0, fim));
-    resultado.push_back(linha);
+    if (!linha.empty() || !resultado.empty()) resultado.push_back(linha);
     return resultado;
 }
 

@@ -3,15 +3,9 @@
 using namespace orvex;
 using namespace orvex::testes;
 
-namespace {
+static constexpr const char* pergunta = "Vai proceder à Devolução.\n\rPretende continuar?";
 
-constexpr const char* pergunta = "Vai proceder à Devolução.\n\rPretende continuar?";
-constexpr const char* ja_devolvido = "O Artigo selecionado já foi devolvido!";
-constexpr const char* ja_devolvida = "Esta GR já foi devolvida!";
-
-} // namespace
-
-TEST_F(Guias, what_came_back_can_go_out_again_but_does_not_come_back_twice) {
+TEST_F(Guias, a_line_comes_back_once_and_then_its_note_is_not_cancelled) {
     emite({1, 3});
     carrega("1");
     caixas();
@@ -20,28 +14,19 @@ TEST_F(Guias, what_came_back_can_go_out_again_but_does_not_come_back_twice) {
     EXPECT_TRUE(vazio() && no_campo(0));
     EXPECT_EQ(empresa.linhas("select Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where TpDoc='FR'"),
               "0|null|null");
-    const auto depois = empresa.livro();
     carrega("1");
     abre_devolucao();
     EXPECT_FALSE(marca(1));
     EXPECT_TRUE(marca(2)) << "the other line is still out";
-    EXPECT_EQ(caixas(), ja_devolvido);
-    op.prime(ecra.btGV(2));
-    anula();
-    EXPECT_THAT(caixas(), testing::EndsWith(std::string("|") + ja_devolvida));
-    EXPECT_TRUE(vazio() && !BD.EmTransaccao());
-    emite({1});
-    EXPECT_EQ(caixas(), "Foi criado o documento Nº  2");
-    carrega("2");
-    anula();
-    EXPECT_EQ(caixas(), "Vai proceder à anulação.\n\rPretende continuar?");
-    EXPECT_EQ(empresa.livro(), depois) << "a note with nothing returned is cancelled";
-    carrega("1");
-    devolve({2});
+    EXPECT_EQ(caixas(), "O Artigo selecionado já foi devolvido!");
+    op.prime(ecra.btGV(1));
+    const auto depois = empresa.livro();
     carrega("1");
     caixas();
     anula();
-    EXPECT_THAT(caixas(), testing::EndsWith(std::string("|") + ja_devolvida + "|" + ja_devolvida));
+    EXPECT_THAT(caixas(), testing::EndsWith("|Esta GR já foi devolvida!|Esta GR já foi devolvida!"));
+    EXPECT_TRUE(vazio() && !BD.EmTransaccao());
+    EXPECT_EQ(empresa.livro(), depois);
 }
 
 TEST_F(Guias, the_texts_of_returning_a_line_of_a_note_of_last_year) {
@@ -51,8 +36,7 @@ TEST_F(Guias, the_texts_of_returning_a_line_of_a_note_of_last_year) {
     op.prime(ecra.btFx(1)); // from the list
     op.escreve(ecra.campo(1), "0001");
     op.tecla(ecra.campo(1), common::tecla_esc); // back, with the number left as typed
-    for (const int i : {2, 19, 22, 24, 25, 26, 27})
-        ecra.campo(i).Text = "c" + std::to_string(i);
+    preenche_com("c", {2, 19, 22, 24, 25, 26, 27});
     abre_devolucao();
     ecra.utilizador_data(ecra.DTPicker3, {2020, 7, 2});
     janela.respostas = {common::resposta_cancelar};
@@ -172,8 +156,7 @@ TEST(Devolucoes, a_document_whose_lines_the_erp_does_not_show_is_cancelled_and_t
         guias.caixas();
         guias.diario.espia = [&](const std::string& linha) {
             if (linha.starts_with("CONSULTA Select * from DocGcLin where ano="))
-                guias.empresa.outra().Executa("Delete DocGcLin where Artigo='BOB3' and TpDocum='" + tipo +
-                                              "'");
+                guias.empresa.outra().Executa("Delete DocGcLin where Artigo='BOB3' and NNumDoc=1");
         };
         if (tipo == "GV") guias.carrega("1");
         tipo == "GR" ? guias.emite({1, 3}) : guias.devolve({1, 2});
@@ -221,7 +204,7 @@ TEST_F(Guias, the_panel_holds_the_screen_until_it_is_left_and_leaves_the_note_as
 
 TEST_F(Guias, grids_grow_beyond_30_rows_the_panel_offers_all_articles_and_only_what_is_ticked_comes_back) {
     for (int numero = 201; numero <= 228; ++numero)
-        empresa.insere_linha_aberta(numero, "BOB2", "0.1");
+        insere_linha(empresa.outra(), {"FA", 1, numero, 1, "BOB2", m("0.1"), m("0.1")});
     emite({1, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 31});
     carrega("1");
     abre_devolucao();

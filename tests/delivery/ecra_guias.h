@@ -44,6 +44,17 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
         op.prime(ecra.btGV(1));
     }
 
+    // Each of these fields, with its number.
+    void preenche_com(const std::string& texto, std::initializer_list<int> campos) {
+        for (const int i : campos)
+            ecra.campo(i).Text = texto + std::to_string(i);
+    }
+    std::string textos(std::initializer_list<int> campos) {
+        std::string todos;
+        for (const int i : campos)
+            todos += ecra.campo(i).Text + "|";
+        return todos;
+    }
     // The rows in use, "a|b; c|d".
     static std::string linhas(const common::Grelha& grelha, std::initializer_list<const char*> colunas) {
         std::string resultado;

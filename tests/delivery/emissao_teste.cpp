@@ -7,8 +7,7 @@ TEST_F(Guias, the_texts_of_issuing_loading_and_cancelling_a_note) {
     cliente("CL'1");
     escolhe(1);
     edita(2, "Nome", "Nota");
-    for (const int i : {22, 23, 24, 25, 26, 27})
-        ecra.campo(i).Text = "c" + std::to_string(i);
+    preenche_com("c", {22, 23, 24, 25, 26, 27});
     ecra.DTPicker2(1).Value = {2019, 3, 16, 8, 5, 0};
     diario.recomeca();
     confirma();
@@ -92,6 +91,11 @@ TEST_F(Guias, more_than_a_source_line_offers_is_refused_even_spread_over_rows) {
         "Qtd = 3,5 ");
     EXPECT_EQ(diario.texto() + linhas(ecra.Gr, {"Quant"}), "\n2; 1.5");
     EXPECT_TRUE(no_campo(0));
+    // And by what another workstation took meanwhile.
+    edita(1, "Quant", "1");
+    empresa.outra().Executa("Update xel_ORVEX_MOV set Qtd=1 where NumDoc=123 and NumLinha=1");
+    confirma();
+    EXPECT_THAT(caixas(), HasSubstr("1 já não tem em aberto a quantidade pedida."));
 }
 
 TEST_F(Guias, a_confirmation_needs_a_client_a_tax_number_of_the_national_market_and_lines) {
@@ -162,10 +166,12 @@ TEST_F(Guias, when_nobody_knows_whether_the_commit_happened_nothing_is_cancelled
 TEST_F(Guias, only_the_note_that_was_loaded_is_cancelled_and_only_when_the_user_agrees) {
     emite({1});
     const auto livro = empresa.livro();
-    const auto outro_ano = [&] { ecra.utilizador_data(ecra.DTPicker1, {2018, 3, 15}); };
-    const auto nao = [&] { janela.respostas = {common::resposta_cancelar}; };
-    const std::function<void()> mudancas[] = {outro_ano, [&] { cliente("CL2"); }, [&] { cliente(""); }, nao};
-    for (const auto& muda : mudancas) {
+    for (const std::function<void()>& muda : std::initializer_list<std::function<void()>>{
+             [&] {
+                 ecra.utilizador_data(ecra.DTPicker1, {2018, 3, 15});
+             },
+             [&] { cliente("CL2"); }, [&] { cliente(""); },
+             [&] { janela.respostas = {common::resposta_cancelar}; }}) {
         carrega("1");
         muda();
         caixas();

@@ -68,24 +68,18 @@ struct Jogo {
 
     // Ten items, each at a holder with its stock, most of them on one or two open lines of invoices.
     explicit Jogo(std::uint32_t semente) : gerador(semente) {
-        empresa.escreve_parametros("GUIADEVOLUCAO=GV,1,SD\r\nGUIASREMESSA=GR,1,SG\r\nFACTURAS=FA,1,X\r\n"
-                                   "SOBRAS=SB,1,SS\r\nQUEBRAS=QB,2,SQ\r\nCONSUMOS=CI,3,SC\r\nTRF=TR,6,ST\r\n"
-                                   "ARMAZEM=CL,Clientes\r\nARMAZEMORVEX=OR,ORVEX\r\nCLIENTEORVEX=ORVEX\r\n");
         startup::SessaoBD& BD = empresa.outra();
         BD.IniciaTransaccao();
         for (const char* tabela : {"xel_ORVEX_MOV", "U_DocGcLin1", "DocGcLin", "Artigos", "artarm"})
             BD.Executa(std::string("Delete ") + tabela);
-        insere(BD, "TiposDocumento", {"Codigo", "MovStock"}, {{"SB", 1}, {"QB", -1}, {"CI", -1}, {"TR", 2}});
-        insere(BD, "Series", {"TpDoc", "Serie"}, {{"SB", 1}, {"QB", 2}, {"CI", 3}, {"TR", 6}});
+        empresa.com_ajustes_e_transferencias();
         for (int i = 0; i < 10; ++i) {
             const std::string artigo = artigos.emplace_back("REEL'" + std::to_string(i));
             const std::string cliente = em_cem(30) ? "ORVEX" : um_de(clientes);
             const std::string armazem = Modelo::armazem_de(cliente);
             const Kg stock = 1000 + ate(9000);
             modelo.actos.push_back({{}, "", {{{2018, "FC", 1, 7}, artigo, cliente, armazem, stock}}});
-            insere(BD, "Artigos", {"CODIGO", "Nome", "UnBase", "VLREXIST", "STDISP"},
-                   {{artigo, "Bobina d'aço", "TON", m("500"), peso(stock)}});
-            insere(BD, "artarm", {"Artigo", "Armazem", "Existenc"}, {{artigo, armazem, peso(stock)}});
+            empresa.insere_artigo(artigo, peso(stock), armazem);
             insere(BD, "xel_ORVEX",
                    {"NumSerie", "Cliente", "CliFinal", "Quantidade", "Ano", "TpDoc", "Serie", "NNumDoc"},
                    {{artigo, cliente, cliente, peso(stock), 2018, "FC", 1, 7}});
@@ -94,14 +88,8 @@ struct Jogo {
                 const Kg kg = 500 + ate(2000), bruto = kg + ate(50);
                 const Factura& f =
                     modelo.facturas[fa] = {artigo, um_de(clientes), em_cem(50) ? "OR" : "CL", kg, bruto};
-                insere(BD, "xel_ORVEX_MOV",
-                       {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha", "Data", "Artigo", "Cliente",
-                        "QtdOrig", "Qtd", "PesoLiquido", "PesoBruto"},
-                       {{2019, "FA", fa.numero, 1, fa.linha, base::DataHora{2019, 3, 1}, artigo, f.cliente,
-                         peso(kg), peso(kg), peso(kg), peso(bruto)}});
-                insere(BD, "DocGcLin",
-                       {"Ano", "TpDocum", "Serie", "NNumDoc", "NumLinha", "Artigo", "Armazem"},
-                       {{2019, "FA", 1, fa.numero, fa.linha, artigo, f.armazem}});
+                insere_linha(BD, {"FA", 1, fa.numero, fa.linha, artigo, peso(kg), peso(bruto), f.armazem,
+                                  f.cliente, peso(kg)});
             }
         }
         BD.ConfirmaTransaccao();
@@ -119,7 +107,7 @@ struct Jogo {
               "select Artigo, Armazem, Existenc from artarm order by Artigo, Armazem",
               "select CODIGO, STDISP from Artigos order by CODIGO"})
             for (const std::string& linha : partes(empresa.linhas(sql), "; "))
-                if (!linha.empty()) tudo += linha + "\n";
+                tudo += linha + "\n";
         return tudo;
     }
 

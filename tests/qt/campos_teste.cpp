@@ -1,16 +1,13 @@
 // Fields, pickers, buttons and tabs: who has the keyboard, and what is validated when it moves.
-#include "tests/qt/janela_aberta.h"
+#include "tests/qt/na_janela.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCalendarWidget>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTabBar>
-
-#include <gtest/gtest.h>
 
 namespace orvex::testes {
 namespace {

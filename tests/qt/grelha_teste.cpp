@@ -1,12 +1,9 @@
 // Grids: the current cell, edits, tick boxes, and how they end when the keyboard leaves.
-#include "tests/qt/janela_aberta.h"
+#include "tests/qt/na_janela.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
-#include <QTableView>
-
-#include <gtest/gtest.h>
 
 namespace orvex::testes {
 namespace {

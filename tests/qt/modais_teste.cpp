@@ -2,16 +2,13 @@
 #include "platform/qt/caixa.h"
 #include "platform/qt/modelo_lista.h"
 #include "tests/apoio/tabela.h"
-#include "tests/qt/janela_aberta.h"
+#include "tests/qt/na_janela.h"
 
 #include <QAbstractButton>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
-
-#include <gmock/gmock.h>
 
 namespace orvex::testes {
 namespace {

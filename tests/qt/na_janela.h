@@ -1,11 +1,12 @@
 // A screen at work on the small company, in its window. The keyboard starts in its first field.
 #pragma once
 
-#include "platform/qt/janela_qt.h"
-#include "tests/apoio/empresa_teste.h"
+#include "platform/qt/vista_grelha.h"
+#include "tests/common/ecra_ensaio.h"
 #include "tests/qt/apoio_qt.h"
 
-#include <QTableView>
+#include <QTabWidget>
+#include <QVBoxLayout>
 
 namespace orvex::testes {
 
@@ -44,6 +45,11 @@ struct NaJanela : TBancada {
         escreve(texto);
         tecla(Qt::Key_Return);
     }
+    void cabe_em(QSize espaco) {
+        const QSize minimo = qt.minimumSizeHint();
+        EXPECT_TRUE(minimo.width() <= espaco.width() && minimo.height() <= espaco.height())
+            << minimo.width() << " x " << minimo.height();
+    }
     void clica(const char* nome) { QTest::mouseClick(&em<QWidget>(nome), Qt::LeftButton); }
     void clica_celula(const char* grelha, int linha, int coluna) {
         QTest::mouseClick(em<QTableView>(grelha).viewport(), Qt::LeftButton, {},
@@ -64,5 +70,27 @@ struct NaJanela : TBancada {
 
     TJanela qt;
 };
+
+// The small screen in an open window.
+class JanelaEnsaio : public platform::qt::JanelaQt {
+  public:
+    JanelaEnsaio(EcraEnsaio& ecra, const platform::qt::EstadoSessao& sessao) : JanelaQt(ecra, sessao) {
+        auto* disposicao = new QVBoxLayout(this);
+        disposicao->addWidget(liga_com_lista(ecra.campo[0], 10, ecra.lista_0));
+        for (const int i : {1, 2})
+            disposicao->addWidget(liga(ecra.campo[i], 10));
+        disposicao->addWidget(liga(ecra.data));
+        disposicao->addWidget(liga(ecra.combo));
+        QTabWidget* paginas = liga(ecra.paginas);
+        paginas->addTab(liga(ecra.grelha), {});
+        paginas->addTab(new QWidget, {});
+        disposicao->addWidget(paginas);
+        disposicao->addWidget(liga(ecra.nome));
+        disposicao->addWidget(liga(ecra.confirmar));
+        disposicao->addWidget(&linha_estado());
+    }
+};
+
+using JanelaAberta = NaJanela<Bancada<EcraEnsaio>, JanelaEnsaio>;
 
 } // namespace orvex::testes

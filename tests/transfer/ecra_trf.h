@@ -19,32 +19,20 @@ namespace orvex::testes {
 struct EcraTrf : Bancada<transfer::TrfBobines> {
     explicit EcraTrf(int modo, const std::string& parametros = "")
         : Bancada(static_cast<std::int16_t>(modo)) {
-        // The first line of a key counts.
-        empresa.escreve_parametros(parametros +
-                                   "FACTURAS=FA,1,X;\r\nSOBRAS=SB,3,SS\r\nQUEBRAS=QB,4,SQ\r\nTRF=TR,6,ST\r\n"
-                                   "ARMAZEM=CL,Clientes\r\nARMAZEMORVEX=OR,ORVEX\r\nCLIENTEORVEX=ORVEX\r\n");
         auto& BD_ = empresa.outra();
         BD_.IniciaTransaccao();
-        insere(BD_, "TiposDocumento", {"Codigo", "MovStock"}, {{"TR", 2}});
-        insere(BD_, "Series", {"TpDoc", "Serie"}, {{"TR", 6}});
-        for (const char* item : {"REEL'1", "CEDIDA", "CASA", "COMGUIA", "OUTRA", "PARADA", "SEMSTOCK"}) {
-            const std::string nome = item, dono = nome == "CASA" ? "ORVEX" : "CL'1";
-            insere(BD_, "Artigos", {"CODIGO", "Nome", "Inactivo", "VLREXIST", "STDISP", "ULTPRCOM"},
-                   {{nome, "Bobina d'aço", nome == "PARADA" ? -1 : 0, m("250"), m("2.5"), m("90")}});
-            insere(BD_, "artarm", {"Artigo", "Armazem", "Existenc"},
-                   {{nome, nome == "SEMSTOCK" ? "OR" : "CL", m("2.5")}});
+        empresa.com_ajustes_e_transferencias(parametros + "FACTURAS=FA,1,X;\r\n");
+        for (const std::string item :
+             {"REEL'1", "CEDIDA", "CASA", "COMGUIA", "OUTRA", "PARADA", "SEMSTOCK"}) {
+            const std::string dono = item == "CASA" ? "ORVEX" : "CL'1";
+            empresa.insere_artigo(item, m("2.5"), item == "SEMSTOCK" ? "OR" : "CL", item == "PARADA");
             insere(
                 BD_, "xel_ORVEX", {"NumSerie", "Cliente", "CliFinal", "TpDoc", "NNumDoc"},
-                {{nome, "ORVEX", "ORVEX", "SB", 7}, {nome, dono, nome == "CEDIDA" ? "CL2" : dono, "SB", 8}});
+                {{item, "ORVEX", "ORVEX", "SB", 7}, {item, dono, item == "CEDIDA" ? "CL2" : dono, "SB", 8}});
         }
         insere(BD_, "xel_ORVEX_Mov", {"Ano", "TpDoc", "SerieDoc", "NumDoc", "NumLinha", "Artigo", "Qtd"},
                {{2019, "FA", 1, 500, 1, "COMGUIA", m("1")}, {2019, "FA", 9, 500, 1, "OUTRA", m("1")}});
         BD_.ConfirmaTransaccao();
-        abre();
-    }
-
-    // One more workstation of this company.
-    EcraTrf(int modo, EmpresaTeste& partilhada) : Bancada(&partilhada, static_cast<std::int16_t>(modo)) {
         abre();
     }
 

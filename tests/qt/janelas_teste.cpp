@@ -1,9 +1,14 @@
-// The delivery-note window: its layout, and a note's way through it by keyboard and mouse.
+// The windows of the screens: their layout, and the work of each by keyboard and mouse.
 #include "platform/qt/janela_guias_remessa.h"
+#include "platform/qt/janela_mov_stocks.h"
+#include "platform/qt/janela_trf_bobines.h"
+#include "tests/adjust/ecra_ajuste.h"
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"
+#include "tests/transfer/ecra_trf.h"
 
 #include <QLabel>
+#include <QLineEdit>
 
 #include <map>
 
@@ -36,9 +41,7 @@ TEST_F(JanelaDasGuias, TemUmWidgetComNomeParaCadaControloEDizSempreEmQueEmpresaE
 
 TEST_F(JanelaDasGuias, CabeInteiraNumEcraPequenoENadaSaiDoLugarComNomesCompridosOuComOPainelDaDevolucao) {
     qt.resize(1024, 768);
-    const QSize minimo = qt.minimumSizeHint();
-    EXPECT_LE(minimo.width(), 683); // 1024 x 768 at 150 %
-    EXPECT_LE(minimo.height(), 512);
+    cabe_em({683, 512}); // 1024 x 768 at 150 %
     const auto antes = lugares();
     ecra.Label2(1).Caption = std::string(300, 'W');
     ecra.Frame3.Visible = true;
@@ -112,6 +115,80 @@ TEST(JanelaDaDevolucao, DevolveUmaLinhaDeUmaGuiaComOTecladoOuORato) {
     EXPECT_TRUE(!final.isVisible() && guia.com_teclado() == "campo(0)");
     EXPECT_EQ(guia.empresa.linhas("select Origem from xel_ORVEX_Mov where TpDoc='GV'"),
               "2019/GR/1/1/3/00000");
+}
+
+constexpr QSize a_200_por_cento{504, 350}; // 1024 x 768, less the frame and the bar of the desktop
+
+struct JanelaDosAjustes : testing::Test, NaJanela<EcraAjuste, platform::qt::JanelaMovStocks> {
+    JanelaDosAjustes() : NaJanela(1) {}
+};
+
+TEST_F(JanelaDosAjustes, TemTodosOsControlosECabeInteiraNumEcraPequenoA200PorCento) {
+    cabe_em(a_200_por_cento);
+    ecra.btAnular.Visible = true;
+    ecra.Label2(1).Caption = std::string(300, 'W');
+    qt.mostra();
+    qt.resize(qt.minimumSizeHint());
+    for (const common::Controlo* controlo : ecra.controlos())
+        EXPECT_TRUE(qt.rect().contains(lugar(em<QWidget>(controlo->nome.c_str())))) << controlo->nome;
+}
+
+TEST_F(JanelaDosAjustes, FazSubstituiEAnulaUmaSobraSoComOTeclado) {
+    tecla(Qt::Key_F4, {}, {ok}); // the first item of the list
+    EXPECT_EQ(em<QLabel>("Label2(1)").text(), "Bobina d'aço");
+    EXPECT_EQ(com_teclado(), "campo(2)");
+    tecla(Qt::Key_Return);
+    escreve_e_entra("6");
+    const auto textos = tecla(Qt::Key_C, Qt::AltModifier, {para_ok, para_ok, ok});
+    EXPECT_THAT(textos, ElementsAre(testing::StartsWith("A Sobra é supeior ou igual a 150 Kg!\n"), testing::_,
+                                    "Foi gerado o Documento   :  1"));
+    EXPECT_EQ(documentos(), "SB|1|0 / SB|1");
+
+    tecla(Qt::Key_D, Qt::AltModifier, {ok}); // the first adjustment of the list
+    EXPECT_EQ(conteudo(), "CEDIDA|6||1|Excesso de Peso|1||15-03-2019");
+    EXPECT_EQ(em<QLineEdit>("campo(3)").text(), "1");
+    EXPECT_EQ(em<QLabel>("Label2(3)").text(), "Quantidade");
+    EXPECT_EQ(em<QWidget>("campo(3)").accessibleName(), "Quantidade");
+    EXPECT_TRUE(em<QWidget>("btAnular").isVisible());
+    tecla(Qt::Key_Return);
+    escreve("0,1");
+    tecla(Qt::Key_C, Qt::AltModifier, {para_ok, ok});
+    EXPECT_EQ(documentos(), "SB|1|-1; SB|0.1|0 / SB|0.1");
+
+    tecla(Qt::Key_D, Qt::AltModifier, {ok});
+    tecla(Qt::Key_A, Qt::AltModifier, {para_ok});
+    EXPECT_EQ(documentos(), "SB|1|-1; SB|0.1|-1 / ");
+    EXPECT_FALSE(em<QWidget>("btAnular").isVisible());
+}
+
+using Aberta = NaJanela<EcraTrf, platform::qt::JanelaTrfBobines>;
+
+TEST(JanelaTrfBobines, AposUmaRecusaUmArtigoPassaParaOutroCliente) {
+    Aberta aberta(2);
+    const QRect antes = aberta.lugar(aberta.em<QWidget>("campo(4)"));
+    aberta.escreve("CASA");
+    EXPECT_THAT(aberta.tecla(Qt::Key_Return, {}, {ok}),
+                ElementsAre("Este Artigo/Num.Série pertence à ORVEX!"));
+    EXPECT_EQ(aberta.com_teclado(), "campo(0)");
+    aberta.escreve_e_entra("REEL'1"); // what was refused is selected, and replaced
+    EXPECT_EQ(aberta.com_teclado(), "campo(2)");
+    aberta.tecla(Qt::Key_F4, {}, {{Qt::Key_Down, Qt::Key_Return}}); // the second client of the list
+    EXPECT_EQ(aberta.em<QLabel>("Label2(4)").text(), "Ibérica SL");
+    EXPECT_EQ(aberta.lugar(aberta.em<QWidget>("campo(4)")), antes);
+    aberta.tecla(Qt::Key_C, Qt::AltModifier);
+    EXPECT_EQ(aberta.rasto(), "CL'1|CL2|-2.5; CL2|CL2|2.5");
+}
+
+TEST(JanelaTrfBobines, SemClienteDestinoNaoHaLugarParaEleEEscNoClienteFecha) {
+    Aberta aberta(1);
+    EXPECT_LT(aberta.lugar(aberta.em<QWidget>("DTPicker1")).top() -
+                  aberta.lugar(aberta.em<QWidget>("campo(1)")).bottom(),
+              20);
+    aberta.cabe_em(a_200_por_cento);
+    aberta.tecla(Qt::Key_Tab);
+    EXPECT_EQ(aberta.com_teclado(), "campo(1)");
+    aberta.tecla(Qt::Key_Escape);
+    QTRY_VERIFY(!aberta.qt.isVisible());
 }
 
 } // namespace
