@@ -1,3 +1,4 @@
+#include "platform/sqlite/empresa.h"
 #include "tests/delivery/ecra_guias.h"
 
 using namespace orvex;
@@ -139,6 +140,27 @@ TEST_F(Guias, a_line_without_a_date_is_shown_and_picking_it_says_what_is_wrong) 
     anula();
     EXPECT_THAT(caixas(), testing::EndsWith("Pretende continuar?"));
     EXPECT_EQ(empresa.linhas("select NVias from DocGcCab"), "-1");
+}
+
+TEST_F(Guias, a_line_without_a_part_of_its_key_is_shown_and_picking_it_says_what_is_wrong) {
+    if (no_servidor()) GTEST_SKIP() << "the table is made anew in the embedded company's file";
+    platform::sqlite::abre_base(empresa.pasta() / platform::sqlite::ficheiro_livro)
+        .exec("alter table xel_ORVEX_Mov rename to antes; create table xel_ORVEX_Mov (Ano smallint, TpDoc "
+              "nvarchar(3), "
+              "NumDoc int, SerieDoc smallint, NumLinha smallint, Data date, Artigo nvarchar(15), Cliente "
+              "nvarchar(15), "
+              "Descritivo nvarchar(80), QtdOrig money, Qtd money, Origem nvarchar(30), PesoLiquido money, "
+              "PesoBruto "
+              "money); insert into xel_ORVEX_Mov select * from antes; update xel_ORVEX_Mov set PesoBruto=1; "
+              "update "
+              "xel_ORVEX_Mov set NumLinha=null where NumDoc=124");
+    cliente("CL'1");
+    EXPECT_EQ(caixas(), "");
+    EXPECT_THAT(linhas(ecra.Detalhe, {"Artigo"}), HasSubstr("BOB4"));
+    for (int linha = 1; ecra.Detalhe.texto(linha - 1, "Artigo") != ""; ++linha)
+        if (ecra.Detalhe.texto(linha - 1, "Artigo") == "BOB4") escolhe(linha);
+    EXPECT_THAT(caixas(), HasSubstr("FA/1/124 está sem ano, tipo, série, número ou linha"));
+    EXPECT_EQ(linhas(ecra.Gr, {"Artigo"}), "");
 }
 
 TEST_F(Guias, a_weight_that_another_workstation_repairs_meanwhile_is_passed_over) {

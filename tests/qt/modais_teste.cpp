@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMessageBox>
 
 namespace orvex::testes {
 namespace {
@@ -163,6 +164,24 @@ TEST_F(Listas, UmaListaLongaMostraAsPrimeirasLinhasELeAsOutrasQuandoSaoPrecisas)
         testes::tecla(lista, Qt::Key_Return);
     });
     EXPECT_EQ(escolhido, "Z12499");
+}
+
+TEST_F(Listas, UmRegistoSemChaveDizQueNaoPodeSerEscolhidoEAListaFica) {
+    insere(empresa.outra(), "Clientes", {"CODIGO", "Nome"}, {{"", "Sem código"}});
+    const std::string escolhido = escolhe([](QWidget& lista) {
+        QString dito;
+        QTimer::singleShot(0, &lista, [&dito] {
+            auto& caixa = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+            dito = caixa.text();
+            caixa.accept();
+        });
+        testes::escreve(lista, "sem c");
+        testes::tecla(lista, Qt::Key_Return);
+        EXPECT_TRUE(dito.startsWith("Este registo não pode ser escolhido")) << dito.toStdString();
+        EXPECT_TRUE(lista.isVisible());
+        testes::tecla(lista, Qt::Key_Escape);
+    });
+    EXPECT_EQ(escolhido, "");
 }
 
 TEST_F(Listas, UmaConsultaQueFalhaMostraAFalhaENaoEscolheNada) {
