@@ -97,7 +97,7 @@ ChaveDocumento Ecra::CriaDocStock(const startup::PedidoDocStock& pedido) {
 startup::ResultadoERP Ecra::AnulaNoERP(const ChaveDocumento& chave,
                                        const std::function<startup::ResultadoERP()>& anula) {
     anulacoes_.push_back({chave});
-    const startup::ResultadoERP resultado = anula();
+    startup::ResultadoERP resultado = anula();
     if (resultado.sucesso)
         anulacoes_.back().certa = true;
     else
