@@ -1,7 +1,7 @@
 #include "base_de_dados.h"
 
 #include "base/texto.h"
-#include "controladores_odbc.h"
+#include "platform/odbc/controladores.h"
 #include "platform/odbc/sessao_odbc.h"
 #include "platform/odbc/texto_ligacao.h"
 #include "platform/sqlite/sessao_sqlite.h"
@@ -31,17 +31,17 @@ Resultado ligacao_recusada(SessaoBD& BD) {
 }
 
 bool instalado(const std::string& controlador) {
-    const auto todos = controladores_instalados();
+    const auto todos = platform::odbc::controladores_instalados();
     std::error_code erro;
     return std::filesystem::exists(controlador, erro) || // drivers may also be named by their file
            std::any_of(todos.begin(), todos.end(),
-                       [&](const std::string& este) { return base::mesmo_nome(este, controlador); });
+                       [&](const auto& este) { return base::mesmo_nome(este.nome, controlador); });
 }
 
 Resultado controlador_em_falta(const std::string& controlador) {
     std::string instalados;
-    for (const std::string& este : controladores_instalados())
-        instalados += (instalados.empty() ? "" : ", ") + este;
+    for (const auto& este : platform::odbc::controladores_instalados())
+        instalados += (instalados.empty() ? "" : ", ") + este.nome;
     return {"controlador ODBC", Estado::erro,
             "«" + controlador +
                 "» não está instalado. Instale-o, ou corrija Controlador em [BD]. Instalados: " +

@@ -33,30 +33,35 @@ Fala fala_de(const std::string& biblioteca) {
     return freetds ? Fala::freetds : Fala::servidor;
 }
 
-std::string biblioteca_de(const std::string& controlador) {
-    std::string biblioteca;
+std::vector<Controlador> controladores_instalados() {
+    std::vector<Controlador> todos;
     SQLHENV ambiente = SQL_NULL_HENV;
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente))) return controlador;
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente))) return todos;
     SQLSetEnvAttr(ambiente, SQL_ATTR_ODBC_VERSION, como_ponteiro(SQL_OV_ODBC3), 0);
     std::array<SQLWCHAR, 256> nome{};
     std::array<SQLWCHAR, 4096> atributos{};
     SQLSMALLINT unidades_nome = 0, unidades = 0;
+    const auto cabe = [](SQLSMALLINT lidas, std::size_t maximo) {
+        return std::min(static_cast<std::size_t>(lidas), maximo);
+    };
     for (SQLUSMALLINT qual = SQL_FETCH_FIRST;
-         biblioteca.empty() &&
          SQL_SUCCEEDED(SQLDriversW(ambiente, qual, nome.data(), SQLSMALLINT{nome.size()}, &unidades_nome,
                                    atributos.data(), SQLSMALLINT{atributos.size()}, &unidades));
          qual = SQL_FETCH_NEXT) {
-        const auto cabe = [](SQLSMALLINT lidas, std::size_t maximo) {
-            return std::min(static_cast<std::size_t>(lidas), maximo);
-        };
-        if (!base::mesmo_nome(estreito(nome.data(), cabe(unidades_nome, nome.size() - 1)), controlador))
-            continue;
+        Controlador& este = todos.emplace_back();
+        este.nome = estreito(nome.data(), cabe(unidades_nome, nome.size() - 1));
         for (const char* atributo : {"Driver64", "Driver"})
-            if (biblioteca.empty())
-                biblioteca = valor_de(atributos.data(), cabe(unidades, atributos.size()), atributo);
+            if (este.biblioteca.empty())
+                este.biblioteca = valor_de(atributos.data(), cabe(unidades, atributos.size()), atributo);
     }
     SQLFreeHandle(SQL_HANDLE_ENV, ambiente);
-    return biblioteca.empty() ? controlador : biblioteca;
+    return todos;
+}
+
+std::string biblioteca_de(const std::string& controlador) {
+    for (const Controlador& este : controladores_instalados())
+        if (base::mesmo_nome(este.nome, controlador) && !este.biblioteca.empty()) return este.biblioteca;
+    return controlador;
 }
 
 } // namespace orvex::platform::odbc

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace orvex::platform::odbc {
 
@@ -10,6 +11,14 @@ enum class Fala { servidor, freetds };
 
 // By a library's name, or by the one that the driver gives itself.
 Fala fala_de(const std::string& biblioteca);
+
+struct Controlador {
+    std::string nome;       // as it is registered
+    std::string biblioteca; // empty where the manager does not tell
+};
+
+// All that the system's manager knows.
+std::vector<Controlador> controladores_instalados();
 
 // The library of a driver: the one that the manager has under this name, or the name itself where the
 // manager does not tell (a driver may be named by its library).
