@@ -10,8 +10,8 @@
 namespace orvex::adjust {
 
 using base::DataHora;
+using base::FalhaGuarda;
 using base::Moeda;
-using common::FalhaGuarda;
 using startup::ChaveDocumento;
 
 namespace {

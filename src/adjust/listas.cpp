@@ -54,9 +54,9 @@ void MovStocks::EscolheAjuste() {
 void MovStocks::ExigeColunas(startup::ConjuntoRegistos& registo) {
     for (const char* coluna : {"Cliente", "Data", "Quantidade", "Ano", "TpDoc", "Serie", "NNumDoc"})
         if (registo.valor(coluna).nulo())
-            throw common::FalhaGuarda("O movimento está sem " + std::string(coluna) +
-                                      " nos movimentos da ORVEX, e assim não pode ser substituído nem "
-                                      "anulado. Peça a correcção desse movimento.");
+            throw base::FalhaGuarda("O movimento está sem " + std::string(coluna) +
+                                    " nos movimentos da ORVEX, e assim não pode ser substituído nem "
+                                    "anulado. Peça a correcção desse movimento.");
 }
 
 void MovStocks::LerMovimento() {

@@ -18,6 +18,13 @@ class Falha : public std::runtime_error {
     std::int32_t numero_;
 };
 
+// A guard of the program's own refuses: what was decided on is no longer so, or cannot be carried out. Its
+// text says nothing of any later failure, so it is shown and never kept.
+class FalhaGuarda : public Falha {
+  public:
+    using Falha::Falha;
+};
+
 namespace numeros_falha {
 inline constexpr std::int32_t sem_elemento = 9;    // a list is shorter than the element asked for
 inline constexpr std::int32_t tipo_diferente = 13; // a value is not of the type asked for

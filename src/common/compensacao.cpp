@@ -20,7 +20,7 @@ std::string lista_de(const std::vector<ChaveDocumento>& documentos) {
 
 // Tells by its own text what happened, whatever an earlier failure left in UltimoErro.
 bool fala_por_si(const std::exception& falha) {
-    return dynamic_cast<const FalhaGuarda*>(&falha) != nullptr ||
+    return dynamic_cast<const base::FalhaGuarda*>(&falha) != nullptr ||
            dynamic_cast<const startup::ConfirmacaoDesconhecida*>(&falha) != nullptr;
 }
 
@@ -29,7 +29,7 @@ bool fala_por_si(const std::exception& falha) {
 void Ecra::regista_falha(const std::function<void()>& procedimento) {
     try {
         procedimento();
-    } catch (const FalhaGuarda&) {
+    } catch (const base::FalhaGuarda&) {
         throw;
     } catch (const std::exception& falha) {
         UltimoErro = base::descricao(falha);
@@ -41,7 +41,7 @@ void Ecra::regista_falha_numerada(const std::function<void()>& procedimento) {
     constexpr std::int64_t primeiro_numero = -2147221504;
     try {
         procedimento();
-    } catch (const FalhaGuarda&) {
+    } catch (const base::FalhaGuarda&) {
         throw;
     } catch (const std::exception& falha) {
         const auto* numerada = dynamic_cast<const base::Falha*>(&falha);

@@ -10,6 +10,7 @@
 #include "common/foco.h"
 #include "common/grelha.h"
 #include "common/janela.h"
+#include "confirmacao/observador.h"
 #include "startup/arranque.h"
 #include "startup/parametros.h"
 #include "startup/sessao_bd.h"
@@ -25,13 +26,6 @@
 
 namespace orvex::common {
 
-// A guard of the program's own refuses: what the user decided on is no longer so, or cannot be carried out.
-// Its text says nothing of any later failure, so it is shown and never kept.
-class FalhaGuarda : public base::Falha {
-  public:
-    using base::Falha::Falha;
-};
-
 // What start-up hands a screen. The sessions are process-wide and outlive it.
 struct ServicosEcra {
     startup::SessaoBD& BD;
@@ -39,6 +33,7 @@ struct ServicosEcra {
     startup::Parametros parametros;
     base::FormatoRegional formato;
     std::function<base::DataHora()> agora;
+    confirmacao::Observador& observador = confirmacao::sem_observador();
 };
 
 class Ecra : private Foco::Ouvinte {

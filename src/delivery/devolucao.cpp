@@ -139,17 +139,16 @@ void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
     constexpr std::int64_t anulada = -1;
     const auto guia = BD.Consulta("Select NVias from DocGcCab" + DaGuia("Serie", "NNumDoc", NoGRemessa));
     if (!guia->fim() && guia->valor("NVias").inteiro() == anulada)
-        throw common::FalhaGuarda("A guia " + std::to_string(NoGRemessa) +
-                                  " foi anulada depois de carregada.");
-    throw common::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " não está nos movimentos da ORVEX.");
+        throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " foi anulada depois de carregada.");
+    throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " não está nos movimentos da ORVEX.");
 }
 
 // Another program may have taken a line back since it was ticked here.
 void GuiasRemessa::RecusaDevolvidas() {
     for (int i = 0; i < Final.linhas(); ++i)
         if (Devolvida(i) && LinhaDevolvida(Final.texto(i, "NumLinha")))
-            throw common::FalhaGuarda("O artigo " + Final.texto(i, "Artigo") + " da guia " +
-                                      std::to_string(NumGuia) + " já foi devolvido.");
+            throw base::FalhaGuarda("O artigo " + Final.texto(i, "Artigo") + " da guia " +
+                                    std::to_string(NumGuia) + " já foi devolvido.");
 }
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {

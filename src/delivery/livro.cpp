@@ -57,7 +57,7 @@ void GuiasRemessa::SomaAOrigem(const std::string& origem, Moeda quantidade, Moed
     // The open quantity may have been sent by somebody else since it was listed; sent twice, its weight would
     // be lost.
     if (quantidade < Moeda() && moeda_ou_zero(linha->valor("Qtd")) + quantidade < Moeda())
-        throw common::FalhaGuarda("A linha " + origem + " já não tem em aberto a quantidade pedida.");
+        throw base::FalhaGuarda("A linha " + origem + " já não tem em aberto a quantidade pedida.");
     soma(*linha, "Qtd", quantidade);
     soma(*linha, "PesoLiquido", peso_liquido);
     soma(*linha, "PesoBruto", peso_bruto);
@@ -77,8 +77,8 @@ void GuiasRemessa::RegistaLinhasERP(const startup::ListaParametros& documento, s
         const Moeda Quant = moeda_ou_zero(L->valor("Quant"));
         const auto n = static_cast<std::size_t>(NumLinha.inteiro());
         if (n >= PesosLinha.size())
-            throw common::FalhaGuarda("O ERP deu à guia a linha " + std::to_string(n) +
-                                      ", que a guia não tem.");
+            throw base::FalhaGuarda("O ERP deu à guia a linha " + std::to_string(n) +
+                                    ", que a guia não tem.");
 
         const auto mov = BD.AbreActualizavel("Select * from xel_ORVEX_MOV where Ano=-1");
         mov->acrescenta();
@@ -131,8 +131,8 @@ void GuiasRemessa::RegistaLinhasERP(const startup::ListaParametros& documento, s
 void GuiasRemessa::ExigeLinhasRegistadas() const {
     for (const LinhaEnviada& linha : LinhasEnviadas)
         if (!linha.Artigo.empty() && !linha.registada)
-            throw common::FalhaGuarda("O ERP não mostra o artigo " + linha.Artigo + " no documento " +
-                                      DocsCriados.back().texto() + " que acabou de criar.");
+            throw base::FalhaGuarda("O ERP não mostra o artigo " + linha.Artigo + " no documento " +
+                                    DocsCriados.back().texto() + " que acabou de criar.");
 }
 
 void GuiasRemessa::ActualizaMov(std::int32_t NoDoc) {
@@ -161,8 +161,8 @@ void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
             SomaAOrigem(M->valor("Origem").texto(), moeda_ou_zero(M->valor("Qtd")),
                         moeda_ou_zero(M->valor("PesoLiquido")), moeda_ou_zero(M->valor("PesoBruto")));
             if (LinhaDevolvida(M->valor("NumLinha").texto()))
-                throw common::FalhaGuarda("O artigo " + M->valor("Artigo").texto() + " da guia " +
-                                          std::to_string(NoDoc) + " já foi devolvido.");
+                throw base::FalhaGuarda("O artigo " + M->valor("Artigo").texto() + " da guia " +
+                                        std::to_string(NoDoc) + " já foi devolvido.");
         }
         BD.Executa("Delete xel_ORVEX_MOV" + DaGuia("SerieDoc", "NumDoc", NoDoc));
         BD.Executa("Delete xel_ORVEX" + DaGuia("Serie", "NNumDoc", NoDoc));

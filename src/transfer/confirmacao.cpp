@@ -7,8 +7,8 @@
 
 namespace orvex::transfer {
 
+using base::FalhaGuarda;
 using base::Moeda;
-using common::FalhaGuarda;
 
 namespace {
 
