@@ -12,20 +12,23 @@ namespace orvex::adjust {
 using base::DataHora;
 using base::FalhaGuarda;
 using base::Moeda;
+using confirmacao::Confirmacao;
+using confirmacao::Fluxo;
+using confirmacao::Intencao;
 using startup::ChaveDocumento;
 
 namespace {
 
 const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in tonnes
 
-ChaveDocumento chave_do_registo(startup::ConjuntoRegistos& registo) {
+} // namespace
+
+ChaveDocumento MovStocks::chave_do_registo(startup::ConjuntoRegistos& registo) {
     return {.Ano = static_cast<std::int16_t>(registo.valor("Ano").inteiro()),
             .TipoDocumento = registo.valor("TpDoc").texto(),
             .Serie = static_cast<std::int16_t>(registo.valor("Serie").inteiro()),
             .NossoNoDocumento = static_cast<std::int32_t>(registo.valor("NNumDoc").inteiro())};
 }
-
-} // namespace
 
 void MovStocks::RecomecaEcra() {
     limparform();
@@ -52,19 +55,17 @@ bool MovStocks::entrada_aceite() {
 }
 
 void MovStocks::btConf_Click() {
-    try {
+    Confirmacao confirmacao(meios());
+    const auto trabalho = [&] {
         if (!entrada_aceite()) return;
         if (campo(1).Text.empty()) campo(1).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
         if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
         if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
-        if (Pergunta(ajuste)) Confirma(ajuste);
-    } catch (const startup::FalhaParametro&) {
-        throw; // read before anything begins: a matter of the file, which costs the user nothing
-    } catch (const std::exception& falha) {
-        compensa(falha);
+        if (Pergunta(ajuste)) Confirma(ajuste, confirmacao);
+    };
+    if (!confirmacao.executa(trabalho, [this](const std::exception& falha) { return erro_a_mostrar(falha); }))
         RecomecaEcra();
-    }
 }
 
 MovStocks::Ajuste MovStocks::ajuste_pedido() {
@@ -115,21 +116,37 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
     return false;
 }
 
-void MovStocks::Confirma(const Ajuste& ajuste) {
-    BD.IniciaTransaccao();
+Intencao MovStocks::IntencaoDe(const Ajuste& ajuste) const {
+    Intencao intencao{.fluxo = Fluxo::ajusta,
+                      .cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), ajuste.TpDoc, ajuste.Serie},
+                      .Cliente = Detentor,
+                      .Data = DTPicker1.Value,
+                      .artigos = {{campo(0).Text, ajuste.Qtd, ArmazemActual}}};
+    if (bCarregado) {
+        intencao.fluxo = Fluxo::substitui_ajuste;
+        intencao.anula = {DocCarregado};
+    }
+    return intencao;
+}
+
+void MovStocks::Confirma(const Ajuste& ajuste, Confirmacao& confirmacao) {
+    confirmacao.Inicia(IntencaoDe(ajuste));
     // Before the lock, with which the ERP's tables are seen anew: the price is that of after the
     // cancellation.
     if (bCarregado) ConfereSubstituicao(ajuste);
     BD.Tranca();
-    if (!bCarregado) ConfereArtigo();
-    const DataHora Data = bCarregado ? RemoveInf() : DTPicker1.Value;
-    if (bCarregado) ConfereStock(ajuste, PorAnular.empty() ? Moeda() : cQtdCarregada);
-    const std::int32_t NumDoc = ValidaMovimento(ajuste, Data);
+    DataHora Data = DTPicker1.Value;
+    if (bCarregado) {
+        const bool reposto = RemoveInf(confirmacao, Data);
+        ConfereStock(ajuste, reposto ? Moeda() : cQtdCarregada);
+    } else {
+        ConfereArtigo();
+    }
+    const std::int32_t NumDoc = ValidaMovimento(ajuste, Data, confirmacao);
     ActualizaMov(ajuste, NumDoc, Data);
-    const std::vector<ChaveDocumento> por_anular = PorAnular;
-    ConfirmaGravacao();
+    confirmacao.Confirma();
     Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), 2);
-    avisa_por_anular(por_anular);
+    confirmacao.AvisaPorAnular();
     RecomecaEcra();
 }
 
@@ -180,7 +197,8 @@ void MovStocks::ConfereArtigo() {
         throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
 }
 
-std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Data) {
+std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Data,
+                                        Confirmacao& confirmacao) {
     const std::string& Artigo = campo(0).Text;
     const startup::PedidoDocStock pedido{.tipo_documento = ajuste.TpDoc,
                                          .sector = ajuste.Sector,
@@ -200,9 +218,9 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
                                          .textos_18 = {"", ""}};
     gERP.PreparaDocStock(true);
     try {
-        return CriaDocStock(pedido).NossoNoDocumento;
+        return confirmacao.CriaDocStock(pedido).NossoNoDocumento;
     } catch (const base::Falha& falha) {
-        if (falha.numero() == erp_recusou) UltimoErro = falha.what();
+        if (falha.numero() == Confirmacao::erp_recusou) UltimoErro = falha.what();
         throw;
     }
 }
@@ -228,9 +246,8 @@ void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const Da
     });
 }
 
-DataHora MovStocks::RemoveInf() {
+bool MovStocks::RemoveInf(Confirmacao& confirmacao, DataHora& Data) {
     ChaveDocumento chave;
-    DataHora Data;
     {
         const auto registo =
             BD.Consulta(" Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
@@ -244,47 +261,46 @@ DataHora MovStocks::RemoveInf() {
     if (DetentorActual() != Detentor)
         throw FalhaGuarda(
             "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
-    // Refused or not, the replacement goes on; a document left in force is named once it is done.
-    if (!AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); }).sucesso) PorAnular.push_back(chave);
+    const bool anulado = confirmacao.AnulaSubstituido(chave);
     BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
-    return Data;
+    return anulado;
 }
 
 void MovStocks::btAnular_Click() {
     if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok)
         return RecomecaEcra();
-    std::string texto_erro;
-    try {
-        ChaveDocumento chave;
-        std::string cliente;
-        {
-            const auto registo =
-                BD.Consulta("Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
-            if (registo->fim()) {
-                Avisa("", "Impossível a anulação!", 2);
-                return;
-            }
-            chave = chave_do_registo(*registo);
-            cliente = registo->valor("Cliente").texto();
+    Confirmacao confirmacao(meios());
+    bool ha_movimento = true;
+    confirmacao.executa([&] { ha_movimento = Anula(confirmacao); }, &base::descricao);
+    if (ha_movimento) RecomecaEcra();
+}
+
+// False, with the screen as it is, when there is nothing to cancel.
+bool MovStocks::Anula(Confirmacao& confirmacao) {
+    Intencao intencao{.fluxo = Fluxo::anula_ajuste, .Data = DTPicker1.Value};
+    {
+        const auto registo = BD.Consulta("Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
+        if (registo->fim()) {
+            Avisa("", "Impossível a anulação!", 2);
+            return false;
         }
-        const std::optional<std::string> detentor = DetentorActual();
-        if (!AceitaReposicao(cliente, detentor)) return RecomecaEcra();
-        BD.IniciaTransaccao();
-        BD.Tranca();
-        if (DetentorActual() != detentor)
-            throw FalhaGuarda("O Artigo mudou de detentor. Volte a escolher o documento da lista.");
-        const auto resultado = AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); });
-        if (!resultado.sucesso) {
-            texto_erro = resultado.mensagem;
-            throw base::Falha(texto_erro);
-        }
-        DocsCriados.push_back(chave);
-        BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
-        ConfirmaGravacao();
-    } catch (const std::exception& falha) {
-        compensa(falha, texto_erro.empty() ? base::descricao(falha) : texto_erro);
+        intencao.anula = {chave_do_registo(*registo)};
+        intencao.Cliente = registo->valor("Cliente").texto();
     }
-    RecomecaEcra();
+    intencao.artigos = {{campo(0).Text, cQtdCarregada, ArmazemDe(intencao.Cliente)}};
+    const std::optional<std::string> detentor = DetentorActual();
+    if (!AceitaReposicao(intencao.Cliente, detentor)) return true;
+    confirmacao.Inicia(intencao);
+    BD.Tranca();
+    if (DetentorActual() != detentor)
+        throw FalhaGuarda("O Artigo mudou de detentor. Volte a escolher o documento da lista.");
+    const ChaveDocumento& chave = intencao.anula.front();
+    const auto resultado = confirmacao.Anula(chave, confirmacao::Leitura::resposta);
+    if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
+    confirmacao.Anota(chave);
+    BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
+    confirmacao.Confirma();
+    return true;
 }
 
 // The ERP puts the stock back where the document took it from, wherever the item is by now.

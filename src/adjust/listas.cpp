@@ -79,6 +79,7 @@ void MovStocks::LerMovimento() {
         if (const auto do_erp = cabecalho->valor("Data"); !do_erp.nulo()) data = do_erp.data();
     }
     const auto existencia = Existencia(artigo, armazem);
+    DocCarregado = chave_do_registo(*registo);
 
     if (campo(0).Text != artigo) Label2(1).Caption.clear(); // the name of another item
     ArmazemActual = armazem;

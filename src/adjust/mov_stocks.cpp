@@ -70,7 +70,6 @@ void MovStocks::limparform() {
     campo(1).Enabled = true;
     campo(0).Enabled = true;
     nomeia_quantidade("Nova Existência");
-    DocsCriados.clear();
     Detentor.clear();
     btAnular.Visible = false;
     if (Modo == 3) nomeia_quantidade("Quantidade");

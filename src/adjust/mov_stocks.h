@@ -86,7 +86,8 @@ class MovStocks : public common::Ecra {
     bool entrada_aceite();
     Ajuste ajuste_pedido();
     bool Pergunta(const Ajuste& ajuste);
-    void Confirma(const Ajuste& ajuste);
+    void Confirma(const Ajuste& ajuste, confirmacao::Confirmacao& confirmacao);
+    confirmacao::Intencao IntencaoDe(const Ajuste& ajuste) const;
     // Guards, inside the transaction: each throws, with the reason.
     void ConfereSubstituicao(const Ajuste& ajuste);
     // `por_repor` is what the replaced one has not yet given back to the stock.
@@ -94,13 +95,17 @@ class MovStocks : public common::Ecra {
     void ConfereArtigo();
     std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
     // Gives the number of the document created.
-    std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data);
+    std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data,
+                                 confirmacao::Confirmacao& confirmacao);
     void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
     void btAnular_Click();
+    bool Anula(confirmacao::Confirmacao& confirmacao);
     // Asks, where the item has gone from the adjustment's client to another holder since.
     bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
-    // Cancels the loaded adjustment's document, deletes its row and gives the row's date.
-    base::DataHora RemoveInf();
+    static startup::ChaveDocumento chave_do_registo(startup::ConjuntoRegistos& registo);
+    // Cancels the loaded adjustment's document, deletes its row and gives the row's date. False when the ERP
+    // did not cancel it.
+    bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);
     void RecomecaEcra();
 
     // Members
@@ -114,6 +119,7 @@ class MovStocks : public common::Ecra {
     std::string ArmazemActual; // where its stock is read and moved
     std::int32_t lRegisto = 0; // of the adjustment loaded
     bool bCarregado = false;
+    startup::ChaveDocumento DocCarregado;
     base::Moeda cQtdCarregada; // tonnes
 };
 

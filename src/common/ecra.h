@@ -10,7 +10,7 @@
 #include "common/foco.h"
 #include "common/grelha.h"
 #include "common/janela.h"
-#include "confirmacao/observador.h"
+#include "confirmacao/confirmacao.h"
 #include "startup/arranque.h"
 #include "startup/parametros.h"
 #include "startup/sessao_bd.h"
@@ -144,7 +144,10 @@ class Ecra : private Foco::Ouvinte {
 
     startup::ReferenciaERP CriaObjectoERP(const std::string& classe) { return gERP.CriaObjecto(classe); }
 
-    // One confirmation, and what becomes of it when it fails: compensacao.cpp
+    // A confirmation, and the text of its last failure: ultimo_erro.cpp
+
+    // What a confirmation of this screen works with.
+    confirmacao::Meios meios();
 
     // Runs a procedure that writes: a failure leaves its text in UltimoErro and goes on to the caller.
     void regista_falha(const std::function<void()>& procedimento);
@@ -159,38 +162,6 @@ class Ecra : private Foco::Ouvinte {
     // An empty UltimoErro takes the failure's own text, unless that is one to be shown and not kept.
     void completa_erro(const std::exception& falha);
 
-    // Has the ERP create a document. `cria` puts its key into DocsCriados as soon as it is known, and tells
-    // whether the ERP created it. Until then it may exist without a key: what was asked for, and what it was
-    // to hold, then names it.
-    bool CriaNoERP(const startup::ChaveDocumento& pedida, const std::string& conteudo,
-                   const std::function<bool()>& cria);
-
-    // Has the ERP create a stock document of one line, and gives its key. Throws erp_recusou with the ERP's
-    // own text when it refuses.
-    startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& pedido);
-    static constexpr std::int32_t erp_recusou = 5000;
-
-    // Has the ERP cancel a document whose rows this transaction takes out of the ledger, and gives what the
-    // ERP said. From then until the commit the ledger does not follow it, and a failure must name it.
-    startup::ResultadoERP AnulaNoERP(const startup::ChaveDocumento& chave,
-                                     const std::function<startup::ResultadoERP()>& anula);
-
-    // Commits; what ERP and ledger hold now agrees.
-    void ConfirmaGravacao();
-
-    // The failure path of every confirmation: rolls back, shows the text, has the ERP cancel every document
-    // created by this confirmation and names what is left for the user to put right. When nobody knows
-    // whether the commit happened, nothing is cancelled on a guess.
-    void compensa(const std::exception& falha) { compensa(falha, erro_a_mostrar(falha)); }
-    void compensa(const std::exception& falha, const std::string& texto_erro);
-
-    // By what the user sees that a confirmation was carried out: "o documento está nos
-    // movimentos da ORVEX".
-    virtual std::string sinal_de_confirmada() const;
-
-    // Names the documents that the user must cancel in the ERP, if any.
-    void avisa_por_anular(const std::vector<startup::ChaveDocumento>& documentos);
-
     base::DataHora agora() const { return servicos_.agora(); }
 
     startup::SessaoBD& BD;
@@ -201,23 +172,9 @@ class Ecra : private Foco::Ouvinte {
     void define_estado(std::string texto) { estado_ = std::move(texto); }
 
     bool bDigitado = false; // the user typed since the last validation
-    std::vector<startup::ChaveDocumento> DocsCriados;
-    std::vector<startup::ChaveDocumento> PorAnular; // that this confirmation replaces and the ERP kept
     std::string UltimoErro;
 
   private:
-    // A cancellation asked of the ERP, and whether it is known to have been carried out.
-    struct Anulacao {
-        startup::ChaveDocumento chave;
-        bool certa = false;
-    };
-
-    void desfaz_transaccao();
-    void avisa_por_saber();
-    void avisa_pedido_sem_resposta();
-    void avisa_anulacoes();
-    void esquece_documentos();
-
     void corre(const std::function<void()>& manipulador);
     void resolve_foco();
     Janela& janela();
@@ -235,9 +192,7 @@ class Ecra : private Foco::Ouvinte {
     std::vector<Controlo*> controlos_;
     Foco foco_{*this};
     std::string estado_;
-    std::string pedido_sem_resposta_; // the document being created, as long as its outcome is not known
-    std::vector<Anulacao> anulacoes_; // that the ledger has not confirmed
-    bool em_curso_ = false;           // an event is being handled; a second press of a button is ignored
+    bool em_curso_ = false; // an event is being handled; a second press of a button is ignored
     bool a_fechar_ = false;
 };
 

@@ -26,9 +26,9 @@ const char* nome(Fluxo fluxo);
 
 // What of an article a confirmation is to move.
 struct ArtigoMovido {
-    std::string Artigo;
-    base::Moeda Quantidade; // tonnes, never negative
-    std::string Armazem;
+    std::string Artigo{};
+    base::Moeda Quantidade{}; // tonnes, never negative
+    std::string Armazem{};
 };
 
 // What a confirmation is about to do, known whole before it begins.
@@ -36,11 +36,11 @@ struct Intencao {
     Fluxo fluxo{};
     // The document it creates, without its number. Of a transfer to a client, which creates none, and of a
     // cancellation: empty type.
-    startup::ChaveDocumento cria;
-    std::vector<startup::ChaveDocumento> anula; // documents in force that it cancels
-    std::string Cliente;                        // the note's client, the adjustment's holder, the new holder
-    base::DataHora Data;
-    std::vector<ArtigoMovido> artigos;
+    startup::ChaveDocumento cria{};
+    std::vector<startup::ChaveDocumento> anula{}; // documents in force that it cancels
+    std::string Cliente{}; // the note's client, the adjustment's holder, the new holder
+    base::DataHora Data{};
+    std::vector<ArtigoMovido> artigos{};
 };
 
 enum class Operacao { cria, anula };
@@ -53,23 +53,23 @@ enum class Desfecho {
 struct PedidoERP {
     Operacao operacao{};
     // Of a document being created: without its number, until an answer gives it.
-    startup::ChaveDocumento chave;
+    startup::ChaveDocumento chave{};
 };
 
 struct RespostaERP {
     Desfecho desfecho{};
-    startup::ChaveDocumento chave; // with its number, where the ERP gave one
-    std::string mensagem;          // the ERP's own, or that of the failure
+    startup::ChaveDocumento chave{}; // with its number, where the ERP gave one
+    std::string mensagem{};          // the ERP's own, or that of the failure
 };
 
 // How a confirmation ended that was not carried out. Told once its boxes were dismissed.
 struct Compensacao {
-    std::string erro;       // as shown to the user
+    std::string erro{};     // as shown to the user
     bool por_saber = false; // nobody knows whether the commit happened: nothing was cancelled
-    std::vector<startup::ChaveDocumento> anulados;   // created here, and cancelled again
-    std::vector<startup::ChaveDocumento> por_anular; // created here, named to the user for him to cancel
+    std::vector<startup::ChaveDocumento> anulados{};   // created here, and cancelled again
+    std::vector<startup::ChaveDocumento> por_anular{}; // created here, named to the user for him to cancel
     // Whatever else the user was told may not agree between ledger and ERP, one text each.
-    std::vector<std::string> por_verificar;
+    std::vector<std::string> por_verificar{};
 };
 
 // Steps come in this order: intencao; antes_do_erp and depois_do_erp around every call that creates or
@@ -88,6 +88,9 @@ class Observador {
     virtual void antes_de_confirmar() {}
     virtual void feita() noexcept {}
     virtual void compensada(const Compensacao&) noexcept {}
+
+    // A failure on the way that changed nothing of what is done next, and that nobody is told of.
+    virtual void engolida(const std::string& /*texto*/) noexcept {}
 };
 
 // One that keeps no record.

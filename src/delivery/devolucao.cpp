@@ -95,27 +95,41 @@ bool GuiasRemessa::Devolvida(int linha) const {
 }
 
 void GuiasRemessa::GravaDevolucao() {
-    try {
-        ArmazemGuia = ArmazemEscolhido();
-        BD.IniciaTransaccao();
-        BD.Tranca(); // before the ERP moves stock that others may be deciding on
-        LibertaDocumento();
-        CriaCabecalhoDevolucao();
-        std::int32_t Erro = 0;
-        std::string Mensagem;
-        if (!CriaLinhasDevolucao(1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
-        const std::int32_t numero = NumeroNoEcra();
-        ActualizaMovGV(numero, NumGuia);
-        ExigeLinhasRegistadas();
-        ConfirmaGravacao();
-        Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
-    } catch (const std::exception& falha) {
-        compensa(falha);
-    }
+    confirmacao::Confirmacao confirmacao(meios());
+    confirmacao.executa(
+        [&] {
+            ArmazemGuia = ArmazemEscolhido();
+            confirmacao.Inicia(IntencaoDeDevolver());
+            BD.Tranca(); // before the ERP moves stock that others may be deciding on
+            LibertaDocumento();
+            CriaCabecalhoDevolucao();
+            std::int32_t Erro = 0;
+            std::string Mensagem;
+            if (!CriaLinhasDevolucao(confirmacao, 1, Erro, Mensagem) || Erro != 0)
+                throw base::Falha(Mensagem);
+            const std::int32_t numero = NumeroNoEcra();
+            ActualizaMovGV(numero, NumGuia);
+            ExigeLinhasRegistadas(confirmacao.Criado());
+            confirmacao.Confirma();
+            Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+        },
+        [this](const std::exception& falha) { return erro_a_mostrar(falha); });
     LibertaDocumento();
     DesInibe();
     limparform();
     SetFocus(campo(0));
+}
+
+confirmacao::Intencao GuiasRemessa::IntencaoDeDevolver() const {
+    confirmacao::Intencao intencao{
+        .fluxo = confirmacao::Fluxo::devolve,
+        .cria = {static_cast<std::int16_t>(DTPicker3.Value.ano), GUIADEVOLUCAO[0], GUIADEVOLUCAO.serie(1)},
+        .Cliente = campo(0).Text,
+        .Data = DTPicker3.Value};
+    for (int i = 0; i < Final.linhas(); ++i)
+        if (Devolvida(i))
+            intencao.artigos.push_back({Final.texto(i, "Artigo"), Final.moeda(i, "Qtd"), ArmazemGuia});
+    return intencao;
 }
 
 void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {

@@ -5,6 +5,7 @@
 namespace orvex::delivery {
 
 using base::Moeda;
+using confirmacao::Confirmacao;
 using startup::ReferenciaERP;
 
 namespace {
@@ -174,7 +175,8 @@ void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
                     {Final.texto(linha, "Artigo"), Final.moeda(linha, "Qtd")});
 }
 
-bool GuiasRemessa::CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
+bool GuiasRemessa::CriaLinhasGuia(Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
+                                  std::string& Mensagem) {
     bool criado = false;
     regista_falha([&] {
         ComecaLinhas();
@@ -189,18 +191,19 @@ bool GuiasRemessa::CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, st
             AdicionaLinhaGuia(i);
             ultimo_doc = doc;
         }
-        criado = EnviaDocumento(TipoEnvio, Erro, Mensagem);
+        criado = EnviaDocumento(confirmacao, TipoEnvio, Erro, Mensagem);
     });
     return criado;
 }
 
-bool GuiasRemessa::CriaLinhasDevolucao(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
+bool GuiasRemessa::CriaLinhasDevolucao(Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
+                                       std::string& Mensagem) {
     bool criado = false;
     regista_falha([&] {
         ComecaLinhas();
         for (int i = 0; i < Final.linhas(); ++i)
             if (Devolvida(i)) AdicionaLinhaDevolucao(i);
-        criado = EnviaDocumento(TipoEnvio, Erro, Mensagem);
+        criado = EnviaDocumento(confirmacao, TipoEnvio, Erro, Mensagem);
     });
     return criado;
 }
@@ -215,7 +218,8 @@ startup::ChaveDocumento GuiasRemessa::ChaveDe(const ReferenciaERP& documento) {
     return chave;
 }
 
-bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
+bool GuiasRemessa::EnviaDocumento(Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
+                                  std::string& Mensagem) {
     if (OutrosDocsLinha.size() <= 1) {
         Erro = -1;
         Mensagem = UltimoErro = sem_linhas;
@@ -225,25 +229,27 @@ bool GuiasRemessa::EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, st
     if (TipoEnvio != submeter) return true;
 
     ReferenciaERP doc;
-    const bool criado = CriaNoERP(pedida, ConteudoEnviado(), [&] {
+    const auto pede = [&](const auto& anota) {
         if (gERP.SubmeteDocumento(especie_guia, DocActual) != 0) return false;
         doc = gERP.DocumentoSubmetido();
         const auto r =
             doc->chama("Finalizar", {pedida.NossoNoDocumento, 0, pedida.TipoDocumento, pedida.Ano});
         if (r.valor.inteiro() != 0) return false;
-        DocsCriados.push_back(ChaveDe(doc));
+        anota(ChaveDe(doc));
         return true;
-    });
-    if (criado) {
-        campo(1).Text = std::to_string(DocsCriados.back().NossoNoDocumento);
-        return true;
-    }
-    if (doc) UltimoErro = doc->chama("UltimaMensagem", {}).valor.texto();
-    const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
-    Erro = resultado.sucesso ? -1 : 0;
-    Mensagem = resultado.mensagem;
-    if (!doc) UltimoErro = Mensagem;
-    return false;
+    };
+    const auto porque = [&] {
+        if (doc) UltimoErro = doc->chama("UltimaMensagem", {}).valor.texto();
+        const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
+        Erro = resultado.sucesso ? -1 : 0;
+        Mensagem = resultado.mensagem;
+        if (!doc) UltimoErro = Mensagem;
+        return UltimoErro;
+    };
+    if (!confirmacao.Cria(pedida, {.conteudo = ConteudoEnviado(), .pede = pede, .porque = porque}).sucesso)
+        return false;
+    campo(1).Text = std::to_string(confirmacao.Criado().NossoNoDocumento);
+    return true;
 }
 
 } // namespace orvex::delivery

@@ -9,6 +9,9 @@
 namespace orvex::delivery {
 
 using base::Moeda;
+using confirmacao::Confirmacao;
+using confirmacao::Fluxo;
+using confirmacao::Intencao;
 
 namespace {
 
@@ -18,35 +21,36 @@ constexpr int anular = 1;
 } // namespace
 
 void GuiasRemessa::btConf_Click(int Index) {
-    try {
-        if (Index == emitir && !VerificaQuantidades()) return SetFocus(campo(0));
-        if (campo(0).Text.empty()) {
-            Avisa("", "Falta o Cliente!", 2);
+    Confirmacao confirmacao(meios());
+    if (!confirmacao.executa([&] { Confirma(Index, confirmacao); },
+                             [this](const std::exception& falha) { return erro_a_mostrar(falha); }))
+        Recomeca();
+}
+
+void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
+    if (Index == emitir && !VerificaQuantidades()) return SetFocus(campo(0));
+    if (campo(0).Text.empty()) {
+        Avisa("", "Falta o Cliente!", 2);
+        return SetFocus(campo(0));
+    }
+    if (!VerificaContribuinte()) {
+        SSTab1.Tab = pagina_diversos;
+        return SetFocus(campo(19));
+    }
+    if (Index == anular) {
+        if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
+        if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok) {
+            limparform();
             return SetFocus(campo(0));
         }
-        if (!VerificaContribuinte()) {
-            SSTab1.Tab = pagina_diversos;
-            return SetFocus(campo(19));
-        }
-        if (Index == anular) {
-            if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
-            if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok) {
-                limparform();
-                return SetFocus(campo(0));
-            }
-        }
-        if (Index == emitir && !AceitaDatas({&DTPicker1, &DTPicker2(0), &DTPicker2(1)})) return;
-        ArmazemGuia = ArmazemEscolhido();
-        BD.IniciaTransaccao();
-        if (Index == emitir)
-            Emite();
-        else
-            Anula();
-        Recomeca();
-    } catch (const std::exception& falha) {
-        compensa(falha);
-        Recomeca();
     }
+    if (Index == emitir && !AceitaDatas({&DTPicker1, &DTPicker2(0), &DTPicker2(1)})) return;
+    ArmazemGuia = ArmazemEscolhido();
+    if (Index == emitir)
+        Emite(confirmacao);
+    else
+        Anula(confirmacao);
+    Recomeca();
 }
 
 void GuiasRemessa::Recomeca() {
@@ -113,37 +117,61 @@ bool GuiasRemessa::GuiaLidaPorInteiro() {
     return false;
 }
 
-void GuiasRemessa::Emite() {
+Intencao GuiasRemessa::IntencaoDeEmitir() const {
+    return {.fluxo = Fluxo::emite_guia,
+            .cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1)},
+            .Cliente = campo(0).Text,
+            .Data = DTPicker1.Value,
+            .artigos = ArtigosDaGuia()};
+}
+
+Intencao GuiasRemessa::IntencaoDeAnular() const {
+    return {.fluxo = Fluxo::anula_guia,
+            .anula = {{static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1),
+                       NumGuia}},
+            .Cliente = campo(0).Text,
+            .Data = DTPicker1.Value,
+            .artigos = ArtigosDaGuia()};
+}
+
+std::vector<confirmacao::ArtigoMovido> GuiasRemessa::ArtigosDaGuia() const {
+    std::vector<confirmacao::ArtigoMovido> artigos;
+    for (int i = 0; i < Gr.linhas(); ++i)
+        if (!Gr.valor(i, "Artigo").vazio())
+            artigos.push_back({Gr.texto(i, "Artigo"), Gr.moeda(i, "Quant"), ArmazemGuia});
+    return artigos;
+}
+
+void GuiasRemessa::Emite(Confirmacao& confirmacao) {
+    confirmacao.Inicia(IntencaoDeEmitir());
     BD.Tranca(); // before the ERP moves stock that others may be deciding on
     LibertaDocumento();
     CriaCabecalhoGuia();
     std::int32_t Erro = 0;
     std::string Mensagem;
-    if (!CriaLinhasGuia(1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
+    if (!CriaLinhasGuia(confirmacao, 1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
     const std::int32_t numero = NumeroNoEcra();
     ActualizaMov(numero);
-    ExigeLinhasRegistadas();
-    ConfirmaGravacao();
+    ExigeLinhasRegistadas(confirmacao.Criado());
+    confirmacao.Confirma();
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
 }
 
-void GuiasRemessa::Anula() {
+void GuiasRemessa::Anula(Confirmacao& confirmacao) {
+    confirmacao.Inicia(IntencaoDeAnular());
     bool Boa = false;
     TestaDevolucao(Boa);
-    if (Boa) return ConfirmaGravacao();
+    if (Boa) return confirmacao.Confirma();
 
     const startup::ChaveDocumento chave = ChaveDe(DocActual);
     LibertaDocumento();
     ActualizaMovGR(NumeroNoEcra());
-    const startup::ResultadoERP resultado = AnulaNoERP(chave, [&] {
-        gERP.AnulaDocumento(1, chave);
-        return gERP.ResultadoUltimo();
-    });
+    const startup::ResultadoERP resultado = confirmacao.Anula(chave, confirmacao::Leitura::resultado_ultimo);
     if (!resultado.sucesso) {
         UltimoErro = resultado.mensagem;
         throw base::Falha(resultado.mensagem);
     }
-    ConfirmaGravacao();
+    confirmacao.Confirma();
 }
 
 } // namespace orvex::delivery

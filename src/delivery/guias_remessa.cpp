@@ -53,7 +53,6 @@ void GuiasRemessa::LeParametros() {
 }
 
 void GuiasRemessa::limparform() {
-    DocsCriados.clear();
     ComecaLinhas();
     DTPicker1.Value = DTPicker2(0).Value = DTPicker2(1).Value = agora();
     for (const int i : {1, 6, 7})

@@ -135,10 +135,14 @@ class GuiasRemessa : public common::Ecra {
     // Issuing and cancelling: emissao.cpp
 
     void btConf_Click(int Index);
+    void Confirma(int Index, confirmacao::Confirmacao& confirmacao);
     bool VerificaQuantidades();
     bool VerificaContribuinte();
-    void Emite();
-    void Anula();
+    void Emite(confirmacao::Confirmacao& confirmacao);
+    void Anula(confirmacao::Confirmacao& confirmacao);
+    confirmacao::Intencao IntencaoDeEmitir() const;
+    confirmacao::Intencao IntencaoDeAnular() const;
+    std::vector<confirmacao::ArtigoMovido> ArtigosDaGuia() const;
     bool GuiaAindaNoEcra();
     bool GuiaLidaPorInteiro();
     void Recomeca(); // the empty screen, the cursor in its first field
@@ -149,8 +153,10 @@ class GuiasRemessa : public common::Ecra {
     bool CriaCabecalhoGuia();
     bool CriaCabecalhoDevolucao();
     // True exactly when the document was created; otherwise UltimoErro tells why.
-    bool CriaLinhasGuia(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
-    bool CriaLinhasDevolucao(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
+    bool CriaLinhasGuia(confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
+                        std::string& Mensagem);
+    bool CriaLinhasDevolucao(confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio,
+                             std::int32_t& Erro, std::string& Mensagem);
     void AdicionaLinhaGuia(int linha);
     void AdicionaLinhaDevolucao(int linha);
     void AdicionaLinhaTexto(const std::string& texto);
@@ -163,7 +169,8 @@ class GuiasRemessa : public common::Ecra {
                          LinhaEnviada enviada);
     std::string ConteudoEnviado() const; // the articles and weights of the document being built
     static startup::ChaveDocumento ChaveDe(const startup::ReferenciaERP& documento);
-    bool EnviaDocumento(std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
+    bool EnviaDocumento(confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
+                        std::string& Mensagem);
 
     // The ledger: livro.cpp
 
@@ -174,7 +181,7 @@ class GuiasRemessa : public common::Ecra {
                           const base::DataHora& data, Sentido sentido);
     // Throws when an article line that was sent is none of those recorded: its weight would have left the
     // open line and be nowhere.
-    void ExigeLinhasRegistadas() const;
+    void ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const;
     // Whether a text begins with the key of a ledger line: year, type, series, number and line.
     static bool TemChave(const std::string& chave);
     // Adds to the ledger line with this key; a key without a line is passed over.
@@ -197,6 +204,7 @@ class GuiasRemessa : public common::Ecra {
     void Final_BeforeColUpdate(int Row, int Col, bool& Cancel);
     bool Devolvida(int linha) const; // ticked in Final
     void GravaDevolucao();
+    confirmacao::Intencao IntencaoDeDevolver() const;
     void ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa);
     [[noreturn]] void RecusaSemMovimentos(std::int32_t NoGRemessa);
     void RecusaDevolvidas();

@@ -128,11 +128,11 @@ void GuiasRemessa::RegistaLinhasERP(const startup::ListaParametros& documento, s
     }
 }
 
-void GuiasRemessa::ExigeLinhasRegistadas() const {
+void GuiasRemessa::ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const {
     for (const LinhaEnviada& linha : LinhasEnviadas)
         if (!linha.Artigo.empty() && !linha.registada)
             throw base::FalhaGuarda("O ERP não mostra o artigo " + linha.Artigo + " no documento " +
-                                    DocsCriados.back().texto() + " que acabou de criar.");
+                                    criado.texto() + " que acabou de criar.");
 }
 
 void GuiasRemessa::ActualizaMov(std::int32_t NoDoc) {

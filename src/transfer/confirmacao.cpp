@@ -9,6 +9,9 @@ namespace orvex::transfer {
 
 using base::FalhaGuarda;
 using base::Moeda;
+using confirmacao::Confirmacao;
+using confirmacao::Fluxo;
+using confirmacao::Intencao;
 
 namespace {
 
@@ -28,30 +31,51 @@ void TrfBobines::btConf_Click() {
     }
     ExigeParametros();
     if (!AceitaDatas({&DTPicker1})) return;
-    try {
-        BD.IniciaTransaccao();
-        BD.Tranca();
-        VerificaAceite();
-        const std::string& destino = Modo == para_orvex ? CLIENTEORVEX[0] : campo(2).Text;
-        GravaMovimento(Modo == para_orvex ? Detentor : campo(1).Text, campo(5).Text, -Quantidade, QUEBRAS[0],
-                       QUEBRAS.serie(1), destino);
-        GravaMovimento(destino, campo(4).Text, Quantidade, SOBRAS[0], SOBRAS.serie(1), destino);
-        if (Modo == para_orvex)
-            TransfereArmazem(Quantidade);
-        else
-            ActArtigo();
-        ConfirmaGravacao();
-    } catch (const std::exception& falha) {
-        completa_erro(falha);
-        compensa(falha);
-    }
+    Confirmacao confirmacao(meios_da_transferencia());
+    confirmacao.executa(
+        [&] {
+            confirmacao.Inicia(IntencaoDeTransferir());
+            BD.Tranca();
+            VerificaAceite();
+            const std::string& destino = Destino();
+            GravaMovimento(Modo == para_orvex ? Detentor : campo(1).Text, campo(5).Text, -Quantidade,
+                           QUEBRAS[0], QUEBRAS.serie(1), destino);
+            GravaMovimento(destino, campo(4).Text, Quantidade, SOBRAS[0], SOBRAS.serie(1), destino);
+            if (Modo == para_orvex)
+                TransfereArmazem(confirmacao, Quantidade);
+            else
+                ActArtigo();
+            confirmacao.Confirma();
+        },
+        [this](const std::exception& falha) {
+            completa_erro(falha);
+            return erro_a_mostrar(falha);
+        });
     limparform();
     SetFocus(campo(0));
 }
 
-// A transfer's rows do not carry the number of its document.
-std::string TrfBobines::sinal_de_confirmada() const {
-    return "o último movimento do artigo " + campo(0).Text + " é o desta transferência";
+const std::string& TrfBobines::Destino() const {
+    return Modo == para_orvex ? CLIENTEORVEX[0] : campo(2).Text;
+}
+
+confirmacao::Meios TrfBobines::meios_da_transferencia() {
+    confirmacao::Meios estes = meios();
+    // A transfer's rows do not carry the number of its document.
+    estes.sinal = "o último movimento do artigo " + campo(0).Text + " é o desta transferência";
+    return estes;
+}
+
+Intencao TrfBobines::IntencaoDeTransferir() const {
+    Intencao intencao{.fluxo = Fluxo::transfere_para_cliente,
+                      .Cliente = Destino(),
+                      .Data = DTPicker1.Value,
+                      .artigos = {{campo(0).Text, Quantidade, ArmazemActual}}};
+    if (Modo == para_orvex) {
+        intencao.fluxo = Fluxo::transfere_para_orvex;
+        intencao.cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), TRF[0], TRF.serie(1)};
+    }
+    return intencao;
 }
 
 // Found missing half-way, an element would cost the user what the fields hold.
@@ -103,25 +127,25 @@ void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& t
     });
 }
 
-void TrfBobines::TransfereArmazem(Moeda Quant) {
+void TrfBobines::TransfereArmazem(Confirmacao& confirmacao, Moeda Quant) {
     regista_falha_numerada([&] {
         const std::string& Artigo = campo(0).Text;
-        CriaDocStock({.tipo_documento = TRF[0],
-                      .sector = TRF[2],
-                      .serie = TRF.serie(1),
-                      .destino = ARMAZEMORVEX[0],
-                      .processo = "",
-                      .texto_8 = "",
-                      .data = DTPicker1.Value.data(),
-                      .texto_10 = "",
-                      .armazem = ARMAZEM[0],
-                      .inteiro_12 = 0,
-                      .texto_13 = "",
-                      .artigos = {"", Artigo},
-                      .textos_15 = {"", ""},
-                      .quantidades = {0, Quant.real()},
-                      .precos = {0, PrecoTransferencia(Artigo)},
-                      .textos_18 = {"", ""}});
+        confirmacao.CriaDocStock({.tipo_documento = TRF[0],
+                                  .sector = TRF[2],
+                                  .serie = TRF.serie(1),
+                                  .destino = ARMAZEMORVEX[0],
+                                  .processo = "",
+                                  .texto_8 = "",
+                                  .data = DTPicker1.Value.data(),
+                                  .texto_10 = "",
+                                  .armazem = ARMAZEM[0],
+                                  .inteiro_12 = 0,
+                                  .texto_13 = "",
+                                  .artigos = {"", Artigo},
+                                  .textos_15 = {"", ""},
+                                  .quantidades = {0, Quant.real()},
+                                  .precos = {0, PrecoTransferencia(Artigo)},
+                                  .textos_18 = {"", ""}});
     });
 }
 

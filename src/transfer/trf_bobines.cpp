@@ -75,7 +75,6 @@ void TrfBobines::limparform() {
              std::initializer_list<common::Controlo*>{&campo(2), &Label2(4), &btFx(2)})
             controlo->Visible = false;
     DTPicker1.Value = agora();
-    DocsCriados.clear();
     Aceites = {};
     DetentorNoERP.clear();
 }

@@ -59,14 +59,16 @@ class TrfBobines : public common::Ecra {
     // Confirming: confirmacao.cpp
 
     void btConf_Click();
-    std::string sinal_de_confirmada() const override;
+    const std::string& Destino() const; // the item's new holder
+    confirmacao::Meios meios_da_transferencia();
+    confirmacao::Intencao IntencaoDeTransferir() const;
     void ExigeParametros() const;
     // The ledger is a chain: each exit leaves the holder that the row before it named. Throws when the item
     // is not the one accepted or has moved since, on this workstation or on another.
     void VerificaAceite();
     void GravaMovimento(const std::string& Cliente, const std::string& txt, base::Moeda Qtd,
                         const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal);
-    void TransfereArmazem(base::Moeda Quant);
+    void TransfereArmazem(confirmacao::Confirmacao& confirmacao, base::Moeda Quant);
     double PrecoTransferencia(const std::string& Artigo);
     void ActArtigo();
 
