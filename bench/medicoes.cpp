@@ -5,7 +5,7 @@
 #include "bench/filhos.h"
 #include "bench/processo.h"
 #include "tests/fio/servidor_tds.h"
-#include "tools/empresa_demo.h"
+#include "tools/empresa/empresa_demo.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -3,8 +3,8 @@
 #include "startup/definicoes.h"
 #include "tests/apoio/empresa_teste.h"
 #include "tools/diagnostico/diagnostico.h"
-#include "tools/empresa_demo.h"
-#include "tools/linha_comando.h"
+#include "tools/empresa/empresa_demo.h"
+#include "tools/empresa/linha_comando.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 // orvex-diagnostico: tells whether an installation can work.
-#include "../pasta_do_programa.h"
 #include "base/descricao.h"
 #include "diagnostico.h"
 #include "startup/ficheiro.h"
+#include "tools/comum/pasta_do_programa.h"
 
 #include <iostream>
 

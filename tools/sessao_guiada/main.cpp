@@ -3,12 +3,12 @@
 // stock.
 #include "app/fabrica_orvex.h"
 #include "base/descricao.h"
-#include "empresa_demo.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "roteiro.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/ficheiro.h"
+#include "tools/empresa/empresa_demo.h"
 
 #include <QApplication>
 #include <QSettings>

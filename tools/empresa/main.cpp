@@ -3,8 +3,8 @@
 #include "empresa_demo.h"
 #include "instalacao.h"
 #include "linha_comando.h"
-#include "pasta_do_programa.h"
 #include "startup/ficheiro.h"
+#include "tools/comum/pasta_do_programa.h"
 
 #include <iostream>
 
