@@ -32,12 +32,10 @@ class ObjectoEmpresa : public startup::ObjectoERP {
         if (base::mesmo_nome(membro, "Nome")) return nome_;
         desconhecido(membro);
     }
-    void poe(std::string_view membro, const base::Variante&) override { desconhecido(membro); }
-    startup::ValorERP chama(std::string_view membro, const std::vector<startup::ValorERP>&) override {
-        return obtem(membro);
-    }
+    void poe(std::string_view membro, const startup::ValorERP&) override { desconhecido(membro); }
 
   private:
+    startup::ValorERP invoca(std::string_view membro, Argumentos&) override { return obtem(membro); }
     [[noreturn]] static void desconhecido(std::string_view membro) {
         throw Falha("O ERP não conhece o membro «" + std::string(membro) + "» da empresa.");
     }
