@@ -93,6 +93,8 @@ struct PedidoDocStock {
     std::vector<std::string> textos_18;
 };
 
+inline constexpr std::int16_t modo_ligacao = 2; // what every session is given before it logs in
+
 class SessaoERP {
   public:
     virtual ~SessaoERP() = default;

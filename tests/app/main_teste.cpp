@@ -35,10 +35,11 @@ TEST(Programa, without_a_display_it_says_what_failed_and_waits_for_nobody) {
                                                  "\nUtilizador=ana\n[ERP]\nEmpresa=E\nPalavraPasse=" + senha +
                                                  "\n");
     };
-    const PastaTemporaria boa, sem_empresa, recusada;
+    const PastaTemporaria boa, sem_empresa, recusada, outro_erp;
     escreve(boa, empresa.pasta().string(), "");
     escreve(sem_empresa, "nenhuma", "");
     escreve(recusada, empresa.pasta().string(), "errada");
+    escreve(outro_erp, empresa.pasta().string(), "\nServidor=SRV01");
     constexpr const char* sem_ecra = "precisa de um ecrã";
     const struct {
         const char* argumento;
@@ -50,6 +51,7 @@ TEST(Programa, without_a_display_it_says_what_failed_and_waits_for_nobody) {
         {"0", boa, "", 0, ""},
         {"0", sem_empresa, "", 1, "Não existe uma empresa"},
         {"0", recusada, "", 1, "Não foi possivel ligar ao 100c ..."},
+        {"0", outro_erp, "", 1, "não a ligação ao ERP do servidor «SRV01»"},
         {"2", boa, "", 1, sem_ecra},
         {"2", boa, "DISPLAY=:9999", 1, sem_ecra},
         {"2", sem_empresa, "QT_QPA_PLATFORM=offscreen", 1, "Não existe uma empresa"},

@@ -100,10 +100,7 @@ SessaoERPEmbebida::SessaoERPEmbebida(int espera_ms)
 
 bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     Desliga();
-    if (valores[DefinicoesERP::servidor].empty() || valores[DefinicoesERP::base].empty())
-        throw Falha("O ficheiro de definições não diz a que empresa do ERP ligar: faltam Servidor ou Base.");
-    if (valores[DefinicoesERP::servidor] != startup::servidor_embebido)
-        throw Falha("Esta versão só traz a emulação do ERP: em [ERP], Servidor tem de ser sqlite.");
+    if (valores[DefinicoesERP::base].empty()) throw Falha("Falta a pasta da empresa do ERP.");
     try {
         const std::string& pasta = valores[DefinicoesERP::base];
         auto base = abre(std::u8string(pasta.begin(), pasta.end()), espera_ms_);

@@ -32,8 +32,8 @@ TEST_F(SessaoErp, diz_o_que_falta_quando_a_empresa_nao_abre) {
     const auto espera_ao_ligar = [&](const char* texto) {
         espera_falha([&] { SessaoERPEmbebida().Liga(outros); }, texto);
     };
-    outros[DefinicoesERP::servidor] = "SRV01";
-    espera_ao_ligar("Esta versão só traz a emulação do ERP: em [ERP], Servidor tem de ser sqlite.");
+    outros[DefinicoesERP::base].clear(); // not the folder we are in
+    espera_ao_ligar("Falta a pasta da empresa do ERP.");
     const PastaTemporaria pasta;
     outros = valores();
     outros[DefinicoesERP::base] = pasta.pasta().string();
