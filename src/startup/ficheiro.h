@@ -8,9 +8,6 @@
 
 namespace orvex::startup {
 
-// A path in UTF-8, for messages and connection texts.
-std::string texto_de(const std::filesystem::path& caminho);
-
 // Why a path is no file, or no folder, that can be worked with: "não existe", "é uma pasta, e não um
 // ficheiro" and the like; empty when it is one. Whatever it is, it is not opened: a pipe would wait for
 // somebody to write.

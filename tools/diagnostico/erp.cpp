@@ -3,6 +3,7 @@
 #include "app/fabrica_erp.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
+#include "base/caminho.h"
 #include "base/texto.h"
 
 namespace orvex::diagnostico {
@@ -14,7 +15,7 @@ using startup::SessaoBD;
 
 void verifica_entrada(const Definicoes& definicoes, Resultados& resultados) {
     constexpr const char* nome = "entrada no ERP";
-    const std::string em_erp = " em [ERP] de «" + definicoes.ficheiro.string() + "»";
+    const std::string em_erp = " em [ERP] de «" + base::texto_de(definicoes.ficheiro) + "»";
     const auto& v = definicoes.erp->valores;
     if (definicoes.erp->incompletas()) {
         resultados.push_back({nome, Estado::erro,

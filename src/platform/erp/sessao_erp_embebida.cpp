@@ -1,5 +1,6 @@
 #include "platform/erp/sessao_erp_embebida.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "base/texto.h"
 #include "platform/erp/objectos.h"
@@ -47,7 +48,7 @@ class ObjectoEmpresa : public startup::ObjectoERP {
 std::unique_ptr<BaseErp> abre(const std::filesystem::path& pasta, int espera_ms) {
     const auto ficheiro = pasta / sqlite::ficheiro_erp;
     if (const std::string defeito = startup::defeito_do_ficheiro(ficheiro); !defeito.empty())
-        throw Falha("Não existe uma empresa na pasta «" + startup::texto_de(pasta) +
+        throw Falha("Não existe uma empresa na pasta «" + base::texto_de(pasta) +
                     "»: " + sqlite::ficheiro_erp + " " + defeito + ".");
     return std::make_unique<BaseErp>(sqlite::abre_base(ficheiro, SQLite::OPEN_READWRITE, espera_ms));
 }
@@ -102,8 +103,7 @@ bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     Desliga();
     if (valores[DefinicoesERP::base].empty()) throw Falha("Falta a pasta da empresa do ERP.");
     try {
-        const std::string& pasta = valores[DefinicoesERP::base];
-        auto base = abre(std::u8string(pasta.begin(), pasta.end()), espera_ms_);
+        auto base = abre(base::caminho_de(valores[DefinicoesERP::base]), espera_ms_);
         Comando empresa(*base, "select Codigo, Nome from Empresa where Codigo = ?");
         const bool aceite = empresa.com(valores[DefinicoesERP::empresa]).linha() &&
                             utilizador_aceite(*base, valores[DefinicoesERP::utilizador],
