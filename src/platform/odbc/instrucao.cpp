@@ -100,7 +100,7 @@ void Instrucao::exige_certo(SQLRETURN resultado) const {
 
 void Instrucao::corre(const std::string& sql, std::vector<Parametro>& parametros) {
     for (std::size_t i = 0; i < parametros.size(); ++i)
-        parametros[i].liga(punho_, numero(i));
+        parametros[i].associa(punho_, numero(i));
     TextoLargo texto = largo(sql);
     exige_certo(SQLExecDirectW(punho_, texto.data(), static_cast<SQLINTEGER>(texto.size() - 1)));
 }

@@ -97,7 +97,7 @@ Parametro::Parametro(const TipoColuna& tipo, const base::Variante& valor) {
     }
 }
 
-void Parametro::liga(SQLHSTMT instrucao, SQLUSMALLINT numero) {
+void Parametro::associa(SQLHSTMT instrucao, SQLUSMALLINT numero) {
     SQLPOINTER dados = nullptr;
     if (auto* texto = std::get_if<std::string>(&valor_)) {
         dados = texto->data();

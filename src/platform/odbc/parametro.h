@@ -17,7 +17,7 @@ class Parametro {
     Parametro(const registos::TipoColuna& tipo, const base::Variante& valor);
 
     // The driver reads the value when the statement runs: it must still be here then, in its place.
-    void liga(SQLHSTMT instrucao, SQLUSMALLINT numero);
+    void associa(SQLHSTMT instrucao, SQLUSMALLINT numero);
 
   private:
     using Valor = std::variant<std::monostate, std::int64_t, double, std::string, TextoLargo, SQL_DATE_STRUCT,

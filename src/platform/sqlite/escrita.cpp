@@ -17,11 +17,11 @@ std::string condicao(const Colunas& colunas) {
     return " WHERE " + chave + lidos;
 }
 
-int liga_campos(SQLite::Statement& instrucao, const Colunas& colunas,
-                const std::vector<registos::Campo>& campos) {
+int associa_campos(SQLite::Statement& instrucao, const Colunas& colunas,
+                   const std::vector<registos::Campo>& campos) {
     int parametro = 0;
     for (const registos::Campo& campo : campos)
-        liga_valor(instrucao, ++parametro, colunas.lista[campo.coluna].tipo, campo.valor);
+        associa_valor(instrucao, ++parametro, colunas.lista[campo.coluna].tipo, campo.valor);
     return parametro;
 }
 
@@ -33,7 +33,7 @@ void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& c
         Colunas alvo = colunas;
         alvo.tabela = onde_se_escreve(colunas.tabela);
         const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, campos));
-        liga_campos(*instrucao, colunas, campos);
+        associa_campos(*instrucao, colunas, campos);
         instrucao->exec();
     });
 }
@@ -43,18 +43,18 @@ bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& c
     tranca_para_escrever();
     return com_falhas([&] {
         const auto instrucao = ligacao().escritas.toma(texto_alteracao(colunas, campos) + condicao(colunas));
-        int parametro = liga_campos(*instrucao, colunas, campos);
-        const auto liga_lida = [&](std::size_t coluna) {
+        int parametro = associa_campos(*instrucao, colunas, campos);
+        const auto associa_lida = [&](std::size_t coluna) {
             if (const base::Variante* escrito = lida.escrito(coluna)) {
-                liga_valor(*instrucao, ++parametro, colunas.lista[coluna].tipo, *escrito);
+                associa_valor(*instrucao, ++parametro, colunas.lista[coluna].tipo, *escrito);
             } else {
-                liga_celula(*instrucao, ++parametro, lida.celula(coluna));
+                associa_celula(*instrucao, ++parametro, lida.celula(coluna));
             }
         };
         for (std::size_t i = 0; i < colunas.lista.size(); ++i)
-            if (colunas.lista[i].chave) liga_lida(i);
+            if (colunas.lista[i].chave) associa_lida(i);
         for (std::size_t i = 0; i < colunas.lista.size(); ++i)
-            liga_lida(i);
+            associa_lida(i);
         // Of a view the engine counts the rows that were written for it, not its own.
         const int antes = base().getTotalChanges();
         instrucao->exec();

@@ -69,7 +69,7 @@ std::shared_ptr<Preparada> Motor::prepara(const std::string& sql, Uso uso) {
     }
     auto preparada = encontrada->second;
     if (uso == Uso::consulta && preparada->genero != Traducao::Genero::consulta) instrucao_errada(sql);
-    preparada->liga(forma_);
+    preparada->associa(forma_);
     return preparada;
 }
 
