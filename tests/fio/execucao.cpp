@@ -36,14 +36,14 @@ void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
     constexpr const char* tipos[]{"nvarchar(4000)", "int", "money", "nvarchar(4000)"}; // by the engine's own
     std::map<std::size_t, int> maiores;
     for (std::size_t i = 0; i < colunas.size(); ++i)
-        if (colunas[i].tipo.especie == TipoColuna::Especie::expressao) maiores[i] = 0;
+        if (colunas[i].tipo.familia == TipoSQL::Familia::expressao) maiores[i] = 0;
     if (maiores.empty()) return;
     while (linhas.executeStep())
         for (auto& [i, maior] : maiores)
             if (const int tipo = linhas.getColumn(static_cast<int>(i)).getType(); tipo != SQLITE_NULL)
                 maior = std::max(maior, tipo);
     for (const auto& [i, maior] : maiores)
-        colunas[i].tipo = TipoColuna::le(tipos[maior]);
+        colunas[i].tipo = TipoSQL::le(tipos[maior]);
     linhas.reset();
 }
 

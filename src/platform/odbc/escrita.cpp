@@ -9,8 +9,8 @@ namespace {
 using registos::Campo;
 using registos::Coluna;
 using registos::Colunas;
-using registos::TipoColuna;
-using Especie = TipoColuna::Especie;
+using registos::TipoSQL;
+using Familia = TipoSQL::Familia;
 
 std::vector<Parametro> parametros_de(const Colunas& colunas, const std::vector<Campo>& campos) {
     std::vector<Parametro> parametros;
@@ -21,8 +21,8 @@ std::vector<Parametro> parametros_de(const Colunas& colunas, const std::vector<C
 }
 
 // Long texts, pictures and binary fractions have no exact comparison.
-bool comparavel(const TipoColuna& tipo) {
-    return tipo.especie != Especie::expressao && (tipo.especie != Especie::texto || tipo.comprimento > 0);
+bool comparavel(const TipoSQL& tipo) {
+    return tipo.familia != Familia::expressao && (tipo.familia != Familia::texto || tipo.comprimento > 0);
 }
 
 // A text in which a character that is none was replaced as it was read.
@@ -53,11 +53,11 @@ class Condicao {
         texto_ += texto_.empty() ? " WHERE " : " AND ";
         if (valor.nulo()) {
             texto_ += nome + " IS NULL";
-        } else if (coluna.tipo.especie == Especie::data_hora) {
+        } else if (coluna.tipo.familia == Familia::data_hora) {
             texto_ += "CONVERT(nvarchar(19)," + nome + ",120)=?";
-            parametros.emplace_back(TipoColuna{}, base::Variante(valor.texto()));
+            parametros.emplace_back(TipoSQL{}, base::Variante(valor.texto()));
         } else {
-            const bool texto = coluna.tipo.especie == Especie::texto && !coluna.chave;
+            const bool texto = coluna.tipo.familia == Familia::texto && !coluna.chave;
             texto_ += nome + (texto ? " COLLATE Latin1_General_BIN2=?" : "=?");
             parametros.emplace_back(coluna.tipo, valor);
         }

@@ -17,7 +17,7 @@ namespace orvex::platform::registos {
 
 struct Coluna {
     std::string nome;
-    TipoColuna tipo;
+    TipoSQL tipo;
     bool chave = false;      // of the table's key; known of a query that can be updated
     bool identidade = false; // given by the database
 };
@@ -95,7 +95,7 @@ class Conjunto final : public startup::ConjuntoRegistos {
     std::string_view nome_coluna(std::size_t coluna) const override {
         return colunas_->lista.at(coluna).nome;
     }
-    const TipoColuna& tipo(std::size_t coluna) const { return colunas_->lista.at(coluna).tipo; }
+    const TipoSQL& tipo(std::size_t coluna) const { return colunas_->lista.at(coluna).tipo; }
     base::Variante valor(std::size_t coluna) override;
     base::Variante valor(std::string_view nome) override { return valor(indice(nome)); }
 

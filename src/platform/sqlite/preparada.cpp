@@ -58,7 +58,7 @@ std::shared_ptr<const Colunas> le_colunas(const SQLite::Statement& instrucao, sq
     for (int i = 0; i < instrucao.getColumnCount(); ++i) {
         const char* declarado = sqlite3_column_decltype(ponteiro, i);
         colunas->lista.push_back(
-            {instrucao.getColumnName(i), declarado == nullptr ? TipoColuna{} : TipoColuna::le(declarado)});
+            {instrucao.getColumnName(i), declarado == nullptr ? TipoSQL{} : TipoSQL::le(declarado)});
     }
     return colunas;
 }
@@ -119,13 +119,13 @@ void associa_celula(SQLite::Statement& instrucao, int parametro, const Celula& c
     }
 }
 
-void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoColuna& tipo,
+void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& tipo,
                    const base::Variante& valor) {
     if (const auto* moeda = std::get_if<base::Moeda>(&valor.valor())) {
         instrucao.bind(parametro, moeda->real()); // the engine keeps a whole one as an integer
     } else if (const auto* data = std::get_if<base::DataHora>(&valor.valor())) {
         instrucao.bind(parametro,
-                       tipo.especie == TipoColuna::Especie::data ? data->data_iso() : data->data_hora_iso());
+                       tipo.familia == TipoSQL::Familia::data ? data->data_iso() : data->data_hora_iso());
     } else if (const auto* real = std::get_if<double>(&valor.valor())) {
         instrucao.bind(parametro, *real);
     } else if (valor.nulo()) {

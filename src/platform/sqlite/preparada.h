@@ -19,7 +19,7 @@ namespace orvex::platform::sqlite {
 using registos::Celula;
 using registos::Coluna;
 using registos::Colunas;
-using registos::TipoColuna;
+using registos::TipoSQL;
 
 class Preparada {
   public:
@@ -48,7 +48,7 @@ class Preparada {
 Celula le_coluna(const SQLite::Statement& instrucao, std::size_t coluna);
 
 // A value as normaliza gave it, in the engine's form for a column of this type.
-void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoColuna& tipo,
+void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& tipo,
                    const base::Variante& valor);
 void associa_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula);
 
