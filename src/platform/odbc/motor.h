@@ -46,8 +46,9 @@ class Motor final : public registos::Motor {
     bool em_transaccao() override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
-    void insere(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos) override;
-    bool altera(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos,
+    void insere(const registos::Colunas& colunas,
+                const std::vector<registos::Atribuicao>& atribuicoes) override;
+    bool altera(const registos::Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
                 const registos::Conjunto& lida) override;
 
     Servidor servidor();
@@ -105,7 +106,8 @@ class Motor final : public registos::Motor {
     // come in time.
     void pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const;
     std::int64_t abertas_no_servidor() const;
-    void nota_testemunha(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos);
+    void nota_testemunha(const registos::Colunas& colunas,
+                         const std::vector<registos::Atribuicao>& atribuicoes);
     void numera_testemunha();
     bool confirmada_afinal(const FalhaODBC& falha);
     const std::vector<std::string>& chave(const std::string& tabela);

@@ -28,7 +28,7 @@ struct Colunas {
     bool chave_completa = false;
 };
 
-struct Campo {
+struct Atribuicao {
     std::size_t coluna;
     base::Variante valor; // as the column keeps it (normaliza)
 };
@@ -62,9 +62,10 @@ class Motor {
     virtual bool em_transaccao() = 0;
     virtual void em_exclusivo(const std::function<void()>& trabalho) = 0;
 
-    virtual void insere(const Colunas& colunas, const std::vector<Campo>& campos) = 0;
+    virtual void insere(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) = 0;
     // False when no row has the key and the values of the one that was read.
-    virtual bool altera(const Colunas& colunas, const std::vector<Campo>& campos, const Conjunto& lida) = 0;
+    virtual bool altera(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes,
+                        const Conjunto& lida) = 0;
 
     // Reads the half-read set to its end into memory, so that the connection is free.
     void liberta();
@@ -127,12 +128,12 @@ class Conjunto final : public startup::ConjuntoRegistos {
     std::exception_ptr falha_;
 
     bool nova_ = false;
-    std::vector<Campo> definidos_; // fields set and not yet written
-    std::vector<Campo> escritos_;  // fields of the current row written since it was read
+    std::vector<Atribuicao> definidos_; // fields set and not yet written
+    std::vector<Atribuicao> escritos_;  // fields of the current row written since it was read
 };
 
 // "INSERT INTO t([a],[b]) VALUES (?,?)" and "UPDATE t SET [a]=?,[b]=?", one parameter for each field.
-std::string texto_insercao(const Colunas& colunas, const std::vector<Campo>& campos);
-std::string texto_alteracao(const Colunas& colunas, const std::vector<Campo>& campos);
+std::string texto_insercao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes);
+std::string texto_alteracao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes);
 
 } // namespace orvex::platform::registos

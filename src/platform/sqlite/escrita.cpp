@@ -17,33 +17,34 @@ std::string condicao(const Colunas& colunas) {
     return " WHERE " + chave + lidos;
 }
 
-int associa_campos(SQLite::Statement& instrucao, const Colunas& colunas,
-                   const std::vector<registos::Campo>& campos) {
+int associa_atribuicoes(SQLite::Statement& instrucao, const Colunas& colunas,
+                        const std::vector<registos::Atribuicao>& atribuicoes) {
     int parametro = 0;
-    for (const registos::Campo& campo : campos)
-        associa_valor(instrucao, ++parametro, colunas.lista[campo.coluna].tipo, campo.valor);
+    for (const registos::Atribuicao& atribuicao : atribuicoes)
+        associa_valor(instrucao, ++parametro, colunas.lista[atribuicao.coluna].tipo, atribuicao.valor);
     return parametro;
 }
 
 } // namespace
 
-void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) {
+void Motor::insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) {
     tranca_para_escrever();
     com_falhas([&] {
         Colunas alvo = colunas;
         alvo.tabela = onde_se_escreve(colunas.tabela);
-        const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, campos));
-        associa_campos(*instrucao, colunas, campos);
+        const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, atribuicoes));
+        associa_atribuicoes(*instrucao, colunas, atribuicoes);
         instrucao->exec();
     });
 }
 
-bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
+bool Motor::altera(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
                    const registos::Conjunto& lida) {
     tranca_para_escrever();
     return com_falhas([&] {
-        const auto instrucao = ligacao().escritas.toma(texto_alteracao(colunas, campos) + condicao(colunas));
-        int parametro = associa_campos(*instrucao, colunas, campos);
+        const auto instrucao =
+            ligacao().escritas.toma(texto_alteracao(colunas, atribuicoes) + condicao(colunas));
+        int parametro = associa_atribuicoes(*instrucao, colunas, atribuicoes);
         const auto associa_lida = [&](std::size_t coluna) {
             if (const base::Variante* escrito = lida.escrito(coluna)) {
                 associa_valor(*instrucao, ++parametro, colunas.lista[coluna].tipo, *escrito);

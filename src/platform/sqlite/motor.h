@@ -30,8 +30,8 @@ class Motor final : public registos::Motor {
     bool em_transaccao() override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
-    void insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) override;
-    bool altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
+    void insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) override;
+    bool altera(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
                 const registos::Conjunto& lida) override;
 
   private:
