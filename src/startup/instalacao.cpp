@@ -15,12 +15,12 @@ PastasInstalacao PastasInstalacao::de(const std::filesystem::path& programa) {
 std::filesystem::path PastasInstalacao::ficheiro_definicoes() const {
     const std::filesystem::path pasta = comum / "TRAMEL";
     std::error_code erro;
-    const auto especie = std::filesystem::status(pasta, erro).type();
+    const auto tipo = std::filesystem::status(pasta, erro).type();
     // A folder that cannot be asked for may well be there: the program's own settings are another company's.
-    if (especie == std::filesystem::file_type::none)
+    if (tipo == std::filesystem::file_type::none)
         throw base::Falha("Não foi possível procurar as definições: «" + base::texto_de(pasta) + "» " +
                           defeito_da_pasta(pasta) + ".");
-    return (especie == std::filesystem::file_type::directory ? pasta : programa) / "OrvexEXE.xel";
+    return (tipo == std::filesystem::file_type::directory ? pasta : programa) / "OrvexEXE.xel";
 }
 
 std::filesystem::path PastasInstalacao::catalogo() const { return programa / "Catalogos" / "bd.sql"; }

@@ -82,8 +82,8 @@ Motor::Tentativas Motor::tentativas(Repete repete) const {
 }
 
 bool Motor::Tentativas::outra(const FalhaODBC& falha) {
-    if (falha.especie() == FalhaODBC::Especie::ligacao) return ligacoes-- > 0;
-    if (falha.especie() != FalhaODBC::Especie::vitima && falha.especie() != FalhaODBC::Especie::ocupado)
+    if (falha.natureza() == FalhaODBC::Natureza::ligacao) return ligacoes-- > 0;
+    if (falha.natureza() != FalhaODBC::Natureza::vitima && falha.natureza() != FalhaODBC::Natureza::ocupado)
         return false;
     constexpr std::chrono::milliseconds pausa(50);
     if (std::chrono::steady_clock::now() + pausa >= fim || bloqueios-- <= 0) return false;

@@ -141,9 +141,9 @@ FalhaODBC Motor::toma_nota(const FalhaODBC& apanhada) {
     FalhaODBC falha = ligacao_ != nullptr && !ligacao_->viva() ? ligacao_perdida(apanhada) : apanhada;
     // After a time-out nobody knows when the server will be listening again.
     const bool perdida =
-        falha.especie() == FalhaODBC::Especie::ligacao || falha.especie() == FalhaODBC::Especie::tempo;
+        falha.natureza() == FalhaODBC::Natureza::ligacao || falha.natureza() == FalhaODBC::Natureza::tempo;
     if (perdida) ligacao_.reset();
-    if (transaccao_ == Transaccao::aberta && (perdida || falha.especie() == FalhaODBC::Especie::vitima))
+    if (transaccao_ == Transaccao::aberta && (perdida || falha.natureza() == FalhaODBC::Natureza::vitima))
         transaccao_ = Transaccao::perdida;
     return falha;
 }

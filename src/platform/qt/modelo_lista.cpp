@@ -44,11 +44,11 @@ bool e_numero(const base::Variante& valor) {
 
 // Numbers and dates by value, before texts; nulls first.
 struct ChaveOrdenacao {
-    int especie = 0;
+    int grupo = 0;
     double numero = 0;
     std::string texto;
     friend bool operator<(const ChaveOrdenacao& a, const ChaveOrdenacao& b) {
-        if (a.especie != b.especie) return a.especie < b.especie;
+        if (a.grupo != b.grupo) return a.grupo < b.grupo;
         if (a.numero != b.numero) return a.numero < b.numero;
         return a.texto < b.texto;
     }
