@@ -129,10 +129,10 @@ ChaveDocumento SessaoERPEmbebida::CriaDocStock(const PedidoDocStock& pedido) {
     ChaveDocumento chave;
     estado_->executa([&] {
         BaseErp& base = estado_->aberta();
-        const Sentido sentido = sentido_do_tipo(base, pedido.tipo_documento);
-        if (sentido == Sentido::nenhum)
+        const MovimentoStock movimento = movimento_do_tipo(base, pedido.tipo_documento);
+        if (movimento == MovimentoStock::nenhum)
             throw Recusa("O tipo de documento «" + pedido.tipo_documento + "» não movimenta stocks.");
-        Documento documento = documento_de_stock(pedido, sentido == Sentido::transferencia);
+        Documento documento = documento_de_stock(pedido, movimento == MovimentoStock::transferencia);
         for (const auto& linha : documento.linhas)
             sugere_do_artigo(base, *linha);
         grava(base, documento);

@@ -164,15 +164,15 @@ void ModeloLista::aplica_filtro() {
     }
 }
 
-void ModeloLista::ordena(int coluna, Qt::SortOrder sentido) {
+void ModeloLista::ordena(int coluna, Qt::SortOrder ordem) {
     if (coluna < 0 || coluna >= columnCount()) return;
     le_tudo();
     std::vector<ChaveOrdenacao> chaves(total_);
     for (std::size_t i = 0; i < total_; ++i)
         chaves[i] = chave_de(valor(i, static_cast<std::size_t>(coluna)));
     const auto menor = [&](int a, int b) {
-        const auto& primeira = chaves[static_cast<std::size_t>(sentido == Qt::AscendingOrder ? a : b)];
-        const auto& segunda = chaves[static_cast<std::size_t>(sentido == Qt::AscendingOrder ? b : a)];
+        const auto& primeira = chaves[static_cast<std::size_t>(ordem == Qt::AscendingOrder ? a : b)];
+        const auto& segunda = chaves[static_cast<std::size_t>(ordem == Qt::AscendingOrder ? b : a)];
         return primeira < segunda;
     };
     beginResetModel();
