@@ -81,8 +81,9 @@ TEST(Camadas, a_forbidden_include_is_found) {
              {"delivery/a.h => // nota\n  # include <QString>", "common/a.h => #include <sqlite3.h>",
               "delivery/a.h => #include \"adjust/a.h\"",
               "platform/qt/a.h => #include \"platform/sqlite/empresa.h\"",
-              "platform/erp/a.h => #include \"platform/sqlite/motor.h\"", "base/a.h => #pragma GCC poison x",
-              "base/a.cpp =>  if (__builtin_expect(1, 1))", "novo/a.h => #include \"base/moeda.h\""})) {
+              "platform/erp/a.h => #include \"platform/sqlite/motor_sqlite.h\"",
+              "base/a.h => #pragma GCC poison x", "base/a.cpp =>  if (__builtin_expect(1, 1))",
+              "novo/a.h => #include \"base/moeda.h\""})) {
         std::istringstream texto(caso[1]);
         EXPECT_NE(violacoes(caso[0], texto), "") << caso[0] << " " << caso[1];
     }

@@ -1,5 +1,5 @@
 // Writing the rows of a record set.
-#include "platform/odbc/motor.h"
+#include "platform/odbc/motor_odbc.h"
 
 #include <algorithm>
 
@@ -68,7 +68,7 @@ class Condicao {
 
 } // namespace
 
-void Motor::insere(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
+void MotorODBC::insere(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
     tranca_para_escrever();
     corre(Repete::nao, [&] {
         return instrucao().executa(texto_insercao(colunas, atribuicoes), parametros_de(colunas, atribuicoes));
@@ -77,7 +77,7 @@ void Motor::insere(const Colunas& colunas, const std::vector<Atribuicao>& atribu
 }
 
 // Found by its key: what the row was given of it, and the number that the server gave.
-void Motor::nota_testemunha(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
+void MotorODBC::nota_testemunha(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
     const auto numerada = std::find_if(colunas.lista.begin(), colunas.lista.end(),
                                        [](const Coluna& coluna) { return coluna.identidade; });
     if (numerada == colunas.lista.end()) return;
@@ -92,8 +92,8 @@ void Motor::nota_testemunha(const Colunas& colunas, const std::vector<Atribuicao
     testemunha_ = std::move(testemunha);
 }
 
-bool Motor::altera(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes,
-                   const registos::Conjunto& lida) {
+bool MotorODBC::altera(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes,
+                       const registos::Conjunto& lida) {
     tranca_para_escrever();
     std::vector<Parametro> parametros = parametros_de(colunas, atribuicoes);
     const Condicao condicao(colunas, lida, parametros);

@@ -43,7 +43,7 @@ class Cursor {
 
 class Conjunto;
 
-// An open database: the connection under the sets, of which one at most is half read.
+// An engine with an open database: the connection under the sets, of which one at most is half read.
 class Motor {
   public:
     virtual ~Motor() = default;

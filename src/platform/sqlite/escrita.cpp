@@ -1,6 +1,6 @@
 // Writing the rows of a record set.
 #include "platform/sqlite/falhas.h"
-#include "platform/sqlite/motor.h"
+#include "platform/sqlite/motor_sqlite.h"
 
 namespace orvex::platform::sqlite {
 namespace {
@@ -27,7 +27,7 @@ int associa_atribuicoes(SQLite::Statement& instrucao, const Colunas& colunas,
 
 } // namespace
 
-void Motor::insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) {
+void MotorSQLite::insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) {
     tranca_para_escrever();
     com_falhas([&] {
         Colunas alvo = colunas;
@@ -38,8 +38,8 @@ void Motor::insere(const Colunas& colunas, const std::vector<registos::Atribuica
     });
 }
 
-bool Motor::altera(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
-                   const registos::Conjunto& lida) {
+bool MotorSQLite::altera(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
+                         const registos::Conjunto& lida) {
     tranca_para_escrever();
     return com_falhas([&] {
         const auto instrucao =

@@ -25,11 +25,11 @@ inline constexpr const char* transaccoes_abertas = "SELECT @@TRANCOUNT AS n";
 // How long a statement waits for what another program is writing.
 std::string limite_de_bloqueio(int milissegundos);
 
-class Motor final : public registos::Motor {
+class MotorODBC final : public registos::Motor {
   public:
     // Takes what ConstrutorLigacao built. Throws Falha, naming the cause.
-    Motor(std::string ligacao, const Esperas& esperas);
-    ~Motor() override;
+    MotorODBC(std::string ligacao, const Esperas& esperas);
+    ~MotorODBC() override;
 
     std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
     void executa(const std::string& sql) override;
