@@ -60,12 +60,12 @@ struct Aplicacao {
     QApplication qt;
 };
 
-int mede_lista(const std::string& instalacao, const char* titulo, const char* sql, const char* letras) {
+int mede_lista(const std::filesystem::path& instalacao, const char* titulo, const char* sql,
+               const char* letras) {
     Aplicacao aplicacao;
     platform::qt::prepara_aplicacao(aplicacao.qt);
     platform::sqlite::SessaoSQLite BD;
-    BD.Abre(startup::texto_ligacao(
-        startup::DefinicoesBD::le(std::filesystem::path(instalacao) / "OrvexEXE.xel")));
+    BD.Abre(startup::texto_ligacao(startup::DefinicoesBD::le(instalacao / "OrvexEXE.xel")));
 
     QElapsedTimer relogio;
     relogio.start();
@@ -108,7 +108,7 @@ int mostra_janela_com_texto() {
     return QApplication::exec();
 }
 
-int mostra_ecra(const std::string& instalacao) {
+int mostra_ecra(const std::filesystem::path& instalacao) {
     Aplicacao aplicacao;
     platform::qt::prepara_aplicacao(aplicacao.qt);
     const AoPintar espera(acaba);
@@ -118,12 +118,12 @@ int mostra_ecra(const std::string& instalacao) {
     return ecra != nullptr ? QApplication::exec() : 1;
 }
 
-int mede_lista_clientes(const std::string& instalacao) {
+int mede_lista_clientes(const std::filesystem::path& instalacao) {
     return mede_lista(instalacao, "Clientes",
                       "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo", "met");
 }
 
-int mede_lista_artigos(const std::string& instalacao) {
+int mede_lista_artigos(const std::filesystem::path& instalacao) {
     return mede_lista(instalacao, "Artigos",
                       "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
                       "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE  Group By NumSerie,Nome ORDER BY NUMSERIE",

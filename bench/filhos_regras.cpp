@@ -76,7 +76,7 @@ double milissegundos(Trabalho trabalho) {
 namespace {
 
 template <typename TSessao>
-int mede_facturas_de(const std::string& instalacao, const std::string& cliente) {
+int mede_facturas_de(const std::filesystem::path& instalacao, const std::string& cliente) {
     Posto<delivery::GuiasRemessa, TSessao> posto(instalacao);
     const double ms = milissegundos([&] { posto.escolhe(cliente); });
     int mostradas = 0;
@@ -88,15 +88,15 @@ int mede_facturas_de(const std::string& instalacao, const std::string& cliente) 
 
 } // namespace
 
-int mede_facturas(const std::string& instalacao, const std::string& cliente) {
+int mede_facturas(const std::filesystem::path& instalacao, const std::string& cliente) {
     return mede_facturas_de<platform::sqlite::SessaoSQLite>(instalacao, cliente);
 }
 
-int mede_facturas_fio(const std::string& instalacao, const std::string& cliente) {
+int mede_facturas_fio(const std::filesystem::path& instalacao, const std::string& cliente) {
     return mede_facturas_de<platform::odbc::SessaoODBC>(instalacao, cliente);
 }
 
-int mede_emissao(const std::string& instalacao, const std::string& cliente, int linhas) {
+int mede_emissao(const std::filesystem::path& instalacao, const std::string& cliente, int linhas) {
     Posto<delivery::GuiasRemessa> posto(instalacao);
     posto.escolhe(cliente);
     for (int linha = 1; linha <= linhas; ++linha) {
@@ -112,7 +112,7 @@ int mede_emissao(const std::string& instalacao, const std::string& cliente, int 
     return 0;
 }
 
-int mede_ajuste(const std::string& instalacao, int vezes) {
+int mede_ajuste(const std::filesystem::path& instalacao, int vezes) {
     Posto<adjust::MovStocks> posto(instalacao, std::int16_t{3});
     const std::string artigo =
         posto.BD.Consulta("Select top 1 * from xel_ORVEX order by Registo desc")->valor("NumSerie").texto();

@@ -1,6 +1,7 @@
 // Runs every benchmark beside its bare baseline, the two in turn, and prints medians and ratios.
 //
 //     orvex-medicoes [LINHAS]      rows of the large company; 1,000,000 when not given
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "bench/filhos.h"
 #include "bench/processo.h"
@@ -17,6 +18,8 @@
 namespace {
 
 namespace fs = std::filesystem;
+using orvex::base::caminho_de;
+using orvex::base::texto_de;
 using orvex::bench::corre;
 using orvex::bench::Corrida;
 using orvex::bench::mediana;
@@ -127,19 +130,21 @@ OpcoesEmpresa opcoes(const fs::path& pasta, std::int64_t linhas, std::int64_t cl
 // The same statements to the same server on the loopback, whose own work is in both figures.
 void mede_fio(const fs::path& instalacao, const fs::path& programas, const std::string& eu) {
     const std::string linhas = std::to_string(linhas_pelo_fio);
-    corre({eu, "--empresa", instalacao, linhas, "1"}); // of one client: every line is its own
+    const std::string onde = texto_de(instalacao);
+    corre({eu, "--empresa", onde, linhas, "1"}); // of one client: every line is its own
     const std::string cliente = orvex::demo::codigo_cliente(1, opcoes(instalacao, linhas_pelo_fio, 1));
     orvex::testes::ServidorTDS servidor(instalacao / orvex::demo::pasta_empresa);
     liga_ao_fio(instalacao / "OrvexEXE.xel", servidor);
-    corre({eu, "--facturas-fio", instalacao, cliente}); // repairs the weights: once
+    corre({eu, "--facturas-fio", onde, cliente}); // repairs the weights: once
     const std::size_t desde = servidor.textos().size();
-    const Corrida gravada = corre({eu, "--facturas-fio", instalacao, cliente});
+    const Corrida gravada = corre({eu, "--facturas-fio", onde, cliente});
     const fs::path instrucoes = instalacao / "instrucoes.sql";
     const int consultas = escreve_consultas(instrucoes, servidor.textos(), desde, cliente);
     if (consultas < static_cast<int>(gravada.numeros.at(1)))
         throw std::runtime_error("faltam consultas à base nua");
-    const Par par = mede({eu, "--facturas-fio", instalacao, cliente},
-                         {programas / "facturas_fio_nuas", std::to_string(servidor.porta()), instrucoes});
+    const Par par =
+        mede({eu, "--facturas-fio", onde, cliente}, {texto_de(programas / "facturas_fio_nuas"),
+                                                     std::to_string(servidor.porta()), texto_de(instrucoes)});
     mostra(
         ("CarregaFacturas pelo fio, " + std::to_string(static_cast<int>(gravada.numeros.at(1))) + " linhas")
             .c_str(),
@@ -152,20 +157,20 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
         fs::path pasta;
         ~Limpeza() { fs::remove_all(pasta); }
     } const limpeza{raiz};
-    const std::string eu = programas / "orvex-medicoes";
-    const std::string grande = raiz / "grande", pequena = raiz / "pequena", clientes = raiz / "clientes",
-                      artigos = raiz / "artigos";
+    const std::string eu = texto_de(programas / "orvex-medicoes");
+    const std::string grande = texto_de(raiz / "grande"), pequena = texto_de(raiz / "pequena"),
+                      clientes = texto_de(raiz / "clientes"), artigos = texto_de(raiz / "artigos");
 
     std::printf("A fazer as empresas (%lld, 1 000 e 600 linhas; 100 000 clientes; 100 000 artigos)...\n",
                 static_cast<long long>(linhas));
-    const OpcoesEmpresa opcoes_grande = opcoes(grande, linhas, 400);
+    const OpcoesEmpresa opcoes_grande = opcoes(raiz / "grande", linhas, 400);
     // In processes of their own: a child's peak memory starts from that of the process it was started by.
     corre({eu, "--empresa", grande, std::to_string(linhas), "400"});
     corre({eu, "--empresa", pequena, "1000", "40"});
     corre({eu, "--empresa", clientes, "600", "100000"});
     corre({eu, "--empresa", artigos, "600", "40", "100000"});
     const std::string cliente = orvex::demo::codigo_cliente(1, opcoes_grande);
-    const std::string empresa = fs::path(grande) / orvex::demo::pasta_empresa;
+    const std::string empresa = texto_de(raiz / "grande" / orvex::demo::pasta_empresa);
 
     cabecalho();
     mostra("arranque até pintar / janela Qt vazia", mede({eu, "--ecra", grande}, {eu, "--vazia"}), parede,
@@ -175,8 +180,9 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     mostra("arranque com muitas linhas / com 1 000", mede({eu, "--ecra", grande}, {eu, "--ecra", pequena}),
            parede, "ms", 1.1);
 
-    const Par facturas = mede({eu, "--facturas", grande, cliente},
-                              {programas / "facturas_nuas", empresa, cliente, orvex::demo::armazem_orvex});
+    const Par facturas =
+        mede({eu, "--facturas", grande, cliente},
+             {texto_de(programas / "facturas_nuas"), empresa, cliente, orvex::demo::armazem_orvex});
     if (facturas.nosso[0].numeros.at(1) != facturas.nu[0].numeros.at(1))
         throw std::runtime_error("as duas listas de linhas abertas não têm o mesmo tamanho");
     mostra("CarregaFacturas, 10 000 linhas abertas", facturas, impresso, "ms", 1.5);
@@ -187,11 +193,11 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     // Before the notes: the bare program that issues them keeps no holders straight.
     mostra("uma regularização de stock (média de 200)",
            mede({eu, "--ajuste", grande, std::to_string(ajustes)},
-                {programas / "ajuste_nuo", empresa, std::to_string(ajustes)}),
+                {texto_de(programas / "ajuste_nuo"), empresa, std::to_string(ajustes)}),
            impresso, "ms", 1.5);
     mostra("emitir uma guia de 500 linhas",
            mede({eu, "--emissao", grande, cliente, std::to_string(linhas_da_guia)},
-                {programas / "emissao_nua", empresa, cliente, std::to_string(linhas_da_guia)}),
+                {texto_de(programas / "emissao_nua"), empresa, cliente, std::to_string(linhas_da_guia)}),
            impresso, "ms", 1.5);
 
     mede_lista("lista de 100 000 clientes", {eu, "--clientes", clientes});
@@ -202,25 +208,30 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
 
 int main(int argc, char** argv) {
     using namespace orvex::bench;
-    const std::string modo = argc > 1 ? argv[1] : "";
+    const auto argumentos = orvex::base::linha_de_comando(argc, argv);
+    const std::string modo = argc > 1 ? argumentos[1] : "";
+    const auto numero = [&](std::size_t i) { return std::atoll(argumentos[i].c_str()); };
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     try {
         if (modo == "--vazia") return mostra_janela_vazia();
         if (modo == "--empresa" && argc >= 5) {
-            OpcoesEmpresa pedidas = opcoes(argv[2], std::atoll(argv[3]), std::atoll(argv[4]));
-            if (argc == 6) pedidas.artigos = std::atoll(argv[5]);
+            OpcoesEmpresa pedidas = opcoes(caminho_de(argumentos[2]), numero(3), numero(4));
+            if (argc == 6) pedidas.artigos = numero(5);
             orvex::demo::faz_empresa(pedidas);
             return 0;
         }
         if (modo == "--texto") return mostra_janela_com_texto();
-        if (modo == "--ecra" && argc == 3) return mostra_ecra(argv[2]);
-        if (modo == "--facturas" && argc == 4) return mede_facturas(argv[2], argv[3]);
-        if (modo == "--facturas-fio" && argc == 4) return mede_facturas_fio(argv[2], argv[3]);
-        if (modo == "--emissao" && argc == 5) return mede_emissao(argv[2], argv[3], std::atoi(argv[4]));
-        if (modo == "--ajuste" && argc == 4) return mede_ajuste(argv[2], std::atoi(argv[3]));
-        if (modo == "--clientes" && argc == 3) return mede_lista_clientes(argv[2]);
-        if (modo == "--artigos" && argc == 3) return mede_lista_artigos(argv[2]);
-        mede_tudo(fs::canonical("/proc/self/exe").parent_path(), argc > 1 ? std::atoll(argv[1]) : 1'000'000);
+        if (modo == "--ecra" && argc == 3) return mostra_ecra(caminho_de(argumentos[2]));
+        if (modo == "--facturas" && argc == 4) return mede_facturas(caminho_de(argumentos[2]), argumentos[3]);
+        if (modo == "--facturas-fio" && argc == 4)
+            return mede_facturas_fio(caminho_de(argumentos[2]), argumentos[3]);
+        if (modo == "--emissao" && argc == 5)
+            return mede_emissao(caminho_de(argumentos[2]), argumentos[3], static_cast<int>(numero(4)));
+        if (modo == "--ajuste" && argc == 4)
+            return mede_ajuste(caminho_de(argumentos[2]), static_cast<int>(numero(3)));
+        if (modo == "--clientes" && argc == 3) return mede_lista_clientes(caminho_de(argumentos[2]));
+        if (modo == "--artigos" && argc == 3) return mede_lista_artigos(caminho_de(argumentos[2]));
+        mede_tudo(fs::canonical("/proc/self/exe").parent_path(), argc > 1 ? numero(1) : 1'000'000);
     } catch (const std::exception& falha) {
         std::fprintf(stderr, "%s\n", falha.what());
         return 1;

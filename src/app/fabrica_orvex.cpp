@@ -1,8 +1,8 @@
 #include "app/fabrica_orvex.h"
 
+#include "app/fabrica_erp.h"
 #include "base/falha.h"
 #include "delivery/guias_remessa.h"
-#include "platform/erp/sessao_erp_embebida.h"
 #include "platform/odbc/sessao_odbc.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
@@ -58,16 +58,15 @@ void diz(const std::string& texto, const std::string& titulo, common::Icone icon
     }
 }
 
-std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp() {
-    return std::make_unique<platform::erp::SessaoERPEmbebida>();
+std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp(const startup::DefinicoesERP& definicoes) {
+    sessao_.demonstracao = definicoes.tipo() == startup::TipoERP::emulacao;
+    return app::cria_sessao_erp(definicoes);
 }
 
 std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::DefinicoesBD& definicoes) {
     const bool embebida = definicoes.servidor == startup::servidor_embebido;
-    sessao_ = {.empresa = {}, // the ERP tells its name
-               .motor = embebida ? "SQLite" : "SQL Server",
-               .utilizador = definicoes.utilizador,
-               .demonstracao = true}; // as long as its ERP is the emulation
+    sessao_.motor = embebida ? "SQLite" : "SQL Server";
+    sessao_.utilizador = definicoes.utilizador;
     if (embebida) return std::make_unique<platform::sqlite::SessaoSQLite>();
     return std::make_unique<platform::odbc::SessaoODBC>();
 }

@@ -18,7 +18,7 @@ class FabricaOrvex : public startup::Fabrica {
     // `programa` is the folder of the executable, where the parameters file is.
     explicit FabricaOrvex(std::filesystem::path programa) : programa_(std::move(programa)) {}
 
-    std::unique_ptr<startup::SessaoERP> cria_sessao_erp() override;
+    std::unique_ptr<startup::SessaoERP> cria_sessao_erp(const startup::DefinicoesERP& definicoes) override;
     std::unique_ptr<startup::SessaoBD> cria_sessao_bd(const startup::DefinicoesBD& definicoes) override;
     std::shared_ptr<startup::EcraArranque> cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
                                                      startup::SessaoERP& gERP, int modo) override;

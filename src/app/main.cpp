@@ -1,5 +1,6 @@
 // The program: one start, one task, named by the argument.
 #include "app/fabrica_orvex.h"
+#include "base/caminho.h"
 #include "base/descricao.h"
 #include "platform/qt/aplicacao.h"
 
@@ -39,10 +40,10 @@ class Aplicacao : public QApplication {
 };
 
 // The argument is the whole command line after the program's name.
-std::string argumento_de(int argc, char* argv[]) {
+std::string argumento_de(const std::vector<std::string>& linha_de_comando) {
     std::string argumento;
-    for (int i = 1; i < argc; ++i)
-        argumento += (i > 1 ? " " : "") + std::string(argv[i]);
+    for (std::size_t i = 1; i < linha_de_comando.size(); ++i)
+        argumento += (i > 1 ? " " : "") + linha_de_comando[i];
     return argumento;
 }
 
@@ -55,12 +56,11 @@ void sem_sistema_de_janelas(QtMsgType gravidade, const QMessageLogContext&, cons
     std::_Exit(EXIT_FAILURE);
 }
 
-std::filesystem::path caminho(const QString& texto) { return std::filesystem::path(texto.toStdU16String()); }
-
 // `aplicacao` runs the screen, if the argument names one.
 int corre(const std::string& argumento, Aplicacao* aplicacao) {
     try {
-        const auto pastas = startup::PastasInstalacao::de(caminho(QCoreApplication::applicationDirPath()));
+        const auto pastas = startup::PastasInstalacao::de(
+            base::caminho_de(QCoreApplication::applicationDirPath().toStdString()));
         app::FabricaOrvex fabrica(pastas.programa);
         startup::Arranque arranque(fabrica, pastas);
         const auto ecra = arranque.Main(argumento);
@@ -76,7 +76,7 @@ int corre(const std::string& argumento, Aplicacao* aplicacao) {
 
 // What opens no screen needs no window system.
 int main(int argc, char* argv[]) {
-    const std::string argumento = argumento_de(argc, argv);
+    const std::string argumento = argumento_de(base::linha_de_comando(argc, argv));
     if (!startup::Arranque::abre_ecra(argumento)) {
         const QCoreApplication nucleo(argc, argv);
         return corre(argumento, nullptr);

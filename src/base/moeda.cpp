@@ -13,20 +13,31 @@ namespace {
     throw Falha("O valor excede o que um número decimal pode conter.", numeros_falha::valor_excessivo);
 }
 
-// Divides rounding half away from zero; the divisor is positive.
-std::int64_t divide_arredondando(std::int64_t valor, std::int64_t divisor) {
-    const std::int64_t quociente = valor / divisor;
-    const std::int64_t resto = valor % divisor;
-    if (resto >= divisor - resto) return quociente + 1;
-    if (-resto >= divisor + resto) return quociente - 1;
-    return quociente;
+// Each leaves the result and is true, or is false when it does not fit. Sums are made in the unsigned type,
+// which wraps: a sum that has the sign of neither term did.
+bool soma(std::int64_t a, std::int64_t b, std::int64_t& resultado) {
+    resultado = static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+    return ((a ^ resultado) & (b ^ resultado)) >= 0;
+}
+
+bool subtrai(std::int64_t a, std::int64_t b, std::int64_t& resultado) {
+    resultado = static_cast<std::int64_t>(static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b));
+    return ((a ^ b) & (a ^ resultado)) >= 0;
+}
+
+template <std::int64_t factor>
+bool multiplica(std::int64_t a, std::int64_t& resultado) {
+    constexpr auto maior = std::numeric_limits<std::int64_t>::max() / factor;
+    if (a > maior || a < -maior) return false; // a power of two alone would reach the lowest value
+    resultado = a * factor;
+    return true;
 }
 
 } // namespace
 
 Moeda Moeda::de_inteiro(std::int64_t valor) {
     std::int64_t escalado = 0;
-    if (__builtin_mul_overflow(valor, unidade, &escalado)) excede();
+    if (!multiplica<unidade>(valor, escalado)) excede();
     return Moeda(escalado);
 }
 
@@ -59,16 +70,15 @@ std::optional<Moeda> Moeda::le(std::string_view texto) {
             ++decimais;
             continue;
         }
-        if (__builtin_mul_overflow(valor, 10, &valor) || __builtin_sub_overflow(valor, c - '0', &valor))
-            return std::nullopt;
+        if (!multiplica<10>(valor, valor) || !subtrai(valor, c - '0', valor)) return std::nullopt;
         if (decimais >= 0) ++decimais;
     }
     if (!digitos) return std::nullopt;
     // Summed as a negative number, whose range is one wider.
     for (int i = decimais < 0 ? 0 : decimais; i < casas; ++i)
-        if (__builtin_mul_overflow(valor, 10, &valor)) return std::nullopt;
-    if (sobe && __builtin_sub_overflow(valor, 1, &valor)) return std::nullopt;
-    if (!negativo && __builtin_sub_overflow(0, valor, &valor)) return std::nullopt;
+        if (!multiplica<10>(valor, valor)) return std::nullopt;
+    if (sobe && !subtrai(valor, 1, valor)) return std::nullopt;
+    if (!negativo && !subtrai(0, valor, valor)) return std::nullopt;
     return Moeda(valor);
 }
 
@@ -77,8 +87,12 @@ Moeda Moeda::absoluta() const { return valor_ < 0 ? -*this : *this; }
 Moeda Moeda::arredondada(int casas_decimais) const {
     static constexpr std::array<std::int64_t, 5> divisores{10'000, 1'000, 100, 10, 1};
     const std::int64_t divisor = divisores.at(static_cast<std::size_t>(casas_decimais));
-    std::int64_t valor = 0;
-    if (__builtin_mul_overflow(divide_arredondando(valor_, divisor), divisor, &valor)) excede();
+    const std::int64_t resto = valor_ % divisor;
+    std::int64_t valor = valor_ - resto;
+    bool cabe = true;
+    if (resto >= divisor - resto) cabe = soma(valor, divisor, valor);
+    if (-resto >= divisor + resto) cabe = subtrai(valor, divisor, valor);
+    if (!cabe) excede();
     return Moeda(valor);
 }
 
@@ -100,15 +114,15 @@ std::string Moeda::texto() const {
 Moeda Moeda::operator-() const { return Moeda() - *this; }
 
 Moeda operator+(Moeda a, Moeda b) {
-    std::int64_t soma = 0;
-    if (__builtin_add_overflow(a.valor_, b.valor_, &soma)) excede();
-    return Moeda(soma);
+    std::int64_t resultado = 0;
+    if (!soma(a.valor_, b.valor_, resultado)) excede();
+    return Moeda(resultado);
 }
 
 Moeda operator-(Moeda a, Moeda b) {
-    std::int64_t diferenca = 0;
-    if (__builtin_sub_overflow(a.valor_, b.valor_, &diferenca)) excede();
-    return Moeda(diferenca);
+    std::int64_t resultado = 0;
+    if (!subtrai(a.valor_, b.valor_, resultado)) excede();
+    return Moeda(resultado);
 }
 
 } // namespace orvex::base

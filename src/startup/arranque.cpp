@@ -19,8 +19,6 @@ constexpr Tarefa tarefas[] = {
     {"4", TipoEcra::MovStocks, 3}, {"5", TipoEcra::TrfBobines, 1},   {"6", TipoEcra::TrfBobines, 2},
 };
 
-constexpr std::int16_t modo_ligacao = 2;
-
 } // namespace
 
 bool Arranque::abre_ecra(const std::string& argumento) {
@@ -51,7 +49,7 @@ std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
 
 bool Arranque::LigaERP() {
     const DefinicoesERP definicoes = definicoes_erp(gFicheiroDefinicoes);
-    gERP = fabrica_.cria_sessao_erp();
+    gERP = fabrica_.cria_sessao_erp(definicoes);
     gERP->ModoLigacao(modo_ligacao);
     if (gERP->Liga(definicoes.valores)) return true;
     fabrica_.mostra_caixa("Não foi possivel ligar ao 100c ...", titulo_programa);

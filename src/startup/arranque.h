@@ -30,7 +30,7 @@ class EcraArranque {
 class Fabrica {
   public:
     virtual ~Fabrica() = default;
-    virtual std::unique_ptr<SessaoERP> cria_sessao_erp() = 0;
+    virtual std::unique_ptr<SessaoERP> cria_sessao_erp(const DefinicoesERP& definicoes) = 0;
     virtual std::unique_ptr<SessaoBD> cria_sessao_bd(const DefinicoesBD& definicoes) = 0;
     // `modo` is 0 for the screen without modes.
     virtual std::shared_ptr<EcraArranque> cria_ecra(TipoEcra tipo, SessaoBD& BD, SessaoERP& gERP,

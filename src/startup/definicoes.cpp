@@ -1,17 +1,18 @@
 #include "startup/definicoes.h"
 
+#include "base/caminho.h"
 #include "startup/ficheiro.h"
 
 namespace orvex::startup {
 namespace {
 
-std::string base_completa(const std::string& servidor, const std::string& base,
+std::string base_completa(const std::string& servidor, const std::string& pasta,
                           const std::filesystem::path& ficheiro) {
-    if (servidor != servidor_embebido || base.empty()) return base;
+    if (servidor != servidor_embebido || pasta.empty()) return pasta;
     std::error_code erro; // the folder we are in has gone: the path stays relative, and is not found
     const auto completo = std::filesystem::absolute(ficheiro, erro);
-    const std::u8string nome(base.begin(), base.end());
-    return texto_de(((erro ? ficheiro : completo).parent_path() / nome).lexically_normal());
+    return base::texto_de(
+        ((erro ? ficheiro : completo).parent_path() / base::caminho_de(pasta)).lexically_normal());
 }
 
 } // namespace

@@ -23,6 +23,12 @@ namespace orvex::startup {
 
 inline constexpr const char* servidor_embebido = "sqlite";
 
+// The server names the kind of ERP, too.
+enum class TipoERP {
+    emulacao, // of an embedded company: whatever is done there is training
+    producao
+};
+
 struct DefinicoesBD {
     std::string servidor;
     std::string base; // of an embedded company: its folder, as an absolute path
@@ -42,6 +48,9 @@ struct DefinicoesERP {
 
     static DefinicoesERP le(const std::filesystem::path& ficheiro);
     bool incompletas() const;
+    TipoERP tipo() const {
+        return valores[servidor] == servidor_embebido ? TipoERP::emulacao : TipoERP::producao;
+    }
     // Fills what is missing of server, database and user with the database's own settings.
     void completa(const std::filesystem::path& ficheiro);
 };

@@ -1,5 +1,6 @@
 #include "startup/ficheiro.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "base/pagina_codigo.h"
 #include "base/texto.h"
@@ -63,18 +64,13 @@ std::string le_bytes(const fs::path& ficheiro, std::string& bytes) {
 
 } // namespace
 
-std::string texto_de(const fs::path& caminho) {
-    const std::u8string texto = caminho.u8string();
-    return {texto.begin(), texto.end()};
-}
-
 std::string defeito_do_ficheiro(const fs::path& caminho) { return defeito(caminho, false); }
 std::string defeito_da_pasta(const fs::path& caminho) { return defeito(caminho, true); }
 
-std::vector<std::string> le_linhas(const fs::path& ficheiro, const std::string& especie) {
+std::vector<std::string> le_linhas(const fs::path& ficheiro, const std::string& qual) {
     std::string bytes;
     if (const std::string este = le_bytes(ficheiro, bytes); !este.empty())
-        throw base::Falha("Não foi possível abrir o ficheiro " + especie + " «" + texto_de(ficheiro) +
+        throw base::Falha("Não foi possível abrir o ficheiro " + qual + " «" + base::texto_de(ficheiro) +
                           "»: " + este + ".");
     std::vector<std::string> linhas = base::divide(base::texto_de_ficheiro(bytes), '\n');
     for (std::string& linha : linhas)

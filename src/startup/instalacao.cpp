@@ -1,40 +1,26 @@
 #include "startup/instalacao.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/ficheiro.h"
 
-#include <cstdlib>
-
 namespace orvex::startup {
-namespace {
-
-// In the system's own form of a path, so that names with accents survive. Asked before there is any thread.
-std::filesystem::path pasta_do_ambiente() {
-#ifdef _WIN32
-    const wchar_t* valor = _wgetenv(L"ORVEX_PASTA_COMUM");
-#else
-    const char* valor = std::getenv("ORVEX_PASTA_COMUM"); // NOLINT(concurrency-mt-unsafe)
-#endif
-    return valor == nullptr ? std::filesystem::path() : std::filesystem::path(valor);
-}
-
-} // namespace
 
 PastasInstalacao PastasInstalacao::de(const std::filesystem::path& programa) {
-    const std::filesystem::path comum = pasta_do_ambiente();
+    const std::filesystem::path comum = base::caminho_do_ambiente("ORVEX_PASTA_COMUM");
     return {comum.empty() ? programa : comum, programa};
 }
 
 std::filesystem::path PastasInstalacao::ficheiro_definicoes() const {
     const std::filesystem::path pasta = comum / "TRAMEL";
     std::error_code erro;
-    const auto especie = std::filesystem::status(pasta, erro).type();
+    const auto tipo = std::filesystem::status(pasta, erro).type();
     // A folder that cannot be asked for may well be there: the program's own settings are another company's.
-    if (especie == std::filesystem::file_type::none)
-        throw base::Falha("Não foi possível procurar as definições: «" + texto_de(pasta) + "» " +
+    if (tipo == std::filesystem::file_type::none)
+        throw base::Falha("Não foi possível procurar as definições: «" + base::texto_de(pasta) + "» " +
                           defeito_da_pasta(pasta) + ".");
-    return (especie == std::filesystem::file_type::directory ? pasta : programa) / "OrvexEXE.xel";
+    return (tipo == std::filesystem::file_type::directory ? pasta : programa) / "OrvexEXE.xel";
 }
 
 std::filesystem::path PastasInstalacao::catalogo() const { return programa / "Catalogos" / "bd.sql"; }

@@ -18,7 +18,7 @@ namespace orvex::startup {
 class ObjectoERP;
 using ReferenciaERP = std::shared_ptr<ObjectoERP>;
 
-// What a member of an ERP object holds or takes: a plain value or another ERP object.
+// What a member of an ERP object holds, takes or gives back: a plain value or another ERP object.
 struct ValorERP {
     base::Variante valor;
     ReferenciaERP objecto;
@@ -33,11 +33,25 @@ struct ValorERP {
 // Every operation throws Falha when the ERP refuses it or does not know the member.
 class ObjectoERP {
   public:
+    using Argumentos = std::vector<ValorERP>;
+
     virtual ~ObjectoERP() = default;
 
     virtual ValorERP obtem(std::string_view membro) = 0;
-    virtual void poe(std::string_view membro, const base::Variante& valor) = 0;
-    virtual ValorERP chama(std::string_view membro, const std::vector<ValorERP>& argumentos) = 0;
+    virtual void poe(std::string_view membro, const ValorERP& valor) = 0;
+
+    // Afterwards each argument that the member takes by reference holds what the member left there, and the
+    // others what they held. An adapter that cannot tell which are by reference writes none, so a caller
+    // reads only what the member in question is known to give back. When it throws, none is written.
+    ValorERP chama(std::string_view membro, Argumentos& argumentos) { return invoca(membro, argumentos); }
+    // For members that give nothing back, or whose out-values do not matter.
+    ValorERP chama(std::string_view membro, std::initializer_list<ValorERP> argumentos) {
+        Argumentos postos = argumentos;
+        return invoca(membro, postos);
+    }
+
+  private:
+    virtual ValorERP invoca(std::string_view membro, Argumentos& argumentos) = 0;
 };
 
 // Key of an ERP document, shown to users as type/series/number/year.
@@ -78,6 +92,8 @@ struct PedidoDocStock {
     std::vector<double> precos;      // euro per tonne
     std::vector<std::string> textos_18;
 };
+
+inline constexpr std::int16_t modo_ligacao = 2; // what every session is given before it logs in
 
 class SessaoERP {
   public:

@@ -16,6 +16,7 @@
 // Every article has 10 t in each warehouse, 20 t in all, worth 2000 euro.
 #pragma once
 
+#include "base/caminho.h"
 #include "common/ecra.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "tests/apoio/janela_guiao.h"
@@ -94,7 +95,7 @@ struct Bancada {
         : empresa(partilhada != nullptr ? *partilhada : propria.emplace()),
           ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [this] { return agora; }}, argumentos...) {
         if (!BD.Abre(ligacao(empresa.pasta())) ||
-            !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
+            !ERP.Liga({"E", "", "ana", "sqlite", base::texto_de(empresa.pasta())}))
             throw std::runtime_error("the company did not open");
         ecra.define_janela(janela);
     }

@@ -127,30 +127,9 @@ class ObjectoGravado : public startup::ObjectoERP {
         diario_.passo();
         return veste(real_->obtem(membro), membro);
     }
-    void poe(std::string_view membro, const base::Variante& valor) override {
-        diario_.passo_de(nome_, std::string(membro) + "=" + escrito(valor));
-        real_->poe(membro, valor);
-    }
-    startup::ValorERP chama(std::string_view membro,
-                            const std::vector<startup::ValorERP>& argumentos) override {
-        if (recusado_ && membro == "UltimaMensagem") return "O ERP recusou.";
-        const bool falha = diario_.falha();
-        recusado_ = falha && membro == "Finalizar" && diario_.maneira == Diario::Maneira::recusa;
-        if (recusado_) return -1;
-        if (falha && diario_.maneira != Diario::Maneira::faz_e_lanca) Diario::lanca();
-        std::string escritos;
-        std::vector<startup::ValorERP> reais;
-        for (const startup::ValorERP& argumento : argumentos) {
-            const bool objecto = argumento.objecto != nullptr;
-            escritos += (escritos.empty() ? "" : ", ") +
-                        (objecto ? gravado(argumento.objecto).nome_ : escrito(argumento.valor));
-            reais.push_back(objecto ? gravado(argumento.objecto).real_ : argumento);
-        }
-        diario_.linhas.push_back(nome_ + "." + std::string(membro) + "(" + escritos + ")");
-        startup::ValorERP valor = real_->chama(membro, reais);
-        if (membro == "Finalizar") espelha();
-        if (falha) Diario::lanca();
-        return veste(std::move(valor), membro);
+    void poe(std::string_view membro, const startup::ValorERP& valor) override {
+        diario_.passo_de(nome_, std::string(membro) + "=" + escrito_de(valor));
+        real_->poe(membro, real_de(valor));
     }
 
     const startup::ReferenciaERP& real() const { return real_; }
@@ -159,6 +138,33 @@ class ObjectoGravado : public startup::ObjectoERP {
     }
 
   private:
+    startup::ValorERP invoca(std::string_view membro, Argumentos& argumentos) override {
+        if (recusado_ && membro == "UltimaMensagem") return "O ERP recusou.";
+        const bool falha = diario_.falha();
+        recusado_ = falha && membro == "Finalizar" && diario_.maneira == Diario::Maneira::recusa;
+        if (recusado_) return -1;
+        if (falha && diario_.maneira != Diario::Maneira::faz_e_lanca) Diario::lanca();
+        std::string escritos;
+        Argumentos reais;
+        for (const startup::ValorERP& argumento : argumentos) {
+            escritos += (escritos.empty() ? "" : ", ") + escrito_de(argumento);
+            reais.push_back(real_de(argumento));
+        }
+        diario_.linhas.push_back(nome_ + "." + std::string(membro) + "(" + escritos + ")");
+        startup::ValorERP valor = real_->chama(membro, reais);
+        if (membro == "Finalizar") espelha();
+        if (falha) Diario::lanca();
+        for (std::size_t i = 0; i < reais.size(); ++i)
+            if (!reais[i].objecto || reais[i].objecto != real_de(argumentos[i]).objecto)
+                argumentos[i] = veste(std::move(reais[i]), membro);
+        return veste(std::move(valor), membro);
+    }
+    static std::string escrito_de(const startup::ValorERP& valor) {
+        return valor.objecto ? gravado(valor.objecto).nome_ : escrito(valor.valor);
+    }
+    static startup::ValorERP real_de(const startup::ValorERP& valor) {
+        return valor.objecto ? gravado(valor.objecto).real_ : valor;
+    }
     startup::ValorERP veste(startup::ValorERP valor, std::string_view nome) {
         if (valor.objecto)
             valor.objecto = std::make_shared<ObjectoGravado>(valor.objecto, std::string(nome), diario_);

@@ -1,5 +1,6 @@
 #include "tests/apoio/sessao_de_teste.h"
 
+#include "base/caminho.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "startup/construtor_ligacao.h"
 #include "tests/servidor/empresa_no_servidor.h"
@@ -22,7 +23,8 @@ bool pelo_fio() { return motor_pedido("fio"); }
 bool no_servidor() { return motor_pedido(ensaio::motor_servidor); }
 
 std::string ligacao(const std::filesystem::path& pasta) {
-    return startup::ConstrutorLigacao{.servidor = "sqlite", .base = pasta.string(), .utilizador = "ana"}
+    return startup::ConstrutorLigacao{
+        .servidor = "sqlite", .base = base::texto_de(pasta), .utilizador = "ana"}
         .constroi();
 }
 

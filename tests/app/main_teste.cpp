@@ -1,4 +1,5 @@
-// The real program where there is nobody to look at a window.
+// The real programs where there is nobody to look at a window.
+#include "base/caminho.h"
 #include "tests/apoio/empresa_teste.h"
 
 #include <gmock/gmock.h>
@@ -16,10 +17,9 @@ struct Fim {
     std::string texto; // on the error output
 };
 
-Fim corre(const std::string& argumento, const std::filesystem::path& comum, const char* sistema) {
-    const std::string comando = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
-                                std::string(sistema) + " ORVEX_PASTA_COMUM='" + comum.string() +
-                                "' timeout 60 " ORVEX_PROGRAMA " " + argumento + " 2>&1 >/dev/null";
+Fim corre(const std::string& programa, const std::string& ambiente) {
+    const std::string comando = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " + ambiente +
+                                " timeout 60 " + programa + " 2>&1 >/dev/null";
     FILE* const saida = popen(comando.c_str(), "r");
     Fim fim{-1, {}};
     for (int c; saida != nullptr && (c = std::fgetc(saida)) != EOF;)
@@ -35,10 +35,11 @@ TEST(Programa, without_a_display_it_says_what_failed_and_waits_for_nobody) {
                                                  "\nUtilizador=ana\n[ERP]\nEmpresa=E\nPalavraPasse=" + senha +
                                                  "\n");
     };
-    const PastaTemporaria boa, sem_empresa, recusada;
+    const PastaTemporaria boa, sem_empresa, recusada, outro_erp;
     escreve(boa, empresa.pasta().string(), "");
     escreve(sem_empresa, "nenhuma", "");
     escreve(recusada, empresa.pasta().string(), "errada");
+    escreve(outro_erp, empresa.pasta().string(), "\nServidor=SRV01");
     constexpr const char* sem_ecra = "precisa de um ecrã";
     const struct {
         const char* argumento;
@@ -50,16 +51,31 @@ TEST(Programa, without_a_display_it_says_what_failed_and_waits_for_nobody) {
         {"0", boa, "", 0, ""},
         {"0", sem_empresa, "", 1, "Não existe uma empresa"},
         {"0", recusada, "", 1, "Não foi possivel ligar ao 100c ..."},
+        {"0", outro_erp, "", 1, "não a ligação ao ERP do servidor «SRV01»"},
         {"2", boa, "", 1, sem_ecra},
         {"2", boa, "DISPLAY=:9999", 1, sem_ecra},
         {"2", sem_empresa, "QT_QPA_PLATFORM=offscreen", 1, "Não existe uma empresa"},
         {"2", recusada, "QT_QPA_PLATFORM=offscreen", 1, "Não foi possivel ligar ao 100c ..."},
     };
     for (const auto& [argumento, comum, sistema, codigo, texto] : casos) {
-        const Fim fim = corre(argumento, comum.pasta(), sistema);
+        const Fim fim = corre(std::string(ORVEX_PROGRAMAS "/orvex ") + argumento,
+                              sistema + std::string(" ORVEX_PASTA_COMUM=") + comum.pasta().string());
         EXPECT_EQ(fim.codigo, codigo) << argumento << sistema << fim.texto;
         EXPECT_THAT(fim.texto, HasSubstr(texto));
         EXPECT_EQ(fim.texto.empty(), codigo == 0) << fim.texto;
+    }
+}
+
+TEST(Programa, works_in_a_folder_with_accents_and_blanks) {
+    const PastaTemporaria pasta;
+    const std::string instalacao =
+        "'" + base::texto_de(pasta.pasta() / base::caminho_de("Açores/Guiões ñ")) + "'";
+    for (const std::string& programa :
+         {ORVEX_PROGRAMAS "/orvex-empresa " + instalacao + " --clientes 2 --artigos 5 --linhas 3",
+          ORVEX_PROGRAMAS "/orvex-diagnostico " + instalacao, instalacao + "/orvex-diagnostico",
+          instalacao + "/orvex 0"}) {
+        const Fim fim = corre(programa, "");
+        EXPECT_EQ(fim.codigo, 0) << programa << fim.texto;
     }
 }
 

@@ -105,13 +105,13 @@ std::vector<Estrago<TBancada>> estragos_do_fio() {
             [](const TBancada& bancada, int passo) { return bancada.BD.servidor().pedidos() >= passo; },
             false, true};
     };
-    using Especie = Avaria::Especie;
-    return {estrago("the connection drops", {.especie = Especie::corta}),
-            estrago("the connection drops before the answer", {.especie = Especie::corta_depois}),
-            estrago("victim of a deadlock", {Especie::vitima, 1205, "Transaction was deadlocked."}),
-            estrago("refused for want of resources", {Especie::erro, 8650, "Refused."}),
-            estrago("refused after a lock's time-out", {Especie::erro, 1222, "Refused."}),
-            estrago("refused for a wrong conversion", {Especie::erro, 245, "Refused."})};
+    using Efeito = Avaria::Efeito;
+    return {estrago("the connection drops", {.efeito = Efeito::corta}),
+            estrago("the connection drops before the answer", {.efeito = Efeito::corta_depois}),
+            estrago("victim of a deadlock", {Efeito::vitima, 1205, "Transaction was deadlocked."}),
+            estrago("refused for want of resources", {Efeito::erro, 8650, "Refused."}),
+            estrago("refused after a lock's time-out", {Efeito::erro, 1222, "Refused."}),
+            estrago("refused for a wrong conversion", {Efeito::erro, 245, "Refused."})};
 }
 
 template <typename TBancada>

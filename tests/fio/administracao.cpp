@@ -9,7 +9,7 @@ namespace orvex::testes::tds {
 namespace {
 
 using namespace platform::sqlite;
-using platform::registos::TipoColuna;
+using platform::registos::TipoSQL;
 
 std::string entre(const std::string& sql, char abre, char fecha) {
     const std::size_t inicio = sql.find(abre) + 1;
@@ -36,7 +36,7 @@ void cria_tabela(const std::string& sql, const std::string& tabela, SQLite::Data
 bool Execucao::administra(const std::string& sql) {
     const std::string nome = entre(sql, '[', ']');
     if (sql.starts_with("SELECT DB_ID(N'")) {
-        const std::vector<Coluna> colunas{{.nome = "n", .tipo = TipoColuna::le("int")}};
+        const std::vector<Coluna> colunas{{.nome = "n", .tipo = TipoSQL::le("int")}};
         const bool existe = std::filesystem::is_directory(pasta_ / entre(sql, '\'', '\''));
         respostas_.colunas(colunas);
         respostas_.linha(colunas, {existe ? base::Variante(7) : base::Variante()});

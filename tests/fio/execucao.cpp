@@ -36,14 +36,14 @@ void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
     constexpr const char* tipos[]{"nvarchar(4000)", "int", "money", "nvarchar(4000)"}; // by the engine's own
     std::map<std::size_t, int> maiores;
     for (std::size_t i = 0; i < colunas.size(); ++i)
-        if (colunas[i].tipo.especie == TipoColuna::Especie::expressao) maiores[i] = 0;
+        if (colunas[i].tipo.familia == TipoSQL::Familia::expressao) maiores[i] = 0;
     if (maiores.empty()) return;
     while (linhas.executeStep())
         for (auto& [i, maior] : maiores)
             if (const int tipo = linhas.getColumn(static_cast<int>(i)).getType(); tipo != SQLITE_NULL)
                 maior = std::max(maior, tipo);
     for (const auto& [i, maior] : maiores)
-        colunas[i].tipo = TipoColuna::le(tipos[maior]);
+        colunas[i].tipo = TipoSQL::le(tipos[maior]);
     linhas.reset();
 }
 
@@ -123,7 +123,7 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
     if (const std::string directo = traduz_o_da_sessao(sql); directo != sql || !parametros.empty()) {
         Preparada preparada(motor_, {Traducao::Genero::consulta, {directo}, {}});
         for (int i = 0; const Parametro& parametro : parametros)
-            liga_valor(preparada.instrucao, ++i, parametro.tipo, parametro.valor);
+            associa_valor(preparada.instrucao, ++i, parametro.tipo, parametro.valor);
         return corre(preparada);
     }
     Forma forma;
@@ -131,7 +131,7 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
     const Traducao traducao = traduz(forma.chave());
     if (traducao.genero == Traducao::Genero::esquema) return muda_esquema(traducao);
     Preparada preparada(motor_, traducao);
-    preparada.liga(forma);
+    preparada.associa(forma);
     corre(preparada);
 }
 
@@ -218,7 +218,7 @@ void Execucao::chave(const Pedido& pedido, const char* indices) {
     motor.tryExec("DROP VIEW temp.Artigos"); // the key is that of the table behind it
     Preparada preparada(motor, {Traducao::Genero::consulta, {indices}, {}});
     const Parametro& tabela = pedido.parametros.at(0);
-    liga_valor(preparada.instrucao, 1, tabela.tipo, tabela.valor);
+    associa_valor(preparada.instrucao, 1, tabela.tipo, tabela.valor);
     corre(preparada);
 }
 

@@ -73,7 +73,7 @@ Parametro le_parametro(Leitura& leitura) {
     const std::string_view descricao = leitura.bytes(tipo->descricao);
     const std::uint64_t tamanho = leitura.numero(tipo->tamanho);
     const std::uint64_t nulo = tipo->codigo == texto ? 0xFFFF : 0;
-    if (codigo == data) parametro.tipo = platform::registos::TipoColuna::le("date");
+    if (codigo == data) parametro.tipo = platform::registos::TipoSQL::le("date");
     if (tamanho != nulo)
         parametro.valor =
             le_valor(Leitura(leitura.bytes(tamanho)), tipo->codigo, descricao.empty() ? 0 : descricao.back());

@@ -2,7 +2,7 @@
 // no request of the driver's.
 #pragma once
 
-#include "platform/registos/tipo_coluna.h"
+#include "platform/registos/tipo_sql.h"
 #include "tests/fio/canal.h"
 
 #include <vector>
@@ -17,7 +17,7 @@ Entrada le_entrada(std::string_view bytes);
 
 struct Parametro {
     std::string nome; // "@table_name"; empty when it goes by its place
-    platform::registos::TipoColuna tipo;
+    platform::registos::TipoSQL tipo;
     base::Variante valor;
 };
 

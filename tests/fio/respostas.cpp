@@ -8,36 +8,36 @@ namespace {
 
 using base::DataHora;
 using base::Moeda;
-using platform::registos::TipoColuna;
-using Especie = TipoColuna::Especie;
+using platform::registos::TipoSQL;
+using Familia = TipoSQL::Familia;
 
 constexpr unsigned mais = 1, com_erro = 2, com_contagem = 0x10,
                    com_interrupcao = 0x20; // how a statement ended
 constexpr std::size_t tamanho_fim = 13;
 
-bool e_moeda(const TipoColuna& tipo) { return tipo.casas == Moeda::casas; } // no decimal here has four
+bool e_moeda(const TipoSQL& tipo) { return tipo.casas == Moeda::casas; } // no decimal here has four
 
-unsigned tamanho(const TipoColuna& inteiro) {
+unsigned tamanho(const TipoSQL& inteiro) {
     return inteiro.maximo == std::numeric_limits<std::int16_t>::max() ? 2 : 4;
 }
 
-void descreve(Escrita& escrita, const TipoColuna& tipo) {
+void descreve(Escrita& escrita, const TipoSQL& tipo) {
     constexpr std::string_view comparacao("\x09\x04\xD0\x00\x34", 5); // Latin, without case
-    switch (tipo.especie) {
-    case Especie::inteiro:
+    switch (tipo.familia) {
+    case Familia::inteiro:
         escrita.u8(0x26).u8(tamanho(tipo));
         break;
-    case Especie::decimal:
+    case Familia::decimal:
         if (e_moeda(tipo)) {
             escrita.u8(0x6E).u8(8);
         } else {
             escrita.u8(0x6A).u8(9).u8(18).u8(static_cast<unsigned>(tipo.casas));
         }
         break;
-    case Especie::data:
+    case Familia::data:
         escrita.u8(0x28);
         break;
-    case Especie::data_hora:
+    case Familia::data_hora:
         escrita.u8(0x6F).u8(8);
         break;
     default:
@@ -51,17 +51,17 @@ std::uint64_t dias_desde(int ano, const DataHora& data) {
     return static_cast<std::uint64_t>((dia - primeiro).count());
 }
 
-void escreve(Escrita& escrita, const TipoColuna& tipo, const base::Variante& valor) {
-    const bool e_texto = tipo.especie == Especie::texto;
+void escreve(Escrita& escrita, const TipoSQL& tipo, const base::Variante& valor) {
+    const bool e_texto = tipo.familia == Familia::texto;
     if (valor.nulo()) {
         escrita.numero(e_texto ? 0xFFFF : 0, e_texto ? 2 : 1);
     } else if (e_texto) {
         escrita.bloco({utf16_de(valor.texto())});
-    } else if (tipo.especie == Especie::inteiro) {
+    } else if (tipo.familia == Familia::inteiro) {
         escrita.u8(tamanho(tipo)).numero(static_cast<std::uint64_t>(valor.inteiro()), tamanho(tipo));
-    } else if (tipo.especie == Especie::data) {
+    } else if (tipo.familia == Familia::data) {
         escrita.u8(3).numero(dias_desde(1, valor.data()), 3);
-    } else if (tipo.especie == Especie::data_hora) {
+    } else if (tipo.familia == Familia::data_hora) {
         const DataHora quando = valor.data();
         const int segundos = (quando.hora * 60 + quando.minuto) * 60 + quando.segundo;
         escrita.u8(8).u32(dias_desde(1900, quando)).u32(static_cast<std::uint64_t>(segundos) * 300);

@@ -12,7 +12,7 @@
 namespace orvex::testes {
 
 using namespace tds;
-using Especie = Avaria::Especie;
+using Efeito = Avaria::Efeito;
 
 struct ServidorTDS::Ligacao {
     explicit Ligacao(int descritor) : canal(descritor) {}
@@ -123,26 +123,26 @@ void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
 }
 
 void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
-    switch (avaria.especie) {
-    case Especie::corta:
+    switch (avaria.efeito) {
+    case Efeito::corta:
         throw LigacaoPerdida();
-    case Especie::corta_depois:
+    case Efeito::corta_depois:
         respostas.esquece();
         execucao->executa(pedido);
         throw LigacaoPerdida();
-    case Especie::demora:
+    case Efeito::demora:
         if (canal.desistiu(avaria.milissegundos)) return respostas.interrompida();
         break;
-    case Especie::surdez:
+    case Efeito::surdez:
         canal.espera(avaria.milissegundos);
         break;
-    case Especie::erro:
+    case Efeito::erro:
         return respostas.falhou(avaria.numero, avaria.texto);
-    case Especie::tranca:
+    case Efeito::tranca:
         return execucao->nega_tranca(avaria.numero);
-    case Especie::vitima:
+    case Efeito::vitima:
         return execucao->vitima(avaria.texto);
-    case Especie::nenhuma:
+    case Efeito::nenhuma:
         break;
     }
     execucao->executa(pedido);

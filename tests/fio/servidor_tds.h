@@ -21,7 +21,7 @@ struct Entrada;
 }
 
 struct Avaria {
-    enum class Especie {
+    enum class Efeito {
         nenhuma,
         corta,        // the connection drops before the request is carried out
         corta_depois, // it is carried out, and the connection drops before the answer
@@ -31,7 +31,7 @@ struct Avaria {
         tranca,       // a lock that it asks for is answered with `numero`
         vitima        // the connection's transaction is rolled back as the victim of a deadlock
     };
-    Especie especie = Especie::nenhuma;
+    Efeito efeito = Efeito::nenhuma;
     int numero = 0;
     std::string texto{};
     int milissegundos = 0;

@@ -76,17 +76,17 @@ class JanelaEnsaio : public platform::qt::JanelaQt {
   public:
     JanelaEnsaio(EcraEnsaio& ecra, const platform::qt::EstadoSessao& sessao) : JanelaQt(ecra, sessao) {
         auto* disposicao = new QVBoxLayout(this);
-        disposicao->addWidget(liga_com_lista(ecra.campo[0], 10, ecra.lista_0));
+        disposicao->addWidget(vincula_com_lista(ecra.campo[0], 10, ecra.lista_0));
         for (const int i : {1, 2})
-            disposicao->addWidget(liga(ecra.campo[i], 10));
-        disposicao->addWidget(liga(ecra.data));
-        disposicao->addWidget(liga(ecra.combo));
-        QTabWidget* paginas = liga(ecra.paginas);
-        paginas->addTab(liga(ecra.grelha), {});
+            disposicao->addWidget(vincula(ecra.campo[i], 10));
+        disposicao->addWidget(vincula(ecra.data));
+        disposicao->addWidget(vincula(ecra.combo));
+        QTabWidget* paginas = vincula(ecra.paginas);
+        paginas->addTab(vincula(ecra.grelha), {});
         paginas->addTab(new QWidget, {});
         disposicao->addWidget(paginas);
-        disposicao->addWidget(liga(ecra.nome));
-        disposicao->addWidget(liga(ecra.confirmar));
+        disposicao->addWidget(vincula(ecra.nome));
+        disposicao->addWidget(vincula(ecra.confirmar));
         disposicao->addWidget(&linha_estado());
     }
 };

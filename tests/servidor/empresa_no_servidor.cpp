@@ -15,8 +15,8 @@
 namespace orvex::testes {
 namespace {
 
-using platform::registos::TipoColuna;
-using Especie = TipoColuna::Especie;
+using platform::registos::TipoSQL;
+using Familia = TipoSQL::Familia;
 
 constexpr const char* tabelas_do_livro[]{"xel_ORVEX", "xel_ORVEX_Mov"}; // as start-up makes them
 
@@ -29,13 +29,13 @@ bool do_livro(const std::string& sql) {
            maiusculo.find("U_DOCGCLIN1") != std::string::npos;
 }
 
-std::string tipo_no_servidor(const TipoColuna& tipo) {
-    switch (tipo.especie) {
-    case Especie::inteiro:
+std::string tipo_no_servidor(const TipoSQL& tipo) {
+    switch (tipo.familia) {
+    case Familia::inteiro:
         return tipo.maximo == std::numeric_limits<std::int16_t>::max() ? "smallint" : "int";
-    case Especie::decimal:
+    case Familia::decimal:
         return "money";
-    case Especie::data_hora:
+    case Familia::data_hora:
         return "datetime";
     default:
         return "nvarchar(" + std::to_string(tipo.comprimento) + ")";

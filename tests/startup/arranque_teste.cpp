@@ -38,7 +38,9 @@ struct FabricaGravada : Fabrica {
         Diario& diario;
     };
 
-    std::unique_ptr<SessaoERP> cria_sessao_erp() override { return std::make_unique<ERP>(*this); }
+    std::unique_ptr<SessaoERP> cria_sessao_erp(const DefinicoesERP&) override {
+        return std::make_unique<ERP>(*this);
+    }
     std::unique_ptr<SessaoBD> cria_sessao_bd(const DefinicoesBD& d) override {
         diario.passo("bd " + d.servidor + "|" + d.utilizador);
         return std::make_unique<SessaoDeTeste>(diario);

@@ -114,6 +114,8 @@ const char* const casos[] = {
     "ambos => sql drop table U_DocGcLin1 => tabela U_DocGcLin1 => é o ERP que a cria => tabela Vendedor",
     "ambos => sql alter table xel_ORVEX drop column Preco => tabela xel_ORVEX => falta Preco => tabela "
     "artarm",
+    "aqui => ERP\\]\nServidor=sqlite -> ERP]\nServidor=SRV01 => entrada no ERP; base de dados do ERP => "
+    "não a ligação ao ERP do servidor «SRV01» => ligação",
     "aqui => SB,1,S -> SB,1 => parâmetro SOBRAS => incompleto: falta o elemento 3 => parâmetro QUEBRAS",
     "aqui => TRF=TR,1 -> TRF=TR,x => parâmetro TRF => não é um número de série => parâmetro SOBRAS",
     "aqui => definições em UTF-16 => definições => está gravado em UTF-16 => parâmetro TRF",

@@ -204,16 +204,17 @@ TEST(EmpresaDemo, nao_toca_no_que_ja_existe_e_sem_espaco_para_acabar_nao_deixa_r
 }
 
 TEST(EmpresaDemo, le_a_linha_de_comando_e_recusa_o_que_nao_percebe) {
-    const char* certos[] = {"Pasta", "--clientes", "7", "--artigos", "8", "--linhas", "9", "--semente", "10"};
+    const std::string certos[] = {"Pasta",    "--clientes", "7",         "--artigos", "8",
+                                  "--linhas", "9",          "--semente", "10"};
     const OpcoesEmpresa lidas = demo::le_argumentos(certos);
     EXPECT_EQ(std::tuple(lidas.pasta.string(), lidas.clientes, lidas.artigos, lidas.linhas, lidas.semente),
               std::tuple("Pasta", 7, 8, 9, 10u));
     EXPECT_THROW(demo::le_argumentos({}), base::Falha);
     for (const auto& [primeiro, segundo] : {std::pair{"--linhas", "5"}, {"P", "Q"}, {"P", "--linhas"}})
-        EXPECT_THROW(demo::le_argumentos(std::vector{primeiro, segundo}), base::Falha);
+        EXPECT_THROW(demo::le_argumentos(std::vector<std::string>{primeiro, segundo}), base::Falha);
     for (const auto& [opcao, valor] :
          {std::pair{"--linhas", "muitas"}, {"--clientes", "0"}, {"--outra", "1"}})
-        EXPECT_THROW(demo::le_argumentos(std::vector{"P", opcao, valor}), base::Falha);
+        EXPECT_THROW(demo::le_argumentos(std::vector<std::string>{"P", opcao, valor}), base::Falha);
 }
 
 } // namespace

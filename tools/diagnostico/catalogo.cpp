@@ -39,14 +39,14 @@ Resposta Catalogo::ha(const std::string& sql) {
     return quantos->inteiro() > 0 ? Resposta::sim : Resposta::nao;
 }
 
-std::vector<Resposta> Catalogo::tem(const std::string& nome, const char* especie,
+std::vector<Resposta> Catalogo::tem(const std::string& nome, const char* securavel,
                                     const std::vector<const char*>& direitos) {
     std::vector<Resposta> respostas(direitos.size(), Resposta::nenhuma);
     const std::string coisa = nome.empty() ? "DB_NAME()" : base::entre_plicas(nome);
     std::string sql;
     for (const char* direito : direitos)
-        sql += (sql.empty() ? "SELECT " : ", ") + ("HAS_PERMS_BY_NAME(" + coisa) + ", '" + especie + "', '" +
-               direito + "')";
+        sql += (sql.empty() ? "SELECT " : ", ") + ("HAS_PERMS_BY_NAME(" + coisa) + ", '" + securavel +
+               "', '" + direito + "')";
     try {
         const auto linha = BD_.Consulta(sql);
         for (std::size_t i = 0; i < respostas.size() && !linha->fim(); ++i)

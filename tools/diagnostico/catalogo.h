@@ -20,10 +20,10 @@ class Catalogo {
     bool embebida() const { return embebida_; }
 
     // Each right of the server's kind on the thing named (the database itself has no name).
-    std::vector<Resposta> tem(const std::string& nome, const char* especie,
+    std::vector<Resposta> tem(const std::string& nome, const char* securavel,
                               const std::vector<const char*>& direitos);
-    bool pode(const std::string& nome, const char* especie, const char* direito) {
-        return embebida_ || tem(nome, especie, {direito}).front() == Resposta::sim;
+    bool pode(const std::string& nome, const char* securavel, const char* direito) {
+        return embebida_ || tem(nome, securavel, {direito}).front() == Resposta::sim;
     }
     // Whoever has any right on a table sees its definition, unless that was denied.
     Resposta ve_definicao(const std::string& tabela);

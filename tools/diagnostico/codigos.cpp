@@ -9,7 +9,7 @@
 namespace orvex::diagnostico {
 namespace {
 
-using platform::erp::Sentido;
+using platform::erp::MovimentoStock;
 using startup::ListaParametros;
 using startup::SessaoBD;
 
@@ -55,9 +55,10 @@ void VerificacaoCodigos::escrita(const std::string& chave, const std::string& co
 }
 
 // What a document of each key does to the stock.
-const std::map<std::string, Sentido> sentidos{
-    {"GUIASREMESSA", Sentido::saida}, {"GUIADEVOLUCAO", Sentido::entrada}, {"SOBRAS", Sentido::entrada},
-    {"QUEBRAS", Sentido::saida},      {"CONSUMOS", Sentido::saida},        {"TRF", Sentido::transferencia}};
+const std::map<std::string, MovimentoStock> movimentos{
+    {"GUIASREMESSA", MovimentoStock::saida}, {"GUIADEVOLUCAO", MovimentoStock::entrada},
+    {"SOBRAS", MovimentoStock::entrada},     {"QUEBRAS", MovimentoStock::saida},
+    {"CONSUMOS", MovimentoStock::saida},     {"TRF", MovimentoStock::transferencia}};
 
 void VerificacaoCodigos::tipo(const std::string& chave, const std::string& codigo, const std::string& serie) {
     if (base::comprimento(codigo) > comprimento_tipo) return; // told with the parameters
@@ -74,8 +75,9 @@ void VerificacaoCodigos::tipo(const std::string& chave, const std::string& codig
     if (linha == nullptr)
         return junta(chave, Estado::erro, o_tipo + "não existe. Corrija-o, ou crie-o no ERP.");
     escrita(chave, codigo, *linha, Estado::aviso);
-    const auto sentido = sentidos.find(chave);
-    if (sentido != sentidos.end() && linha->valor("MovStock").inteiro() != static_cast<int>(sentido->second))
+    const auto movimento = movimentos.find(chave);
+    if (movimento != movimentos.end() &&
+        linha->valor("MovStock").inteiro() != static_cast<int>(movimento->second))
         junta(chave, Estado::erro, o_tipo + "não move o stock como é preciso. Corrija-o, ou escolha outro.");
     if (emulacao_
             ->Consulta("Select Serie from Series where TpDoc=" + base::entre_plicas(codigo) +

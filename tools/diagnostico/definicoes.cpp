@@ -1,5 +1,6 @@
 #include "definicoes.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 
 namespace orvex::diagnostico {
@@ -17,13 +18,13 @@ bool verifica_ficheiro(const fs::path& ficheiro, Resultados& resultados) {
         resultados.push_back({nome, Estado::erro, std::string(falha.what()) + " Crie-o, ou corrija-o."});
         return false;
     }
-    resultados.push_back({nome, Estado::ok, ficheiro.string()});
+    resultados.push_back({nome, Estado::ok, base::texto_de(ficheiro)});
     return true;
 }
 
 // Of a file with passwords.
 void verifica_permissoes(const fs::path& ficheiro, Resultados& resultados) {
-    const std::string nome = "permissões de " + ficheiro.filename().string();
+    const std::string nome = "permissões de " + base::texto_de(ficheiro.filename());
 #ifdef _WIN32
     resultados.push_back({nome, Estado::nao_verificado,
                           "veja na página Segurança das propriedades do ficheiro que só o lê quem usa o "
@@ -33,11 +34,11 @@ void verifica_permissoes(const fs::path& ficheiro, Resultados& resultados) {
     const fs::perms permissoes = fs::status(ficheiro, erro).permissions();
     const bool fechado = (permissoes & (fs::perms::others_read | fs::perms::others_write)) == fs::perms::none;
     resultados.push_back({nome, fechado ? Estado::ok : Estado::erro,
-                          fechado
-                              ? "só o lêem o dono e o grupo"
-                              : "tem palavras-passe, e está aberto a qualquer utilizador da máquina: "
-                                "chmod o= \"" +
-                                    ficheiro.string() + "\", com quem usa o programa no grupo do ficheiro."});
+                          fechado ? "só o lêem o dono e o grupo"
+                                  : "tem palavras-passe, e está aberto a qualquer utilizador da máquina: "
+                                    "chmod o= \"" +
+                                        base::texto_de(ficheiro) +
+                                        "\", com quem usa o programa no grupo do ficheiro."});
 #endif
 }
 
@@ -62,18 +63,18 @@ std::optional<DefinicoesBD> verifica_bd(const startup::PastasInstalacao& pastas,
     try {
         const DefinicoesBD usadas = startup::definicoes_bd(ficheiro, catalogo);
         if (!usadas.incompletas()) {
-            const std::string de = proprias.incompletas() ? " (de " + catalogo.string() + ")" : "";
+            const std::string de = proprias.incompletas() ? " (de " + base::texto_de(catalogo) + ")" : "";
             resultados.push_back({nome, Estado::ok,
                                   "servidor " + usadas.servidor + ", base " + usadas.base + ", utilizador " +
                                       usadas.utilizador + de});
             return usadas;
         }
-        porque = "«" + catalogo.string() + "» também está incompleto.";
+        porque = "«" + base::texto_de(catalogo) + "» também está incompleto.";
     } catch (const base::Falha& falha) {
         porque = falha.what();
     }
     resultados.push_back({nome, Estado::erro,
-                          "Preencha em [BD] de «" + ficheiro.string() + "»: " +
+                          "Preencha em [BD] de «" + base::texto_de(ficheiro) + "»: " +
                               em_falta({{"Servidor", proprias.servidor},
                                         {"Base", proprias.base},
                                         {"Utilizador", proprias.utilizador}}) +

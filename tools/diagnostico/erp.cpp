@@ -1,8 +1,9 @@
 #include "erp.h"
 
-#include "platform/erp/sessao_erp_embebida.h"
+#include "app/fabrica_erp.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
+#include "base/caminho.h"
 #include "base/texto.h"
 
 namespace orvex::diagnostico {
@@ -14,7 +15,7 @@ using startup::SessaoBD;
 
 void verifica_entrada(const Definicoes& definicoes, Resultados& resultados) {
     constexpr const char* nome = "entrada no ERP";
-    const std::string em_erp = " em [ERP] de «" + definicoes.ficheiro.string() + "»";
+    const std::string em_erp = " em [ERP] de «" + base::texto_de(definicoes.ficheiro) + "»";
     const auto& v = definicoes.erp->valores;
     if (definicoes.erp->incompletas()) {
         resultados.push_back({nome, Estado::erro,
@@ -30,9 +31,10 @@ void verifica_entrada(const Definicoes& definicoes, Resultados& resultados) {
                              " (servidor " + v[DefinicoesERP::servidor] + ", base " + v[DefinicoesERP::base] +
                              ")";
     try {
-        platform::erp::SessaoERPEmbebida sessao;
-        const bool aceite = sessao.Liga(v);
-        sessao.Desliga();
+        const auto sessao = app::cria_sessao_erp(*definicoes.erp);
+        sessao->ModoLigacao(startup::modo_ligacao);
+        const bool aceite = sessao->Liga(v);
+        sessao->Desliga();
         resultados.push_back({nome, aceite ? Estado::ok : Estado::erro,
                               aceite ? quem
                                      : "O ERP recusou " + quem +
@@ -79,7 +81,7 @@ Resultado compara_bases(const DefinicoesBD& bd, const DefinicoesERP& erp, Sessao
     const std::string& servidor = erp.valores[DefinicoesERP::servidor];
     const std::string& base = erp.valores[DefinicoesERP::base];
     const bool embebidos[] = {bd.servidor == startup::servidor_embebido,
-                              servidor == startup::servidor_embebido};
+                              erp.tipo() == startup::TipoERP::emulacao};
     if (embebidos[1] && !embebidos[0]) return do_servidor_e_da_emulacao(erp, *BD);
     std::error_code erro;
     const bool mesma = embebidos[0] && embebidos[1] ? std::filesystem::equivalent(bd.base, base, erro)
@@ -109,7 +111,7 @@ void verifica_erp(const Definicoes& definicoes, SessaoBD* BD, Resultados& result
 }
 
 std::unique_ptr<SessaoBD> abre_emulacao(const DefinicoesERP& definicoes) {
-    if (definicoes.valores[DefinicoesERP::servidor] != startup::servidor_embebido) return nullptr;
+    if (definicoes.tipo() != startup::TipoERP::emulacao) return nullptr;
     auto sessao = std::make_unique<platform::sqlite::SessaoSQLite>();
     DefinicoesBD da_emulacao;
     da_emulacao.base = definicoes.valores[DefinicoesERP::base];

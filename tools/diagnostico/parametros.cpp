@@ -1,5 +1,6 @@
 #include "parametros.h"
 
+#include "base/caminho.h"
 #include "base/texto.h"
 #include "definicoes.h"
 #include "platform/sqlite/empresa.h"
@@ -158,8 +159,8 @@ bool verifica_parametros(const startup::Parametros& parametros, const std::files
         resultados.push_back({nome, Estado::erro, std::string(falha.what()) + " Crie-o, ou corrija-o."});
         return false;
     }
-    resultados.push_back({nome, Estado::ok, ficheiro.string()});
-    VerificacaoParametros(parametros, ficheiro.string(), resultados).tudo();
+    resultados.push_back({nome, Estado::ok, base::texto_de(ficheiro)});
+    VerificacaoParametros(parametros, base::texto_de(ficheiro), resultados).tudo();
     return true;
 }
 

@@ -6,7 +6,7 @@ namespace orvex::demo {
 namespace {
 
 using base::Moeda;
-using platform::erp::Sentido;
+using platform::erp::MovimentoStock;
 
 constexpr int vendedores = 8;
 
@@ -16,17 +16,17 @@ void escreve_tipos_documento(SQLite::Database& bd) {
     const struct {
         const char* codigo;
         const char* descricao;
-        Sentido sentido;
-    } tipos[] = {{"FA", "Factura", Sentido::nenhum},
-                 {"FR", "Factura-recibo", Sentido::nenhum},
-                 {"GR", "Guia de remessa", Sentido::saida},
-                 {"GD", "Guia de devolução", Sentido::entrada},
-                 {"SB", "Sobras", Sentido::entrada},
-                 {"QB", "Quebras", Sentido::saida},
-                 {"CI", "Consumos internos", Sentido::saida},
-                 {"TR", "Transferência entre armazéns", Sentido::transferencia}};
+        MovimentoStock movimento;
+    } tipos[] = {{"FA", "Factura", MovimentoStock::nenhum},
+                 {"FR", "Factura-recibo", MovimentoStock::nenhum},
+                 {"GR", "Guia de remessa", MovimentoStock::saida},
+                 {"GD", "Guia de devolução", MovimentoStock::entrada},
+                 {"SB", "Sobras", MovimentoStock::entrada},
+                 {"QB", "Quebras", MovimentoStock::saida},
+                 {"CI", "Consumos internos", MovimentoStock::saida},
+                 {"TR", "Transferência entre armazéns", MovimentoStock::transferencia}};
     for (const auto& tipo : tipos)
-        platform::erp::acrescenta_tipo_documento(bd, tipo.codigo, tipo.descricao, tipo.sentido, 1);
+        platform::erp::acrescenta_tipo_documento(bd, tipo.codigo, tipo.descricao, tipo.movimento, 1);
 }
 
 Moeda valor(const Artigo& artigo) {

@@ -1,5 +1,6 @@
 #include "empresa_demo.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "construcao.h"
 #include "instalacao.h"
@@ -39,7 +40,7 @@ void verifica_opcoes(const OpcoesEmpresa& opcoes) {
     if (!opcoes.hoje.valida()) throw base::Falha("A data da empresa não é válida.");
     std::error_code erro;
     if (fs::status(opcoes.pasta, erro).type() == fs::file_type::not_found) return;
-    const std::string pasta = startup::texto_de(opcoes.pasta);
+    const std::string pasta = base::texto_de(opcoes.pasta);
     if (const std::string defeito = startup::defeito_da_pasta(opcoes.pasta); !defeito.empty())
         throw base::Falha("«" + pasta + "» " + defeito + ".");
     if (!fs::is_empty(opcoes.pasta, erro) || erro)
@@ -52,10 +53,10 @@ void cria_tabelas_livro(const fs::path& empresa) {
     platform::sqlite::SessaoSQLite sessao;
     startup::ConstrutorLigacao ligacao;
     ligacao.servidor = startup::servidor_embebido;
-    ligacao.base = startup::texto_de(empresa);
+    ligacao.base = base::texto_de(empresa);
     ligacao.utilizador = utilizador;
     if (!sessao.Abre(ligacao.constroi()))
-        throw base::Falha("Não foi possível abrir a empresa «" + startup::texto_de(empresa) + "».");
+        throw base::Falha("Não foi possível abrir a empresa «" + base::texto_de(empresa) + "».");
     startup::VerificaTabelas(sessao);
     startup::VerificaPesos(sessao);
     sessao.Fecha();
@@ -131,7 +132,7 @@ void faz_empresa(const OpcoesEmpresa& opcoes) {
     } catch (const SQLite::Exception& falha) {
         throw base::Falha(platform::erp::texto_da_falha(falha));
     } catch (const fs::filesystem_error& falha) {
-        throw base::Falha("Não é possível escrever em «" + startup::texto_de(falha.path1()) + "».");
+        throw base::Falha("Não é possível escrever em «" + base::texto_de(falha.path1()) + "».");
     }
 }
 

@@ -20,21 +20,21 @@ class Insercao {
     void operator()(const Valores&... valores) {
         comando_.reset();
         int indice = 0;
-        (liga(++indice, valores), ...);
+        (associa(++indice, valores), ...);
         comando_.exec();
     }
 
   private:
-    void liga(int indice, std::integral auto valor) {
+    void associa(int indice, std::integral auto valor) {
         comando_.bind(indice, static_cast<std::int64_t>(valor));
     }
-    void liga(int indice, const std::string& valor) { comando_.bindNoCopy(indice, valor); }
-    void liga(int indice, const char* valor) { comando_.bindNoCopy(indice, valor); }
+    void associa(int indice, const std::string& valor) { comando_.bindNoCopy(indice, valor); }
+    void associa(int indice, const char* valor) { comando_.bindNoCopy(indice, valor); }
     // Four decimals of this size survive the way through a double.
-    void liga(int indice, base::Moeda valor) { comando_.bind(indice, valor.real()); }
-    void liga(int indice, const base::Moeda* valor) { // null for none
+    void associa(int indice, base::Moeda valor) { comando_.bind(indice, valor.real()); }
+    void associa(int indice, const base::Moeda* valor) { // null for none
         if (valor != nullptr)
-            liga(indice, *valor);
+            associa(indice, *valor);
         else
             comando_.bind(indice);
     }

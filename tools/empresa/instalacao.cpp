@@ -1,5 +1,6 @@
 #include "instalacao.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "empresa_demo.h"
 #include "startup/ficheiro.h"
@@ -16,7 +17,7 @@ void escreve(const std::filesystem::path& ficheiro, const std::vector<std::strin
     for (const std::string& linha : linhas)
         saida << linha << "\r\n";
     if (!saida.flush())
-        throw base::Falha("Não foi possível escrever o ficheiro «" + startup::texto_de(ficheiro) + "».");
+        throw base::Falha("Não foi possível escrever o ficheiro «" + base::texto_de(ficheiro) + "».");
 }
 
 std::vector<std::string> seccao_bd(const std::string& base) {
@@ -50,8 +51,8 @@ bool copia_programa(const std::filesystem::path& de, const std::filesystem::path
             if (!startup::defeito_do_ficheiro(de / nome).empty()) continue;
             std::error_code erro;
             if (!std::filesystem::copy_file(de / nome, para / nome, erro))
-                throw base::Falha("Não foi possível copiar o programa para «" +
-                                  startup::texto_de(para / nome) + "».");
+                throw base::Falha("Não foi possível copiar o programa para «" + base::texto_de(para / nome) +
+                                  "».");
             encontrado = encontrado || programa == "orvex";
         }
     return encontrado;

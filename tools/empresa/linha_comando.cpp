@@ -1,13 +1,15 @@
 #include "linha_comando.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "base/texto.h"
 
 namespace orvex::demo {
 namespace {
 
-std::int64_t inteiro(const std::string& opcao, const char* texto, std::int64_t menor, std::int64_t maior) {
-    const auto numero = texto == nullptr ? std::nullopt : base::le_inteiro(texto);
+std::int64_t inteiro(const std::string& opcao, const std::string* texto, std::int64_t menor,
+                     std::int64_t maior) {
+    const auto numero = texto == nullptr ? std::nullopt : base::le_inteiro(*texto);
     if (numero && *numero >= menor && *numero <= maior) return *numero;
     throw base::Falha("A opção " + opcao + " precisa de um número entre " + std::to_string(menor) + " e " +
                       std::to_string(maior) + ".");
@@ -20,15 +22,15 @@ std::string uso() {
            "Cria em PASTA, que não pode ter nada, uma instalação com uma empresa de treino.";
 }
 
-OpcoesEmpresa le_argumentos(std::span<const char* const> argumentos) {
+OpcoesEmpresa le_argumentos(std::span<const std::string> argumentos) {
     constexpr std::int64_t milhao = 1'000'000;
     OpcoesEmpresa opcoes;
     opcoes.hoje = base::DataHora::agora();
     for (std::size_t i = 0; i < argumentos.size(); ++i) {
-        const std::string argumento = argumentos[i];
-        const char* seguinte = i + 1 < argumentos.size() ? argumentos[i + 1] : nullptr;
+        const std::string& argumento = argumentos[i];
+        const std::string* seguinte = i + 1 < argumentos.size() ? &argumentos[i + 1] : nullptr;
         if (!argumento.starts_with("-") && opcoes.pasta.empty()) {
-            opcoes.pasta = argumento;
+            opcoes.pasta = base::caminho_de(argumento);
             continue;
         }
         ++i;

@@ -11,6 +11,6 @@ std::string uso();
 
 // orvex-empresa PASTA [--clientes N] [--artigos N] [--linhas N] [--semente S]. Throws Falha, with a text for
 // the user, for anything else.
-OpcoesEmpresa le_argumentos(std::span<const char* const> argumentos);
+OpcoesEmpresa le_argumentos(std::span<const std::string> argumentos);
 
 } // namespace orvex::demo

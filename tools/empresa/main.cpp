@@ -1,9 +1,9 @@
 // orvex-empresa: makes a demo company.
+#include "base/caminho.h"
 #include "base/descricao.h"
 #include "empresa_demo.h"
 #include "instalacao.h"
 #include "linha_comando.h"
-#include "startup/ficheiro.h"
 #include "tools/comum/pasta_do_programa.h"
 
 #include <iostream>
@@ -17,9 +17,9 @@ int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
     std::error_code erro;
     const fs::path completa = fs::absolute(opcoes.pasta, erro);
     std::cout << "Empresa criada em "
-              << orvex::startup::texto_de((erro ? opcoes.pasta : completa).lexically_normal()) << "\n";
+              << orvex::base::texto_de((erro ? opcoes.pasta : completa).lexically_normal()) << "\n";
     if (!orvex::demo::copia_programa(programas, opcoes.pasta))
-        std::cout << "O programa orvex não foi encontrado em " << orvex::startup::texto_de(programas)
+        std::cout << "O programa orvex não foi encontrado em " << orvex::base::texto_de(programas)
                   << ": copie-o para a pasta da instalação.\n";
     return 0;
 }
@@ -27,16 +27,16 @@ int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const auto linha = orvex::base::linha_de_comando(argc, argv);
     orvex::demo::OpcoesEmpresa opcoes;
     try {
-        opcoes = orvex::demo::le_argumentos(
-            std::span<const char* const>(argv, static_cast<std::size_t>(argc)).subspan(1));
+        opcoes = orvex::demo::le_argumentos(std::span(linha).subspan(1));
     } catch (const orvex::base::Falha& falha) {
         std::cerr << falha.what() << "\n" << orvex::demo::uso() << "\n";
         return 2;
     }
     try {
-        return faz(opcoes, orvex::pasta_do_programa(argv[0]));
+        return faz(opcoes, orvex::pasta_do_programa(orvex::base::caminho_de(linha[0])));
     } catch (const std::exception& falha) {
         std::cerr << "Não foi possível criar a empresa: " << orvex::base::descricao(falha) << "\n";
         return 1;

@@ -1,5 +1,6 @@
 // Runs test programs, those of every suite or the ones named, one after the other in a database made for it
 // on a real server, and drops the database however they end.
+#include "base/caminho.h"
 #include "tools/ensaio/base_ensaio.h"
 
 #include <csignal>
@@ -75,7 +76,8 @@ int main(int argc, char** argv) {
     setenv(variavel_motor, motor_servidor, 1);
     // What other people's drivers leave behind is not ours to report.
     setenv("ASAN_OPTIONS", "detect_leaks=0", 0);
-    std::vector<std::string> programas(argv + 1, argv + argc);
+    auto programas = orvex::base::linha_de_comando(argc, argv);
+    programas.erase(programas.begin());
     if (std::istringstream suites(ORVEX_SUITES); programas.empty())
         for (std::string uma; std::getline(suites, uma, ':');)
             programas.push_back(uma);

@@ -2,6 +2,7 @@
 // real window, and leaves pictures of it and a summary of what was written to the ledger, the ERP and the
 // stock.
 #include "app/fabrica_orvex.h"
+#include "base/caminho.h"
 #include "base/descricao.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/sqlite/sessao_sqlite.h"
@@ -26,11 +27,12 @@ using namespace orvex;
 class Resumo {
   public:
     explicit Resumo(const fs::path& instalacao) {
-        BD_.Abre(startup::ConstrutorLigacao{.servidor = startup::servidor_embebido,
-                                            .base = (fs::absolute(instalacao) / demo::pasta_empresa).string(),
-                                            .utilizador = demo::utilizador,
-                                            .palavra_passe = ""}
-                     .constroi());
+        BD_.Abre(
+            startup::ConstrutorLigacao{.servidor = startup::servidor_embebido,
+                                       .base = base::texto_de(fs::absolute(instalacao) / demo::pasta_empresa),
+                                       .utilizador = demo::utilizador,
+                                       .palavra_passe = ""}
+                .constroi());
     }
 
     void tabela(const std::string& titulo, const std::string& sql) {
@@ -132,9 +134,10 @@ int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& s
     std::error_code erro;
     fs::create_directories(saida, erro);
     if (const std::string defeito = startup::defeito_da_pasta(saida); !defeito.empty())
-        throw base::Falha("A pasta das imagens não pode ser usada: «" + startup::texto_de(saida) + "» " +
+        throw base::Falha("A pasta das imagens não pode ser usada: «" + base::texto_de(saida) + "» " +
                           defeito + ".");
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(saida.string()));
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                       QString::fromStdString(base::texto_de(saida)));
     platform::qt::prepara_aplicacao(aplicacao);
 
     app::FabricaOrvex fabrica(instalacao);
@@ -151,20 +154,21 @@ int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& s
     roteiro.corre();
 
     std::ofstream(saida / "resumo.txt") << resumo.texto();
-    std::cout << resumo.texto() << "\nImagens e resumo em " << saida.string() << "\n";
+    std::cout << resumo.texto() << "\nImagens e resumo em " << base::texto_de(saida) << "\n";
     return 0;
 }
 
 } // namespace
 
 int main(int argc, char* argv[]) {
+    const auto argumentos = base::linha_de_comando(argc, argv);
     QApplication aplicacao(argc, argv);
     if (argc != 3) {
         std::cerr << "Uso: orvex-sessao-guiada INSTALACAO SAIDA\n";
         return 2;
     }
     try {
-        return corre(aplicacao, argv[1], argv[2]);
+        return corre(aplicacao, base::caminho_de(argumentos[1]), base::caminho_de(argumentos[2]));
     } catch (const std::exception& falha) {
         std::cerr << base::descricao(falha) << "\n";
         return 1;

@@ -1,5 +1,6 @@
 #include "roteiro.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 
 #include <QApplication>
@@ -39,9 +40,9 @@ Roteiro& Roteiro::escreve(const char* texto) {
 Roteiro& Roteiro::retrata(const char* nome) {
     return faz([this, nome] {
         const QString ficheiro = QString("%1-%2.png").arg(++retratos_, 2, 10, QChar('0')).arg(nome);
-        const auto destino = pasta_ / ficheiro.toStdString();
-        if (!imagem().save(QString::fromStdString(destino.string())))
-            throw base::Falha("Não foi possível gravar a imagem «" + destino.string() + "».");
+        const std::string nome_completo = base::texto_de(pasta_ / base::caminho_de(ficheiro.toStdString()));
+        if (!imagem().save(QString::fromStdString(nome_completo)))
+            throw base::Falha("Não foi possível gravar a imagem «" + nome_completo + "».");
     });
 }
 

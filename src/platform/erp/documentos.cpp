@@ -48,36 +48,36 @@ std::int64_t proximo_numero(BaseErp& base, const ChaveDocumento& chave) {
 }
 
 // Moves between or out of warehouses what the line says, or, with -1, moves it back.
-void move_armazens(BaseErp& base, Sentido sentido, const Registo& linha, int vezes) {
+void move_armazens(BaseErp& base, MovimentoStock movimento, const Registo& linha, int vezes) {
     const Moeda quantidade = vezes < 0 ? -linha.moeda("Quantidade") : linha.moeda("Quantidade");
     const std::string artigo = linha.texto("Artigo");
-    const bool entra = sentido == Sentido::entrada;
+    const bool entra = movimento == MovimentoStock::entrada;
     move_armazem(base, artigo, linha.texto("Armazem"), entra ? quantidade : -quantidade);
-    if (sentido == Sentido::transferencia)
+    if (movimento == MovimentoStock::transferencia)
         move_armazem(base, artigo, linha.texto("ArmazemDestino"), quantidade);
 }
 
-bool move_stock(Sentido sentido, const Registo& linha) {
-    return sentido != Sentido::nenhum && !linha.texto("Artigo").empty();
+bool move_stock(MovimentoStock movimento, const Registo& linha) {
+    return movimento != MovimentoStock::nenhum && !linha.texto("Artigo").empty();
 }
 
 // The article's stock as a whole; a transfer leaves it as it is.
-Moeda variacao(Sentido sentido, const Registo& linha) {
-    if (sentido == Sentido::transferencia) return {};
-    return sentido == Sentido::entrada ? linha.moeda("Quantidade") : -linha.moeda("Quantidade");
+Moeda variacao(MovimentoStock movimento, const Registo& linha) {
+    if (movimento == MovimentoStock::transferencia) return {};
+    return movimento == MovimentoStock::entrada ? linha.moeda("Quantidade") : -linha.moeda("Quantidade");
 }
 
 // Gives the value moved.
-Moeda movimenta(BaseErp& base, Sentido sentido, const Registo& linha) {
-    if (!move_stock(sentido, linha)) return {};
-    move_armazens(base, sentido, linha, 1);
-    return move_artigo(base, linha.texto("Artigo"), variacao(sentido, linha));
+Moeda movimenta(BaseErp& base, MovimentoStock movimento, const Registo& linha) {
+    if (!move_stock(movimento, linha)) return {};
+    move_armazens(base, movimento, linha, 1);
+    return move_artigo(base, linha.texto("Artigo"), variacao(movimento, linha));
 }
 
-void repoe(BaseErp& base, Sentido sentido, const Registo& linha, Moeda valor) {
-    if (!move_stock(sentido, linha)) return;
-    move_armazens(base, sentido, linha, -1);
-    move_artigo(base, linha.texto("Artigo"), -variacao(sentido, linha), -valor);
+void repoe(BaseErp& base, MovimentoStock movimento, const Registo& linha, Moeda valor) {
+    if (!move_stock(movimento, linha)) return;
+    move_armazens(base, movimento, linha, -1);
+    move_artigo(base, linha.texto("Artigo"), -variacao(movimento, linha), -valor);
 }
 
 void grava_cabecalho(BaseErp& base, const Registo& cabecalho) {
@@ -115,7 +115,7 @@ void grava(BaseErp& base, Documento& documento) {
     grava_cabecalho(base, documento.cabecalho);
 
     const ChaveDocumento chave = documento.chave();
-    const Sentido tipo = sentido_do_tipo(base, chave.TipoDocumento);
+    const MovimentoStock tipo = movimento_do_tipo(base, chave.TipoDocumento);
     std::int64_t numero = 0;
     for (const auto& linha : documento.linhas) {
         linha->poe("NumeroDaLinha", ++numero);
@@ -146,7 +146,7 @@ void anula(BaseErp& base, const ChaveDocumento& chave) {
     if (documento.cabecalho.inteiro("NumeroViasemitidas") == documento_anulado)
         throw Recusa("O documento " + chave.texto() + " já está anulado.");
 
-    const Sentido tipo = sentido_do_tipo(base, chave.TipoDocumento);
+    const MovimentoStock tipo = movimento_do_tipo(base, chave.TipoDocumento);
     for (const auto& linha : documento.linhas) {
         Comando valor(base,
                       std::string("select VlrStock from DocGcLin") + chave_linhas + " and NumLinha = ?");

@@ -25,7 +25,7 @@ struct Documento {
 };
 
 // `nenhum` for an unknown type too.
-Sentido sentido_do_tipo(BaseErp& base, const std::string& tipo);
+MovimentoStock movimento_do_tipo(BaseErp& base, const std::string& tipo);
 
 // The header's own checks: document type and series known, date, client known and active.
 void verifica_cabecalho(BaseErp& base, const Documento& documento);

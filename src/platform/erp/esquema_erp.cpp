@@ -133,12 +133,12 @@ void cria_esquema_erp(SQLite::Database& bd) {
 }
 
 void acrescenta_tipo_documento(SQLite::Database& bd, const std::string& codigo, const std::string& descricao,
-                               Sentido sentido, std::int16_t serie) {
+                               MovimentoStock movimento, std::int16_t serie) {
     SQLite::Statement tipo(bd, "insert into TiposDocumento (Codigo, Descr, MovStock) values (?, ?, ?)"
                                " on conflict do nothing");
     tipo.bind(1, codigo);
     tipo.bind(2, descricao);
-    tipo.bind(3, static_cast<int>(sentido));
+    tipo.bind(3, static_cast<int>(movimento));
     tipo.exec();
     SQLite::Statement numeracao(bd, "insert into Series (TpDoc, Serie) values (?, ?)");
     numeracao.bind(1, codigo);

@@ -11,13 +11,13 @@
 namespace orvex::platform::erp {
 
 // What a document of a type does to the stock of its lines' articles.
-enum class Sentido : std::int16_t { saida = -1, nenhum = 0, entrada = 1, transferencia = 2 };
+enum class MovimentoStock : std::int16_t { saida = -1, nenhum = 0, entrada = 1, transferencia = 2 };
 
 // The connection must know the collation SERVIDOR; throws SQLite::Exception when a table exists already.
 void cria_esquema_erp(SQLite::Database& bd);
 
 // A document type with one series.
 void acrescenta_tipo_documento(SQLite::Database& bd, const std::string& codigo, const std::string& descricao,
-                               Sentido sentido, std::int16_t serie);
+                               MovimentoStock movimento, std::int16_t serie);
 
 } // namespace orvex::platform::erp

@@ -24,11 +24,21 @@ void exige(const std::vector<ValorERP>& argumentos, std::size_t quantos, const c
                     std::to_string(argumentos.size()) + ".");
 }
 
+// The record behind a value, which must be of the kind with those members.
+Registo& registo_de(const ValorERP& valor, std::span<const Membro> membros, const char* nao_e) {
+    if (auto* objecto = dynamic_cast<ObjectoRegisto*>(valor.objecto.get());
+        objecto != nullptr && objecto->registo().membros().data() == membros.data())
+        return objecto->registo();
+    throw Falha(nao_e);
+}
+
 Registo& linha_de(const ValorERP& argumento) {
-    if (auto* linha = dynamic_cast<ObjectoRegisto*>(argumento.objecto.get());
-        linha != nullptr && linha->registo().membros().data() == membros_linha.data())
-        return linha->registo();
-    throw Falha("O argumento não é uma linha de documento.");
+    return registo_de(argumento, membros_linha, "O argumento não é uma linha de documento.");
+}
+
+const Variante& simples(std::string_view membro, const ValorERP& valor) {
+    if (valor.objecto) throw Falha("O membro «" + std::string(membro) + "» não recebe um objecto.");
+    return valor.valor;
 }
 
 // The lines of a document, counted from 1.
@@ -41,11 +51,12 @@ class Linhas : public startup::ObjectoERP {
         desconhecido(membro, "das linhas do documento");
     }
 
-    void poe(std::string_view membro, const Variante&) override {
+    void poe(std::string_view membro, const ValorERP&) override {
         desconhecido(membro, "das linhas do documento");
     }
 
-    ValorERP chama(std::string_view membro, const std::vector<ValorERP>& argumentos) override {
+  private:
+    ValorERP invoca(std::string_view membro, Argumentos& argumentos) override {
         if (!base::mesmo_nome(membro, "Item")) return obtem(membro);
         exige(argumentos, 1, "Item");
         const std::int64_t numero = argumentos[0].valor.inteiro();
@@ -56,7 +67,6 @@ class Linhas : public startup::ObjectoERP {
             std::make_shared<ObjectoRegisto>(documento_->linhas[static_cast<std::size_t>(numero - 1)]));
     }
 
-  private:
     std::shared_ptr<Documento> documento_;
 };
 
@@ -77,7 +87,11 @@ const ResultadoERP& Estado::consulta(const std::function<void()>& operacao) {
     return ultimo;
 }
 
-ValorERP ObjectoRegisto::chama(std::string_view membro, const std::vector<ValorERP>& argumentos) {
+void ObjectoRegisto::poe(std::string_view membro, const ValorERP& valor) {
+    registo_->poe(membro, simples(membro, valor));
+}
+
+ValorERP ObjectoRegisto::invoca(std::string_view membro, Argumentos& argumentos) {
     if (!argumentos.empty()) throw Falha("O membro «" + std::string(membro) + "» não recebe argumentos.");
     return obtem(membro);
 }
@@ -94,13 +108,18 @@ ValorERP DocumentoComercial::obtem(std::string_view membro) {
     desconhecido(membro, "do documento comercial");
 }
 
-void DocumentoComercial::poe(std::string_view membro, const Variante& valor) {
+void DocumentoComercial::poe(std::string_view membro, const ValorERP& valor) {
+    if (base::mesmo_nome(membro, "Cab")) {
+        documento_->cabecalho =
+            registo_de(valor, membros_cabecalho, "«Cab» só recebe o cabeçalho de um documento.");
+        return;
+    }
     if (!base::mesmo_nome(membro, "Origem")) desconhecido(membro, "do documento comercial");
-    origem_ = valor.inteiro();
+    origem_ = simples(membro, valor).inteiro();
 }
 
-ValorERP DocumentoComercial::chama(std::string_view membro, const std::vector<ValorERP>& argumentos) {
-    using Metodo = Variante (DocumentoComercial::*)(const Argumentos&);
+ValorERP DocumentoComercial::invoca(std::string_view membro, Argumentos& argumentos) {
+    using Metodo = Variante (DocumentoComercial::*)(Argumentos&);
     static constexpr struct {
         const char* nome;
         std::size_t argumentos;
@@ -127,7 +146,7 @@ Variante DocumentoComercial::resultado(const ResultadoERP& resultado) {
     return resultado.sucesso ? 0 : -1;
 }
 
-Variante DocumentoComercial::Validar(const Argumentos&) {
+Variante DocumentoComercial::Validar(Argumentos&) {
     // Loading a note builds its header on an empty screen: whatever is missing is told, never thrown.
     ResultadoERP validado{true, {}};
     try {
@@ -143,7 +162,7 @@ Variante DocumentoComercial::Validar(const Argumentos&) {
     return resultado(validado);
 }
 
-Variante DocumentoComercial::Ler(const Argumentos& argumentos) {
+Variante DocumentoComercial::Ler(Argumentos& argumentos) {
     Registo pedido{membros_cabecalho, "da chave do documento"};
     constexpr const char* nomes[] = {"Ano", "Serie", "NossoNoDocumento", "TipoDocumento"};
     for (std::size_t i = 0; i < std::size(nomes); ++i)
@@ -157,7 +176,7 @@ Variante DocumentoComercial::Ler(const Argumentos& argumentos) {
     }));
 }
 
-Variante DocumentoComercial::SugereValoresLin(const Argumentos& argumentos) {
+Variante DocumentoComercial::SugereValoresLin(Argumentos& argumentos) {
     try {
         sugere_do_artigo(estado_->aberta(), linha_de(argumentos[0]));
     } catch (const SQLite::Exception& falha) {
@@ -166,7 +185,7 @@ Variante DocumentoComercial::SugereValoresLin(const Argumentos& argumentos) {
     return {};
 }
 
-Variante DocumentoComercial::AdicionaLinha(const Argumentos& argumentos) {
+Variante DocumentoComercial::AdicionaLinha(Argumentos& argumentos) {
     documento_->linhas.push_back(std::make_shared<Registo>(linha_de(argumentos[0])));
     documento_->linhas.back()->poe("NumeroDaLinha", documento_->linhas.size());
 
@@ -180,7 +199,7 @@ const ResultadoERP& DocumentoComercial::submete() {
     return feito;
 }
 
-Variante DocumentoComercial::Finalizar(const Argumentos& argumentos) {
+Variante DocumentoComercial::Finalizar(Argumentos& argumentos) {
     Documento gravado = *documento_; // a failure must leave no number behind
     const auto& feito = estado_->executa([&] {
         if (!submetido_) throw Recusa("O documento não foi submetido.");
@@ -191,6 +210,7 @@ Variante DocumentoComercial::Finalizar(const Argumentos& argumentos) {
         grava(estado_->aberta(), gravado);
     });
     if (feito.sucesso) {
+        argumentos[0] = gravado.chave().NossoNoDocumento;
         *documento_ = std::move(gravado);
         submetido_ = false;
     }

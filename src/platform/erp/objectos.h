@@ -25,13 +25,13 @@ class ObjectoRegisto : public startup::ObjectoERP {
     explicit ObjectoRegisto(std::shared_ptr<Registo> registo) : registo_(std::move(registo)) {}
 
     startup::ValorERP obtem(std::string_view membro) override { return registo_->obtem(membro); }
-    void poe(std::string_view membro, const base::Variante& valor) override { registo_->poe(membro, valor); }
-    startup::ValorERP chama(std::string_view membro,
-                            const std::vector<startup::ValorERP>& argumentos) override;
+    void poe(std::string_view membro, const startup::ValorERP& valor) override;
 
     Registo& registo() { return *registo_; }
 
   private:
+    startup::ValorERP invoca(std::string_view membro, Argumentos& argumentos) override;
+
     std::shared_ptr<Registo> registo_;
 };
 
@@ -41,20 +41,20 @@ class DocumentoComercial : public startup::ObjectoERP {
     explicit DocumentoComercial(std::shared_ptr<Estado> estado);
 
     startup::ValorERP obtem(std::string_view membro) override;
-    void poe(std::string_view membro, const base::Variante& valor) override;
-    startup::ValorERP chama(std::string_view membro,
-                            const std::vector<startup::ValorERP>& argumentos) override;
+    // A header is taken by its values, as AdicionaLinha takes a line.
+    void poe(std::string_view membro, const startup::ValorERP& valor) override;
 
     // Checks the document and, when it may be saved, lets Finalizar save it.
     const startup::ResultadoERP& submete();
 
   private:
-    using Argumentos = std::vector<startup::ValorERP>;
-    base::Variante Validar(const Argumentos&);
-    base::Variante Ler(const Argumentos& chave);                   // year, series, number, type
-    base::Variante SugereValoresLin(const Argumentos& argumentos); // the line and seven flags
-    base::Variante AdicionaLinha(const Argumentos& linha);
-    base::Variante Finalizar(const Argumentos& argumentos); // number, 0, type, year
+    startup::ValorERP invoca(std::string_view membro, Argumentos& argumentos) override;
+
+    base::Variante Validar(Argumentos&);
+    base::Variante Ler(Argumentos& chave);                   // year, series, number, type
+    base::Variante SugereValoresLin(Argumentos& argumentos); // the line and seven flags
+    base::Variante AdicionaLinha(Argumentos& linha);
+    base::Variante Finalizar(Argumentos& argumentos); // number (comes back as the one given), 0, type, year
 
     // 0, or -1 when it was refused; the message becomes UltimaMensagem.
     base::Variante resultado(const startup::ResultadoERP& resultado);

@@ -108,8 +108,8 @@ Variante convertido(TipoMembro tipo, const Variante& valor) {
 const std::span<const Membro> membros_cabecalho = tabela_cabecalho;
 const std::span<const Membro> membros_linha = tabela_linha;
 
-Registo::Registo(std::span<const Membro> membros, std::string especie)
-    : membros_(membros), especie_(std::move(especie)) {
+Registo::Registo(std::span<const Membro> membros, std::string de_que)
+    : membros_(membros), de_que_(std::move(de_que)) {
     valores_.reserve(membros_.size());
     for (const Membro& membro : membros_)
         valores_.push_back(inicial(membro.tipo));
@@ -118,7 +118,7 @@ Registo::Registo(std::span<const Membro> membros, std::string especie)
 std::size_t Registo::indice(std::string_view nome) const {
     for (std::size_t i = 0; i < membros_.size(); ++i)
         if (base::mesmo_nome(membros_[i].nome, nome)) return i;
-    throw base::Falha("O ERP não conhece o membro «" + std::string(nome) + "» " + especie_ + ".");
+    throw base::Falha("O ERP não conhece o membro «" + std::string(nome) + "» " + de_que_ + ".");
 }
 
 base::Variante Registo::obtem(std::string_view nome) const {
@@ -132,7 +132,7 @@ void Registo::poe(std::string_view nome, const base::Variante& valor) {
     try {
         valores_[i] = convertido(membros_[i].tipo, valor);
     } catch (const base::Falha& falha) {
-        throw base::Falha("O membro " + std::string(membros_[i].nome) + " " + especie_ +
+        throw base::Falha("O membro " + std::string(membros_[i].nome) + " " + de_que_ +
                               " não aceita o valor: " + falha.what(),
                           falha.numero());
     }

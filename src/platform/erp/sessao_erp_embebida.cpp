@@ -1,5 +1,6 @@
 #include "platform/erp/sessao_erp_embebida.h"
 
+#include "base/caminho.h"
 #include "base/falha.h"
 #include "base/texto.h"
 #include "platform/erp/objectos.h"
@@ -32,12 +33,10 @@ class ObjectoEmpresa : public startup::ObjectoERP {
         if (base::mesmo_nome(membro, "Nome")) return nome_;
         desconhecido(membro);
     }
-    void poe(std::string_view membro, const base::Variante&) override { desconhecido(membro); }
-    startup::ValorERP chama(std::string_view membro, const std::vector<startup::ValorERP>&) override {
-        return obtem(membro);
-    }
+    void poe(std::string_view membro, const startup::ValorERP&) override { desconhecido(membro); }
 
   private:
+    startup::ValorERP invoca(std::string_view membro, Argumentos&) override { return obtem(membro); }
     [[noreturn]] static void desconhecido(std::string_view membro) {
         throw Falha("O ERP não conhece o membro «" + std::string(membro) + "» da empresa.");
     }
@@ -49,7 +48,7 @@ class ObjectoEmpresa : public startup::ObjectoERP {
 std::unique_ptr<BaseErp> abre(const std::filesystem::path& pasta, int espera_ms) {
     const auto ficheiro = pasta / sqlite::ficheiro_erp;
     if (const std::string defeito = startup::defeito_do_ficheiro(ficheiro); !defeito.empty())
-        throw Falha("Não existe uma empresa na pasta «" + startup::texto_de(pasta) +
+        throw Falha("Não existe uma empresa na pasta «" + base::texto_de(pasta) +
                     "»: " + sqlite::ficheiro_erp + " " + defeito + ".");
     return std::make_unique<BaseErp>(sqlite::abre_base(ficheiro, SQLite::OPEN_READWRITE, espera_ms));
 }
@@ -102,13 +101,9 @@ SessaoERPEmbebida::SessaoERPEmbebida(int espera_ms)
 
 bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     Desliga();
-    if (valores[DefinicoesERP::servidor].empty() || valores[DefinicoesERP::base].empty())
-        throw Falha("O ficheiro de definições não diz a que empresa do ERP ligar: faltam Servidor ou Base.");
-    if (valores[DefinicoesERP::servidor] != startup::servidor_embebido)
-        throw Falha("Esta versão só traz a emulação do ERP: em [ERP], Servidor tem de ser sqlite.");
+    if (valores[DefinicoesERP::base].empty()) throw Falha("Falta a pasta da empresa do ERP.");
     try {
-        const std::string& pasta = valores[DefinicoesERP::base];
-        auto base = abre(std::u8string(pasta.begin(), pasta.end()), espera_ms_);
+        auto base = abre(base::caminho_de(valores[DefinicoesERP::base]), espera_ms_);
         Comando empresa(*base, "select Codigo, Nome from Empresa where Codigo = ?");
         const bool aceite = empresa.com(valores[DefinicoesERP::empresa]).linha() &&
                             utilizador_aceite(*base, valores[DefinicoesERP::utilizador],
@@ -134,10 +129,10 @@ ChaveDocumento SessaoERPEmbebida::CriaDocStock(const PedidoDocStock& pedido) {
     ChaveDocumento chave;
     estado_->executa([&] {
         BaseErp& base = estado_->aberta();
-        const Sentido sentido = sentido_do_tipo(base, pedido.tipo_documento);
-        if (sentido == Sentido::nenhum)
+        const MovimentoStock movimento = movimento_do_tipo(base, pedido.tipo_documento);
+        if (movimento == MovimentoStock::nenhum)
             throw Recusa("O tipo de documento «" + pedido.tipo_documento + "» não movimenta stocks.");
-        Documento documento = documento_de_stock(pedido, sentido == Sentido::transferencia);
+        Documento documento = documento_de_stock(pedido, movimento == MovimentoStock::transferencia);
         for (const auto& linha : documento.linhas)
             sugere_do_artigo(base, *linha);
         grava(base, documento);

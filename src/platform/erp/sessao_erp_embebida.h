@@ -17,7 +17,7 @@ class SessaoERPEmbebida : public startup::SessaoERP {
     explicit SessaoERPEmbebida(int espera_ms); // for a lock held by another program
 
     void ModoLigacao(std::int16_t) override {} // there is one mode only
-    // The server must be `sqlite` and the database the company's folder.
+    // The database is the company's folder.
     bool Liga(const std::array<std::string, 5>& valores) override;
     startup::ReferenciaERP CriaObjecto(const std::string& classe) override;
 

@@ -18,23 +18,24 @@ void verifica_armazem(BaseErp& base, const std::string& codigo) {
         throw Recusa("O armazém «" + codigo + "» não existe.");
 }
 
-void verifica_linha(BaseErp& base, const Registo& linha, Sentido sentido) {
+void verifica_linha(BaseErp& base, const Registo& linha, MovimentoStock movimento) {
     verifica_comprimentos(linha);
     const std::string artigo = linha.texto("Artigo");
     if (linha.moeda("Quantidade") < base::Moeda()) throw Recusa("A quantidade não pode ser negativa.");
     if (artigo.empty()) return;
     if (!existe(base, "select 1 from Artigos where CODIGO = ?", artigo))
         throw Recusa("O artigo «" + artigo + "» não existe.");
-    if (sentido == Sentido::nenhum) return;
+    if (movimento == MovimentoStock::nenhum) return;
     verifica_armazem(base, linha.texto("Armazem"));
-    if (sentido == Sentido::transferencia) verifica_armazem(base, linha.texto("ArmazemDestino"));
+    if (movimento == MovimentoStock::transferencia) verifica_armazem(base, linha.texto("ArmazemDestino"));
 }
 
 } // namespace
 
-Sentido sentido_do_tipo(BaseErp& base, const std::string& tipo) {
+MovimentoStock movimento_do_tipo(BaseErp& base, const std::string& tipo) {
     Comando procura(base, "select MovStock from TiposDocumento where Codigo = ?");
-    return procura.com(tipo).linha() ? static_cast<Sentido>(procura.inteiro(0)) : Sentido::nenhum;
+    return procura.com(tipo).linha() ? static_cast<MovimentoStock>(procura.inteiro(0))
+                                     : MovimentoStock::nenhum;
 }
 
 void verifica_cabecalho(BaseErp& base, const Documento& documento) {
@@ -60,9 +61,9 @@ void verifica_cabecalho(BaseErp& base, const Documento& documento) {
 void verifica(BaseErp& base, const Documento& documento) {
     verifica_cabecalho(base, documento);
     if (documento.linhas.empty()) throw Recusa("O documento não tem linhas.");
-    const Sentido sentido = sentido_do_tipo(base, documento.cabecalho.texto("TipoDocumento"));
+    const MovimentoStock movimento = movimento_do_tipo(base, documento.cabecalho.texto("TipoDocumento"));
     for (const auto& linha : documento.linhas)
-        verifica_linha(base, *linha, sentido);
+        verifica_linha(base, *linha, movimento);
 }
 
 void completa_do_cliente(BaseErp& base, Documento& documento) {

@@ -1,28 +1,28 @@
 // Writing the rows of a record set.
-#include "platform/odbc/motor.h"
+#include "platform/odbc/motor_odbc.h"
 
 #include <algorithm>
 
 namespace orvex::platform::odbc {
 namespace {
 
-using registos::Campo;
+using registos::Atribuicao;
 using registos::Coluna;
 using registos::Colunas;
-using registos::TipoColuna;
-using Especie = TipoColuna::Especie;
+using registos::TipoSQL;
+using Familia = TipoSQL::Familia;
 
-std::vector<Parametro> parametros_de(const Colunas& colunas, const std::vector<Campo>& campos) {
+std::vector<Parametro> parametros_de(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
     std::vector<Parametro> parametros;
-    parametros.reserve(campos.size());
-    for (const Campo& campo : campos)
-        parametros.emplace_back(colunas.lista[campo.coluna].tipo, campo.valor);
+    parametros.reserve(atribuicoes.size());
+    for (const Atribuicao& atribuicao : atribuicoes)
+        parametros.emplace_back(colunas.lista[atribuicao.coluna].tipo, atribuicao.valor);
     return parametros;
 }
 
 // Long texts, pictures and binary fractions have no exact comparison.
-bool comparavel(const TipoColuna& tipo) {
-    return tipo.especie != Especie::expressao && (tipo.especie != Especie::texto || tipo.comprimento > 0);
+bool comparavel(const TipoSQL& tipo) {
+    return tipo.familia != Familia::expressao && (tipo.familia != Familia::texto || tipo.comprimento > 0);
 }
 
 // A text in which a character that is none was replaced as it was read.
@@ -53,11 +53,11 @@ class Condicao {
         texto_ += texto_.empty() ? " WHERE " : " AND ";
         if (valor.nulo()) {
             texto_ += nome + " IS NULL";
-        } else if (coluna.tipo.especie == Especie::data_hora) {
+        } else if (coluna.tipo.familia == Familia::data_hora) {
             texto_ += "CONVERT(nvarchar(19)," + nome + ",120)=?";
-            parametros.emplace_back(TipoColuna{}, base::Variante(valor.texto()));
+            parametros.emplace_back(TipoSQL{}, base::Variante(valor.texto()));
         } else {
-            const bool texto = coluna.tipo.especie == Especie::texto && !coluna.chave;
+            const bool texto = coluna.tipo.familia == Familia::texto && !coluna.chave;
             texto_ += nome + (texto ? " COLLATE Latin1_General_BIN2=?" : "=?");
             parametros.emplace_back(coluna.tipo, valor);
         }
@@ -68,34 +68,36 @@ class Condicao {
 
 } // namespace
 
-void Motor::insere(const Colunas& colunas, const std::vector<Campo>& campos) {
+void MotorODBC::insere(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
     tranca_para_escrever();
     corre(Repete::nao, [&] {
-        return instrucao().executa(texto_insercao(colunas, campos), parametros_de(colunas, campos));
+        return instrucao().executa(texto_insercao(colunas, atribuicoes), parametros_de(colunas, atribuicoes));
     });
-    nota_testemunha(colunas, campos);
+    nota_testemunha(colunas, atribuicoes);
 }
 
 // Found by its key: what the row was given of it, and the number that the server gave.
-void Motor::nota_testemunha(const Colunas& colunas, const std::vector<Campo>& campos) {
+void MotorODBC::nota_testemunha(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
     const auto numerada = std::find_if(colunas.lista.begin(), colunas.lista.end(),
                                        [](const Coluna& coluna) { return coluna.identidade; });
     if (numerada == colunas.lista.end()) return;
     Testemunha testemunha{colunas.tabela, " WHERE ", {}, 0};
-    for (const Campo& campo : campos)
-        if (const Coluna& coluna = colunas.lista[campo.coluna]; coluna.chave && !campo.valor.nulo()) {
+    for (const Atribuicao& atribuicao : atribuicoes)
+        if (const Coluna& coluna = colunas.lista[atribuicao.coluna];
+            coluna.chave && !atribuicao.valor.nulo()) {
             testemunha.condicao += "[" + coluna.nome + "]=? AND ";
-            testemunha.chave.emplace_back(coluna.tipo, campo.valor);
+            testemunha.chave.emplace_back(coluna.tipo, atribuicao.valor);
         }
     testemunha.condicao += "[" + numerada->nome + "]=";
     testemunha_ = std::move(testemunha);
 }
 
-bool Motor::altera(const Colunas& colunas, const std::vector<Campo>& campos, const registos::Conjunto& lida) {
+bool MotorODBC::altera(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes,
+                       const registos::Conjunto& lida) {
     tranca_para_escrever();
-    std::vector<Parametro> parametros = parametros_de(colunas, campos);
+    std::vector<Parametro> parametros = parametros_de(colunas, atribuicoes);
     const Condicao condicao(colunas, lida, parametros);
-    const std::string sql = texto_alteracao(colunas, campos) + condicao.texto();
+    const std::string sql = texto_alteracao(colunas, atribuicoes) + condicao.texto();
     return corre(Repete::nao, [&] { return instrucao().executa(sql, parametros); }) > 0;
 }
 

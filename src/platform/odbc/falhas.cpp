@@ -12,12 +12,12 @@ namespace orvex::platform::odbc {
 namespace {
 
 namespace numeros = startup::numeros_bd;
-using Especie = FalhaODBC::Especie;
+using Natureza = FalhaODBC::Natureza;
 
 struct Causa {
     std::int32_t numero;
     const char* texto;
-    Especie especie = Especie::outra;
+    Natureza natureza = Natureza::outra;
 };
 
 struct CausaNativa {
@@ -35,20 +35,21 @@ constexpr Causa permissao{numeros::sem_permissao,
 constexpr Causa alteracao_recusada{numeros::sem_permissao,
                                    "A tabela não existe, ou o utilizador da base de dados não tem permissão "
                                    "para a alterar."};
-constexpr Causa sem_controlador{
-    numeros::falha_geral, "O controlador ODBC indicado nas definições não está instalado.", Especie::ligacao};
+constexpr Causa sem_controlador{numeros::falha_geral,
+                                "O controlador ODBC indicado nas definições não está instalado.",
+                                Natureza::ligacao};
 constexpr Causa credenciais{numeros::falha_geral,
                             "O servidor não aceitou o utilizador ou a palavra-passe da base de dados.",
-                            Especie::ligacao};
+                            Natureza::ligacao};
 constexpr Causa base_recusada{
     numeros::falha_geral, "O servidor não abriu a base de dados: não existe, ou o utilizador não tem acesso.",
-    Especie::ligacao};
+    Natureza::ligacao};
 constexpr Causa sem_resposta{numeros::falha_geral, "O servidor da base de dados não respondeu a tempo.",
-                             Especie::tempo};
+                             Natureza::tempo};
 constexpr Causa perdida{numeros::falha_geral, "A ligação ao servidor da base de dados perdeu-se.",
-                        Especie::ligacao};
+                        Natureza::ligacao};
 constexpr Causa recusada{numeros::falha_geral, "Não foi possível ligar ao servidor da base de dados.",
-                         Especie::ligacao};
+                         Natureza::ligacao};
 
 // By the server's number, which says more than the state. Of several, the first here speaks.
 constexpr auto causas_nativas = std::to_array<CausaNativa>({
@@ -70,10 +71,10 @@ constexpr auto causas_nativas = std::to_array<CausaNativa>({
     {1205,
      {numeros::falha_geral,
       "O servidor interrompeu esta operação para deixar passar a de outro posto. Repita-a.",
-      Especie::vitima}},
+      Natureza::vitima}},
     {1222,
      {numeros::falha_geral, "Os dados estão a ser usados por outro posto. Tente novamente.",
-      Especie::ocupado}},
+      Natureza::ocupado}},
     {1105, {numeros::falha_geral, "Não há espaço para gravar na base de dados."}},
     {9002, {numeros::falha_geral, "Não há espaço no diário da base de dados."}},
     {3906, {numeros::falha_geral, "A base de dados só permite leitura."}},
@@ -116,7 +117,7 @@ constexpr auto causas_estado = std::to_array<CausaEstado>({
     {"40001",
      {numeros::falha_geral,
       "O servidor interrompeu esta operação para deixar passar a de outro posto. Repita-a.",
-      Especie::vitima}},
+      Natureza::vitima}},
     {"42S02", sem_tabela},
     {"42", recusa},
     {"37", instrucao},
@@ -146,7 +147,7 @@ std::string sem_prefixos(std::string_view texto) {
 FalhaODBC falha(const Causa& causa, const Diagnostico& diagnostico) {
     std::string texto = causa.texto;
     if (!diagnostico.texto.empty()) texto += " (" + diagnostico.texto + ")";
-    return {texto, causa.numero, causa.especie};
+    return {texto, causa.numero, causa.natureza};
 }
 
 } // namespace
@@ -182,7 +183,7 @@ FalhaODBC falha_de(const std::vector<Diagnostico>& diagnosticos) {
 }
 
 FalhaODBC ligacao_perdida(const FalhaODBC& apanhada) {
-    if (apanhada.especie() != Especie::outra) return apanhada;
+    if (apanhada.natureza() != Natureza::outra) return apanhada;
     return falha(perdida, {.texto = apanhada.what()});
 }
 

@@ -18,7 +18,7 @@ struct Diagnostico {
 
 class FalhaODBC : public base::Falha {
   public:
-    enum class Especie {
+    enum class Natureza {
         outra,
         ligacao, // refused or lost: what was not confirmed is undone
         tempo,   // the server did not answer in time
@@ -26,12 +26,12 @@ class FalhaODBC : public base::Falha {
         ocupado, // another program kept for too long what was asked for
     };
 
-    FalhaODBC(const std::string& descricao, std::int32_t numero, Especie especie)
-        : Falha(descricao, numero), especie_(especie) {}
-    Especie especie() const { return especie_; }
+    FalhaODBC(const std::string& descricao, std::int32_t numero, Natureza natureza)
+        : Falha(descricao, numero), natureza_(natureza) {}
+    Natureza natureza() const { return natureza_; }
 
   private:
-    Especie especie_;
+    Natureza natureza_;
 };
 
 std::vector<Diagnostico> le_diagnosticos(SQLSMALLINT tipo, SQLHANDLE punho);

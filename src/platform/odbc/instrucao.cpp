@@ -11,36 +11,36 @@ namespace {
 
 using registos::Celula;
 using registos::Coluna;
-using registos::TipoColuna;
-using Especie = TipoColuna::Especie;
+using registos::TipoSQL;
+using Familia = TipoSQL::Familia;
 
 constexpr SQLULEN maximo_digitos = 19; // of a Moeda; a finer or longer number is only read
 constexpr int linhas_que_se_tomam = 20;
 constexpr SQLULEN maximo_comparavel = 4000; // longer texts have no length to hold a value to
 
-TipoColuna tipo_de(SQLSMALLINT tipo, SQLULEN tamanho, SQLSMALLINT casas) {
+TipoSQL tipo_de(SQLSMALLINT tipo, SQLULEN tamanho, SQLSMALLINT casas) {
     switch (tipo) {
     case SQL_TINYINT:
-        return {Especie::inteiro, std::numeric_limits<std::uint8_t>::max()};
+        return {Familia::inteiro, std::numeric_limits<std::uint8_t>::max()};
     case SQL_SMALLINT:
-        return {Especie::inteiro, std::numeric_limits<std::int16_t>::max()};
+        return {Familia::inteiro, std::numeric_limits<std::int16_t>::max()};
     case SQL_INTEGER:
-        return {Especie::inteiro, std::numeric_limits<std::int32_t>::max()};
+        return {Familia::inteiro, std::numeric_limits<std::int32_t>::max()};
     case SQL_BIGINT:
-        return {Especie::inteiro, std::numeric_limits<std::int64_t>::max()};
+        return {Familia::inteiro, std::numeric_limits<std::int64_t>::max()};
     case SQL_DECIMAL:
     case SQL_NUMERIC:
         if (casas > base::Moeda::casas || tamanho > maximo_digitos) return {};
-        return {Especie::decimal, 0, casas};
+        return {Familia::decimal, 0, casas};
     case SQL_TYPE_DATE:
-        return {Especie::data};
+        return {Familia::data};
     case SQL_TYPE_TIMESTAMP:
-        return {Especie::data_hora};
+        return {Familia::data_hora};
     case SQL_CHAR:
     case SQL_VARCHAR:
     case SQL_WCHAR:
     case SQL_WVARCHAR:
-        return {Especie::texto, 0, 0, tamanho <= maximo_comparavel ? tamanho : 0};
+        return {Familia::texto, 0, 0, tamanho <= maximo_comparavel ? tamanho : 0};
     default:
         return {};
     }
@@ -100,7 +100,7 @@ void Instrucao::exige_certo(SQLRETURN resultado) const {
 
 void Instrucao::corre(const std::string& sql, std::vector<Parametro>& parametros) {
     for (std::size_t i = 0; i < parametros.size(); ++i)
-        parametros[i].liga(punho_, numero(i));
+        parametros[i].associa(punho_, numero(i));
     TextoLargo texto = largo(sql);
     exige_certo(SQLExecDirectW(punho_, texto.data(), static_cast<SQLINTEGER>(texto.size() - 1)));
 }

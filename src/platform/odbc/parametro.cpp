@@ -9,8 +9,8 @@ namespace {
 
 using base::DataHora;
 using base::Moeda;
-using registos::TipoColuna;
-using Especie = TipoColuna::Especie;
+using registos::TipoSQL;
+using Familia = TipoSQL::Familia;
 
 constexpr SQLULEN digitos_decimal = 19; // all that a Moeda can hold
 constexpr SQLULEN tamanho_data = 10;
@@ -34,28 +34,28 @@ SQL_TIMESTAMP_STRUCT instante(const DataHora& data) {
 }
 
 // A null too is sent with its column's type.
-Especie especie(const TipoColuna& tipo, const base::Variante& valor) {
-    if (tipo.especie != Especie::expressao || valor.nulo()) return tipo.especie;
-    if (std::holds_alternative<std::string>(valor.valor())) return Especie::texto;
-    if (std::holds_alternative<Moeda>(valor.valor())) return Especie::decimal;
-    if (std::holds_alternative<DataHora>(valor.valor())) return Especie::data_hora;
-    if (std::holds_alternative<double>(valor.valor())) return Especie::expressao;
-    return Especie::inteiro;
+Familia familia(const TipoSQL& tipo, const base::Variante& valor) {
+    if (tipo.familia != Familia::expressao || valor.nulo()) return tipo.familia;
+    if (std::holds_alternative<std::string>(valor.valor())) return Familia::texto;
+    if (std::holds_alternative<Moeda>(valor.valor())) return Familia::decimal;
+    if (std::holds_alternative<DataHora>(valor.valor())) return Familia::data_hora;
+    if (std::holds_alternative<double>(valor.valor())) return Familia::expressao;
+    return Familia::inteiro;
 }
 
 } // namespace
 
-Parametro::Parametro(const TipoColuna& tipo, const base::Variante& valor) {
+Parametro::Parametro(const TipoSQL& tipo, const base::Variante& valor) {
     const bool nulo = valor.nulo();
-    switch (especie(tipo, valor)) {
-    case Especie::inteiro:
+    switch (familia(tipo, valor)) {
+    case Familia::inteiro:
         tipo_c_ = SQL_C_SBIGINT;
         tipo_sql_ = SQL_BIGINT;
         tamanho_ = digitos_decimal;
         if (!nulo) valor_ = valor.inteiro();
         comprimento_ = nulo ? SQL_NULL_DATA : SQLLEN{sizeof(std::int64_t)};
         break;
-    case Especie::decimal:
+    case Familia::decimal:
         tipo_c_ = SQL_C_CHAR;
         tipo_sql_ = SQL_DECIMAL;
         tamanho_ = digitos_decimal;
@@ -63,14 +63,14 @@ Parametro::Parametro(const TipoColuna& tipo, const base::Variante& valor) {
         if (!nulo) valor_ = valor.moeda().texto();
         comprimento_ = nulo ? SQL_NULL_DATA : SQL_NTS;
         break;
-    case Especie::data:
+    case Familia::data:
         tipo_c_ = SQL_C_TYPE_DATE;
         tipo_sql_ = SQL_TYPE_DATE;
         tamanho_ = tamanho_data;
         if (!nulo) valor_ = dia(valor.data());
         comprimento_ = nulo ? SQL_NULL_DATA : SQLLEN{sizeof(SQL_DATE_STRUCT)};
         break;
-    case Especie::data_hora:
+    case Familia::data_hora:
         tipo_c_ = SQL_C_TYPE_TIMESTAMP;
         tipo_sql_ = SQL_TYPE_TIMESTAMP;
         tamanho_ = tamanho_data_hora;
@@ -78,7 +78,7 @@ Parametro::Parametro(const TipoColuna& tipo, const base::Variante& valor) {
         if (!nulo) valor_ = instante(valor.data());
         comprimento_ = nulo ? SQL_NULL_DATA : SQLLEN{sizeof(SQL_TIMESTAMP_STRUCT)};
         break;
-    case Especie::texto: {
+    case Familia::texto: {
         TextoLargo texto = nulo ? TextoLargo{} : largo(valor.texto());
         const std::size_t unidades = texto.empty() ? 0 : texto.size() - 1;
         tamanho_ = std::max<SQLULEN>(1, unidades);
@@ -87,7 +87,7 @@ Parametro::Parametro(const TipoColuna& tipo, const base::Variante& valor) {
         valor_ = std::move(texto);
         break;
     }
-    case Especie::expressao:
+    case Familia::expressao:
         if (nulo) break;
         tipo_c_ = SQL_C_DOUBLE;
         tipo_sql_ = SQL_DOUBLE;
@@ -97,7 +97,7 @@ Parametro::Parametro(const TipoColuna& tipo, const base::Variante& valor) {
     }
 }
 
-void Parametro::liga(SQLHSTMT instrucao, SQLUSMALLINT numero) {
+void Parametro::associa(SQLHSTMT instrucao, SQLUSMALLINT numero) {
     SQLPOINTER dados = nullptr;
     if (auto* texto = std::get_if<std::string>(&valor_)) {
         dados = texto->data();

@@ -14,10 +14,10 @@ namespace orvex::platform::odbc {
 class Parametro {
   public:
     // Numbers and dates as such, decimals as decimal text.
-    Parametro(const registos::TipoColuna& tipo, const base::Variante& valor);
+    Parametro(const registos::TipoSQL& tipo, const base::Variante& valor);
 
     // The driver reads the value when the statement runs: it must still be here then, in its place.
-    void liga(SQLHSTMT instrucao, SQLUSMALLINT numero);
+    void associa(SQLHSTMT instrucao, SQLUSMALLINT numero);
 
   private:
     using Valor = std::variant<std::monostate, std::int64_t, double, std::string, TextoLargo, SQL_DATE_STRUCT,

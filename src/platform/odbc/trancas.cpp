@@ -1,5 +1,5 @@
 // The program's own locks: the ledger's, of a transaction, and that of the tables, of a session.
-#include "platform/odbc/motor.h"
+#include "platform/odbc/motor_odbc.h"
 
 namespace orvex::platform::odbc {
 namespace {
@@ -22,7 +22,7 @@ void exige_tranca(std::int64_t resposta) {
 } // namespace
 
 // The lock's own waiting time comes before the one for an answer.
-void Motor::pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const {
+void MotorODBC::pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const {
     const std::string sql = std::string("DECLARE @r int; EXEC @r = sp_getapplock @Resource=N'") + recurso +
                             "', @LockMode=N'Exclusive', @LockOwner=N'" + dono +
                             "', @LockTimeout=" + std::to_string(esperas_.bloqueio * 1000) +
@@ -30,7 +30,7 @@ void Motor::pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const c
     exige_tranca(Instrucao(ligacao, esperas_.bloqueio + esperas_.instrucao).pergunta(sql));
 }
 
-void Motor::tranca() {
+void MotorODBC::tranca() {
     liberta();
     exige_transaccao_viva();
     if (transaccao_ != Transaccao::aberta)
@@ -40,12 +40,12 @@ void Motor::tranca() {
     trancada_ = true;
 }
 
-void Motor::tranca_para_escrever() {
+void MotorODBC::tranca_para_escrever() {
     if (transaccao_ == Transaccao::aberta && !trancada_) tranca();
 }
 
 // A connection that is lost meanwhile takes its lock along; the one opened in its place asks for it again.
-void Motor::em_exclusivo(const std::function<void()>& trabalho) {
+void MotorODBC::em_exclusivo(const std::function<void()>& trabalho) {
     corre(Repete::sim, [&] { pede_tranca(*ligacao_, tranca_das_tabelas, "Session"); });
     exclusivo_ = true;
     const auto larga = [&] {

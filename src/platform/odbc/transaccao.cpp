@@ -1,5 +1,5 @@
 // Transactions, and what is known of one when the connection is lost.
-#include "platform/odbc/motor.h"
+#include "platform/odbc/motor_odbc.h"
 
 namespace orvex::platform::odbc {
 namespace {
@@ -23,7 +23,7 @@ std::string limite_de_bloqueio(int milissegundos) {
     return "SET LOCK_TIMEOUT " + std::to_string(milissegundos);
 }
 
-void Motor::inicia() {
+void MotorODBC::inicia() {
     transaccao_ = Transaccao::nenhuma;
     trancada_ = false;
     testemunha_.reset();
@@ -44,7 +44,7 @@ void Motor::inicia() {
     transaccao_ = Transaccao::aberta;
 }
 
-void Motor::confirma() {
+void MotorODBC::confirma() {
     liberta();
     exige_transaccao_viva();
     if (transaccao_ != Transaccao::aberta)
@@ -66,7 +66,7 @@ void Motor::confirma() {
 
 // The last number given is this transaction's own: no other program of ours writes meanwhile. A row that is
 // not there now, another program's or one deleted since, would prove nothing later.
-void Motor::numera_testemunha() {
+void MotorODBC::numera_testemunha() {
     if (!testemunha_) return;
     Testemunha& esta = *testemunha_;
     esta.numero = corre(Repete::nao, [&] {
@@ -78,7 +78,7 @@ void Motor::numera_testemunha() {
 }
 
 // Waits for the lost transaction to end, if the server has not noticed yet, instead of reading around it.
-bool Motor::confirmada_afinal(const FalhaODBC& falha) {
+bool MotorODBC::confirmada_afinal(const FalhaODBC& falha) {
     if (!testemunha_) throw nao_se_sabe(falha);
     try {
         liga();
@@ -95,7 +95,7 @@ bool Motor::confirmada_afinal(const FalhaODBC& falha) {
     }
 }
 
-void Motor::anula() {
+void MotorODBC::anula() {
     transaccao_ = Transaccao::nenhuma;
     if (ligacao_ == nullptr) return; // the server did it when the connection was lost
     liberta();
@@ -106,9 +106,9 @@ void Motor::anula() {
     }
 }
 
-std::int64_t Motor::abertas_no_servidor() const { return instrucao().pergunta(transaccoes_abertas); }
+std::int64_t MotorODBC::abertas_no_servidor() const { return instrucao().pergunta(transaccoes_abertas); }
 
-bool Motor::em_transaccao() {
+bool MotorODBC::em_transaccao() {
     liberta();
     std::int64_t abertas = 0;
     try {
@@ -122,7 +122,7 @@ bool Motor::em_transaccao() {
 
 // A transaction that ended on the server, whatever the failure that did it was taken for, is noticed before
 // anything else runs.
-void Motor::exige_transaccao_viva() {
+void MotorODBC::exige_transaccao_viva() {
     if (transaccao_ == Transaccao::aberta && ligacao_ != nullptr && ligacao_->retira_erro()) {
         try {
             if (abertas_no_servidor() == 0) transaccao_ = Transaccao::perdida;
@@ -136,14 +136,14 @@ void Motor::exige_transaccao_viva() {
 }
 
 // What a failure means for the connection and for the transaction on it.
-FalhaODBC Motor::toma_nota(const FalhaODBC& apanhada) {
+FalhaODBC MotorODBC::toma_nota(const FalhaODBC& apanhada) {
     // A connection that was dead already fails in words of its own.
     FalhaODBC falha = ligacao_ != nullptr && !ligacao_->viva() ? ligacao_perdida(apanhada) : apanhada;
     // After a time-out nobody knows when the server will be listening again.
     const bool perdida =
-        falha.especie() == FalhaODBC::Especie::ligacao || falha.especie() == FalhaODBC::Especie::tempo;
+        falha.natureza() == FalhaODBC::Natureza::ligacao || falha.natureza() == FalhaODBC::Natureza::tempo;
     if (perdida) ligacao_.reset();
-    if (transaccao_ == Transaccao::aberta && (perdida || falha.especie() == FalhaODBC::Especie::vitima))
+    if (transaccao_ == Transaccao::aberta && (perdida || falha.natureza() == FalhaODBC::Natureza::vitima))
         transaccao_ = Transaccao::perdida;
     return falha;
 }

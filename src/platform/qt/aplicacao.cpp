@@ -1,6 +1,6 @@
 #include "platform/qt/aplicacao.h"
 
-#include "platform/qt/tradutor.h"
+#include "platform/qt/textos_portugueses.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -11,7 +11,7 @@ namespace orvex::platform::qt {
 void prepara_aplicacao(QApplication& aplicacao) {
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Portugal));
     QApplication::setStyle("fusion");
-    QCoreApplication::installTranslator(new Tradutor(&aplicacao));
+    QCoreApplication::installTranslator(new TextosPortugueses(&aplicacao));
 
     QPalette cores;
     cores.setColor(QPalette::Window, QColor(0xEE, 0xF1, 0xF8));

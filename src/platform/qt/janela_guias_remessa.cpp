@@ -23,7 +23,7 @@ JanelaGuiasRemessa::JanelaGuiasRemessa(delivery::GuiasRemessa& ecra, const Estad
     auto* disposicao = new QVBoxLayout(this);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
-    disposicao->addWidget(nova_faixa_titulo(liga(ecra.Label1), sessao));
+    disposicao->addWidget(nova_faixa_titulo(vincula(ecra.Label1), sessao));
     disposicao->addWidget(cabecalho(ecra));
     disposicao->addWidget(corpo(ecra), 1);
     disposicao->addWidget(
@@ -40,19 +40,19 @@ QWidget* JanelaGuiasRemessa::cabecalho(delivery::GuiasRemessa& ecra) {
     grelha->setContentsMargins(margem_janela, 10, margem_janela, 10);
     grelha->setHorizontalSpacing(10);
 
-    par(*grelha, 0, 0, ecra.campo(0), liga_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
-    EtiquetaElidida* nome = liga(ecra.Label2(1));
+    par(*grelha, 0, 0, ecra.campo(0), vincula_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
+    EtiquetaElidida* nome = vincula(ecra.Label2(1));
     negrito(*nome);
     grelha->addWidget(nome, 0, 2, 1, 5);
-    par(*grelha, 1, 0, ecra.campo(1), liga_com_lista(ecra.campo(1), 15, ecra.btFx(1)));
-    par(*grelha, 1, 2, ecra.DTPicker1, liga(ecra.DTPicker1));
-    par(*grelha, 1, 4, ecra.cb1(0), liga(ecra.cb1(0)));
+    par(*grelha, 1, 0, ecra.campo(1), vincula_com_lista(ecra.campo(1), 15, ecra.btFx(1)));
+    par(*grelha, 1, 2, ecra.DTPicker1, vincula(ecra.DTPicker1));
+    par(*grelha, 1, 4, ecra.cb1(0), vincula(ecra.cb1(0)));
     grelha->setColumnStretch(6, 1);
     return quadro;
 }
 
 QWidget* JanelaGuiasRemessa::corpo(delivery::GuiasRemessa& ecra) {
-    QTabWidget* paginas = liga(ecra.SSTab1);
+    QTabWidget* paginas = vincula(ecra.SSTab1);
     paginas->addTab(movimentos(ecra), {});
     paginas->addTab(diversos(ecra), {});
 
@@ -81,13 +81,13 @@ QWidget* JanelaGuiasRemessa::movimentos(delivery::GuiasRemessa& ecra) {
         disposicao->setContentsMargins(0, 0, 0, 0);
         disposicao->setSpacing(3);
         disposicao->addLayout(titulo);
-        disposicao->addWidget(liga(grelha), 1);
+        disposicao->addWidget(vincula(grelha), 1);
         divisao->addWidget(parte);
     };
 
-    EtiquetaElidida* facturas = liga(ecra.Label2(4));
-    EtiquetaElidida* designacao = liga(ecra.Label2(6));
-    EtiquetaElidida* quantidade = liga(ecra.Label2(7));
+    EtiquetaElidida* facturas = vincula(ecra.Label2(4));
+    EtiquetaElidida* designacao = vincula(ecra.Label2(6));
+    EtiquetaElidida* quantidade = vincula(ecra.Label2(7));
     quantidade->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     negrito(*facturas);
     auto* de_cima = new QHBoxLayout;
@@ -96,7 +96,7 @@ QWidget* JanelaGuiasRemessa::movimentos(delivery::GuiasRemessa& ecra) {
     de_cima->addWidget(quantidade, 1);
     metade(de_cima, ecra.Detalhe);
 
-    EtiquetaElidida* guia = liga(ecra.Label2(3));
+    EtiquetaElidida* guia = vincula(ecra.Label2(3));
     negrito(*guia);
     auto* de_baixo = new QHBoxLayout;
     de_baixo->addWidget(guia);
@@ -118,20 +118,20 @@ QWidget* JanelaGuiasRemessa::diversos(delivery::GuiasRemessa& ecra) {
     grelha->setHorizontalSpacing(12);
     grelha->setVerticalSpacing(8);
 
-    par(*grelha, 0, 0, ecra.campo(19), liga(ecra.campo(19), 15));
-    par(*grelha, 1, 0, ecra.campo(2), liga_com_lista(ecra.campo(2), 15, ecra.btFx(2)));
-    par(*grelha, 2, 0, ecra.campo(3), liga_com_lista(ecra.campo(3), 15, ecra.btFx(3)));
-    par(*grelha, 3, 0, ecra.campo(22), liga(ecra.campo(22), 20));
-    par(*grelha, 4, 0, ecra.campo(23), liga(ecra.campo(23), 20));
+    par(*grelha, 0, 0, ecra.campo(19), vincula(ecra.campo(19), 15));
+    par(*grelha, 1, 0, ecra.campo(2), vincula_com_lista(ecra.campo(2), 15, ecra.btFx(2)));
+    par(*grelha, 2, 0, ecra.campo(3), vincula_com_lista(ecra.campo(3), 15, ecra.btFx(3)));
+    par(*grelha, 3, 0, ecra.campo(22), vincula(ecra.campo(22), 20));
+    par(*grelha, 4, 0, ecra.campo(23), vincula(ecra.campo(23), 20));
 
-    par(*grelha, 0, 3, ecra.campo(24), liga(ecra.campo(24), 30));
-    par(*grelha, 1, 3, ecra.campo(25), liga(ecra.campo(25), 30));
-    par(*grelha, 2, 3, ecra.campo(26), liga(ecra.campo(26), 30));
-    par(*grelha, 3, 3, ecra.campo(27), liga(ecra.campo(27), 30));
-    par(*grelha, 4, 3, ecra.DTPicker2(0), liga(ecra.DTPicker2(0)));
-    par(*grelha, 5, 3, ecra.DTPicker2(1), liga(ecra.DTPicker2(1)));
+    par(*grelha, 0, 3, ecra.campo(24), vincula(ecra.campo(24), 30));
+    par(*grelha, 1, 3, ecra.campo(25), vincula(ecra.campo(25), 30));
+    par(*grelha, 2, 3, ecra.campo(26), vincula(ecra.campo(26), 30));
+    par(*grelha, 3, 3, ecra.campo(27), vincula(ecra.campo(27), 30));
+    par(*grelha, 4, 3, ecra.DTPicker2(0), vincula(ecra.DTPicker2(0)));
+    par(*grelha, 5, 3, ecra.DTPicker2(1), vincula(ecra.DTPicker2(1)));
 
-    grelha->addWidget(liga(ecra.Titulo), 6, 0, 1, 6);
+    grelha->addWidget(vincula(ecra.Titulo), 6, 0, 1, 6);
     grelha->setColumnMinimumWidth(2, 30);
     grelha->setColumnStretch(5, 1);
     grelha->setRowStretch(7, 1);
@@ -156,21 +156,21 @@ QWidget* JanelaGuiasRemessa::painel_devolucao(delivery::GuiasRemessa& ecra) {
     pinta_fundo(*titulo, cor_titulo, Qt::white);
     auto* instrucoes = new QLabel("Marque as linhas que voltam, acerte a data e confirme.");
 
-    QWidget* data_devolucao = liga(ecra.DTPicker3);
+    QWidget* data_devolucao = vincula(ecra.DTPicker3);
     auto* de_baixo = new QHBoxLayout;
     de_baixo->setSpacing(8);
     de_baixo->addWidget(nova_legenda(ecra.DTPicker3.ToolTip, data_devolucao));
     de_baixo->addWidget(data_devolucao);
     de_baixo->addSpacing(margem_janela);
-    de_baixo->addWidget(liga(ecra.btGV(1)));
-    de_baixo->addWidget(liga(ecra.btGV(2)));
+    de_baixo->addWidget(vincula(ecra.btGV(1)));
+    de_baixo->addWidget(vincula(ecra.btGV(2)));
     de_baixo->addStretch();
 
     auto* conteudo = new QVBoxLayout;
     conteudo->setContentsMargins(margem_janela, 8, margem_janela, 12);
     conteudo->setSpacing(8);
     conteudo->addWidget(instrucoes);
-    conteudo->addWidget(liga(ecra.Final), 1);
+    conteudo->addWidget(vincula(ecra.Final), 1);
     conteudo->addLayout(de_baixo);
     auto* disposicao = new QVBoxLayout(folha);
     disposicao->setContentsMargins(1, 1, 1, 1);
@@ -179,7 +179,7 @@ QWidget* JanelaGuiasRemessa::painel_devolucao(delivery::GuiasRemessa& ecra) {
     disposicao->addLayout(conteudo, 1);
 
     auto* veu = new QFrame;
-    liga(ecra.Frame3, *veu);
+    vincula(ecra.Frame3, *veu);
     pinta_fundo(*veu, cor_veu);
     auto* margens = new QVBoxLayout(veu);
     margens->setContentsMargins(3 * margem_janela, 2 * margem_janela, 3 * margem_janela, 2 * margem_janela);

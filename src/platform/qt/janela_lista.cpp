@@ -39,7 +39,7 @@ std::vector<bool> colunas_ocultas(const common::ListaPesquisa& lista) {
 } // namespace
 
 JanelaLista::JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato)
-    : QDialog(pai), modelo_(lista.ligacao.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
+    : QDialog(pai), modelo_(lista.vinculo.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
     setObjectName("ListaPesquisa");
     setWindowTitle(qs(lista.titulo));
     constroi(lista);
@@ -109,7 +109,7 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
     });
     connect(vista_, &QTableView::doubleClicked, this, [this] { accept(); });
     connect(vista_->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
-            [this](int coluna, Qt::SortOrder sentido) { ordena_por(coluna, sentido); });
+            [this](int coluna, Qt::SortOrder ordem) { ordena_por(coluna, ordem); });
     connect(escolher, &QPushButton::clicked, this, [this] { accept(); });
     connect(cancelar, &QPushButton::clicked, this, [this] { reject(); });
     filtro_->setFocus();
@@ -181,8 +181,8 @@ void JanelaLista::conta() {
     contagem_->setText(contagem + (modelo_.total() == 1 ? " registo" : " registos"));
 }
 
-void JanelaLista::ordena_por(int coluna, Qt::SortOrder sentido) {
-    le([&] { modelo_.ordena(coluna, sentido); });
+void JanelaLista::ordena_por(int coluna, Qt::SortOrder ordem) {
+    le([&] { modelo_.ordena(coluna, ordem); });
     if (modelo_.rowCount() > 0) vista_->selectRow(0);
 }
 

@@ -42,7 +42,7 @@ class JanelaLista : public QDialog {
     // Work that reads rows: what fails ends the list.
     void le(const std::function<void()>& trabalho);
     void ordena_pelo_teclado(int posicao); // visible columns count from 1
-    void ordena_por(int coluna, Qt::SortOrder sentido);
+    void ordena_por(int coluna, Qt::SortOrder ordem);
 
     ModeloLista modelo_;
     QLineEdit* filtro_;

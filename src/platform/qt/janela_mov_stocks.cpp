@@ -31,7 +31,7 @@ JanelaMovStocks::JanelaMovStocks(adjust::MovStocks& ecra, const EstadoSessao& se
     auto* disposicao = new QVBoxLayout(this);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
-    QWidget* titulo = nova_faixa_titulo(liga(ecra.Label1), sessao);
+    QWidget* titulo = nova_faixa_titulo(vincula(ecra.Label1), sessao);
     titulo->setObjectName("Frame1");
     disposicao->addWidget(titulo);
     disposicao->addWidget(artigo(ecra));
@@ -44,16 +44,16 @@ JanelaMovStocks::JanelaMovStocks(adjust::MovStocks& ecra, const EstadoSessao& se
 
 QWidget* JanelaMovStocks::artigo(adjust::MovStocks& ecra) {
     QGridLayout* grelha = nova_moldura("Frame2");
-    par(*grelha, 0, 0, ecra.campo(0), liga_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
-    EtiquetaElidida* nome = liga(ecra.Label2(1));
+    par(*grelha, 0, 0, ecra.campo(0), vincula_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
+    EtiquetaElidida* nome = vincula(ecra.Label2(1));
     negrito(*nome);
     grelha->addWidget(nome, 0, 2, 1, 3);
 
-    QWidget* existencia = liga(ecra.campo(1), 15);
+    QWidget* existencia = vincula(ecra.campo(1), 15);
     grelha->addWidget(nova_legenda(ecra.campo(1).Legenda + unidade, existencia), 1, 0);
     grelha->addWidget(existencia, 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
-    par(*grelha, 1, 2, ecra.DTPicker1, liga(ecra.DTPicker1));
-    grelha->addWidget(liga_com_lista(ecra.campo(5), 15, ecra.btFx(5)), 2, 1,
+    par(*grelha, 1, 2, ecra.DTPicker1, vincula(ecra.DTPicker1));
+    grelha->addWidget(vincula_com_lista(ecra.campo(5), 15, ecra.btFx(5)), 2, 1,
                       Qt::AlignLeft | Qt::AlignVCenter);
     grelha->addWidget(legenda_que_prime("Número &Doc.", ecra.btFx(5)), 2, 0); // the field takes no F4
     grelha->setColumnStretch(4, 1);
@@ -62,11 +62,11 @@ QWidget* JanelaMovStocks::artigo(adjust::MovStocks& ecra) {
 
 QWidget* JanelaMovStocks::movimento(adjust::MovStocks& ecra) {
     QGridLayout* grelha = nova_moldura("Frame3");
-    par(*grelha, 0, 0, ecra.campo(2), liga(ecra.campo(2), 20));
+    par(*grelha, 0, 0, ecra.campo(2), vincula(ecra.campo(2), 20));
     grelha->addWidget(legenda_quantidade(ecra), 1, 0);
-    grelha->addWidget(liga(ecra.campo(3), 15), 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
+    grelha->addWidget(vincula(ecra.campo(3), 15), 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
 
-    QWidget* observacoes = liga(ecra.campo(4), 25);
+    QWidget* observacoes = vincula(ecra.campo(4), 25);
     observacoes->setMaximumWidth(QWIDGETSIZE_MAX);
     grelha->addWidget(nova_legenda(ecra.campo(4).Legenda, observacoes), 2, 0);
     grelha->addWidget(observacoes, 2, 1);
@@ -81,7 +81,7 @@ QWidget* JanelaMovStocks::legenda_quantidade(adjust::MovStocks& ecra) {
     auto* disposicao = new QHBoxLayout(legenda);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
-    EtiquetaElidida* nome = liga(ecra.Label2(3));
+    EtiquetaElidida* nome = vincula(ecra.Label2(3));
     nome->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     disposicao->addWidget(nome);
     disposicao->addWidget(nova_legenda(unidade));

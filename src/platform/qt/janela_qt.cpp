@@ -64,8 +64,8 @@ void JanelaQt::abre() {
 void JanelaQt::mostra() {
     if (a_mostrar_) return;
     a_mostrar_ = true;
-    for (const auto& ligacao : ligacoes_)
-        ligacao->mostra();
+    for (const auto& vinculo : vinculos_)
+        vinculo->mostra();
     linha_estado_->mostra_estado(qs(ecra_.estado()));
     a_mostrar_ = false;
     poe_foco();
@@ -73,20 +73,20 @@ void JanelaQt::mostra() {
 
 void JanelaQt::da_foco(common::Controlo& controlo) {
     mostra();
-    if (Ligacao* ligacao = ligacao_de(&controlo)) ligacao->recebeu_foco();
+    if (Vinculo* vinculo = vinculo_de(&controlo)) vinculo->recebeu_foco();
 }
 
 void JanelaQt::poe_foco() {
-    Ligacao* ligacao = ligacao_de(ecra_.foco().actual());
-    if (ligacao == nullptr) return;
-    QWidget& alvo = ligacao->alvo_do_foco();
+    Vinculo* vinculo = vinculo_de(ecra_.foco().actual());
+    if (vinculo == nullptr) return;
+    QWidget& alvo = vinculo->alvo_do_foco();
     const QWidget* com_foco = focusWidget();
     if (com_foco == nullptr || (com_foco != &alvo && !alvo.isAncestorOf(com_foco)))
         alvo.setFocus(Qt::OtherFocusReason);
-    if (ultimo_foco_ == &ligacao->controlo()) return;
-    ultimo_foco_ = &ligacao->controlo();
-    ligacao->recebeu_foco();
-    linha_estado_->mostra_ajuda(ligacao->ajuda());
+    if (ultimo_foco_ == &vinculo->controlo()) return;
+    ultimo_foco_ = &vinculo->controlo();
+    vinculo->recebeu_foco();
+    linha_estado_->mostra_ajuda(vinculo->ajuda());
 }
 
 int JanelaQt::caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
@@ -131,8 +131,8 @@ void JanelaQt::closeEvent(QCloseEvent* evento) {
     guarda_janela(*this, qs(ecra_.titulo_janela()));
     for (const auto& [divisao, nome] : divisoes_)
         guarda_divisao(*divisao, nome);
-    for (const auto& ligacao : ligacoes_)
-        ligacao->guarda();
+    for (const auto& vinculo : vinculos_)
+        vinculo->guarda();
     evento->accept();
     if (const auto ao_fechar = std::exchange(ao_fechar_, nullptr)) ao_fechar();
 }
@@ -140,49 +140,49 @@ void JanelaQt::closeEvent(QCloseEvent* evento) {
 // What the user does
 
 bool JanelaQt::termina_edicao() {
-    return std::all_of(ligacoes_.begin(), ligacoes_.end(),
-                       [](const auto& ligacao) { return ligacao->termina_edicao(); });
+    return std::all_of(vinculos_.begin(), vinculos_.end(),
+                       [](const auto& vinculo) { return vinculo->termina_edicao(); });
 }
 
-bool JanelaQt::entra(Ligacao& destino) {
+bool JanelaQt::entra(Vinculo& destino) {
     return termina_edicao() && ecra_.utilizador_foca(destino.controlo());
 }
 
-bool JanelaQt::tecla(Ligacao& ligacao, QKeyEvent& evento) {
+bool JanelaQt::tecla(Vinculo& vinculo, QKeyEvent& evento) {
     if (evento.key() == Qt::Key_Tab || evento.key() == Qt::Key_Backtab) {
         const bool recua = evento.key() == Qt::Key_Backtab || evento.modifiers().testFlag(Qt::ShiftModifier);
         ecra_.utilizador_avanca(recua ? -1 : +1);
         return true;
     }
-    if (evento.key() == Qt::Key_Escape && ecra_.utilizador_esc(ligacao.controlo())) return true;
-    return ligacao.tecla(evento);
+    if (evento.key() == Qt::Key_Escape && ecra_.utilizador_esc(vinculo.controlo())) return true;
+    return vinculo.tecla(evento);
 }
 
 bool JanelaQt::eventFilter(QObject* alvo, QEvent* evento) {
-    Ligacao* ligacao = por_alvo_.value(alvo, nullptr);
-    if (ligacao == nullptr) return QWidget::eventFilter(alvo, evento);
+    Vinculo* vinculo = por_alvo_.value(alvo, nullptr);
+    if (vinculo == nullptr) return QWidget::eventFilter(alvo, evento);
     switch (evento->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         caixas_antes_ = caixas_;
-        return !entra(*ligacao) || ligacao->rato(*evento);
+        return !entra(*vinculo) || vinculo->rato(*evento);
     case QEvent::Drop: // as a click, and then as a paste
-        return !entra(*ligacao);
+        return !entra(*vinculo);
     case QEvent::KeyPress:
-        return tecla(*ligacao, static_cast<QKeyEvent&>(*evento));
+        return tecla(*vinculo, static_cast<QKeyEvent&>(*evento));
     case QEvent::Shortcut:
-        return ligacao->atalho();
+        return vinculo->atalho();
     case QEvent::Wheel:
         // The wheel turns what has the keyboard, and pages of grids; nothing changes in passing.
-        return qobject_cast<QAbstractScrollArea*>(alvo->parent()) == nullptr && !ligacao->widget().hasFocus();
+        return qobject_cast<QAbstractScrollArea*>(alvo->parent()) == nullptr && !vinculo->widget().hasFocus();
     default:
         return QWidget::eventFilter(alvo, evento);
     }
 }
 
-Ligacao* JanelaQt::ligacao_de(const common::Controlo* controlo) const {
-    for (const auto& ligacao : ligacoes_)
-        if (&ligacao->controlo() == controlo) return ligacao.get();
+Vinculo* JanelaQt::vinculo_de(const common::Controlo* controlo) const {
+    for (const auto& vinculo : vinculos_)
+        if (&vinculo->controlo() == controlo) return vinculo.get();
     return nullptr;
 }
 

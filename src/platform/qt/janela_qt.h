@@ -2,12 +2,12 @@
 // user does.
 //
 // The keyboard is where the screen's Foco says, always: widgets are asked for it by nothing else. A layout
-// derives from this class, makes the widgets with `liga` and places them.
+// derives from this class, makes the widgets with `vincula` and places them.
 #pragma once
 
 #include "common/janela.h"
-#include "platform/qt/ligacao.h"
 #include "platform/qt/pecas.h"
+#include "platform/qt/vinculo.h"
 
 #include <QHash>
 #include <QWidget>
@@ -52,16 +52,16 @@ class JanelaQt : public QWidget, public common::Janela {
     void closeEvent(QCloseEvent* evento) override;
 
     // Make and bind the widget of a control.
-    QWidget* liga(common::Campo& campo, int largura_em_letras);
-    QWidget* liga(common::SelectorData& selector);
-    QWidget* liga(common::Botao& botao);
-    QWidget* liga(common::Combo& combo);
-    EtiquetaElidida* liga(common::Etiqueta& etiqueta);
-    VistaGrelha* liga(common::Grelha& grelha);
-    QTabWidget* liga(common::Separadores& separadores);
-    void liga(common::Quadro& quadro, QWidget& painel);
+    QWidget* vincula(common::Campo& campo, int largura_em_letras);
+    QWidget* vincula(common::SelectorData& selector);
+    QWidget* vincula(common::Botao& botao);
+    QWidget* vincula(common::Combo& combo);
+    EtiquetaElidida* vincula(common::Etiqueta& etiqueta);
+    VistaGrelha* vincula(common::Grelha& grelha);
+    QTabWidget* vincula(common::Separadores& separadores);
+    void vincula(common::Quadro& quadro, QWidget& painel);
     // A field with the small list button at its side; the button is no stop of the Tab key.
-    QWidget* liga_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao);
+    QWidget* vincula_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao);
     // A label whose access key presses the button, for one that the Tab key does not reach.
     QLabel* legenda_que_prime(const QString& texto, common::Botao& botao);
     // The foot of a window: the confirming button first, the one that undoes a document (if any) away from
@@ -77,17 +77,17 @@ class JanelaQt : public QWidget, public common::Janela {
   private:
     template <typename Tipo, typename Modelo, typename Widget>
     Tipo& acrescenta(Modelo& modelo, Widget& widget);
-    void observa(QObject& alvo, Ligacao& ligacao);
-    Ligacao* ligacao_de(const common::Controlo* controlo) const;
-    bool entra(Ligacao& destino);
-    bool tecla(Ligacao& ligacao, QKeyEvent& evento);
+    void observa(QObject& alvo, Vinculo& vinculo);
+    Vinculo* vinculo_de(const common::Controlo* controlo) const;
+    bool entra(Vinculo& destino);
+    bool tecla(Vinculo& vinculo, QKeyEvent& evento);
     void poe_foco();
 
     common::Ecra& ecra_;
     QSize tamanho_habitual_; // until the user gives it another
     LinhaEstado* linha_estado_;
-    std::vector<std::unique_ptr<Ligacao>> ligacoes_;
-    QHash<const QObject*, Ligacao*> por_alvo_;
+    std::vector<std::unique_ptr<Vinculo>> vinculos_;
+    QHash<const QObject*, Vinculo*> por_alvo_;
     std::vector<std::pair<QSplitter*, QString>> divisoes_;
     std::function<void()> ao_fechar_;
     const common::Controlo* ultimo_foco_ = nullptr;

@@ -19,7 +19,7 @@ JanelaTrfBobines::JanelaTrfBobines(transfer::TrfBobines& ecra, const EstadoSessa
     auto* disposicao = new QVBoxLayout(this);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
-    disposicao->addWidget(nova_faixa_titulo(liga(ecra.Label1), sessao));
+    disposicao->addWidget(nova_faixa_titulo(vincula(ecra.Label1), sessao));
     disposicao->addWidget(corpo(), 1);
     disposicao->addWidget(botoes());
     disposicao->addWidget(&linha_estado());
@@ -42,22 +42,22 @@ QWidget* JanelaTrfBobines::corpo() {
 
     const auto com_nome = [&](int linha, common::Campo& campo, QWidget* widget, common::Etiqueta& etiqueta) {
         QLabel* legenda = par(*grelha, linha, 0, campo, widget);
-        EtiquetaElidida* nome = liga(etiqueta);
+        EtiquetaElidida* nome = vincula(etiqueta);
         negrito(*nome);
         grelha->addWidget(nome, linha, 2);
         return std::vector<QWidget*>{legenda, widget, nome};
     };
-    com_nome(0, trf_.campo(0), liga_com_lista(trf_.campo(0), letras_codigo, trf_.btFx(0)), trf_.Label2(2));
-    com_nome(1, trf_.campo(1), liga(trf_.campo(1), letras_codigo), trf_.Label2(3));
-    destino_ = com_nome(2, trf_.campo(2), liga_com_lista(trf_.campo(2), letras_codigo, trf_.btFx(2)),
+    com_nome(0, trf_.campo(0), vincula_com_lista(trf_.campo(0), letras_codigo, trf_.btFx(0)), trf_.Label2(2));
+    com_nome(1, trf_.campo(1), vincula(trf_.campo(1), letras_codigo), trf_.Label2(3));
+    destino_ = com_nome(2, trf_.campo(2), vincula_com_lista(trf_.campo(2), letras_codigo, trf_.btFx(2)),
                         trf_.Label2(4));
     QSizePolicy sem_lugar = destino_.back()->sizePolicy();
     sem_lugar.setRetainSizeWhenHidden(false);
     destino_.back()->setSizePolicy(sem_lugar);
 
-    par(*grelha, 3, 0, trf_.DTPicker1, liga(trf_.DTPicker1));
+    par(*grelha, 3, 0, trf_.DTPicker1, vincula(trf_.DTPicker1));
     for (const int i : {4, 5}) {
-        QWidget* obs = liga(trf_.campo(i), letras_obs);
+        QWidget* obs = vincula(trf_.campo(i), letras_obs);
         obs->setMaximumWidth(QWIDGETSIZE_MAX);
         grelha->addWidget(nova_legenda(trf_.campo(i).Legenda, obs), i, 0);
         grelha->addWidget(obs, i, 1, 1, 2);
@@ -71,10 +71,10 @@ QWidget* JanelaTrfBobines::botoes() {
     auto* barra = new QWidget;
     auto* disposicao = new QHBoxLayout(barra);
     disposicao->setContentsMargins(margem_janela, 4, margem_janela, 6);
-    disposicao->addWidget(liga(trf_.btConf));
-    disposicao->addWidget(liga(trf_.btCancelar));
+    disposicao->addWidget(vincula(trf_.btConf));
+    disposicao->addWidget(vincula(trf_.btCancelar));
     disposicao->addStretch();
-    disposicao->addWidget(liga(trf_.btSair));
+    disposicao->addWidget(vincula(trf_.btSair));
     return barra;
 }
 

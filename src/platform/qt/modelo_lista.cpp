@@ -44,11 +44,11 @@ bool e_numero(const base::Variante& valor) {
 
 // Numbers and dates by value, before texts; nulls first.
 struct ChaveOrdenacao {
-    int especie = 0;
+    int grupo = 0;
     double numero = 0;
     std::string texto;
     friend bool operator<(const ChaveOrdenacao& a, const ChaveOrdenacao& b) {
-        if (a.especie != b.especie) return a.especie < b.especie;
+        if (a.grupo != b.grupo) return a.grupo < b.grupo;
         if (a.numero != b.numero) return a.numero < b.numero;
         return a.texto < b.texto;
     }
@@ -164,15 +164,15 @@ void ModeloLista::aplica_filtro() {
     }
 }
 
-void ModeloLista::ordena(int coluna, Qt::SortOrder sentido) {
+void ModeloLista::ordena(int coluna, Qt::SortOrder ordem) {
     if (coluna < 0 || coluna >= columnCount()) return;
     le_tudo();
     std::vector<ChaveOrdenacao> chaves(total_);
     for (std::size_t i = 0; i < total_; ++i)
         chaves[i] = chave_de(valor(i, static_cast<std::size_t>(coluna)));
     const auto menor = [&](int a, int b) {
-        const auto& primeira = chaves[static_cast<std::size_t>(sentido == Qt::AscendingOrder ? a : b)];
-        const auto& segunda = chaves[static_cast<std::size_t>(sentido == Qt::AscendingOrder ? b : a)];
+        const auto& primeira = chaves[static_cast<std::size_t>(ordem == Qt::AscendingOrder ? a : b)];
+        const auto& segunda = chaves[static_cast<std::size_t>(ordem == Qt::AscendingOrder ? b : a)];
         return primeira < segunda;
     };
     beginResetModel();

@@ -39,14 +39,14 @@ class ModeloLista : public QAbstractTableModel {
     void filtra(const QString& texto);
     // The first row with a cell that is the text filtered by, to the letter; 0 when there is none.
     int linha_exacta() const { return exacta_; }
-    void ordena(int coluna, Qt::SortOrder sentido);
+    void ordena(int coluna, Qt::SortOrder ordem);
     std::string escolha(int linha) const; // first column, as it was read
 
     int rowCount(const QModelIndex& pai = {}) const override;
     int columnCount(const QModelIndex& pai = {}) const override;
     QVariant data(const QModelIndex& indice, int papel) const override;
     QVariant headerData(int seccao, Qt::Orientation orientacao, int papel) const override;
-    void sort(int coluna, Qt::SortOrder sentido) override { ordena(coluna, sentido); }
+    void sort(int coluna, Qt::SortOrder ordem) override { ordena(coluna, ordem); }
 
   private:
     const base::Variante& valor(std::size_t linha, std::size_t coluna) const {

@@ -12,15 +12,16 @@ namespace numeros = startup::numeros_bd;
 using base::Falha;
 using base::Variante;
 
-const Variante* procura(const std::vector<Campo>& campos, std::size_t coluna) {
-    const auto campo = std::find_if(campos.begin(), campos.end(),
-                                    [coluna](const Campo& este) { return este.coluna == coluna; });
-    return campo == campos.end() ? nullptr : &campo->valor;
+const Variante* procura(const std::vector<Atribuicao>& atribuicoes, std::size_t coluna) {
+    const auto atribuicao = std::find_if(atribuicoes.begin(), atribuicoes.end(),
+                                         [coluna](const Atribuicao& este) { return este.coluna == coluna; });
+    return atribuicao == atribuicoes.end() ? nullptr : &atribuicao->valor;
 }
 
-void poe(std::vector<Campo>& campos, Campo campo) {
-    std::erase_if(campos, [&campo](const Campo& este) { return este.coluna == campo.coluna; });
-    campos.push_back(std::move(campo));
+void poe(std::vector<Atribuicao>& atribuicoes, Atribuicao atribuicao) {
+    std::erase_if(atribuicoes,
+                  [&atribuicao](const Atribuicao& este) { return este.coluna == atribuicao.coluna; });
+    atribuicoes.push_back(std::move(atribuicao));
 }
 
 } // namespace
@@ -168,27 +169,27 @@ void Conjunto::altera() {
         throw Falha("O registo não pode ser alterado sem a sua chave.", numeros::instrucao_errada);
     if (!motor_.altera(*colunas_, definidos_, *this))
         throw Falha("O registo foi alterado ou apagado por outro utilizador.", numeros::registo_alterado);
-    for (Campo& definido : definidos_)
+    for (Atribuicao& definido : definidos_)
         poe(escritos_, std::move(definido));
 }
 
-std::string texto_insercao(const Colunas& colunas, const std::vector<Campo>& campos) {
+std::string texto_insercao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
     std::string nomes;
     std::string lugares;
-    for (const Campo& campo : campos) {
+    for (const Atribuicao& atribuicao : atribuicoes) {
         const char* separador = nomes.empty() ? "" : ",";
-        nomes += separador + ("[" + colunas.lista[campo.coluna].nome + "]");
+        nomes += separador + ("[" + colunas.lista[atribuicao.coluna].nome + "]");
         lugares += std::string(separador) + "?";
     }
     return "INSERT INTO " + colunas.tabela +
            (nomes.empty() ? " DEFAULT VALUES" : "(" + nomes + ") VALUES (" + lugares + ")");
 }
 
-std::string texto_alteracao(const Colunas& colunas, const std::vector<Campo>& campos) {
-    std::string atribuicoes;
-    for (const Campo& campo : campos)
-        atribuicoes += (atribuicoes.empty() ? "[" : ",[") + colunas.lista[campo.coluna].nome + "]=?";
-    return "UPDATE " + colunas.tabela + " SET " + atribuicoes;
+std::string texto_alteracao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
+    std::string lista;
+    for (const Atribuicao& atribuicao : atribuicoes)
+        lista += (lista.empty() ? "[" : ",[") + colunas.lista[atribuicao.coluna].nome + "]=?";
+    return "UPDATE " + colunas.tabela + " SET " + lista;
 }
 
 } // namespace orvex::platform::registos

@@ -17,7 +17,7 @@ namespace orvex::platform::registos {
 
 struct Coluna {
     std::string nome;
-    TipoColuna tipo;
+    TipoSQL tipo;
     bool chave = false;      // of the table's key; known of a query that can be updated
     bool identidade = false; // given by the database
 };
@@ -28,7 +28,7 @@ struct Colunas {
     bool chave_completa = false;
 };
 
-struct Campo {
+struct Atribuicao {
     std::size_t coluna;
     base::Variante valor; // as the column keeps it (normaliza)
 };
@@ -43,7 +43,7 @@ class Cursor {
 
 class Conjunto;
 
-// An open database: the connection under the sets, of which one at most is half read.
+// An engine with an open database: the connection under the sets, of which one at most is half read.
 class Motor {
   public:
     virtual ~Motor() = default;
@@ -62,9 +62,10 @@ class Motor {
     virtual bool em_transaccao() = 0;
     virtual void em_exclusivo(const std::function<void()>& trabalho) = 0;
 
-    virtual void insere(const Colunas& colunas, const std::vector<Campo>& campos) = 0;
+    virtual void insere(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) = 0;
     // False when no row has the key and the values of the one that was read.
-    virtual bool altera(const Colunas& colunas, const std::vector<Campo>& campos, const Conjunto& lida) = 0;
+    virtual bool altera(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes,
+                        const Conjunto& lida) = 0;
 
     // Reads the half-read set to its end into memory, so that the connection is free.
     void liberta();
@@ -95,7 +96,7 @@ class Conjunto final : public startup::ConjuntoRegistos {
     std::string_view nome_coluna(std::size_t coluna) const override {
         return colunas_->lista.at(coluna).nome;
     }
-    const TipoColuna& tipo(std::size_t coluna) const { return colunas_->lista.at(coluna).tipo; }
+    const TipoSQL& tipo(std::size_t coluna) const { return colunas_->lista.at(coluna).tipo; }
     base::Variante valor(std::size_t coluna) override;
     base::Variante valor(std::string_view nome) override { return valor(indice(nome)); }
 
@@ -127,12 +128,12 @@ class Conjunto final : public startup::ConjuntoRegistos {
     std::exception_ptr falha_;
 
     bool nova_ = false;
-    std::vector<Campo> definidos_; // fields set and not yet written
-    std::vector<Campo> escritos_;  // fields of the current row written since it was read
+    std::vector<Atribuicao> definidos_; // fields set and not yet written
+    std::vector<Atribuicao> escritos_;  // fields of the current row written since it was read
 };
 
 // "INSERT INTO t([a],[b]) VALUES (?,?)" and "UPDATE t SET [a]=?,[b]=?", one parameter for each field.
-std::string texto_insercao(const Colunas& colunas, const std::vector<Campo>& campos);
-std::string texto_alteracao(const Colunas& colunas, const std::vector<Campo>& campos);
+std::string texto_insercao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes);
+std::string texto_alteracao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes);
 
 } // namespace orvex::platform::registos

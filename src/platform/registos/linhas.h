@@ -2,7 +2,7 @@
 // with one byte for its kind and the bytes it needs; a block that has been passed is given back.
 #pragma once
 
-#include "platform/registos/tipo_coluna.h"
+#include "platform/registos/tipo_sql.h"
 
 #include <cstddef>
 #include <deque>

@@ -1,4 +1,5 @@
 // Opening a company whole.
+#include "base/caminho.h"
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
 #include "platform/sqlite/falhas.h"
@@ -14,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using base::Falha;
-using startup::texto_de;
+using base::texto_de;
 
 constexpr const char* coluna_nota = "Observ";
 

@@ -1,6 +1,6 @@
 // Writing the rows of a record set.
 #include "platform/sqlite/falhas.h"
-#include "platform/sqlite/motor.h"
+#include "platform/sqlite/motor_sqlite.h"
 
 namespace orvex::platform::sqlite {
 namespace {
@@ -17,44 +17,45 @@ std::string condicao(const Colunas& colunas) {
     return " WHERE " + chave + lidos;
 }
 
-int liga_campos(SQLite::Statement& instrucao, const Colunas& colunas,
-                const std::vector<registos::Campo>& campos) {
+int associa_atribuicoes(SQLite::Statement& instrucao, const Colunas& colunas,
+                        const std::vector<registos::Atribuicao>& atribuicoes) {
     int parametro = 0;
-    for (const registos::Campo& campo : campos)
-        liga_valor(instrucao, ++parametro, colunas.lista[campo.coluna].tipo, campo.valor);
+    for (const registos::Atribuicao& atribuicao : atribuicoes)
+        associa_valor(instrucao, ++parametro, colunas.lista[atribuicao.coluna].tipo, atribuicao.valor);
     return parametro;
 }
 
 } // namespace
 
-void Motor::insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) {
+void MotorSQLite::insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) {
     tranca_para_escrever();
     com_falhas([&] {
         Colunas alvo = colunas;
         alvo.tabela = onde_se_escreve(colunas.tabela);
-        const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, campos));
-        liga_campos(*instrucao, colunas, campos);
+        const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, atribuicoes));
+        associa_atribuicoes(*instrucao, colunas, atribuicoes);
         instrucao->exec();
     });
 }
 
-bool Motor::altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
-                   const registos::Conjunto& lida) {
+bool MotorSQLite::altera(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
+                         const registos::Conjunto& lida) {
     tranca_para_escrever();
     return com_falhas([&] {
-        const auto instrucao = ligacao().escritas.toma(texto_alteracao(colunas, campos) + condicao(colunas));
-        int parametro = liga_campos(*instrucao, colunas, campos);
-        const auto liga_lida = [&](std::size_t coluna) {
+        const auto instrucao =
+            ligacao().escritas.toma(texto_alteracao(colunas, atribuicoes) + condicao(colunas));
+        int parametro = associa_atribuicoes(*instrucao, colunas, atribuicoes);
+        const auto associa_lida = [&](std::size_t coluna) {
             if (const base::Variante* escrito = lida.escrito(coluna)) {
-                liga_valor(*instrucao, ++parametro, colunas.lista[coluna].tipo, *escrito);
+                associa_valor(*instrucao, ++parametro, colunas.lista[coluna].tipo, *escrito);
             } else {
-                liga_celula(*instrucao, ++parametro, lida.celula(coluna));
+                associa_celula(*instrucao, ++parametro, lida.celula(coluna));
             }
         };
         for (std::size_t i = 0; i < colunas.lista.size(); ++i)
-            if (colunas.lista[i].chave) liga_lida(i);
+            if (colunas.lista[i].chave) associa_lida(i);
         for (std::size_t i = 0; i < colunas.lista.size(); ++i)
-            liga_lida(i);
+            associa_lida(i);
         // Of a view the engine counts the rows that were written for it, not its own.
         const int antes = base().getTotalChanges();
         instrucao->exec();

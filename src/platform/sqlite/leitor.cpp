@@ -15,8 +15,8 @@ constexpr std::array<std::string_view, 40> reservadas{
 } // namespace
 
 bool Leitor::e_nome() const {
-    if (actual().especie == Especie::nome) return true;
-    return actual().especie == Especie::palavra &&
+    if (actual().categoria == Categoria::nome) return true;
+    return actual().categoria == Categoria::palavra &&
            std::none_of(reservadas.begin(), reservadas.end(), [this](std::string_view reservada) {
                return iguais_sem_caixa(actual().texto, reservada);
            });
@@ -36,7 +36,7 @@ std::string Leitor::tabela() {
 }
 
 std::string Leitor::numero() {
-    exige(actual().especie == Especie::numero && actual().texto.find('.') == std::string_view::npos);
+    exige(actual().categoria == Categoria::numero && actual().texto.find('.') == std::string_view::npos);
     return std::string(retira().texto);
 }
 

@@ -15,25 +15,28 @@ class Leitor {
 
     const Simbolo& actual() const { return simbolos_[posicao_]; }
     const Simbolo& seguinte() const {
-        return simbolos_[posicao_ + (actual().especie == Especie::fim ? 0 : 1)];
+        return simbolos_[posicao_ + (actual().categoria == Categoria::fim ? 0 : 1)];
     }
-    const Simbolo& retira() { return simbolos_[actual().especie == Especie::fim ? posicao_ : posicao_++]; }
+    const Simbolo& retira() {
+        return simbolos_[actual().categoria == Categoria::fim ? posicao_ : posicao_++];
+    }
 
     // Words are given in upper case.
     bool e_palavra(std::string_view palavra) const {
-        return actual().especie == Especie::palavra && iguais_sem_caixa(actual().texto, palavra);
+        return actual().categoria == Categoria::palavra && iguais_sem_caixa(actual().texto, palavra);
     }
     bool e_sinal(std::string_view sinal) const {
-        return actual().especie == Especie::sinal && actual().texto == sinal;
+        return actual().categoria == Categoria::sinal && actual().texto == sinal;
     }
     bool aceita_palavra(std::string_view palavra) { return e_palavra(palavra) && avanca(); }
     bool aceita_sinal(std::string_view sinal) { return e_sinal(sinal) && avanca(); }
     void exige_palavra(std::string_view palavra) { exige(aceita_palavra(palavra)); }
     void exige_sinal(std::string_view sinal) { exige(aceita_sinal(sinal)); }
     void exige(bool certo) const {
-        if (!certo) instrucao_errada(actual().especie == Especie::fim ? "fim da instrução" : actual().texto);
+        if (!certo)
+            instrucao_errada(actual().categoria == Categoria::fim ? "fim da instrução" : actual().texto);
     }
-    void exige_fim() const { exige(actual().especie == Especie::fim); }
+    void exige_fim() const { exige(actual().categoria == Categoria::fim); }
 
     bool e_nome() const;  // a name in brackets, or a word the language does not reserve
     std::string nome();   // in brackets, as the engine takes it

@@ -88,21 +88,21 @@ std::vector<Simbolo> le_simbolos(std::string_view chave) {
         if (branco(c)) {
         } else if (inicia_palavra(c)) {
             fim = fim_palavra(chave, i);
-            simbolos.push_back({Especie::palavra, chave.substr(i, fim - i)});
+            simbolos.push_back({Categoria::palavra, chave.substr(i, fim - i)});
         } else if (algarismo(c)) {
             fim = fim_numero(chave, i);
-            simbolos.push_back({Especie::numero, chave.substr(i, fim - i)});
+            simbolos.push_back({Categoria::numero, chave.substr(i, fim - i)});
         } else if (c == '[' || c == '"') {
             fim = fim_entre(chave, i, c == '[' ? ']' : '"');
-            simbolos.push_back({Especie::nome, chave.substr(i + 1, fim - i - 2)});
+            simbolos.push_back({Categoria::nome, chave.substr(i + 1, fim - i - 2)});
         } else if (c == '\'') {
             fim = fim_entre(chave, i, '\'');
-            simbolos.push_back({Especie::texto, chave.substr(i, fim - i)});
+            simbolos.push_back({Categoria::texto, chave.substr(i, fim - i)});
         } else if (c == lugar_texto || c == lugar_numero) {
-            simbolos.push_back({Especie::parametro, chave.substr(i, 1)});
+            simbolos.push_back({Categoria::parametro, chave.substr(i, 1)});
         } else {
             fim = i + tamanho_sinal(chave.substr(i));
-            simbolos.push_back({Especie::sinal, chave.substr(i, fim - i)});
+            simbolos.push_back({Categoria::sinal, chave.substr(i, fim - i)});
         }
         i = fim;
     }

@@ -8,11 +8,11 @@
 
 namespace orvex::platform::sqlite {
 
-enum class Especie { palavra, nome, texto, numero, parametro, sinal, fim };
+enum class Categoria { palavra, nome, texto, numero, parametro, sinal, fim };
 
 // `texto` is the token as written, but for a name in brackets or quotation marks, which stands without them.
 struct Simbolo {
-    Especie especie = Especie::fim;
+    Categoria categoria = Categoria::fim;
     std::string_view texto;
 };
 

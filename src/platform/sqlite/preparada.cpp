@@ -58,7 +58,7 @@ std::shared_ptr<const Colunas> le_colunas(const SQLite::Statement& instrucao, sq
     for (int i = 0; i < instrucao.getColumnCount(); ++i) {
         const char* declarado = sqlite3_column_decltype(ponteiro, i);
         colunas->lista.push_back(
-            {instrucao.getColumnName(i), declarado == nullptr ? TipoColuna{} : TipoColuna::le(declarado)});
+            {instrucao.getColumnName(i), declarado == nullptr ? TipoSQL{} : TipoSQL::le(declarado)});
     }
     return colunas;
 }
@@ -81,7 +81,7 @@ std::shared_ptr<const Colunas> Preparada::colunas_actualizaveis() {
     return escrita_;
 }
 
-void Preparada::liga(const Forma& forma) {
+void Preparada::associa(const Forma& forma) {
     if (static_cast<std::size_t>(instrucao.getBindParameterCount()) != forma.literais())
         instrucao_errada(forma.chave());
     for (std::size_t i = 0; i < forma.literais(); ++i)
@@ -107,7 +107,7 @@ Celula le_coluna(const SQLite::Statement& instrucao, std::size_t coluna) {
     }
 }
 
-void liga_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula) {
+void associa_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula) {
     if (const auto* inteiro = std::get_if<std::int64_t>(&celula)) {
         instrucao.bind(parametro, *inteiro);
     } else if (const auto* real = std::get_if<double>(&celula)) {
@@ -119,13 +119,13 @@ void liga_celula(SQLite::Statement& instrucao, int parametro, const Celula& celu
     }
 }
 
-void liga_valor(SQLite::Statement& instrucao, int parametro, const TipoColuna& tipo,
-                const base::Variante& valor) {
+void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& tipo,
+                   const base::Variante& valor) {
     if (const auto* moeda = std::get_if<base::Moeda>(&valor.valor())) {
         instrucao.bind(parametro, moeda->real()); // the engine keeps a whole one as an integer
     } else if (const auto* data = std::get_if<base::DataHora>(&valor.valor())) {
         instrucao.bind(parametro,
-                       tipo.especie == TipoColuna::Especie::data ? data->data_iso() : data->data_hora_iso());
+                       tipo.familia == TipoSQL::Familia::data ? data->data_iso() : data->data_hora_iso());
     } else if (const auto* real = std::get_if<double>(&valor.valor())) {
         instrucao.bind(parametro, *real);
     } else if (valor.nulo()) {

@@ -19,14 +19,14 @@ namespace orvex::platform::sqlite {
 using registos::Celula;
 using registos::Coluna;
 using registos::Colunas;
-using registos::TipoColuna;
+using registos::TipoSQL;
 
 class Preparada {
   public:
     Preparada(const SQLite::Database& base, const Traducao& traducao);
 
     // Gives the statement its parameters, from the start. Throws Falha when the literals are not as many.
-    void liga(const Forma& forma);
+    void associa(const Forma& forma);
     // True once the engine had to prepare the statement anew because somebody changed the schema.
     bool caduca() const;
 
@@ -48,8 +48,8 @@ class Preparada {
 Celula le_coluna(const SQLite::Statement& instrucao, std::size_t coluna);
 
 // A value as normaliza gave it, in the engine's form for a column of this type.
-void liga_valor(SQLite::Statement& instrucao, int parametro, const TipoColuna& tipo,
-                const base::Variante& valor);
-void liga_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula);
+void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& tipo,
+                   const base::Variante& valor);
+void associa_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula);
 
 } // namespace orvex::platform::sqlite

@@ -1,6 +1,7 @@
 #include "platform/sqlite/sessao_sqlite.h"
 
-#include "platform/sqlite/motor.h"
+#include "base/caminho.h"
+#include "platform/sqlite/motor_sqlite.h"
 #include "startup/construtor_ligacao.h"
 
 namespace orvex::platform::sqlite {
@@ -9,8 +10,7 @@ SessaoSQLite::SessaoSQLite() : SessaoSQLite(espera_normal_ms) {}
 
 std::unique_ptr<registos::Motor> SessaoSQLite::abre_motor(const std::string& ligacao) {
     const std::string pasta = startup::ConstrutorLigacao::le(ligacao)["Database"];
-    return std::make_unique<Motor>(std::filesystem::path(std::u8string(pasta.begin(), pasta.end())),
-                                   espera_ms_);
+    return std::make_unique<MotorSQLite>(base::caminho_de(pasta), espera_ms_);
 }
 
 } // namespace orvex::platform::sqlite

@@ -142,7 +142,7 @@ std::string Tradutor::item() {
 
 std::string Tradutor::alcunha() {
     const bool com_as = leitor_.aceita_palavra("AS");
-    if (com_as && leitor_.actual().especie == Especie::texto) {
+    if (com_as && leitor_.actual().categoria == Categoria::texto) {
         const std::string_view texto = leitor_.actual().texto;
         leitor_.exige(texto.find(']') == std::string_view::npos);
         leitor_.retira();
@@ -264,16 +264,17 @@ std::string Tradutor::primaria() {
         leitor_.exige_sinal(")");
         return sql;
     }
-    switch (leitor_.actual().especie) {
-    case Especie::texto:
-    case Especie::numero:
+    switch (leitor_.actual().categoria) {
+    case Categoria::texto:
+    case Categoria::numero:
         simples_ = false;
         return std::string(leitor_.retira().texto);
-    case Especie::parametro:
+    case Categoria::parametro:
         leitor_.retira();
         return "?";
-    case Especie::palavra:
-        if (leitor_.seguinte().texto == "(" && leitor_.seguinte().especie == Especie::sinal) return funcao();
+    case Categoria::palavra:
+        if (leitor_.seguinte().texto == "(" && leitor_.seguinte().categoria == Categoria::sinal)
+            return funcao();
         break;
     default:
         break;

@@ -1,5 +1,5 @@
 // CREATE TABLE and ALTER TABLE. The declared types go into the engine's schema as they are: they say how a
-// value is written and read (TipoColuna).
+// value is written and read (TipoSQL).
 #include "platform/sqlite/leitor.h"
 
 #include "base/texto.h"

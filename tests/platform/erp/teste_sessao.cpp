@@ -32,8 +32,8 @@ TEST_F(SessaoErp, diz_o_que_falta_quando_a_empresa_nao_abre) {
     const auto espera_ao_ligar = [&](const char* texto) {
         espera_falha([&] { SessaoERPEmbebida().Liga(outros); }, texto);
     };
-    outros[DefinicoesERP::servidor] = "SRV01";
-    espera_ao_ligar("Esta versão só traz a emulação do ERP: em [ERP], Servidor tem de ser sqlite.");
+    outros[DefinicoesERP::base].clear(); // not the folder we are in
+    espera_ao_ligar("Falta a pasta da empresa do ERP.");
     const PastaTemporaria pasta;
     outros = valores();
     outros[DefinicoesERP::base] = pasta.pasta().string();
@@ -56,6 +56,10 @@ TEST_F(SessaoErp,
                                          {"Data", "31-02-2026"},
                                          {"Ano", base::Variante()}})
         espera_falha([&] { cab->poe(membro, errado); }, membro);
+    espera_falha([&] { cab->poe("Terceiro", novo); }, "O membro «Terceiro» não recebe um objecto.");
+    espera_falha([&] { novo->poe("Origem", cab); }, "Origem");
+    for (const startup::ValorERP& outro : {startup::ValorERP(novo), startup::ValorERP("GR")})
+        espera_falha([&] { novo->poe("Cab", outro); }, "só recebe o cabeçalho de um documento");
     espera_falha([&] { cab->obtem("Linhas"); }, "Linhas");
     espera_falha([&] { novo->chama("Gravar", {}); }, "Gravar");
     espera_falha([&] { novo->chama("Finalizar", {0, 0}); }, ""); // too few arguments
@@ -67,6 +71,25 @@ TEST_F(SessaoErp,
     EXPECT_EQ(sessao.Empresa(), nullptr);
     espera_falha([&] { sessao.CriaObjecto("SageApiNextPlus.DocumentoComercial"); }, "");
     espera_falha([&] { sessao.SubmeteDocumento(3, novo); }, ""); // an object of the session that was
+}
+
+TEST_F(SessaoErp, um_documento_recebe_o_cabecalho_de_outro_e_finalizar_devolve_o_numero_no_seu_argumento) {
+    auto novo = documento(sessao, {{"BOB2", "1"}});
+    auto copia = sessao.CriaObjecto("SageApiNextPlus.DocumentoComercial");
+    copia->poe("Cab", novo->obtem("Cab"));
+    copia->chama("AdicionaLinha", {novo->chama("Linhas", {1})});
+    std::int64_t numeros[2];
+    for (auto& numero : numeros) {
+        ASSERT_EQ(sessao.SubmeteDocumento(3, copia), 0) << sessao.ResultadoUltimo().mensagem;
+        startup::ObjectoERP::Argumentos argumentos{copia->obtem("Cab").objecto->obtem("NossoNoDocumento"), 0,
+                                                   "GR", 2026};
+        EXPECT_EQ(copia->chama("Finalizar", argumentos).valor.inteiro(), 0);
+        numero = argumentos[0].valor.inteiro();
+        EXPECT_EQ(argumentos[3].valor.inteiro(), 2026);
+    }
+    EXPECT_EQ(numeros[0] + 1, numeros[1]);
+    EXPECT_EQ(numeros[1], EmpresaErp::numero(copia));
+    EXPECT_EQ(EmpresaErp::numero(novo), 0); // its header was taken by value
 }
 
 } // namespace

@@ -44,7 +44,7 @@ TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the
           {229, numeros::sem_permissao, "não tem permissão"},
           {9002, numeros::falha_geral, "Não há espaço"},
           {50000, numeros::instrucao_errada, "recusou a instrução"}}) {
-        avaria(Especie::erro, nativo);
+        avaria(Efeito::erro, nativo);
         try {
             usa();
             ADD_FAILURE() << nativo;
@@ -55,19 +55,19 @@ TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the
     }
     // What another program stands in the way of is tried again, where nothing can come of it but rows.
     for (const int nativo : {1205, 1222}) {
-        avaria(Especie::erro, nativo);
+        avaria(Efeito::erro, nativo);
         usa();
-        avaria(Especie::erro, nativo);
+        avaria(Efeito::erro, nativo);
         EXPECT_THAT(falha([&] { apaga(); }), HasSubstr("outro posto"));
     }
 }
 
 TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnoticed) {
     const auto meio_lido = BD.Consulta("select Artigo from xel_ORVEX_Mov");
-    for (const Especie especie : {Especie::corta, Especie::corta_depois}) {
-        avaria(especie);
+    for (const Efeito efeito : {Efeito::corta, Efeito::corta_depois}) {
+        avaria(efeito);
         usa();
-        avaria(especie);
+        avaria(efeito);
         BD.IniciaTransaccao();
         EXPECT_TRUE(BD.EmTransaccao());
         BD.AnulaTransaccao();
@@ -87,8 +87,8 @@ TEST_F(Servidor, a_server_that_is_gone_is_named_as_such) {
 }
 
 TEST_F(Servidor, a_server_that_does_not_answer_is_given_up_and_asked_anew) {
-    for (const Especie especie : {Especie::demora, Especie::surdez}) {
-        avaria(especie);
+    for (const Efeito efeito : {Efeito::demora, Efeito::surdez}) {
+        avaria(efeito);
         const auto antes = std::chrono::steady_clock::now();
         EXPECT_THAT(falha([&] { usa(); }), HasSubstr("não respondeu a tempo"));
         EXPECT_LT(std::chrono::steady_clock::now() - antes, std::chrono::seconds(3));
@@ -97,12 +97,12 @@ TEST_F(Servidor, a_server_that_does_not_answer_is_given_up_and_asked_anew) {
 }
 
 TEST_F(Servidor, what_the_server_undid_is_said_and_nothing_is_written_alone_after_it) {
-    for (const auto& [especie, causa] : {std::pair{Especie::corta, "perdeu-se"},
-                                         {Especie::corta_depois, "perdeu-se"},
-                                         {Especie::vitima, "deixar passar a de outro posto"}}) {
+    for (const auto& [efeito, causa] : {std::pair{Efeito::corta, "perdeu-se"},
+                                        {Efeito::corta_depois, "perdeu-se"},
+                                        {Efeito::vitima, "deixar passar a de outro posto"}}) {
         BD.IniciaTransaccao();
         junta("B1");
-        avaria(especie);
+        avaria(efeito);
         EXPECT_THAT(falha([&] { junta("B2"); }),
                     AllOf(HasSubstr(causa), HasSubstr("Nada do que estava a ser gravado ficou")));
         EXPECT_THAT(falha([&] { junta("B3"); }), HasSubstr("anulada pelo servidor"));
@@ -118,7 +118,7 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     BD.IniciaTransaccao();
     junta("B1");
     BD.Executa("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"); // as a trigger's failure does
-    avaria(Especie::erro, 3609);
+    avaria(Efeito::erro, 3609);
     EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("The server's text."));
     EXPECT_THAT(falha([&] { junta("B3"); }), HasSubstr("anulada pelo servidor"));
     EXPECT_FALSE(BD.EmTransaccao());
@@ -128,7 +128,7 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     // A rollback that the server refuses is done by closing the connection.
     BD.IniciaTransaccao();
     junta("B1");
-    avaria(Especie::erro, 50000);
+    avaria(Efeito::erro, 50000);
     EXPECT_EQ(falha([&] { BD.AnulaTransaccao(); }), "");
     junta("B4");
     EXPECT_EQ(series(), "B4");
@@ -136,7 +136,7 @@ TEST_F(Servidor, a_transaction_that_ended_behind_the_programs_back_is_noticed_be
     // So is one of which the server does not tell whether it is open.
     BD.IniciaTransaccao();
     junta("B5");
-    avaria(Especie::erro, 50000);
+    avaria(Efeito::erro, 50000);
     EXPECT_FALSE(BD.EmTransaccao());
     insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B6"}});
     BD.IniciaTransaccao();
@@ -156,19 +156,19 @@ TEST_F(Servidor, a_confirmation_fails_unless_it_is_done_and_says_so_when_nobody_
         bool aberta; // the transaction, afterwards
         bool servidor_volta = true;
     } casos[] = {
-        {junta_uma, {Especie::corta}, recusada, nada, false},
-        {junta_uma, {Especie::corta_depois}, feita, "", false},
-        {junta_uma, {Especie::corta_depois}, desconhecida, "Não se sabe", false, false},
-        {so_apaga, {Especie::corta_depois}, desconhecida, "Não se sabe", false},
-        {so_apaga, {Especie::corta}, desconhecida, "Não se sabe", false},
+        {junta_uma, {Efeito::corta}, recusada, nada, false},
+        {junta_uma, {Efeito::corta_depois}, feita, "", false},
+        {junta_uma, {Efeito::corta_depois}, desconhecida, "Não se sabe", false, false},
+        {so_apaga, {Efeito::corta_depois}, desconhecida, "Não se sabe", false},
+        {so_apaga, {Efeito::corta}, desconhecida, "Não se sabe", false},
         // Its row proves nothing.
-        {junta_e_apaga, {Especie::corta_depois}, desconhecida, "Não se sabe", false},
-        {junta_uma, {Especie::demora, 0, "", 2'000}, recusada, nada, false},
-        {junta_uma, {Especie::surdez, 0, "", 2'500}, feita, "", false}, // later than was waited for
-        {junta_uma, {Especie::vitima, 0, "No."}, recusada, nada, false},
-        {junta_uma, {Especie::erro, 1222, "No."}, recusada, "outro posto", true},
-        {junta_uma, {Especie::erro, 9002, "No."}, recusada, "espaço no diário", true},
-        {junta_uma, {Especie::erro, 3902, "No."}, recusada, "(No.)", true},
+        {junta_e_apaga, {Efeito::corta_depois}, desconhecida, "Não se sabe", false},
+        {junta_uma, {Efeito::demora, 0, "", 2'000}, recusada, nada, false},
+        {junta_uma, {Efeito::surdez, 0, "", 2'500}, feita, "", false}, // later than was waited for
+        {junta_uma, {Efeito::vitima, 0, "No."}, recusada, nada, false},
+        {junta_uma, {Efeito::erro, 1222, "No."}, recusada, "outro posto", true},
+        {junta_uma, {Efeito::erro, 9002, "No."}, recusada, "espaço no diário", true},
+        {junta_uma, {Efeito::erro, 3902, "No."}, recusada, "(No.)", true},
     };
     for (const auto& [escreve, avaria, fim, texto, aberta, volta] : casos) {
         SCOPED_TRACE(testing::Message() << &avaria - &casos[0].avaria << " " << avaria.numero);
@@ -216,14 +216,14 @@ TEST_F(Servidor, who_comes_second_waits_and_is_told_that_another_workstation_is_
                                           {-3, "deixar passar"},
                                           {-999, "getapplock: -999"}}) {
         BD.IniciaTransaccao();
-        avaria(Especie::tranca, resposta);
+        avaria(Efeito::tranca, resposta);
         EXPECT_THAT(falha([&] { BD.Tranca(); }), HasSubstr(texto));
         BD.AnulaTransaccao();
     }
     // A transaction that has lost the lock does not believe that it still has it.
     BD.IniciaTransaccao();
     BD.Tranca();
-    avaria(Especie::corta);
+    avaria(Efeito::corta);
     EXPECT_NE(falha([&] { usa(); }), "");
     EXPECT_THAT(falha([&] { BD.Tranca(); }), HasSubstr("anulada pelo servidor"));
     outra.IniciaTransaccao();

@@ -31,7 +31,7 @@ class Gestor : public Servidor {
 TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
     BD.IniciaTransaccao();
     junta("B1");
-    avaria(Especie::demora);
+    avaria(Efeito::demora);
     EXPECT_THAT(falha([&] { junta("B2"); }), HasSubstr("não respondeu a tempo"));
     insere(empresa.outra(), "xel_ORVEX", {"NumSerie"}, {{"B3"}}); // nothing is locked any more
     EXPECT_FALSE(BD.EmTransaccao());

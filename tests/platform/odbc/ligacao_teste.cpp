@@ -50,7 +50,7 @@ TEST_F(Servidor, a_server_that_falls_silent_is_given_up_in_the_time_for_a_connec
     };
     for (const Silencio onde : {Silencio::saudacao, Silencio::entrada, Silencio::meio, Silencio::nunca}) {
         servidor.silencio = onde;
-        servidor.avaria_no(1, {.especie = Especie::surdez, .milissegundos = 4'000}); // once logged in
+        servidor.avaria_no(1, {.efeito = Efeito::surdez, .milissegundos = 4'000}); // once logged in
         EXPECT_THAT(desiste(ligacao(servidor)), HasSubstr("não respondeu a tempo")) << static_cast<int>(onde);
     }
     // Where nobody takes connections from the queue, nothing comes back at all.
@@ -65,12 +65,12 @@ TEST_F(Servidor, what_one_at_a_time_may_do_survives_a_lost_connection_and_lets_g
     ASSERT_TRUE(outra.Abre(ligacao(servidor)));
     const auto tenta = [&] { return falha([&] { outra.EmExclusivo([] {}); }); };
     BD.EmExclusivo([&] {
-        avaria(Especie::corta);
+        avaria(Efeito::corta);
         usa();
         EXPECT_THAT(tenta(), HasSubstr("por outro posto")) << "the new connection has it too";
     });
     EXPECT_EQ(tenta(), "");
-    EXPECT_EQ(falha([&] { BD.EmExclusivo([&] { avaria(Especie::corta_depois); }); }), "")
+    EXPECT_EQ(falha([&] { BD.EmExclusivo([&] { avaria(Efeito::corta_depois); }); }), "")
         << "the work was done";
     EXPECT_EQ(tenta(), "");
 }

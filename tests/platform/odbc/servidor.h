@@ -16,7 +16,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using C = startup::ConstrutorLigacao;
-using Especie = Avaria::Especie;
+using Efeito = Avaria::Efeito;
 namespace numeros = startup::numeros_bd;
 
 // What a procedure fails with; empty when it does not.
@@ -50,8 +50,8 @@ class Servidor : public testing::Test {
     std::string series() { return empresa.linhas("select NumSerie from xel_ORVEX"); }
     void usa() { EXPECT_EQ(BD.Consulta("select count(*) from xel_ORVEX_Mov")->valor(0).inteiro(), 8); }
     // At its next request.
-    void avaria(Especie especie, int numero = 0) {
-        servidor.avaria_no(1, {especie, numero, "The server's text.", 3'000});
+    void avaria(Efeito efeito, int numero = 0) {
+        servidor.avaria_no(1, {efeito, numero, "The server's text.", 3'000});
     }
 
     EmpresaTeste empresa;

@@ -1,4 +1,4 @@
-#include "platform/sqlite/motor.h"
+#include "platform/sqlite/motor_sqlite.h"
 
 #include "platform/registos/conjunto.h"
 #include "platform/sqlite/falhas.h"
@@ -34,26 +34,27 @@ class CursorPreparada final : public registos::Cursor {
 
 } // namespace
 
-Motor::Motor(const std::filesystem::path& pasta, int espera_ms) : pasta_(pasta), espera_ms_(espera_ms) {
+MotorSQLite::MotorSQLite(const std::filesystem::path& pasta, int espera_ms)
+    : pasta_(pasta), espera_ms_(espera_ms) {
     ligacao();
 }
 
-Motor::~Motor() { liberta(); }
+MotorSQLite::~MotorSQLite() { liberta(); }
 
-Motor::Ligacao& Motor::ligacao() {
+MotorSQLite::Ligacao& MotorSQLite::ligacao() {
     if (ligacao_ == nullptr) ligacao_.reset(new Ligacao{abre_empresa(pasta_, espera_ms_)});
     return *ligacao_;
 }
 
 template <typename Trabalho>
-decltype(auto) Motor::corre(Trabalho trabalho) {
+decltype(auto) MotorSQLite::corre(Trabalho trabalho) {
     exige_inteira();
     return com_falhas([&] { return insiste(aberta() ? 0 : espera_ms_, trabalho); });
 }
 
 // --- Statements --------------------------------------------------------------------------------------------
 
-std::shared_ptr<Preparada> Motor::prepara(const std::string& sql, Uso uso) {
+std::shared_ptr<Preparada> MotorSQLite::prepara(const std::string& sql, Uso uso) {
     forma_.le(sql);
     auto& preparadas = ligacao().preparadas;
     auto encontrada = preparadas.find(forma_.chave());
@@ -69,12 +70,12 @@ std::shared_ptr<Preparada> Motor::prepara(const std::string& sql, Uso uso) {
     }
     auto preparada = encontrada->second;
     if (uso == Uso::consulta && preparada->genero != Traducao::Genero::consulta) instrucao_errada(sql);
-    preparada->liga(forma_);
+    preparada->associa(forma_);
     return preparada;
 }
 
 // All or nothing, inside a transaction of the program's or not.
-void Motor::muda_esquema(const Traducao& traducao) {
+void MotorSQLite::muda_esquema(const Traducao& traducao) {
     ligacao().preparadas.clear();
     base().exec("SAVEPOINT esquema");
     try {
@@ -93,7 +94,7 @@ void Motor::muda_esquema(const Traducao& traducao) {
     }
 }
 
-std::shared_ptr<Preparada> Motor::primeiro_passo(const std::string& sql, Uso uso) {
+std::shared_ptr<Preparada> MotorSQLite::primeiro_passo(const std::string& sql, Uso uso) {
     auto preparada = prepara(sql, uso);
     if (preparada == nullptr) return preparada;
     try {
@@ -105,7 +106,7 @@ std::shared_ptr<Preparada> Motor::primeiro_passo(const std::string& sql, Uso uso
     return preparada;
 }
 
-std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo modo) {
+std::unique_ptr<registos::Conjunto> MotorSQLite::consulta(const std::string& sql, Modo modo) {
     liberta();
     return corre([&] {
         auto preparada = primeiro_passo(sql, Uso::consulta);
@@ -122,7 +123,7 @@ std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo
     });
 }
 
-void Motor::executa(const std::string& sql) {
+void MotorSQLite::executa(const std::string& sql) {
     liberta();
     tranca_para_escrever();
     corre([&] {
@@ -133,28 +134,28 @@ void Motor::executa(const std::string& sql) {
 
 // --- Transactions ------------------------------------------------------------------------------------------
 
-bool Motor::aberta() const {
+bool MotorSQLite::aberta() const {
     return ligacao_ != nullptr && sqlite3_get_autocommit(ligacao_->base.getHandle()) == 0;
 }
 
-bool Motor::em_transaccao() {
+bool MotorSQLite::em_transaccao() {
     if (!aberta()) iniciada_ = false;
     return aberta();
 }
 
 // The engine takes a transaction back by itself when the disk fails it. What is written after that would
 // stand alone.
-void Motor::exige_inteira() {
+void MotorSQLite::exige_inteira() {
     if (iniciada_ && !aberta())
         falhou("A base de dados desistiu da transacção por causa de uma falha anterior. Nada ficou gravado.");
 }
 
-void Motor::exige_transaccao() {
+void MotorSQLite::exige_transaccao() {
     exige_inteira();
     if (!iniciada_) falhou("Não há transacção aberta. Nada ficou gravado.");
 }
 
-void Motor::inicia() {
+void MotorSQLite::inicia() {
     liberta();
     anula(); // one that a failure left behind is none of this one's
     com_falhas([&] {
@@ -164,7 +165,7 @@ void Motor::inicia() {
     iniciada_ = true;
 }
 
-void Motor::tranca() {
+void MotorSQLite::tranca() {
     exige_transaccao();
     if (trancada_) return;
     liberta();
@@ -181,19 +182,19 @@ void Motor::tranca() {
     trancada_ = true;
 }
 
-void Motor::tranca_para_escrever() {
+void MotorSQLite::tranca_para_escrever() {
     exige_inteira();
     if (!trancada_ && aberta()) tranca();
 }
 
-void Motor::confirma() {
+void MotorSQLite::confirma() {
     exige_transaccao();
     liberta();
     com_falhas([&] { base().exec("COMMIT"); });
     iniciada_ = trancada_ = false;
 }
 
-void Motor::anula() {
+void MotorSQLite::anula() {
     liberta();
     iniciada_ = trancada_ = false;
     if (!aberta()) return;
@@ -203,7 +204,7 @@ void Motor::anula() {
 
 // A lock that is nothing else's: neither the ledger's, which the work takes, nor the ERP's, which who has the
 // ledger's may be waiting for.
-void Motor::em_exclusivo(const std::function<void()>& trabalho) {
+void MotorSQLite::em_exclusivo(const std::function<void()>& trabalho) {
     const auto ficheiro = pasta_ / ficheiro_exclusivo;
     const auto so_nos = com_falhas([&] {
         SQLite::Database tranca(ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, espera_ms_);

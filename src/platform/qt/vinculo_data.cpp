@@ -1,9 +1,9 @@
 #include "platform/qt/calendario.h"
 #include "platform/qt/janela_qt.h"
-#include "platform/qt/ligacao.h"
 #include "platform/qt/limite_texto.h"
 #include "platform/qt/teclas.h"
 #include "platform/qt/textos.h"
+#include "platform/qt/vinculo.h"
 
 #include <QAction>
 #include <QDateTime>
@@ -48,8 +48,8 @@ QDateTime mudada(const QDateTime& data, int parte, int passo) {
 
 } // namespace
 
-LigacaoData::LigacaoData(JanelaQt& janela, common::SelectorData& selector, QLineEdit& linha)
-    : Ligacao(janela, selector, linha), selector_(selector), linha_(linha) {
+VinculoData::VinculoData(JanelaQt& janela, common::SelectorData& selector, QLineEdit& linha)
+    : Vinculo(janela, selector, linha), selector_(selector), linha_(linha) {
     QAction* abre = linha.addAction(Calendario::icone(linha.palette().color(QPalette::Text)),
                                     QLineEdit::TrailingPosition);
     abre->setText("Calendário");
@@ -62,22 +62,22 @@ LigacaoData::LigacaoData(JanelaQt& janela, common::SelectorData& selector, QLine
     });
 }
 
-void LigacaoData::mostra() {
-    Ligacao::mostra();
+void VinculoData::mostra() {
+    Vinculo::mostra();
     const QString texto = qs(selector_.texto_mostrado());
     if (texto == linha_.text()) return;
     linha_.setText(texto);
     if (linha_.hasFocus()) recebeu_foco();
 }
 
-void LigacaoData::recebeu_foco() { linha_.selectAll(); }
+void VinculoData::recebeu_foco() { linha_.selectAll(); }
 
-QString LigacaoData::ajuda() const {
+QString VinculoData::ajuda() const {
     return QString("F4 calendário   Setas mudam o dia   Enter seguinte   ") +
            (selector_.cancela() != nullptr ? "Esc cancela" : "Esc anterior");
 }
 
-bool LigacaoData::tecla(QKeyEvent& evento) {
+bool VinculoData::tecla(QKeyEvent& evento) {
     switch (evento.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -98,7 +98,7 @@ bool LigacaoData::tecla(QKeyEvent& evento) {
 }
 
 // The part the cursor is in, of a date that stands as it is shown; the day otherwise.
-int LigacaoData::parte_do_cursor() const {
+int VinculoData::parte_do_cursor() const {
     const auto escrita = ecra().data_escrita(selector_);
     const QString texto = linha_.text();
     if (!escrita || linha_.selectedText() == texto) return 0;
@@ -110,7 +110,7 @@ int LigacaoData::parte_do_cursor() const {
     return parte;
 }
 
-void LigacaoData::muda(int passo) {
+void VinculoData::muda(int passo) {
     const auto escrita = ecra().data_escrita(selector_);
     if (!escrita) return;
     const int parte = parte_do_cursor();
@@ -121,7 +121,7 @@ void LigacaoData::muda(int passo) {
     linha_.setSelection(partes[parte].inicio, partes[parte].tamanho);
 }
 
-void LigacaoData::abre_calendario() {
+void VinculoData::abre_calendario() {
     const base::DataHora escrita = ecra().data_escrita(selector_).value_or(selector_.Value);
     Calendario::abre(linha_, data_qt(escrita).date(), [this, escrita](QDate dia) {
         ecra().utilizador_data(selector_, de_qt({dia, data_qt(escrita).time(), Qt::UTC}));

@@ -1,4 +1,4 @@
-#include "platform/odbc/motor.h"
+#include "platform/odbc/motor_odbc.h"
 
 #include "base/texto.h"
 #include "platform/odbc/sessao_odbc.h"
@@ -41,18 +41,18 @@ std::string tabela_de(std::string_view sql) {
 
 } // namespace
 
-Motor::Motor(std::string ligacao, const Esperas& esperas)
+MotorODBC::MotorODBC(std::string ligacao, const Esperas& esperas)
     : texto_(std::move(ligacao)), esperas_(esperas), fala_(fala_do_controlador(texto_)) {
     liga();
 }
 
-Motor::~Motor() { liberta(); }
+MotorODBC::~MotorODBC() { liberta(); }
 
-std::unique_ptr<LigacaoODBC> Motor::abre_ligacao() const {
+std::unique_ptr<LigacaoODBC> MotorODBC::abre_ligacao() const {
     return std::make_unique<LigacaoODBC>(texto_odbc(texto_, fala_), esperas_);
 }
 
-void Motor::liga() {
+void MotorODBC::liga() {
     auto nova = abre_ligacao();
     // A driver that was taken for another did not understand what was said of encryption.
     if (const Fala dele = fala_de(nova->informacao(SQL_DRIVER_NAME)); dele != fala_) {
@@ -74,16 +74,16 @@ void Motor::liga() {
     ligacao_ = std::move(nova);
 }
 
-Motor::Tentativas Motor::tentativas(Repete repete) const {
+MotorODBC::Tentativas MotorODBC::tentativas(Repete repete) const {
     constexpr int vezes = 4;
     const bool sim = repete == Repete::sim && transaccao_ == Transaccao::nenhuma;
     return {sim && ligacao_ != nullptr ? 1 : 0, sim ? vezes : 0,
             std::chrono::steady_clock::now() + std::chrono::seconds(esperas_.bloqueio)};
 }
 
-bool Motor::Tentativas::outra(const FalhaODBC& falha) {
-    if (falha.especie() == FalhaODBC::Especie::ligacao) return ligacoes-- > 0;
-    if (falha.especie() != FalhaODBC::Especie::vitima && falha.especie() != FalhaODBC::Especie::ocupado)
+bool MotorODBC::Tentativas::outra(const FalhaODBC& falha) {
+    if (falha.natureza() == FalhaODBC::Natureza::ligacao) return ligacoes-- > 0;
+    if (falha.natureza() != FalhaODBC::Natureza::vitima && falha.natureza() != FalhaODBC::Natureza::ocupado)
         return false;
     constexpr std::chrono::milliseconds pausa(50);
     if (std::chrono::steady_clock::now() + pausa >= fim || bloqueios-- <= 0) return false;
@@ -93,7 +93,7 @@ bool Motor::Tentativas::outra(const FalhaODBC& falha) {
 
 // --- Statements --------------------------------------------------------------------------------------------
 
-std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo modo) {
+std::unique_ptr<registos::Conjunto> MotorODBC::consulta(const std::string& sql, Modo modo) {
     if (!e_consulta(sql))
         throw Falha("A instrução não é uma consulta.", startup::numeros_bd::instrucao_errada);
     return corre(Repete::sim, [&] {
@@ -122,12 +122,12 @@ std::unique_ptr<registos::Conjunto> Motor::consulta(const std::string& sql, Modo
     });
 }
 
-void Motor::executa(const std::string& sql) {
+void MotorODBC::executa(const std::string& sql) {
     tranca_para_escrever();
     corre(Repete::nao, [&] { return instrucao().executa(sql); });
 }
 
-Servidor Motor::servidor() {
+Servidor MotorODBC::servidor() {
     return corre(Repete::sim, [&]() -> Servidor {
         return {ligacao_->informacao(SQL_DRIVER_NAME) + " " + ligacao_->informacao(SQL_DRIVER_VER),
                 ligacao_->informacao(SQL_DBMS_NAME) + " " + ligacao_->informacao(SQL_DBMS_VER)};
@@ -135,7 +135,7 @@ Servidor Motor::servidor() {
 }
 
 // The primary key, or else the columns of another index that tells each row from all others.
-const std::vector<std::string>& Motor::chave(const std::string& tabela) {
+const std::vector<std::string>& MotorODBC::chave(const std::string& tabela) {
     const auto encontrada = chaves_.find(tabela);
     if (encontrada != chaves_.end()) return encontrada->second;
     static const std::vector<std::string> sem_chave;

@@ -6,7 +6,7 @@
 
 namespace orvex::platform::qt {
 
-class Tradutor : public QTranslator {
+class TextosPortugueses : public QTranslator {
   public:
     using QTranslator::QTranslator;
 

@@ -1,4 +1,4 @@
-#include "platform/qt/ligacao.h"
+#include "platform/qt/vinculo.h"
 
 #include "platform/qt/janela_qt.h"
 #include "platform/qt/limite_texto.h"
@@ -24,7 +24,7 @@ bool e_enter(const QKeyEvent& evento) {
 
 } // namespace
 
-Ligacao::Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
+Vinculo::Vinculo(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
     : janela_(janela), controlo_(controlo), widget_(widget) {
     const QString dica = qs(controlo.ToolTip);
     widget.setObjectName(qs(controlo.nome));
@@ -37,9 +37,9 @@ Ligacao::Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
     widget.setSizePolicy(politica);
 }
 
-common::Ecra& Ligacao::ecra() const { return janela_.ecra(); }
+common::Ecra& Vinculo::ecra() const { return janela_.ecra(); }
 
-void Ligacao::mostra() {
+void Vinculo::mostra() {
     const QString nome = qs(controlo_.Legenda.empty() ? controlo_.ToolTip : controlo_.Legenda);
     if (widget_.accessibleName() != nome) widget_.setAccessibleName(nome);
     if (widget_.isEnabledTo(widget_.parentWidget()) != controlo_.Enabled)
@@ -49,8 +49,8 @@ void Ligacao::mostra() {
 
 // Entry field
 
-LigacaoCampo::LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha)
-    : Ligacao(janela, campo, linha), campo_(campo), linha_(linha) {
+VinculoCampo::VinculoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha)
+    : Vinculo(janela, campo, linha), campo_(campo), linha_(linha) {
     linha.setValidator(new LimiteTexto(
         &linha, [&campo] { return campo.MaxLength; }, [&campo] { return qs(campo.Text); }));
     if (campo.numerico) linha.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -62,8 +62,8 @@ LigacaoCampo::LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& li
                      [this](const QString& texto) { ecra().utilizador_edita(campo_, texto.toStdString()); });
 }
 
-void LigacaoCampo::mostra() {
-    Ligacao::mostra();
+void VinculoCampo::mostra() {
+    Vinculo::mostra();
     linha_.setReadOnly(campo_.so_leitura);
     if (const QString texto = qs(campo_.Text); texto != linha_.text()) {
         linha_.setText(texto);
@@ -74,9 +74,9 @@ void LigacaoCampo::mostra() {
     }
 }
 
-void LigacaoCampo::recebeu_foco() { linha_.setSelection(campo_.SelStart, campo_.SelLength); }
+void VinculoCampo::recebeu_foco() { linha_.setSelection(campo_.SelStart, campo_.SelLength); }
 
-bool LigacaoCampo::tecla(QKeyEvent& evento) {
+bool VinculoCampo::tecla(QKeyEvent& evento) {
     if (e_enter(evento))
         ecra().utilizador_tecla(campo_, common::tecla_enter);
     else if (evento.key() == Qt::Key_Escape)
@@ -88,28 +88,28 @@ bool LigacaoCampo::tecla(QKeyEvent& evento) {
     return true;
 }
 
-QString LigacaoCampo::ajuda() const {
+QString VinculoCampo::ajuda() const {
     return QString(com_lista_ ? "F4 lista   " : "") + "Enter seguinte   " +
            (fecha_ ? "Esc sair" : "Esc anterior");
 }
 
 // Button
 
-LigacaoBotao::LigacaoBotao(JanelaQt& janela, common::Botao& botao, QAbstractButton& widget)
-    : Ligacao(janela, botao, widget), botao_(botao), tecla_(widget) {
+VinculoBotao::VinculoBotao(JanelaQt& janela, common::Botao& botao, QAbstractButton& widget)
+    : Vinculo(janela, botao, widget), botao_(botao), tecla_(widget) {
     QObject::connect(&widget, &QAbstractButton::clicked, &widget, [this] { prime(); });
 }
 
-void LigacaoBotao::mostra() {
-    Ligacao::mostra();
+void VinculoBotao::mostra() {
+    Vinculo::mostra();
     if (const QString texto = qs(botao_.Caption); texto != tecla_.text()) tecla_.setText(texto);
 }
 
-void LigacaoBotao::prime() {
+void VinculoBotao::prime() {
     if (janela_.termina_edicao()) ecra().utilizador_prime(botao_);
 }
 
-bool LigacaoBotao::tecla(QKeyEvent& evento) {
+bool VinculoBotao::tecla(QKeyEvent& evento) {
     switch (evento.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -128,34 +128,34 @@ bool LigacaoBotao::tecla(QKeyEvent& evento) {
     }
 }
 
-bool LigacaoBotao::rato(QEvent&) {
+bool VinculoBotao::rato(QEvent&) {
     // A box that came up when the field was left has swallowed the release of the mouse button.
     if (!janela_.caixa_neste_evento()) return false;
     prime();
     return true;
 }
 
-QString LigacaoBotao::ajuda() const {
+QString VinculoBotao::ajuda() const {
     return QString("Enter carrega   Tab seguinte") + (botao_.cancela() != nullptr ? "   Esc cancela" : "");
 }
 
-bool LigacaoBotao::atalho() {
+bool VinculoBotao::atalho() {
     prime();
     return true;
 }
 
 // Combo
 
-LigacaoCombo::LigacaoCombo(JanelaQt& janela, common::Combo& combo, QComboBox& caixa)
-    : Ligacao(janela, combo, caixa), combo_(combo), caixa_(caixa) {
+VinculoCombo::VinculoCombo(JanelaQt& janela, common::Combo& combo, QComboBox& caixa)
+    : Vinculo(janela, combo, caixa), combo_(combo), caixa_(caixa) {
     QObject::connect(&caixa, &QComboBox::currentIndexChanged, &caixa, [this](int indice) {
         ecra().utilizador_escolhe(combo_, indice);
         janela_.mostra();
     });
 }
 
-void LigacaoCombo::mostra() {
-    Ligacao::mostra();
+void VinculoCombo::mostra() {
+    Vinculo::mostra();
     const QSignalBlocker calado(caixa_);
     if (itens_ != combo_.itens) {
         itens_ = combo_.itens;
@@ -166,7 +166,7 @@ void LigacaoCombo::mostra() {
     if (caixa_.currentIndex() != combo_.ListIndex) caixa_.setCurrentIndex(combo_.ListIndex);
 }
 
-bool LigacaoCombo::tecla(QKeyEvent& evento) {
+bool VinculoCombo::tecla(QKeyEvent& evento) {
     if (e_enter(evento))
         ecra().utilizador_avanca(+1);
     else if (evento.key() == Qt::Key_Escape)
@@ -178,17 +178,17 @@ bool LigacaoCombo::tecla(QKeyEvent& evento) {
 
 // Tabs
 
-LigacaoSeparadores::LigacaoSeparadores(JanelaQt& janela, common::Separadores& separadores,
+VinculoSeparadores::VinculoSeparadores(JanelaQt& janela, common::Separadores& separadores,
                                        QTabWidget& paginas)
-    : Ligacao(janela, separadores, paginas), separadores_(separadores), paginas_(paginas) {
+    : Vinculo(janela, separadores, paginas), separadores_(separadores), paginas_(paginas) {
     paginas.tabBar()->setFocusPolicy(Qt::TabFocus);
     paginas.tabBar()->setAccessibleName("Páginas");
 }
 
-QWidget& LigacaoSeparadores::alvo_do_foco() const { return *paginas_.tabBar(); }
+QWidget& VinculoSeparadores::alvo_do_foco() const { return *paginas_.tabBar(); }
 
-void LigacaoSeparadores::mostra() {
-    Ligacao::mostra();
+void VinculoSeparadores::mostra() {
+    Vinculo::mostra();
     for (int i = 0; i < paginas_.count() && i < static_cast<int>(separadores_.Captions.size()); ++i) {
         const QString texto = qs(separadores_.Captions[static_cast<std::size_t>(i)]);
         if (paginas_.tabText(i) != texto) paginas_.setTabText(i, texto);
@@ -196,12 +196,12 @@ void LigacaoSeparadores::mostra() {
     if (paginas_.currentIndex() != separadores_.Tab) paginas_.setCurrentIndex(separadores_.Tab);
 }
 
-void LigacaoSeparadores::muda(int pagina) {
+void VinculoSeparadores::muda(int pagina) {
     if (pagina < 0 || pagina >= paginas_.count()) return;
     if (janela_.termina_edicao()) ecra().utilizador_pagina(separadores_, pagina);
 }
 
-bool LigacaoSeparadores::tecla(QKeyEvent& evento) {
+bool VinculoSeparadores::tecla(QKeyEvent& evento) {
     switch (evento.key()) {
     case Qt::Key_Left:
         muda(separadores_.Tab - 1);
@@ -221,7 +221,7 @@ bool LigacaoSeparadores::tecla(QKeyEvent& evento) {
     }
 }
 
-bool LigacaoSeparadores::rato(QEvent& evento) {
+bool VinculoSeparadores::rato(QEvent& evento) {
     // The page turns when the screen has let it: the bar itself never turns it.
     const auto& premido = static_cast<QMouseEvent&>(evento);
     const int pagina = paginas_.tabBar()->tabAt(premido.position().toPoint());
@@ -231,13 +231,13 @@ bool LigacaoSeparadores::rato(QEvent& evento) {
 
 // Label
 
-LigacaoEtiqueta::LigacaoEtiqueta(JanelaQt& janela, common::Etiqueta& etiqueta, QLabel& texto)
-    : Ligacao(janela, etiqueta, texto), etiqueta_(etiqueta), texto_(texto) {
+VinculoEtiqueta::VinculoEtiqueta(JanelaQt& janela, common::Etiqueta& etiqueta, QLabel& texto)
+    : Vinculo(janela, etiqueta, texto), etiqueta_(etiqueta), texto_(texto) {
     texto.setFocusPolicy(Qt::NoFocus);
     texto.setTextFormat(Qt::PlainText);
 }
 
-void LigacaoEtiqueta::mostra() {
+void VinculoEtiqueta::mostra() {
     // A disabled label stays as readable as any other.
     if (texto_.isHidden() == etiqueta_.Visible) texto_.setVisible(etiqueta_.Visible);
     if (const QString texto = qs(etiqueta_.Caption); texto != texto_.text()) texto_.setText(texto);
@@ -245,19 +245,19 @@ void LigacaoEtiqueta::mostra() {
 
 // Grid
 
-LigacaoGrelha::LigacaoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista)
-    : Ligacao(janela, grelha, vista), vista_(vista) {
+VinculoGrelha::VinculoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista)
+    : Vinculo(janela, grelha, vista), vista_(vista) {
     vista.define_avanco([this](int passos) { ecra().utilizador_avanca(passos); });
 }
 
-void LigacaoGrelha::mostra() {
-    Ligacao::mostra();
+void VinculoGrelha::mostra() {
+    Vinculo::mostra();
     vista_.mostra();
 }
 
-bool LigacaoGrelha::tecla(QKeyEvent& evento) { return vista_.tecla(evento); }
-bool LigacaoGrelha::termina_edicao() { return vista_.termina_edicao(); }
-void LigacaoGrelha::guarda() const { vista_.guarda_larguras(); }
-QString LigacaoGrelha::ajuda() const { return vista_.ajuda(); }
+bool VinculoGrelha::tecla(QKeyEvent& evento) { return vista_.tecla(evento); }
+bool VinculoGrelha::termina_edicao() { return vista_.termina_edicao(); }
+void VinculoGrelha::guarda() const { vista_.guarda_larguras(); }
+QString VinculoGrelha::ajuda() const { return vista_.ajuda(); }
 
 } // namespace orvex::platform::qt

@@ -21,11 +21,11 @@ namespace orvex::platform::qt {
 class JanelaQt;
 class VistaGrelha;
 
-class Ligacao {
+class Vinculo {
   public:
-    Ligacao(JanelaQt& janela, common::Controlo& controlo, QWidget& widget);
-    virtual ~Ligacao() = default;
-    Ligacao(const Ligacao&) = delete;
+    Vinculo(JanelaQt& janela, common::Controlo& controlo, QWidget& widget);
+    virtual ~Vinculo() = default;
+    Vinculo(const Vinculo&) = delete;
 
     common::Controlo& controlo() const { return controlo_; }
     QWidget& widget() const { return widget_; }
@@ -50,9 +50,9 @@ class Ligacao {
     QWidget& widget_;
 };
 
-class LigacaoCampo : public Ligacao {
+class VinculoCampo : public Vinculo {
   public:
-    LigacaoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha);
+    VinculoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& linha);
     void mostra() override;
     void recebeu_foco() override;
     bool tecla(QKeyEvent& evento) override;
@@ -67,9 +67,9 @@ class LigacaoCampo : public Ligacao {
     bool fecha_ = false;
 };
 
-class LigacaoData : public Ligacao {
+class VinculoData : public Vinculo {
   public:
-    LigacaoData(JanelaQt& janela, common::SelectorData& selector, QLineEdit& linha);
+    VinculoData(JanelaQt& janela, common::SelectorData& selector, QLineEdit& linha);
     void mostra() override;
     void recebeu_foco() override;
     bool tecla(QKeyEvent& evento) override;
@@ -84,9 +84,9 @@ class LigacaoData : public Ligacao {
     QLineEdit& linha_;
 };
 
-class LigacaoBotao : public Ligacao {
+class VinculoBotao : public Vinculo {
   public:
-    LigacaoBotao(JanelaQt& janela, common::Botao& botao, QAbstractButton& widget);
+    VinculoBotao(JanelaQt& janela, common::Botao& botao, QAbstractButton& widget);
     void mostra() override;
     bool tecla(QKeyEvent& evento) override;
     bool rato(QEvent& evento) override;
@@ -99,9 +99,9 @@ class LigacaoBotao : public Ligacao {
     QAbstractButton& tecla_;
 };
 
-class LigacaoCombo : public Ligacao {
+class VinculoCombo : public Vinculo {
   public:
-    LigacaoCombo(JanelaQt& janela, common::Combo& combo, QComboBox& caixa);
+    VinculoCombo(JanelaQt& janela, common::Combo& combo, QComboBox& caixa);
     void mostra() override;
     bool tecla(QKeyEvent& evento) override;
     QString ajuda() const override { return "F4 lista   Enter seguinte   Esc anterior"; }
@@ -112,9 +112,9 @@ class LigacaoCombo : public Ligacao {
     std::vector<std::string> itens_; // as the widget has them
 };
 
-class LigacaoSeparadores : public Ligacao {
+class VinculoSeparadores : public Vinculo {
   public:
-    LigacaoSeparadores(JanelaQt& janela, common::Separadores& separadores, QTabWidget& paginas);
+    VinculoSeparadores(JanelaQt& janela, common::Separadores& separadores, QTabWidget& paginas);
     QWidget& alvo_do_foco() const override;
     void mostra() override;
     bool tecla(QKeyEvent& evento) override;
@@ -127,9 +127,9 @@ class LigacaoSeparadores : public Ligacao {
     QTabWidget& paginas_;
 };
 
-class LigacaoEtiqueta : public Ligacao {
+class VinculoEtiqueta : public Vinculo {
   public:
-    LigacaoEtiqueta(JanelaQt& janela, common::Etiqueta& etiqueta, QLabel& texto);
+    VinculoEtiqueta(JanelaQt& janela, common::Etiqueta& etiqueta, QLabel& texto);
     void mostra() override;
 
   private:
@@ -137,9 +137,9 @@ class LigacaoEtiqueta : public Ligacao {
     QLabel& texto_;
 };
 
-class LigacaoGrelha : public Ligacao {
+class VinculoGrelha : public Vinculo {
   public:
-    LigacaoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista);
+    VinculoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista);
     void mostra() override;
     bool tecla(QKeyEvent& evento) override;
     bool termina_edicao() override;

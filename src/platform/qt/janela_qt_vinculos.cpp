@@ -16,83 +16,83 @@ namespace orvex::platform::qt {
 
 template <typename Tipo, typename Modelo, typename Widget>
 Tipo& JanelaQt::acrescenta(Modelo& modelo, Widget& widget) {
-    auto ligacao = std::make_unique<Tipo>(*this, modelo, widget);
-    Tipo& feita = *ligacao;
-    ligacoes_.push_back(std::move(ligacao));
+    auto vinculo = std::make_unique<Tipo>(*this, modelo, widget);
+    Tipo& feita = *vinculo;
+    vinculos_.push_back(std::move(vinculo));
     return feita;
 }
 
-void JanelaQt::observa(QObject& alvo, Ligacao& ligacao) {
+void JanelaQt::observa(QObject& alvo, Vinculo& vinculo) {
     alvo.installEventFilter(this);
-    por_alvo_.insert(&alvo, &ligacao);
+    por_alvo_.insert(&alvo, &vinculo);
 }
 
-QWidget* JanelaQt::liga(common::Campo& campo, int largura_em_letras) {
+QWidget* JanelaQt::vincula(common::Campo& campo, int largura_em_letras) {
     auto* linha = new QLineEdit;
     linha->setFixedWidth(linha->fontMetrics().horizontalAdvance(QString(largura_em_letras, '0')) + 16);
-    observa(*linha, acrescenta<LigacaoCampo>(campo, *linha));
+    observa(*linha, acrescenta<VinculoCampo>(campo, *linha));
     return linha;
 }
 
-QWidget* JanelaQt::liga(common::SelectorData& selector) {
+QWidget* JanelaQt::vincula(common::SelectorData& selector) {
     constexpr int botao_do_calendario = 22;
     auto* linha = new QLineEdit;
     const QString exemplo = selector.com_hora ? "00-00-0000 00:00" : "00-00-0000";
     linha->setFixedWidth(linha->fontMetrics().horizontalAdvance(exemplo) + 16 + botao_do_calendario);
-    observa(*linha, acrescenta<LigacaoData>(selector, *linha));
+    observa(*linha, acrescenta<VinculoData>(selector, *linha));
     return linha;
 }
 
-QWidget* JanelaQt::liga(common::Botao& botao) {
+QWidget* JanelaQt::vincula(common::Botao& botao) {
     auto* widget = new QPushButton;
     widget->setAutoDefault(false);
     widget->setMinimumWidth(96);
-    observa(*widget, acrescenta<LigacaoBotao>(botao, *widget));
+    observa(*widget, acrescenta<VinculoBotao>(botao, *widget));
     return widget;
 }
 
-QWidget* JanelaQt::liga(common::Combo& combo) {
+QWidget* JanelaQt::vincula(common::Combo& combo) {
     auto* caixa = new QComboBox;
     caixa->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     caixa->setMinimumContentsLength(16); // the items come later, and must move nothing
-    observa(*caixa, acrescenta<LigacaoCombo>(combo, *caixa));
+    observa(*caixa, acrescenta<VinculoCombo>(combo, *caixa));
     return caixa;
 }
 
-EtiquetaElidida* JanelaQt::liga(common::Etiqueta& etiqueta) {
+EtiquetaElidida* JanelaQt::vincula(common::Etiqueta& etiqueta) {
     auto* texto = new EtiquetaElidida;
-    acrescenta<LigacaoEtiqueta>(etiqueta, *texto);
+    acrescenta<VinculoEtiqueta>(etiqueta, *texto);
     return texto;
 }
 
-VistaGrelha* JanelaQt::liga(common::Grelha& grelha) {
+VistaGrelha* JanelaQt::vincula(common::Grelha& grelha) {
     auto* vista = new VistaGrelha(ecra_, grelha);
-    Ligacao& ligacao = acrescenta<LigacaoGrelha>(grelha, *vista);
-    observa(*vista, ligacao);
-    observa(*vista->viewport(), ligacao);
+    Vinculo& vinculo = acrescenta<VinculoGrelha>(grelha, *vista);
+    observa(*vista, vinculo);
+    observa(*vista->viewport(), vinculo);
     return vista;
 }
 
-QTabWidget* JanelaQt::liga(common::Separadores& separadores) {
+QTabWidget* JanelaQt::vincula(common::Separadores& separadores) {
     auto* paginas = new QTabWidget;
-    observa(*paginas->tabBar(), acrescenta<LigacaoSeparadores>(separadores, *paginas));
+    observa(*paginas->tabBar(), acrescenta<VinculoSeparadores>(separadores, *paginas));
     return paginas;
 }
 
-void JanelaQt::liga(common::Quadro& quadro, QWidget& painel) {
-    acrescenta<Ligacao>(quadro, painel);
+void JanelaQt::vincula(common::Quadro& quadro, QWidget& painel) {
+    acrescenta<Vinculo>(quadro, painel);
     painel.setFocusPolicy(Qt::NoFocus);
 }
 
-QWidget* JanelaQt::liga_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao) {
+QWidget* JanelaQt::vincula_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao) {
     auto* par = new QWidget;
     auto* disposicao = new QHBoxLayout(par);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(2);
-    disposicao->addWidget(liga(campo, largura_em_letras));
-    static_cast<LigacaoCampo*>(ligacao_de(&campo))->marca_lista();
+    disposicao->addWidget(vincula(campo, largura_em_letras));
+    static_cast<VinculoCampo*>(vinculo_de(&campo))->marca_lista();
 
-    auto* lista = static_cast<QPushButton*>(liga(botao));
+    auto* lista = static_cast<QPushButton*>(vincula(botao));
     lista->setMinimumWidth(0);
     lista->setFixedWidth(28);
     disposicao->addWidget(lista);
@@ -101,11 +101,11 @@ QWidget* JanelaQt::liga_com_lista(common::Campo& campo, int largura_em_letras, c
 }
 
 QLabel* JanelaQt::legenda_que_prime(const QString& texto, common::Botao& botao) {
-    Ligacao& ligacao = *ligacao_de(&botao);
+    Vinculo& vinculo = *vinculo_de(&botao);
     auto* legenda = new QLabel(texto);
     legenda->setToolTip(qs(botao.ToolTip));
-    legenda->setBuddy(&ligacao.widget());
-    observa(*legenda, ligacao);
+    legenda->setBuddy(&vinculo.widget());
+    observa(*legenda, vinculo);
     return legenda;
 }
 
@@ -115,18 +115,18 @@ QWidget* JanelaQt::barra_botoes(std::initializer_list<common::Botao*> primeiros,
     auto* disposicao = new QHBoxLayout(barra);
     disposicao->setContentsMargins(margem_janela, 4, margem_janela, 6);
     for (common::Botao* botao : primeiros)
-        disposicao->addWidget(liga(*botao));
+        disposicao->addWidget(vincula(*botao));
     disposicao->addStretch();
     if (desfaz != nullptr) {
-        disposicao->addWidget(liga(*desfaz));
+        disposicao->addWidget(vincula(*desfaz));
         disposicao->addSpacing(48);
     }
-    disposicao->addWidget(liga(sair));
+    disposicao->addWidget(vincula(sair));
     return barra;
 }
 
 void JanelaQt::marca_fecho(const common::Campo& campo) {
-    if (auto* ligacao = dynamic_cast<LigacaoCampo*>(ligacao_de(&campo))) ligacao->marca_fecho();
+    if (auto* vinculo = dynamic_cast<VinculoCampo*>(vinculo_de(&campo))) vinculo->marca_fecho();
 }
 
 void JanelaQt::recorda(QSplitter& divisao, const QString& nome) {

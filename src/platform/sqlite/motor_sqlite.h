@@ -12,11 +12,11 @@
 
 namespace orvex::platform::sqlite {
 
-class Motor final : public registos::Motor {
+class MotorSQLite final : public registos::Motor {
   public:
     // Opens both files of the folder, neither of which is created. Throws Falha, naming the cause.
-    Motor(const std::filesystem::path& pasta, int espera_ms);
-    ~Motor() override;
+    MotorSQLite(const std::filesystem::path& pasta, int espera_ms);
+    ~MotorSQLite() override;
 
     std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
     void executa(const std::string& sql) override;
@@ -30,8 +30,8 @@ class Motor final : public registos::Motor {
     bool em_transaccao() override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
-    void insere(const Colunas& colunas, const std::vector<registos::Campo>& campos) override;
-    bool altera(const Colunas& colunas, const std::vector<registos::Campo>& campos,
+    void insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) override;
+    bool altera(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
                 const registos::Conjunto& lida) override;
 
   private:

@@ -25,11 +25,11 @@ inline constexpr const char* transaccoes_abertas = "SELECT @@TRANCOUNT AS n";
 // How long a statement waits for what another program is writing.
 std::string limite_de_bloqueio(int milissegundos);
 
-class Motor final : public registos::Motor {
+class MotorODBC final : public registos::Motor {
   public:
     // Takes what ConstrutorLigacao built. Throws Falha, naming the cause.
-    Motor(std::string ligacao, const Esperas& esperas);
-    ~Motor() override;
+    MotorODBC(std::string ligacao, const Esperas& esperas);
+    ~MotorODBC() override;
 
     std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
     void executa(const std::string& sql) override;
@@ -46,8 +46,9 @@ class Motor final : public registos::Motor {
     bool em_transaccao() override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
-    void insere(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos) override;
-    bool altera(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos,
+    void insere(const registos::Colunas& colunas,
+                const std::vector<registos::Atribuicao>& atribuicoes) override;
+    bool altera(const registos::Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes,
                 const registos::Conjunto& lida) override;
 
     Servidor servidor();
@@ -105,7 +106,8 @@ class Motor final : public registos::Motor {
     // come in time.
     void pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const;
     std::int64_t abertas_no_servidor() const;
-    void nota_testemunha(const registos::Colunas& colunas, const std::vector<registos::Campo>& campos);
+    void nota_testemunha(const registos::Colunas& colunas,
+                         const std::vector<registos::Atribuicao>& atribuicoes);
     void numera_testemunha();
     bool confirmada_afinal(const FalhaODBC& falha);
     const std::vector<std::string>& chave(const std::string& tabela);

@@ -1,4 +1,4 @@
-#include "platform/registos/tipo_coluna.h"
+#include "platform/registos/tipo_sql.h"
 
 #include "base/falha.h"
 #include "base/formato_regional.h"
@@ -16,7 +16,7 @@ using base::DataHora;
 using base::Falha;
 using base::Moeda;
 using base::Variante;
-using Especie = TipoColuna::Especie;
+using Familia = TipoSQL::Familia;
 
 // As its user writes it.
 std::string escrito(const Variante& valor) {
@@ -46,13 +46,13 @@ Moeda numero(std::string_view coluna, const Variante& valor) {
     }
 }
 
-Variante inteiro(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+Variante inteiro(const TipoSQL& tipo, std::string_view coluna, const Variante& valor) {
     const std::int64_t lido = numero(coluna, valor).arredondada(0).decimos_milesimos() / Moeda::unidade;
     if (lido > tipo.maximo || lido < -tipo.maximo - 1) nao_cabe(coluna, valor);
     return lido;
 }
 
-Variante decimal(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+Variante decimal(const TipoSQL& tipo, std::string_view coluna, const Variante& valor) {
     const Moeda lido = numero(coluna, valor);
     if (!base::cabe_numa_coluna(lido)) nao_cabe(coluna, valor);
     return lido.arredondada(tipo.casas);
@@ -69,14 +69,14 @@ DataHora data_canonica(std::string_view coluna, const Variante& valor) {
     nao_serve(coluna, valor, "uma data");
 }
 
-Variante data(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+Variante data(const TipoSQL& tipo, std::string_view coluna, const Variante& valor) {
     const DataHora lida = data_canonica(coluna, valor);
-    if (tipo.especie == Especie::data) return DataHora{lida.ano, lida.mes, lida.dia};
+    if (tipo.familia == Familia::data) return DataHora{lida.ano, lida.mes, lida.dia};
     if (lida.ano < base::primeiro_ano_do_servidor) nao_cabe(coluna, valor);
     return lida;
 }
 
-Variante texto(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+Variante texto(const TipoSQL& tipo, std::string_view coluna, const Variante& valor) {
     std::string lido = valor.texto();
     if (tipo.comprimento > 0 && lido.size() > tipo.comprimento && base::comprimento(lido) > tipo.comprimento)
         nao_cabe(coluna, valor);
@@ -103,59 +103,59 @@ Dimensoes le_dimensoes(std::string_view declarado) {
 
 } // namespace
 
-TipoColuna TipoColuna::le(std::string_view declarado) {
+TipoSQL TipoSQL::le(std::string_view declarado) {
     const std::string nome = base::maiusculas(base::apara(declarado.substr(0, declarado.find('('))));
     const Dimensoes dimensoes = le_dimensoes(declarado);
-    TipoColuna tipo;
+    TipoSQL tipo;
     if (nome == "SMALLINT") {
-        tipo = {Especie::inteiro, std::numeric_limits<std::int16_t>::max()};
+        tipo = {Familia::inteiro, std::numeric_limits<std::int16_t>::max()};
     } else if (nome == "INT" || nome == "INTEGER") {
-        tipo = {Especie::inteiro, std::numeric_limits<std::int32_t>::max()};
+        tipo = {Familia::inteiro, std::numeric_limits<std::int32_t>::max()};
     } else if (nome == "MONEY") {
-        tipo = {Especie::decimal, 0, Moeda::casas};
+        tipo = {Familia::decimal, 0, Moeda::casas};
     } else if (nome == "DECIMAL") {
-        tipo = {Especie::decimal, 0, dimensoes.segunda < Moeda::casas ? dimensoes.segunda : Moeda::casas};
+        tipo = {Familia::decimal, 0, dimensoes.segunda < Moeda::casas ? dimensoes.segunda : Moeda::casas};
     } else if (nome == "DATE") {
-        tipo = {Especie::data};
+        tipo = {Familia::data};
     } else if (nome == "DATETIME") {
-        tipo = {Especie::data_hora};
+        tipo = {Familia::data_hora};
     } else if (nome == "NVARCHAR") {
-        tipo = {Especie::texto, 0, 0, static_cast<std::size_t>(dimensoes.primeira)};
+        tipo = {Familia::texto, 0, 0, static_cast<std::size_t>(dimensoes.primeira)};
     }
     return tipo;
 }
 
-Variante normaliza(const TipoColuna& tipo, std::string_view coluna, const Variante& valor) {
+Variante normaliza(const TipoSQL& tipo, std::string_view coluna, const Variante& valor) {
     if (valor.nulo()) return valor;
     if (const auto* lido = std::get_if<std::string>(&valor.valor());
         lido != nullptr && !base::texto_valido(*lido))
         throw Falha("O valor para a coluna " + std::string(coluna) + " tem caracteres que não são de texto.",
                     base::numeros_falha::tipo_diferente);
-    switch (tipo.especie) {
-    case Especie::inteiro:
+    switch (tipo.familia) {
+    case Familia::inteiro:
         return inteiro(tipo, coluna, valor);
-    case Especie::decimal:
+    case Familia::decimal:
         return decimal(tipo, coluna, valor);
-    case Especie::data:
-    case Especie::data_hora:
+    case Familia::data:
+    case Familia::data_hora:
         return data(tipo, coluna, valor);
-    case Especie::texto:
+    case Familia::texto:
         return texto(tipo, coluna, valor);
-    case Especie::expressao:
+    case Familia::expressao:
         break;
     }
     return valor;
 }
 
-Variante le_celula(const TipoColuna& tipo, const Celula& celula) {
+Variante le_celula(const TipoSQL& tipo, const Celula& celula) {
     if (const auto* lido = std::get_if<std::int64_t>(&celula))
-        return tipo.especie == Especie::decimal ? Variante(Moeda::de_inteiro(*lido)) : Variante(*lido);
+        return tipo.familia == Familia::decimal ? Variante(Moeda::de_inteiro(*lido)) : Variante(*lido);
     if (const auto* lido = std::get_if<double>(&celula))
-        return tipo.especie == Especie::decimal ? Variante(Moeda::de_real(*lido)) : Variante(*lido);
+        return tipo.familia == Familia::decimal ? Variante(Moeda::de_real(*lido)) : Variante(*lido);
     if (const auto* lido = std::get_if<std::string_view>(&celula)) {
-        if (tipo.especie == Especie::data || tipo.especie == Especie::data_hora)
+        if (tipo.familia == Familia::data || tipo.familia == Familia::data_hora)
             if (const auto data = DataHora::le(*lido)) return *data;
-        if (tipo.especie == Especie::decimal)
+        if (tipo.familia == Familia::decimal)
             if (const auto moeda = Moeda::le(*lido)) return *moeda;
         return *lido;
     }

@@ -1,4 +1,4 @@
-#include "platform/qt/tradutor.h"
+#include "platform/qt/textos_portugueses.h"
 
 #include <array>
 #include <cstring>
@@ -67,7 +67,7 @@ constexpr std::array contextos = {"QPlatformTheme",   "QDialogButtonBox", "QMess
 
 } // namespace
 
-QString Tradutor::translate(const char* contexto, const char* texto, const char*, int) const {
+QString TextosPortugueses::translate(const char* contexto, const char* texto, const char*, int) const {
     for (const char* nosso : contextos) {
         if (std::strcmp(nosso, contexto) != 0) continue;
         for (const Palavra& palavra : palavras)
