@@ -59,6 +59,7 @@ void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
 }
 
 void GuiasRemessa::LimpaDadosCliente() {
+    if (!GuiaCarregada()) MudaEstado(EstadoGuia::vazia);
     Label2(1).Caption.clear();
     for (const int i : {19, 2, 3})
         campo(i).Text.clear();
@@ -88,6 +89,7 @@ void GuiasRemessa::ValidaCliente(bool& Cancel) {
         campo(3).Text = cliente->valor("Vendedor").texto();
         RegIva = cliente->valor("RegIva").texto();
     }
+    if (!GuiaCarregada()) MudaEstado(EstadoGuia::a_fazer);
     LerIvas(RegIva);
     CarregaFacturas(campo(0).Text);
 }
@@ -116,9 +118,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
         return;
     }
 
-    btConf(0).Enabled = true;
-    btGV(0).Enabled = false;
-    btConf(1).Enabled = false;
+    MudaEstado(EstadoGuia::vazia);
     Act_Gr();
     Act_Detalhe();
     define_estado({});
@@ -143,9 +143,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     const bool anulado =
         DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() == marcado;
     if (anulado) Avisa("", "Documento Anulado!", 2);
-    btConf(0).Enabled = false;
-    btConf(1).Enabled = !anulado;
-    btGV(0).Enabled = !anulado;
+    MudaEstado(anulado ? EstadoGuia::anulada : EstadoGuia::carregada);
 }
 
 void GuiasRemessa::MostraCabecalho() {

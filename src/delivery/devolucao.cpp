@@ -33,7 +33,7 @@ void GuiasRemessa::btGV_Click(int Index) {
     }
     Frame3.Visible = false;
     DesInibe();
-    btConf(0).Enabled = false;
+    MudaEstado(EstadoGuia::carregada);
     SetFocus(btGV(abrir));
 }
 
@@ -41,6 +41,7 @@ void GuiasRemessa::AbreDevolucao() {
     DTPicker3.Value = agora();
     Frame3.Visible = true;
     Inibe();
+    MudaEstado(EstadoGuia::a_devolver);
     for (common::Controlo* controlo :
          std::initializer_list<common::Controlo*>{&btGV(1), &btGV(2), &btSair, &Frame3, &DTPicker3})
         controlo->Enabled = true;

@@ -59,9 +59,7 @@ void GuiasRemessa::limparform() {
         Label2(i).Caption.clear();
     cb1(0).itens = {ARMAZEMORVEX[1], ARMAZEM[1]};
     cb1(0).ListIndex = 0;
-    btConf(0).Enabled = true;
-    btGV(0).Enabled = false;
-    btConf(1).Enabled = false;
+    MudaEstado(EstadoGuia::vazia);
     for (auto& [indice, campo_] : campo)
         campo_.Text.clear();
     UltimoErro.clear();
@@ -69,6 +67,12 @@ void GuiasRemessa::limparform() {
     Act_Gr();
     Act_Detalhe();
     SSTab1.Tab = pagina_movimentos;
+}
+
+void GuiasRemessa::MudaEstado(EstadoGuia novo) {
+    Estado = novo;
+    btConf(0).Enabled = !GuiaCarregada();
+    btConf(1).Enabled = btGV(0).Enabled = Estado == EstadoGuia::carregada;
 }
 
 bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc,

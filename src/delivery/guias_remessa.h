@@ -49,6 +49,9 @@ class GuiasRemessa : public common::Ecra {
     common::Etiqueta Titulo;
 
   private:
+    // Of the note on the screen. `a_fazer` has a client, and his open lines to pick from; what is loaded
+    // cannot be changed, nor, once cancelled, cancelled or taken back.
+    enum class EstadoGuia { vazia, a_fazer, carregada, anulada, a_devolver };
     enum class Sentido { saida, entrada }; // of the items, seen from the warehouse
     // A line of the document being built, and whether the ERP showed it when the ledger was written.
     struct LinhaEnviada {
@@ -84,7 +87,9 @@ class GuiasRemessa : public common::Ecra {
     void btSair_Click();
     const common::Campo* campo_de_fecho() const override { return &campo(0); }
     common::Campo& primeiro_campo() override { return campo(0); }
-    bool GuiaCarregada() const { return !btConf(0).Enabled; }
+    // Which buttons can be pressed goes with it.
+    void MudaEstado(EstadoGuia novo);
+    bool GuiaCarregada() const { return Estado >= EstadoGuia::carregada; }
     std::string ArmazemEscolhido() const; // of the warehouse choice
     std::int32_t NumeroNoEcra() const;    // campo(1) as a number; throws when it is none
 
@@ -220,6 +225,7 @@ class GuiasRemessa : public common::Ecra {
     startup::ListaParametros ARMAZEMORVEX;
     startup::ListaParametros CLIENTEORVEX; // 0 the client code that stands for ORVEX
 
+    EstadoGuia Estado = EstadoGuia::vazia;
     std::int32_t NumGuia = 0;         // number of the loaded note
     startup::ReferenciaERP DocActual; // the document being built or read
     std::int16_t MercadoCliente = 0;  // of the client's VAT regime

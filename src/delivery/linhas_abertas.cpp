@@ -206,7 +206,7 @@ void GuiasRemessa::cb1_Change(int anterior) {
         Avisa("", "A guia já tem linhas deste armazém.\r\nCancele-a para escolher outro.", 2);
         return;
     }
-    if (!GuiaCarregada() && !Label2(1).Caption.empty()) CarregaFacturas(campo(0).Text);
+    if (Estado == EstadoGuia::a_fazer) CarregaFacturas(campo(0).Text);
 }
 
 void GuiasRemessa::MostraLinhaActual() {

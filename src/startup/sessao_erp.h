@@ -75,22 +75,22 @@ struct ResultadoERP {
 struct PedidoDocStock {
     std::int16_t tipo_terceiro = 1;
     std::int16_t area = 6;
-    std::string tipo_documento;
-    std::string sector;
+    std::string tipo_documento{};
+    std::string sector{};
     std::int16_t serie = 0;
-    std::string destino; // warehouse code of a transfer; the sector again for an adjustment
-    std::string processo;
-    std::string texto_8;
-    std::string data; // dd-MM-yyyy
-    std::string texto_10;
-    std::string armazem;
+    std::string destino{}; // warehouse code of a transfer; the sector again for an adjustment
+    std::string processo{};
+    std::string texto_8{};
+    std::string data{}; // dd-MM-yyyy
+    std::string texto_10{};
+    std::string armazem{};
     std::int16_t inteiro_12 = 0;
-    std::string texto_13;
-    std::vector<std::string> artigos;
-    std::vector<std::string> textos_15;
-    std::vector<double> quantidades; // tonnes
-    std::vector<double> precos;      // euro per tonne
-    std::vector<std::string> textos_18;
+    std::string texto_13{};
+    std::vector<std::string> artigos{};
+    std::vector<std::string> textos_15{};
+    std::vector<double> quantidades{}; // tonnes
+    std::vector<double> precos{};      // euro per tonne
+    std::vector<std::string> textos_18{};
 };
 
 inline constexpr std::int16_t modo_ligacao = 2; // what every session is given before it logs in

@@ -1,0 +1,148 @@
+#include "confirmacao/confirmacao.h"
+
+#include "tests/apoio/empresa_teste.h"
+
+#include <gmock/gmock.h>
+
+using namespace orvex;
+using namespace orvex::testes;
+using confirmacao::Confirmacao;
+
+namespace {
+
+class Rasto : public confirmacao::Observador {
+  public:
+    std::string passos;
+    bool falha_ao_confirmar = false;
+    bool falha_a_compensar = false;
+
+    void intencao(const confirmacao::Intencao& i) override {
+        passos += std::string(nome(i.fluxo)) + " " + i.artigos.at(0).Artigo + "\n";
+    }
+    void antes_do_erp(const confirmacao::PedidoERP& pedido) override {
+        if (falha_a_compensar && pedido.operacao == confirmacao::Operacao::anula)
+            throw base::Falha("O registo falhou.");
+        passos += (pedido.operacao == confirmacao::Operacao::cria ? "cria " : "anula ") +
+                  pedido.chave.texto() + "\n";
+    }
+    void depois_do_erp(const confirmacao::PedidoERP&, const confirmacao::RespostaERP& resposta) override {
+        constexpr const char* desfechos[] = {"feito", "recusado", "sem resposta"};
+        passos += std::string(desfechos[static_cast<int>(resposta.desfecho)]) + " " + resposta.chave.texto() +
+                  " " + resposta.mensagem + "\n";
+    }
+    void antes_de_confirmar() override {
+        passos += "confirma\n";
+        if (falha_ao_confirmar) throw base::Falha("O registo está cheio.");
+    }
+    void feita() noexcept override { passos += "feita\n"; }
+    void compensada(const confirmacao::Compensacao& fim) noexcept override {
+        passos += "compensada " + std::to_string(fim.anulados.size()) + "/" +
+                  std::to_string(fim.por_anular.size()) + "/" + std::to_string(fim.por_verificar.size()) +
+                  " " + fim.erro + "\n";
+    }
+    void engolida(const std::string& texto) noexcept override { passos += "engolida " + texto + "\n"; }
+};
+
+// A surplus of 1.5 t of one item.
+struct Confirmacoes : testing::Test {
+    EmpresaTeste empresa;
+    Diario diario;
+    SessaoDeTeste BD{diario};
+    SessaoERPGravada ERP{diario};
+    Rasto rasto;
+    base::FormatoRegional formato;
+    std::string caixas;
+    bool caixas_falham = false;
+    Confirmacao confirmacao{{BD, ERP, rasto, formato, [this](const std::string& texto) {
+                                 if (caixas_falham) throw base::Falha("A caixa não abriu.");
+                                 caixas += texto + "\n";
+                             }}};
+
+    Confirmacoes() {
+        empresa.com_ajustes_e_transferencias();
+        if (!BD.Abre(ligacao(empresa.pasta())) ||
+            !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
+            throw std::runtime_error("the company did not open");
+    }
+    void inicia() {
+        confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"REEL'1", m("1.5"), "OR"}}});
+    }
+    void cria() {
+        confirmacao.CriaDocStock({.tipo_documento = "SB",
+                                  .sector = "1",
+                                  .serie = 1,
+                                  .destino = "1",
+                                  .data = "15-03-2019",
+                                  .armazem = "OR",
+                                  .artigos = {"", "REEL'1"},
+                                  .textos_15 = {"", ""},
+                                  .quantidades = {0, 1.5},
+                                  .precos = {0, 100},
+                                  .textos_18 = {"", ""}});
+    }
+    bool executa(const std::function<void()>& trabalho) {
+        return confirmacao.executa(trabalho, [](const std::exception& falha) { return falha.what(); });
+    }
+    std::string em_vigor() { return empresa.linhas("select TpDoc, NNumDoc from DocGcCab where NVias<>-1"); }
+};
+
+} // namespace
+
+TEST_F(Confirmacoes, each_step_is_told_in_its_order) {
+    EXPECT_TRUE(executa([&] {
+        inicia();
+        cria();
+        confirmacao.Confirma();
+    }));
+    EXPECT_EQ(rasto.passos, "ajusta REEL'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
+}
+
+TEST_F(Confirmacoes, what_the_record_refuses_is_not_carried_out_and_never_keeps_a_document_in_force) {
+    rasto.falha_ao_confirmar = rasto.falha_a_compensar = true;
+    EXPECT_FALSE(executa([&] {
+        inicia();
+        cria();
+        confirmacao.Confirma();
+    }));
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_EQ(em_vigor(), "");
+    EXPECT_THAT(rasto.passos, testing::EndsWith("engolida O registo falhou.\nfeito SB/1/1/2019 \ncompensada "
+                                                "1/0/0 O registo está cheio.\n"));
+}
+
+TEST_F(Confirmacoes, a_box_that_cannot_be_shown_keeps_no_document_in_force) {
+    caixas_falham = true;
+    EXPECT_THROW(executa([&] {
+                     inicia();
+                     cria();
+                     throw base::Falha("Falhou.");
+                 }),
+                 base::Falha);
+    EXPECT_EQ(em_vigor(), "");
+    EXPECT_THAT(rasto.passos, testing::EndsWith("compensada 1/0/0 Falhou.\n"));
+}
+
+TEST_F(Confirmacoes, work_that_returns_without_having_committed_has_failed) {
+    EXPECT_TRUE(executa([] {})); // nothing began
+    EXPECT_FALSE(executa([&] { inicia(); }));
+    EXPECT_FALSE(BD.EmTransaccao());
+    EXPECT_EQ(caixas, "Situação Anómala\n\rErro: A operação não chegou a ser gravada.\n");
+}
+
+TEST_F(Confirmacoes, a_document_that_may_exist_is_named_by_the_number_asked_for_or_by_what_it_holds) {
+    EXPECT_FALSE(executa([&] {
+        inicia();
+        // Created, but its number stays unknown.
+        confirmacao.Cria({2019, "GR", 1},
+                         {.conteudo = "REEL'1 1,5 t", .pede = [](const auto&) { return true; }});
+        confirmacao.Cria({2019, "GR", 1, 7}, {.conteudo = "REEL'1 2 t", .pede = [](const auto&) -> bool {
+                                                  throw base::Falha("Sem resposta.");
+                                              }});
+    }));
+    EXPECT_EQ(caixas,
+              "Situação Anómala\n\rErro: Sem resposta.\n"
+              "Não se sabe se o ERP criou o documento GR/1 de 2019 (REEL'1 1,5 t). Procure-o no ERP e, "
+              "se existir, anule-o.\n"
+              "Não se sabe se o ERP criou o documento GR/1/7/2019 (REEL'1 2 t). Procure-o no ERP e, se "
+              "existir, anule-o.\n");
+}
