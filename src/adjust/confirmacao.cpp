@@ -3,6 +3,8 @@
 #include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
 
 #include <exception>
 #include <optional>
@@ -17,13 +19,6 @@ using startup::ChaveDocumento;
 namespace {
 
 const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in tonnes
-
-ChaveDocumento chave_do_registo(startup::ConjuntoRegistos& registo) {
-    return {.Ano = static_cast<std::int16_t>(registo.valor("Ano").inteiro()),
-            .TipoDocumento = registo.valor("TpDoc").texto(),
-            .Serie = static_cast<std::int16_t>(registo.valor("Serie").inteiro()),
-            .NossoNoDocumento = static_cast<std::int32_t>(registo.valor("NNumDoc").inteiro())};
-}
 
 } // namespace
 
@@ -158,23 +153,21 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
 // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
 void MovStocks::ConfereStock(const Ajuste& ajuste, Moeda por_repor) {
     if (ajuste.Tipo == Especie::sobra) return;
-    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
     if (ajuste.Qtd - por_repor > stock) throw FalhaGuarda(consumo_invalido);
 }
 
 std::optional<std::string> MovStocks::DetentorActual() {
-    const auto ultimo =
-        BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(campo(0).Text) +
-                    " order by Registo desc");
-    if (ultimo->fim()) return {};
-    return ultimo->valor("Cliente").texto();
+    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    if (!ultimo) return {};
+    return ultimo->Cliente;
 }
 
 // What the user decided on must still be so: another program may have moved the item since it was typed.
 void MovStocks::ConfereArtigo() {
     const bool mesmo = DetentorActual() == Detentor;
-    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     const bool igual = existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(1);
     if (!mesmo || !igual)
         throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
@@ -209,45 +202,32 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
 
 void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const DataHora& Data) {
     regista_falha_numerada([&] {
-        const auto registo = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
-        registo->acrescenta();
-        registo->define("NumSerie", campo(0).Text);
-        registo->define("Cliente", Detentor);
-        registo->define("Data", Data);
-        registo->define("Quantidade", ajuste.com_sinal());
-        registo->define("Obs", campo(4).Text);
-        registo->define("Funcionario", "");
-        registo->define("CliFinal", Detentor);
-        registo->define("Preco", 0);
-        registo->define("Ano", Data.ano);
-        registo->define("TpDoc", ajuste.TpDoc);
-        registo->define("NNumDoc", NumDoc);
-        registo->define("Serie", ajuste.Serie);
-        registo->define("NumLin", 1);
-        registo->actualiza();
+        livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
+                                        .Cliente = Detentor,
+                                        .Data = Data,
+                                        .Quantidade = ajuste.com_sinal(),
+                                        .Obs = campo(4).Text,
+                                        .CliFinal = Detentor,
+                                        .Documento = {.Ano = static_cast<std::int16_t>(Data.ano),
+                                                      .TipoDocumento = ajuste.TpDoc,
+                                                      .Serie = ajuste.Serie,
+                                                      .NossoNoDocumento = NumDoc}});
     });
 }
 
 DataHora MovStocks::RemoveInf() {
-    ChaveDocumento chave;
-    DataHora Data;
-    {
-        const auto registo =
-            BD.Consulta(" Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
-        if (registo->fim())
-            throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
-        Detentor = registo->valor("Cliente").texto();
-        Data = registo->valor("Data").data();
-        chave = chave_do_registo(*registo);
-    }
+    const auto registo = livro::movimento(BD, lRegisto);
+    if (!registo) throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
+    Detentor = registo->Cliente;
+    const ChaveDocumento& chave = registo->Documento;
     // The new row would be the item's newest, and give it back to whoever held it then.
     if (DetentorActual() != Detentor)
         throw FalhaGuarda(
             "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
     // Refused or not, the replacement goes on; a document left in force is named once it is done.
     if (!AnulaNoERP(chave, [&] { return gERP.AnulaDocumento(1, chave); }).sucesso) PorAnular.push_back(chave);
-    BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
-    return Data;
+    livro::apaga_movimento(BD, lRegisto);
+    return registo->Data;
 }
 
 void MovStocks::btAnular_Click() {
@@ -255,20 +235,14 @@ void MovStocks::btAnular_Click() {
         return RecomecaEcra();
     std::string texto_erro;
     try {
-        ChaveDocumento chave;
-        std::string cliente;
-        {
-            const auto registo =
-                BD.Consulta("Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
-            if (registo->fim()) {
-                Avisa("", "Impossível a anulação!", 2);
-                return;
-            }
-            chave = chave_do_registo(*registo);
-            cliente = registo->valor("Cliente").texto();
+        const auto registo = livro::movimento_a_anular(BD, lRegisto);
+        if (!registo) {
+            Avisa("", "Impossível a anulação!", 2);
+            return;
         }
+        const ChaveDocumento& chave = registo->Documento;
         const std::optional<std::string> detentor = DetentorActual();
-        if (!AceitaReposicao(cliente, detentor)) return RecomecaEcra();
+        if (!AceitaReposicao(registo->Cliente, detentor)) return RecomecaEcra();
         BD.IniciaTransaccao();
         BD.Tranca();
         if (DetentorActual() != detentor)
@@ -279,7 +253,7 @@ void MovStocks::btAnular_Click() {
             throw base::Falha(texto_erro);
         }
         DocsCriados.push_back(chave);
-        BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
+        livro::apaga_movimento(BD, lRegisto);
         ConfirmaGravacao();
     } catch (const std::exception& falha) {
         compensa(falha, texto_erro.empty() ? base::descricao(falha) : texto_erro);
