@@ -3,6 +3,8 @@
 #include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
 
 #include <exception>
 #include <optional>
@@ -22,13 +24,6 @@ namespace {
 const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in tonnes
 
 } // namespace
-
-ChaveDocumento MovStocks::chave_do_registo(startup::ConjuntoRegistos& registo) {
-    return {.Ano = static_cast<std::int16_t>(registo.valor("Ano").inteiro()),
-            .TipoDocumento = registo.valor("TpDoc").texto(),
-            .Serie = static_cast<std::int16_t>(registo.valor("Serie").inteiro()),
-            .NossoNoDocumento = static_cast<std::int32_t>(registo.valor("NNumDoc").inteiro())};
-}
 
 void MovStocks::RecomecaEcra() {
     limparform();
@@ -175,23 +170,21 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
 // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
 void MovStocks::ConfereStock(const Ajuste& ajuste, Moeda por_repor) {
     if (ajuste.Tipo == Especie::sobra) return;
-    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
     if (ajuste.Qtd - por_repor > stock) throw FalhaGuarda(consumo_invalido);
 }
 
 std::optional<std::string> MovStocks::DetentorActual() {
-    const auto ultimo =
-        BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(campo(0).Text) +
-                    " order by Registo desc");
-    if (ultimo->fim()) return {};
-    return ultimo->valor("Cliente").texto();
+    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    if (!ultimo) return {};
+    return ultimo->Cliente;
 }
 
 // What the user decided on must still be so: another program may have moved the item since it was typed.
 void MovStocks::ConfereArtigo() {
     const bool mesmo = DetentorActual() == Detentor;
-    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     const bool igual = existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(1);
     if (!mesmo || !igual)
         throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
@@ -223,42 +216,30 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
 
 void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const DataHora& Data) {
     regista_falha_numerada([&] {
-        const auto registo = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
-        registo->acrescenta();
-        registo->define("NumSerie", campo(0).Text);
-        registo->define("Cliente", Detentor);
-        registo->define("Data", Data);
-        registo->define("Quantidade", ajuste.com_sinal());
-        registo->define("Obs", campo(4).Text);
-        registo->define("Funcionario", "");
-        registo->define("CliFinal", Detentor);
-        registo->define("Preco", 0);
-        registo->define("Ano", Data.ano);
-        registo->define("TpDoc", ajuste.TpDoc);
-        registo->define("NNumDoc", NumDoc);
-        registo->define("Serie", ajuste.Serie);
-        registo->define("NumLin", 1);
-        registo->actualiza();
+        livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
+                                        .Cliente = Detentor,
+                                        .Data = Data,
+                                        .Quantidade = ajuste.com_sinal(),
+                                        .Obs = campo(4).Text,
+                                        .CliFinal = Detentor,
+                                        .Documento = {.Ano = static_cast<std::int16_t>(Data.ano),
+                                                      .TipoDocumento = ajuste.TpDoc,
+                                                      .Serie = ajuste.Serie,
+                                                      .NossoNoDocumento = NumDoc}});
     });
 }
 
 bool MovStocks::RemoveInf(Confirmacao& confirmacao, DataHora& Data) {
-    ChaveDocumento chave;
-    {
-        const auto registo =
-            BD.Consulta(" Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
-        if (registo->fim())
-            throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
-        Detentor = registo->valor("Cliente").texto();
-        Data = registo->valor("Data").data();
-        chave = chave_do_registo(*registo);
-    }
+    const auto registo = livro::movimento(BD, lRegisto);
+    if (!registo) throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
+    Detentor = registo->Cliente;
+    Data = registo->Data;
     // The new row would be the item's newest, and give it back to whoever held it then.
     if (DetentorActual() != Detentor)
         throw FalhaGuarda(
             "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
-    const bool anulado = confirmacao.AnulaSubstituido(chave);
-    BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
+    const bool anulado = confirmacao.AnulaSubstituido(registo->Documento);
+    livro::apaga_movimento(BD, lRegisto);
     return anulado;
 }
 
@@ -273,28 +254,27 @@ void MovStocks::btAnular_Click() {
 
 // False, with the screen as it is, when there is nothing to cancel.
 bool MovStocks::Anula(Confirmacao& confirmacao) {
-    Intencao intencao{.fluxo = Fluxo::anula_ajuste, .Data = DTPicker1.Value};
-    {
-        const auto registo = BD.Consulta("Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
-        if (registo->fim()) {
-            Avisa("", "Impossível a anulação!", 2);
-            return false;
-        }
-        intencao.anula = {chave_do_registo(*registo)};
-        intencao.Cliente = registo->valor("Cliente").texto();
+    const auto registo = livro::movimento_a_anular(BD, lRegisto);
+    if (!registo) {
+        Avisa("", "Impossível a anulação!", 2);
+        return false;
     }
-    intencao.artigos = {{campo(0).Text, cQtdCarregada, ArmazemDe(intencao.Cliente)}};
     const std::optional<std::string> detentor = DetentorActual();
-    if (!AceitaReposicao(intencao.Cliente, detentor)) return true;
-    confirmacao.Inicia(intencao);
+    if (!AceitaReposicao(registo->Cliente, detentor)) return true;
+    const ChaveDocumento& chave = registo->Documento;
+    confirmacao.Inicia(
+        {.fluxo = Fluxo::anula_ajuste,
+         .anula = {chave},
+         .Cliente = registo->Cliente,
+         .Data = registo->Data,
+         .artigos = {{registo->NumSerie, registo->Quantidade.absoluta(), ArmazemDe(registo->Cliente)}}});
     BD.Tranca();
     if (DetentorActual() != detentor)
         throw FalhaGuarda("O Artigo mudou de detentor. Volte a escolher o documento da lista.");
-    const ChaveDocumento& chave = intencao.anula.front();
     const auto resultado = confirmacao.Anula(chave, confirmacao::Leitura::resposta);
     if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
     confirmacao.Anota(chave);
-    BD.Executa("Delete xel_ORVEX where registo=" + std::to_string(lRegisto) + " ");
+    livro::apaga_movimento(BD, lRegisto);
     confirmacao.Confirma();
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
 
 #include <utility>
 
@@ -11,30 +13,19 @@ void MovStocks::btFx_Click(int Index) {
     if (Index == 5) return EscolheAjuste();
     if (Index != 0) return SetFocus(campo(Index)); // no other field has a list
     preenche_da_lista(
-        campo(0), {BD.Ligacao(),
-                   "Artigos",
-                   "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
-                   "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE  Group By NumSerie,Nome ORDER BY NUMSERIE",
-                   8000,
-                   {{1, 1500}, {2, 5000}}});
+        campo(0),
+        {BD.Ligacao(), "Artigos", livro::lista_de_artigos_a_ajustar(), 8000, {{1, 1500}, {2, 5000}}});
 }
 
 void MovStocks::EscolheAjuste() {
     const startup::ListaParametros& chave = chave_documento(especie_do_modo());
     constexpr const char* sufixos[] = {"", " Sobras", " Quebras", " Consumos Internos"};
-    const std::string escolha = escolhe_da_lista(
-        {BD.Ligacao(),
-         std::string("Números Doc.") + sufixos[static_cast<int>(especie_do_modo())],
-         " SELECT     CONVERT(nvarchar(10), Data, 120) + '*' + CAST(NNumDoc AS nvarchar(10))+ '*' + "
-         "CAST(Registo AS nvarchar(10)) AS teste, "
-         " NNumDoc AS 'No.Doc.', Data,NumSerie as 'Artigo',Artigos.Nome as 'Designação Artigo',"
-         "Abs(Quantidade) as Peso   From xel_ORVEX "
-         " Inner join Artigos on Artigos.Codigo=xel_Orvex.Numserie "
-         " WHERE     (TpDoc = " +
-             base::entre_plicas(chave[0]) + ") AND (Serie = " + std::to_string(chave.serie(1)) +
-             ") and  nnumdoc>0 order by Data desc",
-         9500,
-         {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}}});
+    const std::string escolha =
+        escolhe_da_lista({BD.Ligacao(),
+                          std::string("Números Doc.") + sufixos[static_cast<int>(especie_do_modo())],
+                          livro::lista_de_ajustes(chave[0], chave.serie(1)),
+                          9500,
+                          {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}}});
     if (escolha.empty()) return;
 
     const std::vector<std::string> partes = base::divide(escolha, '*'); // date, number, Registo
@@ -51,35 +42,26 @@ void MovStocks::EscolheAjuste() {
     nomeia_quantidade("Quantidade");
 }
 
-void MovStocks::ExigeColunas(startup::ConjuntoRegistos& registo) {
-    for (const char* coluna : {"Cliente", "Data", "Quantidade", "Ano", "TpDoc", "Serie", "NNumDoc"})
-        if (registo.valor(coluna).nulo())
-            throw base::FalhaGuarda("O movimento está sem " + std::string(coluna) +
-                                    " nos movimentos da ORVEX, e assim não pode ser substituído nem "
-                                    "anulado. Peça a correcção desse movimento.");
-}
-
 void MovStocks::LerMovimento() {
-    const auto registo = BD.Consulta(" Select * from xel_Orvex where Registo=" + std::to_string(lRegisto));
-    if (registo->fim()) return;
-    ExigeColunas(*registo);
-    const std::string artigo = registo->valor("NumSerie").texto();
-    const std::string armazem = ArmazemDe(registo->valor("Cliente").texto());
-    const base::Moeda quantidade = registo->valor("Quantidade").moeda().absoluta();
-    const std::string observacao = registo->valor("Obs").texto();
-    base::DataHora data = registo->valor("Data").data();
+    const auto registo = livro::movimento(BD, lRegisto);
+    if (!registo) return;
+    const std::string& artigo = registo->NumSerie;
+    const std::string armazem = ArmazemDe(registo->Cliente);
+    const base::Moeda quantidade = registo->Quantidade.absoluta();
+    base::DataHora data = registo->Data;
     std::string processo;
 
-    const auto cabecalho = BD.Consulta(" Select * from DocGcCab where Ano=" + registo->valor("Ano").texto() +
-                                       " and TpDoc=" + base::entre_plicas(registo->valor("TpDoc").texto()) +
-                                       " and NNumdoc= " + registo->valor("NNumDoc").texto() +
-                                       "and Serie =" + registo->valor("Serie").texto());
+    const startup::ChaveDocumento& documento = registo->Documento;
+    const auto cabecalho = BD.Consulta(" Select * from DocGcCab where Ano=" + std::to_string(documento.Ano) +
+                                       " and TpDoc=" + base::entre_plicas(documento.TipoDocumento) +
+                                       " and NNumdoc= " + std::to_string(documento.NossoNoDocumento) +
+                                       "and Serie =" + std::to_string(documento.Serie));
     if (!cabecalho->fim()) {
         processo = cabecalho->valor("Processo").texto();
         if (const auto do_erp = cabecalho->valor("Data"); !do_erp.nulo()) data = do_erp.data();
     }
-    const auto existencia = Existencia(artigo, armazem);
-    DocCarregado = chave_do_registo(*registo);
+    const auto existencia = livro::existencia(BD, artigo, armazem);
+    DocCarregado = registo->Documento;
 
     if (campo(0).Text != artigo) Label2(1).Caption.clear(); // the name of another item
     ArmazemActual = armazem;
@@ -88,7 +70,7 @@ void MovStocks::LerMovimento() {
     btFx(0).Enabled = false;
     cQtdCarregada = quantidade;
     campo(3).Text = formato().texto(quantidade);
-    campo(4).Text = observacao;
+    campo(4).Text = registo->Obs;
     campo(2).Text = processo;
     DTPicker1.Value = {data.ano, data.mes, data.dia};
     DTPicker1.Enabled = false;

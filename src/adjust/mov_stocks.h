@@ -64,8 +64,6 @@ class MovStocks : public common::Ecra {
     void EscolheAjuste();
     // Throws with the screen untouched, so that what cannot be read whole is not loaded at all.
     void LerMovimento();
-    // Throws, naming the column, when a row lacks what its document is known by.
-    static void ExigeColunas(startup::ConjuntoRegistos& registo);
 
     // What is validated as it is typed: validacao.cpp
 
@@ -77,8 +75,6 @@ class MovStocks : public common::Ecra {
     base::Moeda valor(int Index) const; // of a field; an empty one counts as 0
     // Where the items of a holder lie.
     const std::string& ArmazemDe(const std::string& cliente) const;
-    // The stock as the ERP has it; nothing when it never had any there.
-    std::optional<base::Variante> Existencia(const std::string& artigo, const std::string& armazem);
 
     // Confirming, replacing and cancelling: confirmacao.cpp
 
@@ -102,7 +98,6 @@ class MovStocks : public common::Ecra {
     bool Anula(confirmacao::Confirmacao& confirmacao);
     // Asks, where the item has gone from the adjustment's client to another holder since.
     bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
-    static startup::ChaveDocumento chave_do_registo(startup::ConjuntoRegistos& registo);
     // Cancels the loaded adjustment's document, deletes its row and gives the row's date. False when the ERP
     // did not cancel it.
     bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);

@@ -1,6 +1,8 @@
 #include "adjust/mov_stocks.h"
 
 #include "base/texto.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
 
 namespace orvex::adjust {
 
@@ -20,13 +22,6 @@ const std::string& MovStocks::ArmazemDe(const std::string& cliente) const {
     return cliente == CLIENTEORVEX[0] ? ARMAZEMORVEX[0] : ARMAZEM[0];
 }
 
-std::optional<base::Variante> MovStocks::Existencia(const std::string& artigo, const std::string& armazem) {
-    const auto stock = BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + base::entre_plicas(artigo) +
-                                   " and Armazem=" + base::entre_plicas(armazem));
-    if (stock->fim()) return std::nullopt;
-    return stock->valor("Existenc");
-}
-
 bool MovStocks::recusa_artigo(const char* aviso) {
     Avisa("", aviso, 2);
     Label2(1).Caption.clear();
@@ -35,38 +30,35 @@ bool MovStocks::recusa_artigo(const char* aviso) {
 }
 
 bool MovStocks::ValidaArtigo() {
-    const std::string artigo = base::entre_plicas(campo(0).Text);
+    const std::string artigo = campo(0).Text;
     if (campo(0).Text.empty()) {
         Label2(1).Caption.clear();
         return true;
     }
+    const auto ultimo = livro::ultimo_movimento(BD, artigo);
+    if (!ultimo) return recusa_artigo("Artigo não existente!");
+    ArmazemActual = ArmazemDe(ultimo->Cliente);
     {
-        const auto ultimo =
-            BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + artigo + " order by Registo desc");
-        if (ultimo->fim()) return recusa_artigo("Artigo não existente!");
-        ArmazemActual = ArmazemDe(ultimo->valor("Cliente").texto());
-    }
-    {
-        const auto ficha = BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + artigo +
-                                       " and Artigos.Inactivo<>-1 ");
+        const auto ficha =
+            BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
+                        " and Artigos.Inactivo<>-1 ");
         if (ficha->fim()) return recusa_artigo("Artigo não existente!");
         Label2(1).Caption = ficha->valor("Nome").texto();
         campo(0).Text = ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
     }
-    const auto existencia = Existencia(campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     if (!existencia) {
         Avisa("", "Este Artigo não tem Existência!", 2);
         return false;
     }
-    const auto entrada =
-        BD.Consulta("Select top 1 * from xel_ORVEX where Numserie=" + artigo + " order by Registo desc");
-    if (entrada->fim()) {
+    const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
+    if (!entrada) {
         Avisa("", "Este Artigo não tem Entrada!", 2);
         return false;
     }
     campo(1).Text = formato().texto(*existencia);
     campo(1).Enabled = false;
-    Detentor = entrada->valor("Cliente").texto();
+    Detentor = entrada->Cliente;
     SetFocus(campo(2));
     return true;
 }

@@ -2,7 +2,7 @@
 
 #include "base/descricao.h"
 #include "base/falha.h"
-#include "base/texto.h"
+#include "livro/artigos.h"
 
 #include <exception>
 #include <utility>
@@ -138,30 +138,11 @@ void Ecra::Unload() {
     janela().descarrega();
 }
 
-double Ecra::PrecoMovimento(const std::string& chave) {
-    const auto registos = BD.AbreActualizavel(
-        "SELECT VLREXIST , STDISP , ULTPRCOM  From Artigos WHERE     (CODIGO = " + base::entre_plicas(chave) +
-        ")");
-    if (registos->fim()) return 0;
-    const double disponivel = registos->valor("Stdisp").real();
-    return disponivel != 0 ? registos->valor("VLREXIST").real() / disponivel
-                           : registos->valor("UltPrcom").real();
-}
+double Ecra::PrecoMovimento(const std::string& chave) { return livro::preco_movimento(BD, chave); }
 
 std::string Ecra::escolhe_da_lista(const ListaPesquisa& lista) {
     janela().mostra();
     return janela().escolhe(lista);
-}
-
-std::string Ecra::filtro_documentos(const startup::ListaParametros& FACTURAS) {
-    std::string filtro;
-    for (std::size_t i = 0; i == 0 || i < FACTURAS.elementos.size(); i += 3) {
-        FACTURAS.serie(i + 1);
-        FACTURAS[i + 2];
-        if (i > 0) filtro += " OR ";
-        filtro += " (TpDoc=" + base::entre_plicas(FACTURAS[i]) + " and SerieDoc=" + FACTURAS[i + 1] + ")";
-    }
-    return filtro;
 }
 
 void Ecra::preenche_da_lista(Campo& campo, const ListaPesquisa& lista) {

@@ -135,10 +135,6 @@ class Ecra : private Foco::Ouvinte {
 
     // The first column of the row the user chose, or the empty text.
     std::string escolhe_da_lista(const ListaPesquisa& lista);
-    // The condition on xel_ORVEX_Mov that a row is of one of the document types and series of FACTURAS.
-    // Throws FalhaParametro when a group is incomplete or has a series that is no number.
-    static std::string filtro_documentos(const startup::ListaParametros& FACTURAS);
-
     // Opens the list; on a choice puts it into the field, whose validation then runs as the focus moves on.
     void preenche_da_lista(Campo& campo, const ListaPesquisa& lista);
 

@@ -2,6 +2,7 @@
 
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/movimentos.h"
 
 #include <exception>
 
@@ -135,25 +136,25 @@ confirmacao::Intencao GuiasRemessa::IntencaoDeDevolver() const {
 
 void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {
     regista_falha([&] {
-        const auto M =
-            BD.Consulta("Select * from xel_ORVEX_MOV where Ano=" + std::to_string(DTPicker1.Value.ano) +
-                        " and TpDoc=" + base::entre_plicas(GUIASREMESSA[0]) + " and NumDoc= " +
-                        std::to_string(NoGRemessa) + " and SerieDoc=" + GUIASREMESSA[1] + " ");
-        if (M->fim()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
-        for (; !M->fim(); M->move_seguinte())
-            for (int i = 0; i < Final.linhas(); ++i)
-                if (Devolvida(i) && Final.valor(i, "NumLinha").inteiro() == M->valor("NumLinha").inteiro())
-                    SomaAOrigem(M->valor("Origem").texto(), Final.moeda(i, "Qtd"), Final.moeda(i, "Qtd"),
-                                Final.moeda(i, "PesoBruto"));
+        const auto linhas = livro::linhas_a_devolver(BD, Guia(NoGRemessa));
+        if (linhas.empty()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
+        for (const livro::LinhaDaGuia& linha : linhas)
+            for (int i = 0; i < Final.linhas(); ++i) {
+                if (!Devolvida(i) ||
+                    base::le_inteiro(linha.chave.NumLinha) != Final.valor(i, "NumLinha").inteiro())
+                    continue;
+                const Moeda Qtd = Final.moeda(i, "Qtd");
+                if (const auto origem = linha.origem())
+                    livro::repoe(BD, *origem, {Qtd, Qtd, Final.moeda(i, "PesoBruto")});
+            }
         RecusaDevolvidas();
-        RegistaLinhasERP(GUIADEVOLUCAO, NoDoc, DTPicker3.Value, Sentido::entrada);
+        RegistaLinhasERP({DTPicker3.Value.ano, GUIADEVOLUCAO[0], GUIADEVOLUCAO[1], NoDoc}, DTPicker3.Value,
+                         Sentido::entrada);
     });
 }
 
 void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
-    constexpr std::int64_t anulada = -1;
-    const auto guia = BD.Consulta("Select NVias from DocGcCab" + DaGuia("Serie", "NNumDoc", NoGRemessa));
-    if (!guia->fim() && guia->valor("NVias").inteiro() == anulada)
+    if (livro::anulado_no_erp(BD, Guia(NoGRemessa)))
         throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " foi anulada depois de carregada.");
     throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " não está nos movimentos da ORVEX.");
 }
@@ -161,20 +162,16 @@ void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
 // Another program may have taken a line back since it was ticked here.
 void GuiasRemessa::RecusaDevolvidas() {
     for (int i = 0; i < Final.linhas(); ++i)
-        if (Devolvida(i) && LinhaDevolvida(Final.texto(i, "NumLinha")))
+        if (Devolvida(i) &&
+            livro::devolvida(BD, GUIADEVOLUCAO[0], Guia(NumGuia).linha(Final.texto(i, "NumLinha"))))
             throw base::FalhaGuarda("O artigo " + Final.texto(i, "Artigo") + " da guia " +
                                     std::to_string(NumGuia) + " já foi devolvido.");
 }
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
     bDevolvido = false;
-    const auto devolucoes =
-        BD.Consulta("Select * from xel_ORVEX_MOV where  Cliente = " + base::entre_plicas(campo(0).Text) +
-                    " and TpDoc=" + base::entre_plicas(GUIADEVOLUCAO[0]) +
-                    " and Artigo=" + base::entre_plicas(sArtigo) + " ");
-    const std::string chave = ChaveLinhaGuia(std::to_string(Linha));
-    for (; !devolucoes->fim() && !bDevolvido; devolucoes->move_seguinte())
-        bDevolvido = devolucoes->valor("Origem").texto() == chave;
+    bDevolvido = livro::devolvida_pelo_cliente(BD, campo(0).Text, GUIADEVOLUCAO[0], sArtigo,
+                                               Guia(NumGuia).linha(std::to_string(Linha)));
 }
 
 void GuiasRemessa::TestaDevolucao(bool& Boa) {

@@ -1,6 +1,6 @@
 #include "delivery/guias_remessa.h"
 
-#include "base/texto.h"
+#include "livro/chaves.h"
 
 namespace orvex::delivery {
 
@@ -19,9 +19,6 @@ constexpr int terceiro_cliente = 2;
 constexpr int origem_devolucao = 3;
 constexpr std::int16_t especie_guia = 3; // what SubmeteDocumento is told it gets
 constexpr std::int16_t submeter = 1;     // TipoEnvio
-
-// Position of the type in a source document's key, which starts with the year: "2019/FA/1/123".
-constexpr std::size_t depois_do_ano = 6;
 
 } // namespace
 
@@ -171,7 +168,8 @@ void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
     lin->poe("Quantidade", Final.moeda(linha, "Qtd"));
     lin->poe("QuantidadeOrigem", Final.moeda(linha, "Qtd"));
     PoeMovimento(*lin, DTPicker3.Value, GUIADEVOLUCAO[2]);
-    AcrescentaLinha(lin, ChaveLinhaGuia(Final.texto(linha, "NumLinha")), Final.moeda(linha, "PesoBruto"),
+    AcrescentaLinha(lin, Guia(NumGuia).linha(Final.texto(linha, "NumLinha")).origem(),
+                    Final.moeda(linha, "PesoBruto"),
                     {Final.texto(linha, "Artigo"), Final.moeda(linha, "Qtd")});
 }
 
@@ -186,7 +184,7 @@ bool GuiasRemessa::CriaLinhasGuia(Confirmacao& confirmacao, std::int16_t TipoEnv
             const std::string doc = Gr.texto(i, "Doc");
             if (!doc.empty() && doc != ultimo_doc) {
                 AdicionaLinhaTexto("O material constante desta posição foi facturado no documento ");
-                AdicionaLinhaTexto(base::a_partir_de(doc, depois_do_ano) + " de " + Gr.texto(i, "Data"));
+                AdicionaLinhaTexto(livro::sem_ano(doc) + " de " + Gr.texto(i, "Data"));
             }
             AdicionaLinhaGuia(i);
             ultimo_doc = doc;

@@ -3,6 +3,7 @@
 #include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/movimentos.h"
 
 #include <limits>
 
@@ -103,14 +104,7 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
             Gr.define_valor(r, "NumLinha", linha->obtem("NumeroDaLinha").valor);
             if (ArmazemGuia.empty()) ArmazemGuia = linha->obtem("Armazem").valor.texto();
 
-            const auto extensao =
-                BD.Consulta("Select * from U_DocGcLin1 where Ano=" + std::to_string(utkeyDoc.Ano) +
-                            " and NumLinha=" + Gr.texto(r, "NumLinha") +
-                            "  and TpDocum=" + base::entre_plicas(utkeyDoc.TipoDocumento) +
-                            " and Serie=" + std::to_string(utkeyDoc.Serie) +
-                            "  and NNumdoc=" + std::to_string(utkeyDoc.NossoNoDocumento) + "  ");
-            const Variante peso = extensao->fim() ? Variante() : extensao->valor("PesoBruto");
-            Gr.define_valor(r, "PesoBruto", peso.nulo() ? Variante(Moeda()) : peso);
+            Gr.define_valor(r, "PesoBruto", livro::peso_bruto(BD, utkeyDoc, Gr.texto(r, "NumLinha")));
             Gr.garante_linha(r + 1);
         }
     } catch (const std::exception& falha) {

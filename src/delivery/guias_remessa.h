@@ -7,6 +7,7 @@
 #pragma once
 
 #include "common/ecra.h"
+#include "livro/chaves.h"
 
 #include <cstdint>
 #include <string>
@@ -112,10 +113,7 @@ class GuiasRemessa : public common::Ecra {
     void CarregaFacturas(const std::string& Cliente);
     int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
     void ReparaPesos(const std::string& Cliente);
-    void ReparaPeso(startup::ConjuntoRegistos& lida);
-    static bool TemChavePropria(startup::ConjuntoRegistos& linha); // no part of a movement's key is null
-    bool EstaNoArmazem(startup::ConjuntoRegistos& linha, const std::string& armazem); // by the ERP's line
-    std::string ChaveLinhaAberta(int linha) const;                                    // 2019/FA/1/123/2
+    std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
     void cb1_Change(int anterior);
     void MostraLinhaActual();
     void Detalhe_DblClick();
@@ -182,23 +180,12 @@ class GuiasRemessa : public common::Ecra {
     void ActualizaMov(std::int32_t NoDoc);
     void ActualizaMovGR(std::int32_t NoDoc);
     // One movement row, one holder row and one gross-weight row per article line of the ERP document.
-    void RegistaLinhasERP(const startup::ListaParametros& documento, std::int32_t NoDoc,
-                          const base::DataHora& data, Sentido sentido);
+    void RegistaLinhasERP(const livro::Documento& documento, const base::DataHora& data, Sentido sentido);
     // Throws when an article line that was sent is none of those recorded: its weight would have left the
     // open line and be nowhere.
     void ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const;
-    // Whether a text begins with the key of a ledger line: year, type, series, number and line.
-    static bool TemChave(const std::string& chave);
-    // Adds to the ledger line with this key; a key without a line is passed over.
-    void SomaAOrigem(const std::string& origem, base::Moeda quantidade, base::Moeda peso_liquido,
-                     base::Moeda peso_bruto);
-    std::string Detentor() const; // holder after the movement
-    // Of a line of the loaded note: 2019/GR/1/123/2/00000.
-    std::string ChaveLinhaGuia(const std::string& NumLinha) const;
-    // Whether a line of the loaded note came back, whoever the ledger says it came back from. Asked after the
-    // source lines were written: whoever comes second then waits for the first, and finds what it recorded.
-    bool LinhaDevolvida(const std::string& NumLinha);
-    std::string DaGuia(const char* coluna_serie, const char* coluna_numero, std::int32_t NoDoc) const;
+    std::string Detentor() const;                    // holder after the movement
+    livro::Documento Guia(std::int32_t NoDoc) const; // a note of the year on the screen
 
     // Returns: devolucao.cpp
 

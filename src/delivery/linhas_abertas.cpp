@@ -1,9 +1,6 @@
 #include "delivery/guias_remessa.h"
 
-#include "base/texto.h"
-
-#include <algorithm>
-#include <iterator>
+#include "livro/linhas_abertas.h"
 
 namespace orvex::delivery {
 
@@ -15,9 +12,6 @@ namespace {
 
 constexpr int linhas_em_branco = 30;
 constexpr std::uint32_t cor_escolhida = 0xAEA55D; // RGB(174, 165, 93)
-
-// The year of a "dd-mm-yyyy" date, as it stands in line keys.
-std::string ano_de(const std::string& data) { return base::ultimos(data, 4); }
 
 } // namespace
 
@@ -44,55 +38,11 @@ void GuiasRemessa::Act_Detalhe() {
     Detalhe.estilo = {Detalhe.coluna("Estilo"), Variante(1), cor_escolhida};
 }
 
-void GuiasRemessa::ReparaPesos(const std::string& Cliente) {
-    const auto linhas = BD.Consulta(
-        " Select m.*,l.PESOBRUTO as 'PB' from xel_ORVEX_Mov as m inner join artigos as a on a.codigo=m.Artigo"
-        " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
-        " and l.nnumdoc=m.numdoc and l.NUMLINHA =m.numlinha where Cliente =" +
-        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )");
-    for (; !linhas->fim(); linhas->move_seguinte())
-        if (!linhas->valor("PB").nulo() && linhas->valor("PesoBruto").nulo()) ReparaPeso(*linhas);
-}
-
-void GuiasRemessa::ReparaPeso(startup::ConjuntoRegistos& lida) {
-    if (!TemChavePropria(lida)) return; // it cannot be found again
-    const std::string sql = "select * from xel_Orvex_Mov where Ano=" + lida.valor("Ano").texto() +
-                            " and TpDoc=" + base::entre_plicas(lida.valor("TpDoc").texto()) +
-                            " and NumDoc= " + lida.valor("NumDoc").texto() +
-                            " and SerieDoc=" + lida.valor("SerieDoc").texto() +
-                            " and NumLInha=" + lida.valor("NumLinha").texto() + " ";
-    // Another workstation that lists the same client repairs the same lines.
-    constexpr int vezes = 3;
-    for (int vez = 1; vez <= vezes; ++vez) {
-        const auto linha = BD.AbreActualizavel(sql);
-        if (linha->fim() || !linha->valor("PesoBruto").nulo()) return;
-        linha->define("PesoLiquido", lida.valor("QtdOrig"));
-        linha->define("PesoBruto", lida.valor("PB"));
-        try {
-            return linha->actualiza();
-        } catch (const base::Falha& falha) {
-            if (falha.numero() != startup::numeros_bd::registo_alterado) throw;
-        }
-    }
-}
-
-bool GuiasRemessa::TemChavePropria(startup::ConjuntoRegistos& linha) {
-    constexpr const char* partes[] = {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha"};
-    return std::none_of(std::begin(partes), std::end(partes),
-                        [&](const char* coluna) { return linha.valor(coluna).nulo(); });
-}
-
-bool GuiasRemessa::EstaNoArmazem(startup::ConjuntoRegistos& linha, const std::string& armazem) {
-    const auto valor = [&](const char* coluna) { return base::entre_plicas(linha.valor(coluna).texto()); };
-    const auto origem = BD.Consulta("Select * from DocGcLin where TpDocum=" + valor("TpDoc") +
-                                    " and Serie=" + valor("SerieDoc") + " and Nnumdoc=" + valor("NumDoc") +
-                                    " and Ano=" + valor("Ano") + " and NumLinha=" + valor("NumLinha"));
-    return !origem->fim() && base::maiusculas(origem->valor("Armazem").texto()) == armazem;
-}
+void GuiasRemessa::ReparaPesos(const std::string& Cliente) { livro::repara_pesos(BD, Cliente, FACTURAS); }
 
 void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
     Act_Detalhe();
-    const std::string armazem = base::maiusculas(ArmazemEscolhido());
+    const std::string armazem = ArmazemEscolhido();
     ReparaPesos(Cliente);
 
     if (PreencheDetalhe(Cliente, armazem) == 0)
@@ -100,10 +50,6 @@ void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
 }
 
 int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
-    const auto linhas = BD.Consulta(
-        "Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo where "
-        "Cliente =" +
-        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )");
     // However the fill ends, the grid shows what it holds.
     struct Pintura {
         common::Grelha& grelha;
@@ -114,46 +60,38 @@ int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string&
     } const pintura(Detalhe);
 
     int contador = 0;
-    for (; !linhas->fim(); linhas->move_seguinte()) {
-        const std::string TpDoc = linhas->valor("TpDoc").texto();
-        const std::string SerieDoc = linhas->valor("SerieDoc").texto();
-        const std::string NumDoc = linhas->valor("NumDoc").texto();
-        const std::string NumLinha = linhas->valor("NumLinha").texto();
-        if (TemChavePropria(*linhas) && !EstaNoArmazem(*linhas, armazem)) continue;
-
-        const Variante data = linhas->valor("Data");
-        const Variante peso = linhas->valor("PesoBruto");
+    livro::mostra_linhas_abertas(BD, Cliente, armazem, FACTURAS, [&](const livro::LinhaAberta& linha) {
         Detalhe.garante_linha(contador);
-        const Variante celulas[] = {linhas->valor("Artigo"),
-                                    linhas->valor("Descritivo"),
-                                    linhas->valor("Qtd"),
-                                    peso.nulo() ? Variante(Moeda()) : peso,
-                                    data.nulo() ? Variante() : Variante(data.data().data()),
-                                    TpDoc + "/" + SerieDoc + "/" + NumDoc,
-                                    linhas->valor("QtdOrig"),
-                                    linhas->valor("NumLinha"),
-                                    linhas->valor("UnBase"),
+        const Variante celulas[] = {linha.Artigo,
+                                    linha.Descritivo,
+                                    linha.Qtd,
+                                    linha.PesoBruto.nulo() ? Variante(Moeda()) : linha.PesoBruto,
+                                    linha.Data ? Variante(linha.Data->data()) : Variante(),
+                                    linha.documento,
+                                    linha.QtdOrig,
+                                    linha.NumLinha,
+                                    linha.Unidade,
                                     0};
         for (int coluna = 0; const Variante& celula : celulas)
             Detalhe.define_valor(contador, coluna++, celula);
         ++contador;
         Detalhe.garante_linha(contador);
-    }
+    });
     return contador;
 }
 
 std::string GuiasRemessa::ChaveLinhaAberta(int linha) const {
-    return ano_de(Detalhe.texto(linha, "Data")) + "/" + Detalhe.texto(linha, "Doc") + "/" +
-           Detalhe.texto(linha, "NumLinha");
+    return livro::com_linha(livro::com_ano(Detalhe.texto(linha, "Data"), Detalhe.texto(linha, "Doc")),
+                            Detalhe.texto(linha, "NumLinha"));
 }
 
 void GuiasRemessa::Detalhe_DblClick() {
     const int r = Detalhe.linha_actual - 1;
     if (GuiaCarregada() || Detalhe.texto(r, "Artigo").empty()) return;
     const std::string Data = Detalhe.texto(r, "Data");
-    const std::string Doc = ano_de(Data) + "/" + Detalhe.texto(r, "Doc");
+    const std::string Doc = livro::com_ano(Data, Detalhe.texto(r, "Doc"));
     const std::string chave = ChaveLinhaAberta(r);
-    if (!TemChave(chave)) {
+    if (!livro::le_chave(chave)) {
         Avisa("",
               "A linha do documento " + Detalhe.texto(r, "Doc") + " está sem " +
                   (Data.empty() ? "data" : "ano, tipo, série, número ou linha") +
@@ -183,7 +121,7 @@ void GuiasRemessa::Detalhe_DblClick() {
     Gr.define_valor(n, "Artigo", Detalhe.valor(r, "Artigo"));
     Gr.define_valor(n, "Nome", Detalhe.valor(r, "Nome"));
     Gr.define_valor(n, "Quant", quantidade);
-    Gr.define_valor(n, "OutroDoc", chave + "/00000");
+    Gr.define_valor(n, "OutroDoc", livro::com_sufixo(chave, 0));
     Gr.define_valor(n, "Doc", Doc);
     Gr.define_valor(n, "QuantDet", Disponivel);
     Gr.define_valor(n, "Unidade", Detalhe.valor(r, "Unidade"));

@@ -1,6 +1,7 @@
 #include "delivery/guias_remessa.h"
 
 #include "base/texto.h"
+#include "livro/chaves.h"
 
 namespace orvex::delivery {
 
@@ -81,8 +82,7 @@ bool GuiasRemessa::AceitaNome(int linha) {
     // A new text line belongs to the nearest article line above it.
     Gr.define_valor(linha, "Doc", Gr.valor(linha - 1, "Doc"));
     Gr.define_valor(linha, "OutroDoc",
-                    Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo") + "/" +
-                        base::ultimos("00000" + std::to_string(UltimaLinha + 1), 5));
+                    livro::com_sufixo(Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo"), UltimaLinha + 1));
     ++UltimaLinha;
     return true;
 }
@@ -136,7 +136,7 @@ int GuiasRemessa::ArtigoDaLinha(int linha) const {
 
 bool GuiasRemessa::TextoSemArtigo(int linha) const {
     if (!Gr.valor(linha, "Artigo").vazio()) return false;
-    return !Gr.texto(linha, "OutroDoc").starts_with(Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo") + "/");
+    return !livro::e_da_linha(Gr.texto(linha, "OutroDoc"), Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo"));
 }
 
 } // namespace orvex::delivery

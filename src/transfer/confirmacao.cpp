@@ -2,6 +2,8 @@
 
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
 
 #include <exception>
 
@@ -95,8 +97,8 @@ void TrfBobines::VerificaAceite() {
     if (Modo == para_cliente && campo(2).Text != Aceites.Destino)
         throw FalhaGuarda("O cliente destino " + campo(2).Text +
                           " não foi validado para este Artigo. Volte a indicá-lo.");
-    const auto ultimo = UltimoMovimento();
-    if (ultimo->fim() || ultimo->valor("Registo").inteiro() != Aceites.Registo)
+    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    if (!ultimo || ultimo->Registo != Aceites.Registo)
         throw FalhaGuarda(artigo + " teve outro movimento depois de ter sido indicado. Volte a indicá-lo.");
     // An older note or adjustment that was cancelled meanwhile leaves the newest row as it was.
     if (TemGuiasPorGerar()) throw FalhaGuarda(guias_por_gerar);
@@ -108,22 +110,15 @@ void TrfBobines::VerificaAceite() {
 void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& txt, Moeda Qtd,
                                 const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal) {
     regista_falha_numerada([&] {
-        const auto registo = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
-        registo->acrescenta();
-        registo->define("NumSerie", campo(0).Text);
-        registo->define("Cliente", Cliente);
-        registo->define("Data", DTPicker1.Value);
-        registo->define("Quantidade", Qtd);
-        registo->define("Obs", txt);
-        registo->define("Funcionario", "");
-        registo->define("CliFinal", CliFinal);
-        registo->define("Preco", 0);
-        registo->define("Ano", agora().ano);
-        registo->define("TpDoc", TpDoc);
-        registo->define("NNumDoc", 0);
-        registo->define("Serie", Serie);
-        registo->define("NumLin", 1);
-        registo->actualiza();
+        livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
+                                        .Cliente = Cliente,
+                                        .Data = DTPicker1.Value,
+                                        .Quantidade = Qtd,
+                                        .Obs = txt,
+                                        .CliFinal = CliFinal,
+                                        .Documento = {.Ano = static_cast<std::int16_t>(agora().ano),
+                                                      .TipoDocumento = TpDoc,
+                                                      .Serie = Serie}});
     });
 }
 
@@ -145,11 +140,7 @@ void TrfBobines::TransfereArmazem(Confirmacao& confirmacao, Moeda Quant) {
 }
 
 double TrfBobines::PrecoTransferencia(const std::string& Artigo) {
-    const auto ficha = BD.Consulta("SELECT VLREXIST , STDISP , ULTPRCOM  From Artigos WHERE     (CODIGO = " +
-                                   base::entre_plicas(Artigo) + ")");
-    if (ficha->fim()) return 0;
-    const double disponivel = ficha->valor("STDISP").real();
-    return disponivel != 0 ? ficha->valor("VLREXIST").real() / disponivel : 0;
+    return livro::preco_transferencia(BD, Artigo);
 }
 
 void TrfBobines::ActArtigo() {

@@ -1,6 +1,9 @@
 #include "transfer/trf_bobines.h"
 
 #include "base/texto.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
+#include "livro/linhas_abertas.h"
 
 #include <algorithm>
 
@@ -88,12 +91,7 @@ void TrfBobines::btFx_Click(int Index) {
     if (Index == 0)
         return preenche_da_lista(
             campo(0),
-            {BD.Ligacao(),
-             "Artigos",
-             "SELECT NUMSERIE AS Artigo, ARTIGOS.Nome AS Nome From xel_ORVEX INNER JOIN Artigos  ON "
-             "ARTIGOS.CODIGO=xel_ORVEX.NUMSERIE Group By NumSerie,Nome ORDER BY NUMSERIE",
-             8000,
-             {{1, 1500}, {2, 5000}}});
+            {BD.Ligacao(), "Artigos", livro::lista_de_artigos_a_transferir(), 8000, {{1, 1500}, {2, 5000}}});
     if (Index == 2)
         return preenche_da_lista(campo(2), {BD.Ligacao(),
                                             "Clientes",
@@ -147,22 +145,15 @@ bool TrfBobines::ValidaArtigo() {
     return true;
 }
 
-std::unique_ptr<startup::ConjuntoRegistos> TrfBobines::UltimoMovimento() {
-    return BD.Consulta("Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(campo(0).Text) +
-                       " order by Registo desc");
-}
-
 bool TrfBobines::ValidaDetentor() {
     const auto recusa = [this](const char* aviso) {
         Avisa("", aviso, 2);
         return false;
     };
-    {
-        const auto ultimo = UltimoMovimento();
-        if (ultimo->fim()) return recusa("Artigo não existente!");
-        Detentor = ultimo->valor("Cliente").texto();
-        Aceites.Registo = ultimo->valor("Registo").inteiro();
-    }
+    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    if (!ultimo) return recusa("Artigo não existente!");
+    Detentor = ultimo->Cliente;
+    Aceites.Registo = ultimo->Registo;
     const bool na_orvex = Detentor == CLIENTEORVEX[0];
     ArmazemActual = na_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
     if (na_orvex)
@@ -171,29 +162,21 @@ bool TrfBobines::ValidaDetentor() {
     return !TemGuiasPorGerar() || recusa(guias_por_gerar);
 }
 
-bool TrfBobines::TemGuiasPorGerar() {
-    return !BD.Consulta("Select * from xel_ORVEX_Mov INNER JOIN Artigos ON "
-                        "Artigos.Codigo=xel_ORVEX_Mov.Artigo where "
-                        "Artigo =" +
-                        base::entre_plicas(campo(0).Text) + " and Qtd>0 and artoudes=0 and (" +
-                        filtro_documentos(FACTURAS) + " )")
-                ->fim();
-}
+bool TrfBobines::TemGuiasPorGerar() { return livro::tem_linhas_abertas(BD, campo(0).Text, FACTURAS); }
 
 std::optional<base::Moeda> TrfBobines::Existencia() {
-    const auto stock =
-        BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + base::entre_plicas(campo(0).Text) +
-                    " and Armazem=" + base::entre_plicas(ArmazemActual));
-    if (stock->fim()) return std::nullopt;
-    return stock->valor("Existenc").nulo() ? base::Moeda() : stock->valor("Existenc").moeda();
+    const auto stock = livro::existencia(BD, campo(0).Text, ArmazemActual);
+    if (!stock) return std::nullopt;
+    return stock->nulo() ? base::Moeda() : stock->moeda();
 }
 
 bool TrfBobines::ValidaStock() {
-    const std::string artigo = base::entre_plicas(campo(0).Text);
+    const std::string artigo = campo(0).Text;
     std::string nome;
     {
-        const auto ficha = BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + artigo +
-                                       " and Artigos.Inactivo<>-1 ");
+        const auto ficha =
+            BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
+                        " and Artigos.Inactivo<>-1 ");
         if (ficha->fim()) {
             Avisa("", "Artigo não existente!", 2);
             Label2(2).Caption.clear();
@@ -210,16 +193,13 @@ bool TrfBobines::ValidaStock() {
     }
     Quantidade = *existencia;
     Label2(2).Caption = nome + " (" + formato().texto(Quantidade) + ")";
-    {
-        const auto entrada =
-            BD.Consulta("Select top 1 * from xel_ORVEX where Numserie=" + artigo + " order by Registo desc");
-        if (entrada->fim()) {
-            Avisa("", "Este Artigo não tem Entrada!", 2);
-            return false;
-        }
-        campo(1).Text = entrada->valor("CliFinal").texto();
-        Detentor = entrada->valor("Cliente").texto();
+    const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
+    if (!entrada) {
+        Avisa("", "Este Artigo não tem Entrada!", 2);
+        return false;
     }
+    campo(1).Text = entrada->CliFinal;
+    Detentor = entrada->Cliente;
     const auto cliente =
         BD.Consulta("Select * from Clientes where Codigo=" + base::entre_plicas(campo(1).Text) + " ");
     Label2(3).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();

@@ -8,7 +8,6 @@
 #include "common/ecra.h"
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -52,7 +51,6 @@ class TrfBobines : public common::Ecra {
     std::optional<base::Moeda>
     Existencia(); // where the item's stock lies, tonnes; nothing where it never was
     bool ValidaDestino();
-    std::unique_ptr<startup::ConjuntoRegistos> UltimoMovimento(); // of the item, by the ledger
     void LimpaArtigo();
     void LimpaDestino();
 

@@ -42,7 +42,6 @@ class EcraEnsaio : public common::Ecra {
     using Ecra::Avisa;
     using Ecra::bDigitado;
     using Ecra::MostraMensagem;
-    using Ecra::PrecoMovimento;
     using Ecra::SetFocus;
     using Ecra::xelSendkeys;
 

@@ -34,14 +34,6 @@ TEST_F(EcraBase, each_kind_of_notice_has_its_text_icon_buttons_and_result) {
                             Caixa{"Crítica", startup::descricao_programa, Icone::critico, Botoes::ok}));
 }
 
-TEST_F(EcraBase, the_price_of_a_movement_is_the_average_cost_or_the_last_purchase) {
-    insere(empresa.outra(), "Artigos", {"CODIGO", "VLREXIST", "STDISP", "ULTPRCOM"},
-           {{"D'A", m("150"), m("3"), m("12.5")}, {"SEM", m("0"), m("0"), m("12.5")}});
-    EXPECT_DOUBLE_EQ(ecra.PrecoMovimento("D'A"), 50);
-    EXPECT_DOUBLE_EQ(ecra.PrecoMovimento("SEM"), 12.5);
-    EXPECT_DOUBLE_EQ(ecra.PrecoMovimento("?"), 0);
-}
-
 TEST_F(EcraBase, an_explicit_focus_beats_a_key_sent_before_it_and_a_disabled_control_is_passed_over) {
     ecra.confirmar.Click = [&] {
         ecra.xelSendkeys("{TAB}");

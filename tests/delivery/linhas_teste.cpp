@@ -133,13 +133,27 @@ TEST_F(Guias, a_line_without_a_date_is_shown_and_picking_it_says_what_is_wrong) 
               "A linha do documento FA/1/123 está sem data nos movimentos da ORVEX, e assim não pode ser "
               "escolhida.\r\nPeça a correcção desse movimento.");
     EXPECT_EQ(linhas(ecra.Gr, {"Artigo"}), "");
-    // An origin that is no line's key gives nothing back and stops nothing.
-    empresa.outra().Executa("Update xel_ORVEX_MOV set Origem='2019/FA/1/x/1' where TpDoc='GR'");
-    carrega("1");
-    caixas();
-    anula();
-    EXPECT_THAT(caixas(), testing::EndsWith("Pretende continuar?"));
-    EXPECT_EQ(empresa.linhas("select NVias from DocGcCab"), "-1");
+}
+
+TEST_F(Guias, a_note_whose_origin_is_no_key_is_neither_cancelled_nor_returned_one_that_finds_no_line_is) {
+    emite({1});
+    for (const char* origem : {"2019/FA/1/x/1", "2019/FA/1/999/1"}) {
+        const bool estragada = origem[10] == 'x';
+        empresa.outra().Executa("Update xel_ORVEX_MOV set Origem='" + std::string(origem) + "'");
+        const auto livro = empresa.livro();
+        for (const bool anulada : {false, true}) {
+            carrega("1");
+            caixas();
+            anulada ? anula() : devolve({1});
+            EXPECT_EQ(caixas().find("Erro: A linha 2019/GR/1/1/3 dos movimentos da ORVEX tem como origem «" +
+                                    std::string(origem)) != std::string::npos,
+                      estragada);
+            EXPECT_EQ(empresa.livro() == livro, estragada);
+            if (!estragada && !anulada) empresa.outra().Executa("Delete xel_ORVEX_MOV where TpDoc='GV'");
+        }
+        EXPECT_EQ(empresa.linhas("select NVias from DocGcCab where TpDoc='GR'"), estragada ? "0" : "-1");
+    }
+    EXPECT_EQ(empresa.linhas("select NVias from DocGcCab where TpDoc='GV' order by NNumDoc"), "-1; 0");
 }
 
 TEST_F(Guias, a_line_without_a_part_of_its_key_is_shown_and_picking_it_says_what_is_wrong) {

@@ -273,7 +273,7 @@ std::set<std::string> encontra(const std::string& texto, const char* expressao) 
 
 TEST(DiagnosticoDoPrograma, conhece_as_tabelas_colunas_chaves_e_indices_que_ele_usa_e_nao_outros) {
     std::string fontes, textos;
-    for (const char* pasta : {"src/common", "src/delivery", "src/adjust", "src/transfer"})
+    for (const char* pasta : {"src/livro", "src/common", "src/delivery", "src/adjust", "src/transfer"})
         for (const auto& ficheiro : fs::directory_iterator(fs::path(ORVEX_RAIZ) / pasta))
             if (ficheiro.path().extension() == ".cpp") fontes += le(ficheiro.path());
     fontes = std::regex_replace(fontes, std::regex("\"\\s+\""), ""); // texts that go on in the next line

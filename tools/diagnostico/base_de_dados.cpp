@@ -1,4 +1,5 @@
 #include "base_de_dados.h"
+#include "livro/tabelas.h"
 
 #include "base/texto.h"
 #include "platform/odbc/controladores.h"
@@ -17,7 +18,7 @@ using startup::SessaoBD;
 // Asked of a session that may not be open: the failure tells why.
 std::string porque_nao_abriu(SessaoBD& BD) {
     try {
-        BD.Consulta("Select * from xel_ORVEX where 1=0");
+        BD.Consulta(livro::sonda_detentores);
     } catch (const base::Falha& falha) {
         return falha.what();
     }

@@ -1,3 +1,4 @@
+#include "livro/tabelas.h"
 #include "base/texto.h"
 #include "base_de_dados.h"
 #include "tabelas_usadas.h"
@@ -88,8 +89,8 @@ void VerificacaoTabelas::colunas(const TabelaUsada& tabela, const std::vector<st
         return junta(o_que, Estado::ok,
                      std::to_string(tabela.colunas.size()) + " colunas usadas, todas presentes");
     const bool pesos =
-        tabela.do_livro && std::equal(em_falta.begin(), em_falta.end(), std::begin(colunas_de_pesos),
-                                      std::end(colunas_de_pesos));
+        tabela.do_livro && std::equal(em_falta.begin(), em_falta.end(), std::begin(livro::colunas_de_pesos),
+                                      std::end(livro::colunas_de_pesos));
     if (pesos && catalogo_.pode(tabela.nome, "OBJECT", "ALTER"))
         return junta(o_que, Estado::ok, enumera(em_falta) + " serão acrescentadas no primeiro arranque");
     junta(o_que, Estado::erro,
@@ -184,8 +185,7 @@ void VerificacaoTabelas::comparacao() {
 // the server refuses to compare one with the other.
 void VerificacaoTabelas::juncao() {
     try {
-        BD_.Consulta("Select * from xel_ORVEX_Mov INNER JOIN Artigos ON Artigos.Codigo=xel_ORVEX_Mov.Artigo "
-                     "where 1=0");
+        BD_.Consulta(livro::sonda_artigos_nos_movimentos);
     } catch (const base::Falha& falha) {
         if (falha.numero() != startup::numeros_bd::instrucao_errada) return; // told with the tables
         junta("artigos nos movimentos", Estado::erro,

@@ -1,23 +1,27 @@
 #include "tabelas_usadas.h"
 
+#include "livro/tabelas.h"
+
+#include <iterator>
+
 namespace orvex::diagnostico {
+namespace {
+
+template <typename Colunas>
+std::vector<const char*> todas(const Colunas& colunas) {
+    return {std::begin(colunas), std::end(colunas)};
+}
+
+} // namespace
 
 const std::vector<TabelaUsada>& tabelas_usadas() {
     static const std::vector<TabelaUsada> tabelas{
-        {"xel_ORVEX",
+        {livro::tabela_detentores, true, todas(livro::colunas_detentores), {"SELECT", "INSERT", "DELETE"}},
+        {livro::tabela_movimentos,
          true,
-         {"NumSerie", "Registo", "Cliente", "Data", "Quantidade", "Obs", "Funcionario", "CliFinal", "Preco",
-          "Ano", "TpDoc", "Serie", "NNumDoc", "NumLin"},
-         {"SELECT", "INSERT", "DELETE"}},
-        {"xel_ORVEX_Mov",
-         true,
-         {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha", "Data", "Artigo", "Cliente", "Descritivo",
-          "QtdOrig", "Qtd", "Origem", "PesoLiquido", "PesoBruto"},
+         todas(livro::colunas_movimentos),
          {"SELECT", "INSERT", "UPDATE", "DELETE"}},
-        {"U_DocGcLin1",
-         false,
-         {"Ano", "TpDocUM", "Serie", "NNumDoc", "NumLinha", "PesoBruto"},
-         {"SELECT", "INSERT"}},
+        {livro::tabela_pesos_brutos, false, todas(livro::colunas_pesos_brutos), {"SELECT", "INSERT"}},
         {"Artigos",
          false,
          {"CODIGO", "Nome", "UnBase", "artoudes", "VLREXIST", "STDISP", "ULTPRCOM", "Inactivo", "Observ"},

@@ -14,9 +14,6 @@ struct TabelaUsada {
 
 const std::vector<TabelaUsada>& tabelas_usadas();
 
-// Of xel_ORVEX_Mov; start-up adds them, both at once, where they are missing.
-inline constexpr const char* colunas_de_pesos[] = {"PesoLiquido", "PesoBruto"};
-
 // Those of docs/indices.sql: the program works without them, more slowly.
 struct IndiceFacultativo {
     const char* tabela;

@@ -1,4 +1,5 @@
 #include "construcao.h"
+#include "livro/detentores.h"
 #include "nomes.h"
 #include "platform/erp/esquema_erp.h"
 
@@ -88,26 +89,30 @@ void escreve_artigos(Construcao& construcao) {
                     "insert into Artigos (CODIGO, Nome, Familia, UnBase, TaxaIva, VLREXIST, STDISP, ULTPRCOM,"
                     " artoudes, Inactivo) values (?, ?, ?, 'TN', 23, ?, ?, ?, 0, ?)");
     Insercao armazem(bd, "insert into artarm (Artigo, Armazem, Existenc) values (?, ?, ?)");
-    Insercao detentor(
-        construcao.livro,
-        "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario, CliFinal,"
-        " Preco, Ano, TpDoc, Serie, NNumDoc, NumLin) values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, 0, 1)");
-    base::DataHora data{.ano = opcoes.hoje.ano - 1, .mes = 1, .dia = 1, .hora = 9, .minuto = 0, .segundo = 0};
-    const std::string quando = data.data_hora_iso();
+    const base::DataHora data{
+        .ano = opcoes.hoje.ano - 1, .mes = 1, .dia = 1, .hora = 9, .minuto = 0, .segundo = 0};
+    const auto detentor = [&](const std::string& NumSerie, const std::string& Cliente, Moeda Quantidade,
+                              const std::string& Obs, const std::string& CliFinal, const char* TpDoc) {
+        livro::acrescenta_detentor(construcao.livro, {.NumSerie = NumSerie,
+                                                      .Cliente = Cliente,
+                                                      .Data = data,
+                                                      .Quantidade = Quantidade,
+                                                      .Obs = Obs,
+                                                      .CliFinal = CliFinal,
+                                                      .Documento = chave_documento(TpDoc, data)});
+    };
     for (std::size_t i = 0; i < construcao.plano.artigos.size(); ++i) {
         const Artigo& novo = construcao.plano.artigos[i];
         const bool inactivo = i % 4 == 3 && i + 4 >= construcao.plano.artigos.size(); // the last one at rest
         artigo(novo.codigo, novo.nome, familia(static_cast<std::int64_t>(i)).prefixo, valor(novo),
                novo.existencia, novo.preco, inactivo ? -1 : 0);
         armazem(novo.codigo, novo.armazem(), novo.existencia);
-        detentor(novo.codigo, cliente_orvex, quando, novo.existencia, "Entrada inicial", cliente_orvex,
-                 data.ano, "SB");
+        detentor(novo.codigo, cliente_orvex, novo.existencia, "Entrada inicial", cliente_orvex, "SB");
         if (novo.dono == 0) continue;
         const std::string cliente = codigo_cliente(novo.dono, opcoes);
-        detentor(novo.codigo, cliente_orvex, quando, -novo.existencia, "Colocação no cliente " + cliente,
-                 cliente, data.ano, "QB");
-        detentor(novo.codigo, cliente, quando, novo.existencia, "Colocação no cliente " + cliente, cliente,
-                 data.ano, "SB");
+        const std::string colocacao = "Colocação no cliente " + cliente;
+        detentor(novo.codigo, cliente_orvex, -novo.existencia, colocacao, cliente, "QB");
+        detentor(novo.codigo, cliente, novo.existencia, colocacao, cliente, "SB");
     }
     // A service: never listed among the goods.
     bd.exec("insert into Artigos (CODIGO, Nome, UnBase, TaxaIva, artoudes) values ('PORTES', 'Portes de "

@@ -2,15 +2,17 @@
 #pragma once
 
 #include "escrita.h"
+#include "livro/chaves.h"
 #include "plano.h"
 #include "platform/erp/base_erp.h"
+#include "startup/sessao_erp.h"
 
 namespace orvex::demo {
 
 struct Construcao {
     const OpcoesEmpresa& opcoes;
     platform::erp::BaseErp& erp;
-    SQLite::Database& livro;
+    startup::SessaoBD& livro; // whose rows are written as the screens write them
     Sorteio sorteio;
     Plano plano;
 };
@@ -20,7 +22,19 @@ struct Origem {
     Factura factura;
     std::int64_t linha = 0;
     LinhaFactura conteudo;
+
+    livro::ChaveLinha chave() const {
+        return livro::Documento{factura.data.ano, factura.tipo, "1",
+                                static_cast<std::int32_t>(factura.numero)}
+            .linha(std::to_string(linha));
+    }
 };
+
+// Of the only series there is.
+inline startup::ChaveDocumento chave_documento(const char* tipo, const base::DataHora& data,
+                                               std::int64_t numero = 0) {
+    return {static_cast<std::int16_t>(data.ano), tipo, 1, static_cast<std::int32_t>(numero)};
+}
 
 void escreve_tabelas_base(Construcao& construcao); // company, users, document types, warehouses, VAT, vendors
 void escreve_clientes(Construcao& construcao);

@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Beside the keys: what the screens search by, and the empty sets that rows are added to.
+// Beside the keys: what the screens search by, and the empty sets that rows are added to, here as well.
 constexpr const char* indices_livro = R"(
 create index xel_ORVEX_Mov_Cliente on xel_ORVEX_Mov (Cliente, TpDoc, Artigo);
 create index xel_ORVEX_Mov_Artigo on xel_ORVEX_Mov (Artigo, TpDoc);
@@ -47,9 +47,7 @@ void verifica_opcoes(const OpcoesEmpresa& opcoes) {
         throw base::Falha("A pasta «" + pasta + "» já existe e não está vazia, ou não pode ser lida.");
 }
 
-// As start-up makes them, so that there is one place that knows their columns.
-void cria_tabelas_livro(const fs::path& empresa) {
-    platform::sqlite::cria_livro(empresa);
+platform::sqlite::SessaoSQLite abre_livro(const fs::path& empresa) {
     platform::sqlite::SessaoSQLite sessao;
     startup::ConstrutorLigacao ligacao;
     ligacao.servidor = startup::servidor_embebido;
@@ -57,15 +55,21 @@ void cria_tabelas_livro(const fs::path& empresa) {
     ligacao.utilizador = utilizador;
     if (!sessao.Abre(ligacao.constroi()))
         throw base::Falha("Não foi possível abrir a empresa «" + base::texto_de(empresa) + "».");
-    startup::VerificaTabelas(sessao);
-    startup::VerificaPesos(sessao);
-    sessao.Fecha();
+    return sessao;
 }
 
-void preenche(const OpcoesEmpresa& opcoes, platform::erp::BaseErp& erp, SQLite::Database& livro) {
+// As start-up makes them, so that there is one place that knows their columns.
+void cria_tabelas_livro(const fs::path& empresa) {
+    platform::sqlite::cria_livro(empresa);
+    auto sessao = abre_livro(empresa);
+    startup::VerificaTabelas(sessao);
+    startup::VerificaPesos(sessao);
+}
+
+void preenche(const OpcoesEmpresa& opcoes, platform::erp::BaseErp& erp, startup::SessaoBD& livro) {
     Construcao construcao{opcoes, erp, livro, Sorteio(opcoes.semente), {}};
     construcao.plano = planeia(opcoes, construcao.sorteio);
-    SQLite::Transaction do_livro(livro);
+    livro.IniciaTransaccao();
     SQLite::Transaction do_erp(erp.bd());
     escreve_tabelas_base(construcao);
     escreve_clientes(construcao);
@@ -74,7 +78,7 @@ void preenche(const OpcoesEmpresa& opcoes, platform::erp::BaseErp& erp, SQLite::
     do_erp.commit();
     escreve_guias(construcao, origens); // each note is an operation of the ERP, committed by itself
     escreve_ajustes(construcao);
-    do_livro.commit();
+    livro.ConfirmaTransaccao();
 }
 
 // Into the file itself, and on the disk, so that the first start has nothing left to do.
@@ -114,9 +118,11 @@ void constroi(const OpcoesEmpresa& opcoes) {
     platform::erp::cria_esquema_erp(erp.bd());
     cria_tabelas_livro(empresa);
     auto livro = platform::sqlite::abre_base(empresa / platform::sqlite::ficheiro_livro);
-    livro.exec(sem_esperas);
-    preenche(opcoes, erp, livro);
     livro.exec(indices_livro);
+    {
+        auto sessao = abre_livro(empresa);
+        preenche(opcoes, erp, sessao);
+    }
     arruma(livro);
     arruma(erp.bd());
 }

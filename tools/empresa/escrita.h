@@ -32,12 +32,6 @@ class Insercao {
     void associa(int indice, const char* valor) { comando_.bindNoCopy(indice, valor); }
     // Four decimals of this size survive the way through a double.
     void associa(int indice, base::Moeda valor) { comando_.bind(indice, valor.real()); }
-    void associa(int indice, const base::Moeda* valor) { // null for none
-        if (valor != nullptr)
-            associa(indice, *valor);
-        else
-            comando_.bind(indice);
-    }
 
     SQLite::Statement comando_;
 };

@@ -1,4 +1,5 @@
 #include "construcao.h"
+#include "livro/movimentos.h"
 
 #include <algorithm>
 #include <set>
@@ -18,19 +19,10 @@ struct Insercoes {
               construcao.erp.bd(),
               "insert into DocGcLin (Ano, TpDocum, Serie, NNumDoc, NumLinha, Artigo, Descr, Quant, QuantOrig,"
               " Armazem, Unidade, DataMvStock, PrecoUnit, Sector, TxIva)"
-              " values (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, 'TN', ?, ?, '1', 23)"),
-          movimento(
-              construcao.livro,
-              "insert into xel_ORVEX_Mov (Ano, TpDoc, NumDoc, SerieDoc, NumLinha, Data, Artigo, Cliente,"
-              " Descritivo, QtdOrig, Qtd, Origem, PesoLiquido, PesoBruto)"
-              " values (?, ?, ?, 1, ?, ?, ?, ?, ?, ?, ?, '', ?, ?)"),
-          peso(construcao.livro, "insert into U_DocGcLin1 (Ano, TpDocUM, Serie, NNumDoc, NumLinha, PesoBruto)"
-                                 " values (?, ?, 1, ?, ?, ?)") {}
+              " values (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, 'TN', ?, ?, '1', 23)") {}
 
     Insercao cabecalho;
     Insercao linha;
-    Insercao movimento;
-    Insercao peso;
 };
 
 LinhaFactura nova_linha(Construcao& construcao, std::int64_t cliente, std::int64_t numero) {
@@ -46,18 +38,27 @@ LinhaFactura nova_linha(Construcao& construcao, std::int64_t cliente, std::int64
     return linha;
 }
 
-void escreve_linha(Insercoes& insercoes, const OpcoesEmpresa& opcoes, const Artigo& artigo,
-                   const Origem& origem, bool com_peso) {
+void escreve_linha(Construcao& construcao, Insercoes& insercoes, const Artigo& artigo, const Origem& origem,
+                   bool com_peso) {
     const Factura& factura = origem.factura;
     const LinhaFactura& linha = origem.conteudo;
     insercoes.linha(factura.data.ano, factura.tipo, factura.numero, origem.linha, artigo.codigo, artigo.nome,
                     linha.peso_liquido, linha.peso_liquido, artigo.armazem(), factura.data.data_hora_iso(),
                     artigo.preco);
-    insercoes.movimento(factura.data.ano, factura.tipo, factura.numero, origem.linha, factura.data.data_iso(),
-                        artigo.codigo, codigo_cliente(factura.cliente, opcoes), artigo.nome,
-                        linha.peso_liquido, linha.peso_liquido, com_peso ? &linha.peso_liquido : nullptr,
-                        com_peso ? &linha.peso_bruto : nullptr);
-    insercoes.peso(factura.data.ano, factura.tipo, factura.numero, origem.linha, linha.peso_bruto);
+    const auto chave = chave_documento(factura.tipo, factura.data, factura.numero);
+    const auto numero = static_cast<std::int32_t>(origem.linha);
+    livro::acrescenta_movimento(construcao.livro,
+                                {.Documento = chave,
+                                 .NumLinha = numero,
+                                 .Data = factura.data,
+                                 .Artigo = artigo.codigo,
+                                 .Cliente = codigo_cliente(factura.cliente, construcao.opcoes),
+                                 .Descritivo = artigo.nome,
+                                 .Quantidade = linha.peso_liquido,
+                                 .Origem = "",
+                                 .PesoLiquido = com_peso ? std::optional(linha.peso_liquido) : std::nullopt,
+                                 .PesoBruto = com_peso ? std::optional(linha.peso_bruto) : std::nullopt});
+    livro::acrescenta_peso_bruto(construcao.livro, chave, numero, linha.peso_bruto);
 }
 
 // Invoices for the delivery notes to take from: spread over the whole, and leaving the first client's list
@@ -98,7 +99,7 @@ std::vector<std::vector<Origem>> escreve_facturas(Construcao& construcao) {
             artigo.existencia += linha.conteudo.peso_liquido;
             // Here and there the ledger lacks the weights; the screen copies them from the ERP's line.
             const bool com_peso = para_guia || !construcao.sorteio.uma_em(10);
-            escreve_linha(insercoes, construcao.opcoes, artigo, linha, com_peso);
+            escreve_linha(construcao, insercoes, artigo, linha, com_peso);
             if (para_guia) origens.back().push_back(linha);
         }
     }

@@ -3,6 +3,8 @@
 #include "construcao.h"
 
 #include "base/falha.h"
+#include "livro/detentores.h"
+#include "livro/movimentos.h"
 #include "platform/erp/documentos.h"
 #include "platform/erp/stock.h"
 
@@ -24,17 +26,12 @@ struct LinhaGuia {
     Origem origem;
     Moeda quantidade;
     Moeda peso_bruto;
-    std::int64_t numero = 0; // in the note
+    std::int32_t numero = 0; // in the note
 };
 
 void grava(Construcao& construcao, const std::function<void()>& operacao) {
     const auto resultado = construcao.erp.executa(operacao, SQLite::TransactionBehavior::IMMEDIATE);
     if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
-}
-
-std::string chave_origem(const Origem& origem) {
-    return std::to_string(origem.factura.data.ano) + "/" + origem.factura.tipo + "/1/" +
-           std::to_string(origem.factura.numero) + "/" + std::to_string(origem.linha) + "/00000";
 }
 
 // The lines of the invoice that lie where the one given lies; half of the first, the others whole.
@@ -103,7 +100,7 @@ Documento documento_guia(Construcao& construcao, std::vector<LinhaGuia>& linhas,
         nova.poe("Quantidade", linha.quantidade);
         nova.poe("QuantidadeOrigem", linha.quantidade);
         nova.poe("Unidade", "TN");
-        linha.numero = static_cast<std::int64_t>(guia.linhas.size());
+        linha.numero = static_cast<std::int32_t>(guia.linhas.size());
     }
     return guia;
 }
@@ -113,35 +110,31 @@ std::string nome_cliente(Construcao& construcao, const std::string& codigo) {
     return procura.com(codigo).linha() ? procura.texto(0) : std::string();
 }
 
-void reduz_origem(Construcao& construcao, const LinhaGuia& linha) {
-    const LinhaFactura& origem = linha.origem.conteudo;
-    const Factura& factura = linha.origem.factura;
-    Insercao(construcao.livro,
-             "update xel_ORVEX_Mov set Qtd = ?, PesoLiquido = ?, PesoBruto = ? where Ano = ?"
-             " and TpDoc = ? and NumDoc = ? and SerieDoc = 1 and NumLinha = ?")(
-        origem.peso_liquido - linha.quantidade, origem.peso_liquido - linha.quantidade,
-        origem.peso_bruto - linha.peso_bruto, factura.data.ano, factura.tipo, factura.numero,
-        linha.origem.linha);
-}
-
 void regista_guia(Construcao& construcao, const startup::ChaveDocumento& guia, const LinhaGuia& linha,
                   const DataHora& data) {
     const Artigo& artigo = construcao.plano.artigos[linha.origem.conteudo.artigo];
     const std::string cliente = codigo_cliente(linha.origem.factura.cliente, construcao.opcoes);
-    reduz_origem(construcao, linha);
-    Insercao(construcao.livro,
-             "insert into xel_ORVEX_Mov (Ano, TpDoc, NumDoc, SerieDoc, NumLinha, Data, Artigo,"
-             " Cliente, Descritivo, QtdOrig, Qtd, Origem, PesoLiquido, PesoBruto)"
-             " values (?, ?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")(
-        guia.Ano, guia.TipoDocumento, guia.NossoNoDocumento, linha.numero, data.data_iso(), artigo.codigo,
-        cliente, artigo.nome, linha.quantidade, linha.quantidade, chave_origem(linha.origem),
-        linha.quantidade, linha.peso_bruto);
+    const livro::ChaveLinha origem = linha.origem.chave();
+    livro::retira(construcao.livro, origem, {linha.quantidade, linha.quantidade, linha.peso_bruto});
+    livro::acrescenta_movimento(construcao.livro, {.Documento = guia,
+                                                   .NumLinha = linha.numero,
+                                                   .Data = data,
+                                                   .Artigo = artigo.codigo,
+                                                   .Cliente = cliente,
+                                                   .Descritivo = artigo.nome,
+                                                   .Quantidade = linha.quantidade,
+                                                   .Origem = origem.origem(),
+                                                   .PesoLiquido = linha.quantidade,
+                                                   .PesoBruto = linha.peso_bruto});
     const std::string detentor = artigo.dono == 0 ? std::string(cliente_orvex) : cliente;
-    Insercao(construcao.livro, "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario,"
-                               " CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, NumLin)"
-                               " values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, ?, ?)")(
-        artigo.codigo, detentor, data.data_hora_iso(), -linha.quantidade, nome_cliente(construcao, cliente),
-        detentor, guia.Ano, guia.TipoDocumento, guia.NossoNoDocumento, linha.numero);
+    livro::acrescenta_detentor(construcao.livro, {.NumSerie = artigo.codigo,
+                                                  .Cliente = detentor,
+                                                  .Data = data,
+                                                  .Quantidade = -linha.quantidade,
+                                                  .Obs = nome_cliente(construcao, cliente),
+                                                  .CliFinal = detentor,
+                                                  .Documento = guia,
+                                                  .NumLin = linha.numero});
 }
 
 struct Ajuste {
@@ -152,11 +145,13 @@ struct Ajuste {
 
 void regista_ajuste(Construcao& construcao, const Artigo& artigo, const Ajuste& ajuste, const DataHora& data,
                     std::int64_t numero) {
-    Insercao(construcao.livro, "insert into xel_ORVEX (NumSerie, Cliente, Data, Quantidade, Obs, Funcionario,"
-                               " CliFinal, Preco, Ano, TpDoc, Serie, NNumDoc, NumLin)"
-                               " values (?, ?, ?, ?, ?, '', ?, 0, ?, ?, 1, ?, 1)")(
-        artigo.codigo, cliente_orvex, data.data_hora_iso(), ajuste.quantidade, ajuste.observacao,
-        cliente_orvex, data.ano, ajuste.tipo, numero);
+    livro::acrescenta_detentor(construcao.livro, {.NumSerie = artigo.codigo,
+                                                  .Cliente = cliente_orvex,
+                                                  .Data = data,
+                                                  .Quantidade = ajuste.quantidade,
+                                                  .Obs = ajuste.observacao,
+                                                  .CliFinal = cliente_orvex,
+                                                  .Documento = chave_documento(ajuste.tipo, data, numero)});
 }
 
 // One whose document the ERP has archived: only the ledger still knows it.
@@ -174,9 +169,6 @@ void escreve_ajuste_arquivado(Construcao& construcao, const Artigo& artigo) {
 
 void escreve_guias(Construcao& construcao, const std::vector<std::vector<Origem>>& origens) {
     const DataHora primeiro_dia{.ano = construcao.opcoes.hoje.ano};
-    Insercao peso(construcao.livro,
-                  "insert into U_DocGcLin1 (Ano, TpDocUM, Serie, NNumDoc, NumLinha, PesoBruto)"
-                  " values (?, ?, 1, ?, ?, ?)");
     for (std::size_t i = 0; i < origens.size(); ++i) {
         // After its invoice and after the note before it, but never after today.
         const DataHora data =
@@ -188,7 +180,7 @@ void escreve_guias(Construcao& construcao, const std::vector<std::vector<Origem>
         grava(construcao, [&] { platform::erp::grava(construcao.erp, guia); });
         const startup::ChaveDocumento chave = guia.chave();
         for (const LinhaGuia& linha : linhas) {
-            peso(chave.Ano, chave.TipoDocumento, chave.NossoNoDocumento, linha.numero, linha.peso_bruto);
+            livro::acrescenta_peso_bruto(construcao.livro, chave, linha.numero, linha.peso_bruto);
             if (i != guia_anulada) regista_guia(construcao, chave, linha, data);
         }
         if (i == guia_anulada) grava(construcao, [&] { platform::erp::anula(construcao.erp, chave); });

@@ -1,0 +1,37 @@
+#include "livro/artigos.h"
+
+#include "base/texto.h"
+
+namespace orvex::livro {
+namespace {
+
+std::string ficha(const std::string& Artigo) {
+    return "SELECT VLREXIST , STDISP , ULTPRCOM  From Artigos WHERE     (CODIGO = " +
+           base::entre_plicas(Artigo) + ")";
+}
+
+} // namespace
+
+std::optional<base::Variante> existencia(startup::SessaoBD& BD, const std::string& Artigo,
+                                         const std::string& Armazem) {
+    const auto stock = BD.Consulta("SELECT * FROM artarm  where artarm.Artigo=" + base::entre_plicas(Artigo) +
+                                   " and Armazem=" + base::entre_plicas(Armazem));
+    if (stock->fim()) return std::nullopt;
+    return stock->valor("Existenc");
+}
+
+double preco_movimento(startup::SessaoBD& BD, const std::string& Artigo) {
+    const auto artigo = BD.AbreActualizavel(ficha(Artigo));
+    if (artigo->fim()) return 0;
+    const double disponivel = artigo->valor("Stdisp").real();
+    return disponivel != 0 ? artigo->valor("VLREXIST").real() / disponivel : artigo->valor("UltPrcom").real();
+}
+
+double preco_transferencia(startup::SessaoBD& BD, const std::string& Artigo) {
+    const auto artigo = BD.Consulta(ficha(Artigo));
+    if (artigo->fim()) return 0;
+    const double disponivel = artigo->valor("STDISP").real();
+    return disponivel != 0 ? artigo->valor("VLREXIST").real() / disponivel : 0;
+}
+
+} // namespace orvex::livro

@@ -1,0 +1,44 @@
+// The open lines: movement lines of the invoices, named by the groups of FACTURAS, of which something was not
+// yet sent (`Qtd` above 0). Notes draw on them, and an item that has some cannot be transferred.
+//
+// FACTURAS that has an incomplete group, or a series that is no number, throws FalhaParametro.
+#pragma once
+
+#include "livro/chaves.h"
+#include "startup/parametros.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace orvex::livro {
+
+struct LinhaAberta {
+    std::string documento;   // FA/1/123; a part that is null is left empty
+    base::Variante NumLinha; // these as they are read, null too
+    base::Variante Qtd;      // tonnes
+    base::Variante QtdOrig;
+    base::Variante PesoBruto;
+    std::string Artigo;
+    std::string Descritivo;
+    std::optional<base::DataHora> Data;
+    std::string Unidade;
+};
+
+// Shows one after the other, in the order of the database, the open lines of a client whose goods lie in the
+// warehouse by the ERP's line, and those whose key is broken, which nobody can ask the ERP about. For the
+// eye: what a confirmation takes is read again there (retira).
+void mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, const std::string& Armazem,
+                           const startup::ListaParametros& FACTURAS,
+                           const std::function<void(const LinhaAberta&)>& mostra);
+
+// Copies gross weights that the ledger lacks from the ERP's lines. Outside transactions; what another
+// workstation that lists the same client repairs meanwhile is passed over.
+void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
+                  const startup::ListaParametros& FACTURAS);
+
+// Asked when an item is indicated for a transfer, and again under the ledger's lock.
+bool tem_linhas_abertas(startup::SessaoBD& BD, const std::string& Artigo,
+                        const startup::ListaParametros& FACTURAS);
+
+} // namespace orvex::livro

@@ -1,0 +1,169 @@
+#include "livro/movimentos.h"
+
+#include "base/falha.h"
+#include "base/texto.h"
+
+namespace orvex::livro {
+
+using base::Moeda;
+using base::Variante;
+
+namespace {
+
+Moeda moeda_ou_zero(const Variante& valor) { return valor.nulo() ? Moeda() : valor.moeda(); }
+
+template <typename Valor>
+Variante ou_nulo(const std::optional<Valor>& valor) {
+    return valor ? Variante(*valor) : Variante();
+}
+
+void soma(startup::ConjuntoRegistos& linha, const char* coluna, Moeda peso) {
+    const Variante valor = linha.valor(coluna);
+    if (!valor.nulo()) linha.define(coluna, valor.moeda() + peso);
+}
+
+void soma(startup::SessaoBD& BD, const ChaveLinha& origem, const Pesos& pesos) {
+    const auto linha =
+        BD.AbreActualizavel("Select * from xel_ORVEX_MOV where Ano=" + origem.Ano + " and TpDoc=" +
+                            base::entre_plicas(origem.TpDoc) + "     and NumDoc=" + origem.NumDoc +
+                            " and SerieDoc=" + origem.Serie + " and NumLinha=" + origem.NumLinha);
+    if (linha->fim()) return;
+    if (pesos.Qtd < Moeda() && moeda_ou_zero(linha->valor("Qtd")) + pesos.Qtd < Moeda())
+        throw base::FalhaGuarda("A linha " + origem.texto() + " já não tem em aberto a quantidade pedida.");
+    soma(*linha, "Qtd", pesos.Qtd);
+    soma(*linha, "PesoLiquido", pesos.Liquido);
+    soma(*linha, "PesoBruto", pesos.Bruto);
+    linha->actualiza();
+}
+
+std::string condicao(const Documento& documento, const char* coluna_serie, const char* coluna_numero) {
+    return " where Ano=" + std::to_string(documento.Ano) +
+           " and TpDoc=" + base::entre_plicas(documento.TpDoc) + "     and " + coluna_numero + "=" +
+           std::to_string(documento.Numero) + " and " + coluna_serie + "=" + documento.Serie + " ";
+}
+
+std::vector<LinhaDaGuia> le_guia(startup::SessaoBD& BD, const Documento& guia, const std::string& sql) {
+    std::vector<LinhaDaGuia> linhas;
+    const auto M = BD.Consulta(sql);
+    for (; !M->fim(); M->move_seguinte())
+        linhas.push_back({guia.linha(M->valor("NumLinha").texto()),
+                          M->valor("Artigo").texto(),
+                          {moeda_ou_zero(M->valor("Qtd")), moeda_ou_zero(M->valor("PesoLiquido")),
+                           moeda_ou_zero(M->valor("PesoBruto"))},
+                          M->valor("Origem").texto()});
+    return linhas;
+}
+
+} // namespace
+
+void retira(startup::SessaoBD& BD, const ChaveLinha& origem, const Pesos& pesos) {
+    soma(BD, origem, {-pesos.Qtd, -pesos.Liquido, -pesos.Bruto});
+}
+
+void repoe(startup::SessaoBD& BD, const ChaveLinha& origem, const Pesos& pesos) { soma(BD, origem, pesos); }
+
+void acrescenta_movimento(startup::SessaoBD& BD, const LinhaMovimento& linha) {
+    const auto mov = BD.AbreActualizavel("Select * from xel_ORVEX_MOV where Ano=-1");
+    mov->acrescenta();
+    mov->define("Ano", linha.Documento.Ano);
+    mov->define("TpDoc", linha.Documento.TipoDocumento);
+    mov->define("NumDoc", linha.Documento.NossoNoDocumento);
+    mov->define("SerieDoc", linha.Documento.Serie);
+    mov->define("NumLinha", linha.NumLinha);
+    mov->define("Data", linha.Data);
+    mov->define("Artigo", linha.Artigo);
+    mov->define("Cliente", linha.Cliente);
+    mov->define("Descritivo", ou_nulo(linha.Descritivo));
+    mov->define("QtdOrig", linha.Quantidade);
+    mov->define("Qtd", linha.Quantidade);
+    mov->define("Origem", linha.Origem);
+    mov->define("PesoLiquido", ou_nulo(linha.PesoLiquido));
+    mov->define("PesoBruto", ou_nulo(linha.PesoBruto));
+    mov->actualiza();
+}
+
+void acrescenta_peso_bruto(startup::SessaoBD& BD, const startup::ChaveDocumento& documento,
+                           std::int32_t NumLinha, Moeda peso) {
+    const auto extensao = BD.AbreActualizavel("Select * from U_DocGcLin1 where ano=-1");
+    extensao->acrescenta();
+    extensao->define("TpDocUM", documento.TipoDocumento);
+    extensao->define("NNumDoc", documento.NossoNoDocumento);
+    extensao->define("NumLinha", NumLinha);
+    extensao->define("Serie", documento.Serie);
+    extensao->define("Ano", documento.Ano);
+    extensao->define("PesoBruto", peso);
+    extensao->actualiza();
+}
+
+Moeda peso_bruto(startup::SessaoBD& BD, const startup::ChaveDocumento& documento,
+                 const std::string& NumLinha) {
+    const auto extensao = BD.Consulta("Select * from U_DocGcLin1 where Ano=" + std::to_string(documento.Ano) +
+                                      " and NumLinha=" + NumLinha +
+                                      "  and TpDocum=" + base::entre_plicas(documento.TipoDocumento) +
+                                      " and Serie=" + std::to_string(documento.Serie) +
+                                      "  and NNumdoc=" + std::to_string(documento.NossoNoDocumento) + "  ");
+    return extensao->fim() ? Moeda() : moeda_ou_zero(extensao->valor("PesoBruto"));
+}
+
+std::vector<LinhaERP> linhas_no_erp(startup::SessaoBD& BD, const Documento& documento) {
+    std::vector<LinhaERP> linhas;
+    const auto L =
+        BD.Consulta("Select * from DocGcLin where ano=" + std::to_string(documento.Ano) +
+                    " and tpDocum=" + base::entre_plicas(documento.TpDoc) + " and Serie=" + documento.Serie +
+                    " and NnumDoc=" + std::to_string(documento.Numero));
+    for (; !L->fim(); L->move_seguinte()) {
+        const Variante Artigo = L->valor("artigo");
+        if (Artigo.vazio()) continue;
+        const Variante Descr = L->valor("Descr");
+        linhas.push_back({{.Ano = static_cast<std::int16_t>(L->valor("Ano").inteiro()),
+                           .TipoDocumento = L->valor("TpDocum").texto(),
+                           .Serie = static_cast<std::int16_t>(L->valor("Serie").inteiro()),
+                           .NossoNoDocumento = static_cast<std::int32_t>(L->valor("NNumDoc").inteiro())},
+                          static_cast<std::int32_t>(L->valor("Numlinha").inteiro()),
+                          Artigo.texto(),
+                          Descr.nulo() ? std::nullopt : std::optional(Descr.texto()),
+                          moeda_ou_zero(L->valor("Quant"))});
+    }
+    return linhas;
+}
+
+bool anulado_no_erp(startup::SessaoBD& BD, const Documento& documento) {
+    constexpr std::int64_t anulado = -1;
+    const auto cabecalho =
+        BD.Consulta("Select NVias from DocGcCab" + condicao(documento, "Serie", "NNumDoc"));
+    return !cabecalho->fim() && cabecalho->valor("NVias").inteiro() == anulado;
+}
+
+std::vector<LinhaDaGuia> linhas_a_anular(startup::SessaoBD& BD, const Documento& guia) {
+    return le_guia(BD, guia, "Select * from xel_ORVEX_MOV" + condicao(guia, "SerieDoc", "NumDoc"));
+}
+
+std::vector<LinhaDaGuia> linhas_a_devolver(startup::SessaoBD& BD, const Documento& guia) {
+    return le_guia(BD, guia,
+                   "Select * from xel_ORVEX_MOV where Ano=" + std::to_string(guia.Ano) +
+                       " and TpDoc=" + base::entre_plicas(guia.TpDoc) +
+                       " and NumDoc= " + std::to_string(guia.Numero) + " and SerieDoc=" + guia.Serie + " ");
+}
+
+void apaga_linhas(startup::SessaoBD& BD, const Documento& guia) {
+    BD.Executa("Delete xel_ORVEX_MOV" + condicao(guia, "SerieDoc", "NumDoc"));
+    BD.Executa("Delete xel_ORVEX" + condicao(guia, "Serie", "NNumDoc"));
+}
+
+bool devolvida_pelo_cliente(startup::SessaoBD& BD, const std::string& Cliente, const std::string& TpDoc,
+                            const std::string& Artigo, const ChaveLinha& linha) {
+    const auto devolucoes = BD.Consulta(
+        "Select * from xel_ORVEX_MOV where  Cliente = " + base::entre_plicas(Cliente) +
+        " and TpDoc=" + base::entre_plicas(TpDoc) + " and Artigo=" + base::entre_plicas(Artigo) + " ");
+    for (; !devolucoes->fim(); devolucoes->move_seguinte())
+        if (devolucoes->valor("Origem").texto() == linha.origem()) return true;
+    return false;
+}
+
+bool devolvida(startup::SessaoBD& BD, const std::string& TpDoc, const ChaveLinha& linha) {
+    return !BD.Consulta("Select * from xel_ORVEX_MOV where TpDoc=" + base::entre_plicas(TpDoc) +
+                        " and Origem=" + base::entre_plicas(linha.origem()))
+                ->fim();
+}
+
+} // namespace orvex::livro
