@@ -101,16 +101,17 @@ void GuiasRemessa::GravaDevolucao() {
     confirmacao.executa(
         [&] {
             ArmazemGuia = ArmazemEscolhido();
-            confirmacao.Inicia(IntencaoDeDevolver());
+            const Guia devolucao = DevolucaoNoEcra();
+            confirmacao.Inicia(devolucao.intencao());
             BD.Tranca(); // before the ERP moves stock that others may be deciding on
             LibertaDocumento();
-            CriaCabecalhoDevolucao();
+            CriaCabecalhoDevolucao(devolucao.cab);
             std::int32_t Erro = 0;
             std::string Mensagem;
-            if (!CriaLinhasDevolucao(confirmacao, 1, Erro, Mensagem) || Erro != 0)
+            if (!CriaLinhasDevolucao(devolucao, confirmacao, 1, Erro, Mensagem) || Erro != 0)
                 throw base::Falha(Mensagem);
-            const std::int32_t numero = NumeroNoEcra();
-            ActualizaMovGV(numero, NumGuia);
+            const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
+            ActualizaMovGV(devolucao, numero, NumGuia);
             ExigeLinhasRegistadas(confirmacao.Criado());
             confirmacao.Confirma();
             Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
@@ -122,56 +123,40 @@ void GuiasRemessa::GravaDevolucao() {
     SetFocus(campo(0));
 }
 
-confirmacao::Intencao GuiasRemessa::IntencaoDeDevolver() const {
-    confirmacao::Intencao intencao{
-        .fluxo = confirmacao::Fluxo::devolve,
-        .cria = {static_cast<std::int16_t>(DTPicker3.Value.ano), GUIADEVOLUCAO[0], GUIADEVOLUCAO.serie(1)},
-        .Cliente = campo(0).Text,
-        .Data = DTPicker3.Value};
-    for (int i = 0; i < Final.linhas(); ++i)
-        if (Devolvida(i))
-            intencao.artigos.push_back({Final.texto(i, "Artigo"), Final.moeda(i, "Qtd"), ArmazemGuia});
-    return intencao;
-}
-
-void GuiasRemessa::ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa) {
+void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa) {
     regista_falha([&] {
-        const auto linhas = livro::linhas_a_devolver(BD, Guia(NoGRemessa));
+        const auto linhas = livro::linhas_a_devolver(BD, DocumentoDaGuia(NoGRemessa));
         if (linhas.empty()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
         for (const livro::LinhaDaGuia& linha : linhas)
-            for (int i = 0; i < Final.linhas(); ++i) {
-                if (!Devolvida(i) ||
-                    base::le_inteiro(linha.chave.NumLinha) != Final.valor(i, "NumLinha").inteiro())
-                    continue;
-                const Moeda Qtd = Final.moeda(i, "Qtd");
+            for (const LinhaGuia& devolvida : devolucao.linhas) {
+                if (base::le_inteiro(linha.chave.NumLinha) != devolvida.NumLinha) continue;
                 if (const auto origem = linha.origem())
-                    livro::repoe(BD, *origem, {Qtd, Qtd, Final.moeda(i, "PesoBruto")});
+                    livro::repoe(BD, *origem, {devolvida.Quant, devolvida.Quant, devolvida.PesoBruto});
             }
-        RecusaDevolvidas();
-        RegistaLinhasERP({DTPicker3.Value.ano, GUIADEVOLUCAO[0], GUIADEVOLUCAO[1], NoDoc}, DTPicker3.Value,
-                         Sentido::entrada);
+        RecusaDevolvidas(devolucao);
+        RegistaLinhasERP(devolucao.cab, NoDoc);
     });
 }
 
 void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
-    if (livro::anulado_no_erp(BD, Guia(NoGRemessa)))
+    if (livro::anulado_no_erp(BD, DocumentoDaGuia(NoGRemessa)))
         throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " foi anulada depois de carregada.");
     throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " não está nos movimentos da ORVEX.");
 }
 
 // Another program may have taken a line back since it was ticked here.
-void GuiasRemessa::RecusaDevolvidas() {
-    for (int i = 0; i < Final.linhas(); ++i)
-        if (Devolvida(i) &&
-            livro::devolvida(BD, GUIADEVOLUCAO[0], Guia(NumGuia).linha(Final.texto(i, "NumLinha"))))
-            throw base::FalhaGuarda("O artigo " + Final.texto(i, "Artigo") + " da guia " +
-                                    std::to_string(NumGuia) + " já foi devolvido.");
+void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
+    for (const LinhaGuia& linha : devolucao.linhas)
+        if (livro::devolvida(BD, GUIADEVOLUCAO[0],
+                             DocumentoDaGuia(NumGuia).linha(std::to_string(linha.NumLinha))))
+            throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NumGuia) +
+                                    " já foi devolvido.");
 }
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
     bDevolvido = false;
     bDevolvido = livro::devolvida_pelo_cliente(BD, campo(0).Text, GUIADEVOLUCAO[0], sArtigo,
-                                               Guia(NumGuia).linha(std::to_string(Linha)));
+                                               DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
 }
 
 void GuiasRemessa::TestaDevolucao(bool& Boa) {

@@ -27,66 +27,39 @@ bool GuiasRemessa::LibertaDocumento() {
     return true;
 }
 
-bool GuiasRemessa::CriaCabecalhoGuia() {
+bool GuiasRemessa::CriaCabecalhoGuia(const CabecalhoGuia& cab) { return CriaCabecalho(cab); }
+bool GuiasRemessa::CriaCabecalhoDevolucao(const CabecalhoGuia& cab) { return CriaCabecalho(cab); }
+
+bool GuiasRemessa::CriaCabecalho(const CabecalhoGuia& cab) {
     if (DocActual) return true;
     DocActual = CriaObjectoERP(classe_documento);
     const ReferenciaERP Cab = DocActual->obtem("Cab").objecto;
-    const base::DataHora &carga = DTPicker2(0).Value, &descarga = DTPicker2(1).Value;
 
-    Cab->poe("Ano", DTPicker1.Value.ano);
-    Cab->poe("Data", DTPicker1.Value.data());
+    Cab->poe("Ano", cab.Data.ano);
+    Cab->poe("Data", cab.Data.data());
     Cab->poe("AreaGestao", area_gestao);
-    Cab->poe("Sector", GUIASREMESSA[2]);
-    Cab->poe("Serie", GUIASREMESSA.serie(1));
-    Cab->poe("TipoDocumento", GUIASREMESSA[0]);
+    Cab->poe("Sector", cab.Sector);
+    Cab->poe("Serie", cab.Serie);
+    Cab->poe("TipoDocumento", cab.Documento.TpDoc);
     Cab->poe("TipoTerceiro", terceiro_cliente);
-    Cab->poe("Terceiro", campo(0).Text);
+    Cab->poe("Terceiro", cab.Cliente);
     Cab->poe("TipoPreco", 0);
+    if (cab.devolucao) DocActual->poe("Origem", origem_devolucao);
     DocActual->chama("Validar", {});
-    Cab->poe("NumeroContribuinte", campo(19).Text);
-    Cab->poe("Processo", campo(22).Text);
-    Cab->poe("VossoNoDocumento", campo(23).Text);
-    Cab->poe("Vendedor", campo(2).Text);
-    Cab->poe("MeiodeTransporte", campo(24).Text);
-    Cab->poe("Matricula", campo(25).Text);
-    Cab->poe("LocalCarga", campo(26).Text);
-    Cab->poe("LocalDescarga", campo(27).Text);
-    Cab->poe("HoraCarga", carga.so_hora());
-    Cab->poe("HoraDescarga", descarga.so_hora());
-    Cab->poe("DataCarga", carga.data());
-    Cab->poe("DataDescarga", descarga.data());
-    Cab->poe("IvaIncluido", false);
-    return true;
-}
-
-bool GuiasRemessa::CriaCabecalhoDevolucao() {
-    if (DocActual) return true;
-    DocActual = CriaObjectoERP(classe_documento);
-    const ReferenciaERP Cab = DocActual->obtem("Cab").objecto;
-    const base::DataHora& data = DTPicker3.Value;
-
-    Cab->poe("Ano", data.ano);
-    Cab->poe("Data", data.data());
-    Cab->poe("AreaGestao", area_gestao);
-    Cab->poe("Sector", GUIADEVOLUCAO[2]);
-    Cab->poe("Serie", GUIADEVOLUCAO.serie(1));
-    Cab->poe("TipoDocumento", GUIADEVOLUCAO[0]);
-    Cab->poe("TipoTerceiro", terceiro_cliente);
-    Cab->poe("Terceiro", campo(0).Text);
-    Cab->poe("TipoPreco", 0);
-    DocActual->poe("Origem", origem_devolucao);
-    DocActual->chama("Validar", {});
-    Cab->poe("NumeroContribuinte", campo(19).Text);
-    Cab->poe("Processo", "");
-    Cab->poe("VossoNoDocumento", campo(1).Text);
-    Cab->poe("Vendedor", campo(2).Text);
-    Cab->poe("MeiodeTransporte", campo(24).Text);
-    Cab->poe("Matricula", campo(25).Text);
-    // What was unloaded there is loaded there on its way back.
-    Cab->poe("LocalCarga", campo(27).Text);
-    Cab->poe("LocalDescarga", campo(26).Text);
-    Cab->poe("DataCarga", data.data());
-    Cab->poe("DataDescarga", data.data());
+    Cab->poe("NumeroContribuinte", cab.NumeroContribuinte);
+    Cab->poe("Processo", cab.Processo);
+    Cab->poe("VossoNoDocumento", cab.VossoNoDocumento);
+    Cab->poe("Vendedor", cab.Vendedor);
+    Cab->poe("MeiodeTransporte", cab.MeiodeTransporte);
+    Cab->poe("Matricula", cab.Matricula);
+    Cab->poe("LocalCarga", cab.LocalCarga);
+    Cab->poe("LocalDescarga", cab.LocalDescarga);
+    if (!cab.devolucao) {
+        Cab->poe("HoraCarga", cab.Carga.so_hora());
+        Cab->poe("HoraDescarga", cab.Descarga.so_hora());
+    }
+    Cab->poe("DataCarga", cab.Carga.data());
+    Cab->poe("DataDescarga", cab.Descarga.data());
     Cab->poe("IvaIncluido", false);
     return true;
 }
@@ -125,82 +98,66 @@ std::string GuiasRemessa::ConteudoEnviado() const {
     return texto;
 }
 
-void GuiasRemessa::PoeMovimento(startup::ObjectoERP& lin, const base::DataHora& data,
-                                const std::string& sector) {
-    lin.poe("DataMvStock", data.data());
+void GuiasRemessa::PoeMovimento(startup::ObjectoERP& lin, const CabecalhoGuia& cab) {
+    lin.poe("DataMvStock", cab.Data.data());
     lin.poe("PrecoUnitario", 0);
-    lin.poe("Sector", sector);
+    lin.poe("Sector", cab.Sector);
     lin.poe("Desconto", 0);
     lin.poe("TaxaDesconto", 0);
 }
 
-void GuiasRemessa::AdicionaLinhaTexto(const std::string& texto) {
+void GuiasRemessa::AdicionaLinhaTexto(const CabecalhoGuia& cab, const std::string& texto) {
     const ReferenciaERP lin = NovaLinha("");
     SugereValores(lin);
     lin->poe("descricao", texto);
     lin->poe("Quantidade", 0);
     lin->poe("Unidade", "");
     lin->poe("TaxaIVA", 0);
-    PoeMovimento(*lin, DTPicker1.Value, GUIASREMESSA[2]);
+    PoeMovimento(*lin, cab);
     lin->poe("Armazem", "");
     AcrescentaLinha(lin, "", Moeda(), {});
 }
 
-void GuiasRemessa::AdicionaLinhaGuia(int linha) {
-    const ReferenciaERP lin = NovaLinha(Gr.texto(linha, "Artigo"));
-    lin->poe("Armazem", ArmazemGuia);
+void GuiasRemessa::AdicionaLinha(const CabecalhoGuia& cab, const LinhaGuia& linha) {
+    const ReferenciaERP lin = NovaLinha(linha.Artigo);
+    lin->poe("Armazem", cab.Armazem);
     SugereValores(lin);
-    lin->poe("descricao", Gr.texto(linha, "Nome"));
-    lin->poe("Quantidade", Gr.moeda(linha, "Quant"));
-    lin->poe("QuantidadeOrigem", Gr.moeda(linha, "Quant"));
-    lin->poe("Unidade", Gr.texto(linha, "Unidade"));
-    PoeMovimento(*lin, DTPicker1.Value, GUIASREMESSA[2]);
-    const bool sem_origem = Gr.moeda(linha, "QtOrig") == Moeda();
-    AcrescentaLinha(lin, Gr.texto(linha, "OutroDoc"), sem_origem ? Moeda() : Gr.moeda(linha, "PesoBruto"),
-                    {Gr.texto(linha, "Artigo"), Gr.moeda(linha, "Quant")});
+    lin->poe("descricao", linha.Nome);
+    lin->poe("Quantidade", linha.Quant);
+    lin->poe("QuantidadeOrigem", linha.Quant);
+    if (!cab.devolucao) lin->poe("Unidade", linha.Unidade);
+    PoeMovimento(*lin, cab);
+    AcrescentaLinha(lin, linha.OutroDoc, linha.sem_peso_original ? Moeda() : linha.PesoBruto,
+                    {linha.Artigo, linha.Quant});
 }
 
-void GuiasRemessa::AdicionaLinhaDevolucao(int linha) {
-    const ReferenciaERP lin = NovaLinha(Final.texto(linha, "Artigo"));
-    lin->poe("Armazem", ArmazemGuia);
-    SugereValores(lin);
-    lin->poe("descricao", Final.texto(linha, "Nome"));
-    lin->poe("Quantidade", Final.moeda(linha, "Qtd"));
-    lin->poe("QuantidadeOrigem", Final.moeda(linha, "Qtd"));
-    PoeMovimento(*lin, DTPicker3.Value, GUIADEVOLUCAO[2]);
-    AcrescentaLinha(lin, Guia(NumGuia).linha(Final.texto(linha, "NumLinha")).origem(),
-                    Final.moeda(linha, "PesoBruto"),
-                    {Final.texto(linha, "Artigo"), Final.moeda(linha, "Qtd")});
-}
-
-bool GuiasRemessa::CriaLinhasGuia(Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
-                                  std::string& Mensagem) {
+bool GuiasRemessa::CriaLinhasGuia(const Guia& guia, Confirmacao& confirmacao, std::int16_t TipoEnvio,
+                                  std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
     regista_falha([&] {
         ComecaLinhas();
         std::string ultimo_doc = "?\?!!"; // a value no document has
-        for (int i = 0; i < Gr.linhas(); ++i) {
-            if (Gr.valor(i, "Artigo").vazio() && Gr.valor(i, "Nome").vazio()) continue;
-            const std::string doc = Gr.texto(i, "Doc");
-            if (!doc.empty() && doc != ultimo_doc) {
-                AdicionaLinhaTexto("O material constante desta posição foi facturado no documento ");
-                AdicionaLinhaTexto(livro::sem_ano(doc) + " de " + Gr.texto(i, "Data"));
+        for (const LinhaGuia& linha : guia.linhas) {
+            if (!linha.Doc.empty() && linha.Doc != ultimo_doc) {
+                AdicionaLinhaTexto(guia.cab,
+                                   "O material constante desta posição foi facturado no documento ");
+                AdicionaLinhaTexto(guia.cab, livro::sem_ano(linha.Doc) + " de " + linha.Data);
             }
-            AdicionaLinhaGuia(i);
-            ultimo_doc = doc;
+            AdicionaLinha(guia.cab, linha);
+            ultimo_doc = linha.Doc;
         }
         criado = EnviaDocumento(confirmacao, TipoEnvio, Erro, Mensagem);
     });
     return criado;
 }
 
-bool GuiasRemessa::CriaLinhasDevolucao(Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
-                                       std::string& Mensagem) {
+bool GuiasRemessa::CriaLinhasDevolucao(const Guia& devolucao, Confirmacao& confirmacao,
+                                       std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
     regista_falha([&] {
         ComecaLinhas();
-        for (int i = 0; i < Final.linhas(); ++i)
-            if (Devolvida(i)) AdicionaLinhaDevolucao(i);
+        for (const LinhaGuia& linha : devolucao.linhas)
+            AdicionaLinha(devolucao.cab, linha);
         criado = EnviaDocumento(confirmacao, TipoEnvio, Erro, Mensagem);
     });
     return criado;

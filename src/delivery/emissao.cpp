@@ -10,8 +10,6 @@ namespace orvex::delivery {
 
 using base::Moeda;
 using confirmacao::Confirmacao;
-using confirmacao::Fluxo;
-using confirmacao::Intencao;
 
 namespace {
 
@@ -117,48 +115,24 @@ bool GuiasRemessa::GuiaLidaPorInteiro() {
     return false;
 }
 
-Intencao GuiasRemessa::IntencaoDeEmitir() const {
-    return {.fluxo = Fluxo::emite_guia,
-            .cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1)},
-            .Cliente = campo(0).Text,
-            .Data = DTPicker1.Value,
-            .artigos = ArtigosDaGuia()};
-}
-
-Intencao GuiasRemessa::IntencaoDeAnular() const {
-    return {.fluxo = Fluxo::anula_guia,
-            .anula = {{static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1),
-                       NumGuia}},
-            .Cliente = campo(0).Text,
-            .Data = DTPicker1.Value,
-            .artigos = ArtigosDaGuia()};
-}
-
-std::vector<confirmacao::ArtigoMovido> GuiasRemessa::ArtigosDaGuia() const {
-    std::vector<confirmacao::ArtigoMovido> artigos;
-    for (int i = 0; i < Gr.linhas(); ++i)
-        if (!Gr.valor(i, "Artigo").vazio())
-            artigos.push_back({Gr.texto(i, "Artigo"), Gr.moeda(i, "Quant"), ArmazemGuia});
-    return artigos;
-}
-
 void GuiasRemessa::Emite(Confirmacao& confirmacao) {
-    confirmacao.Inicia(IntencaoDeEmitir());
+    const Guia guia = GuiaNoEcra();
+    confirmacao.Inicia(guia.intencao());
     BD.Tranca(); // before the ERP moves stock that others may be deciding on
     LibertaDocumento();
-    CriaCabecalhoGuia();
+    CriaCabecalhoGuia(guia.cab);
     std::int32_t Erro = 0;
     std::string Mensagem;
-    if (!CriaLinhasGuia(confirmacao, 1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
-    const std::int32_t numero = NumeroNoEcra();
-    ActualizaMov(numero);
+    if (!CriaLinhasGuia(guia, confirmacao, 1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
+    const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
+    ActualizaMov(guia, numero);
     ExigeLinhasRegistadas(confirmacao.Criado());
     confirmacao.Confirma();
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
 }
 
 void GuiasRemessa::Anula(Confirmacao& confirmacao) {
-    confirmacao.Inicia(IntencaoDeAnular());
+    confirmacao.Inicia(GuiaNoEcra().intencao_de_anular(NumGuia));
     bool Boa = false;
     TestaDevolucao(Boa);
     if (Boa) return confirmacao.Confirma();

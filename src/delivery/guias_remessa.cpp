@@ -80,7 +80,7 @@ bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNu
                         const std::string& sTpDoc, bool& bErro) {
     bErro = false;
     LibertaDocumento();
-    CriaCabecalhoGuia();
+    CriaCabecalhoGuia(CabecalhoNoEcra(GUIASREMESSA, DTPicker1.Value));
     if (DocActual->chama("Ler", {iAno, iSerie, lNumDoc, sTpDoc}).valor.inteiro() == 0) return true;
     if (lNumDoc != 0) {
         Avisa("", DocActual->chama("UltimaMensagem", {}).valor.texto(), 2);

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "common/ecra.h"
+#include "delivery/guia.h"
 #include "livro/chaves.h"
 
 #include <cstdint>
@@ -53,7 +54,6 @@ class GuiasRemessa : public common::Ecra {
     // Of the note on the screen. `a_fazer` has a client, and his open lines to pick from; what is loaded
     // cannot be changed, nor, once cancelled, cancelled or taken back.
     enum class EstadoGuia { vazia, a_fazer, carregada, anulada, a_devolver };
-    enum class Sentido { saida, entrada }; // of the items, seen from the warehouse
     // A line of the document being built, and whether the ERP showed it when the ledger was written.
     struct LinhaEnviada {
         std::string Artigo{};     // none for a text line
@@ -143,29 +143,34 @@ class GuiasRemessa : public common::Ecra {
     bool VerificaContribuinte();
     void Emite(confirmacao::Confirmacao& confirmacao);
     void Anula(confirmacao::Confirmacao& confirmacao);
-    confirmacao::Intencao IntencaoDeEmitir() const;
-    confirmacao::Intencao IntencaoDeAnular() const;
-    std::vector<confirmacao::ArtigoMovido> ArtigosDaGuia() const;
     bool GuiaAindaNoEcra();
     bool GuiaLidaPorInteiro();
     void Recomeca(); // the empty screen, the cursor in its first field
 
+    // The note as a value: guia.cpp
+
+    CabecalhoGuia CabecalhoNoEcra(const startup::ListaParametros& documento,
+                                  const base::DataHora& data) const;
+    Guia GuiaNoEcra() const;
+    Guia DevolucaoNoEcra() const; // of the lines ticked
+
     // The ERP document: documento.cpp
 
     bool LibertaDocumento();
-    bool CriaCabecalhoGuia();
-    bool CriaCabecalhoDevolucao();
+    // Where there is no document yet, makes one with this header.
+    bool CriaCabecalhoGuia(const CabecalhoGuia& cab);
+    bool CriaCabecalhoDevolucao(const CabecalhoGuia& cab);
+    bool CriaCabecalho(const CabecalhoGuia& cab);
     // True exactly when the document was created; otherwise UltimoErro tells why.
-    bool CriaLinhasGuia(confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
-                        std::string& Mensagem);
-    bool CriaLinhasDevolucao(confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio,
-                             std::int32_t& Erro, std::string& Mensagem);
-    void AdicionaLinhaGuia(int linha);
-    void AdicionaLinhaDevolucao(int linha);
-    void AdicionaLinhaTexto(const std::string& texto);
+    bool CriaLinhasGuia(const Guia& guia, confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio,
+                        std::int32_t& Erro, std::string& Mensagem);
+    bool CriaLinhasDevolucao(const Guia& devolucao, confirmacao::Confirmacao& confirmacao,
+                             std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem);
+    void AdicionaLinha(const CabecalhoGuia& cab, const LinhaGuia& linha);
+    void AdicionaLinhaTexto(const CabecalhoGuia& cab, const std::string& texto);
     startup::ReferenciaERP NovaLinha(const std::string& Artigo);
     // What every line says of its movement: its day and sector, and no price of its own.
-    static void PoeMovimento(startup::ObjectoERP& lin, const base::DataHora& data, const std::string& sector);
+    static void PoeMovimento(startup::ObjectoERP& lin, const CabecalhoGuia& cab);
     void SugereValores(const startup::ReferenciaERP& lin);
     void ComecaLinhas();
     void AcrescentaLinha(const startup::ReferenciaERP& lin, const std::string& OutroDoc, base::Moeda peso,
@@ -177,15 +182,14 @@ class GuiasRemessa : public common::Ecra {
 
     // The ledger: livro.cpp
 
-    void ActualizaMov(std::int32_t NoDoc);
+    void ActualizaMov(const Guia& guia, std::int32_t NoDoc);
     void ActualizaMovGR(std::int32_t NoDoc);
     // One movement row, one holder row and one gross-weight row per article line of the ERP document.
-    void RegistaLinhasERP(const livro::Documento& documento, const base::DataHora& data, Sentido sentido);
+    void RegistaLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
     // Throws when an article line that was sent is none of those recorded: its weight would have left the
     // open line and be nowhere.
     void ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const;
-    std::string Detentor() const;                    // holder after the movement
-    livro::Documento Guia(std::int32_t NoDoc) const; // a note of the year on the screen
+    livro::Documento DocumentoDaGuia(std::int32_t NoDoc) const; // a note of the year on the screen
 
     // Returns: devolucao.cpp
 
@@ -196,10 +200,9 @@ class GuiasRemessa : public common::Ecra {
     void Final_BeforeColUpdate(int Row, int Col, bool& Cancel);
     bool Devolvida(int linha) const; // ticked in Final
     void GravaDevolucao();
-    confirmacao::Intencao IntencaoDeDevolver() const;
-    void ActualizaMovGV(std::int32_t NoDoc, std::int32_t NoGRemessa);
+    void ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa);
     [[noreturn]] void RecusaSemMovimentos(std::int32_t NoGRemessa);
-    void RecusaDevolvidas();
+    void RecusaDevolvidas(const Guia& devolucao);
     void TestaDevolucao(bool& Boa);
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);
 

@@ -18,16 +18,13 @@ bool mesmo_artigo(const std::string& a, const std::string& b) {
 
 } // namespace
 
-livro::Documento GuiasRemessa::Guia(std::int32_t NoDoc) const {
+livro::Documento GuiasRemessa::DocumentoDaGuia(std::int32_t NoDoc) const {
     return {DTPicker1.Value.ano, GUIASREMESSA[0], GUIASREMESSA[1], NoDoc};
 }
 
-std::string GuiasRemessa::Detentor() const {
-    return ARMAZEM[0] != ArmazemGuia ? CLIENTEORVEX[0] : campo(0).Text;
-}
-
-void GuiasRemessa::RegistaLinhasERP(const livro::Documento& documento, const DataHora& data,
-                                    Sentido sentido) {
+void GuiasRemessa::RegistaLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc) {
+    livro::Documento documento = cab.Documento;
+    documento.Numero = NoDoc;
     for (const livro::LinhaERP& L : livro::linhas_no_erp(BD, documento)) {
         const auto n = static_cast<std::size_t>(L.NumLinha);
         if (n >= PesosLinha.size())
@@ -35,20 +32,20 @@ void GuiasRemessa::RegistaLinhasERP(const livro::Documento& documento, const Dat
                                     ", que a guia não tem.");
         livro::acrescenta_movimento(BD, {.Documento = L.Documento,
                                          .NumLinha = L.NumLinha,
-                                         .Data = data,
+                                         .Data = cab.Data,
                                          .Artigo = L.Artigo,
-                                         .Cliente = campo(0).Text,
+                                         .Cliente = cab.Cliente,
                                          .Descritivo = L.Descr,
                                          .Quantidade = L.Quant,
                                          .Origem = OutrosDocsLinha[n],
                                          .PesoLiquido = L.Quant,
                                          .PesoBruto = PesosLinha[n]});
         livro::acrescenta_detentor(BD, {.NumSerie = L.Artigo,
-                                        .Cliente = Detentor(),
-                                        .Data = data,
-                                        .Quantidade = sentido == Sentido::saida ? -L.Quant : L.Quant,
-                                        .Obs = Label2(1).Caption,
-                                        .CliFinal = Detentor(),
+                                        .Cliente = cab.Detentor,
+                                        .Data = cab.Data,
+                                        .Quantidade = cab.devolucao ? L.Quant : -L.Quant,
+                                        .Obs = cab.NomeCliente,
+                                        .CliFinal = cab.Detentor,
                                         .Documento = L.Documento,
                                         .NumLin = L.NumLinha});
         livro::acrescenta_peso_bruto(BD, L.Documento, L.NumLinha, PesosLinha[n]);
@@ -63,28 +60,27 @@ void GuiasRemessa::ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) 
                                     criado.texto() + " que acabou de criar.");
 }
 
-void GuiasRemessa::ActualizaMov(std::int32_t NoDoc) {
+void GuiasRemessa::ActualizaMov(const Guia& guia, std::int32_t NoDoc) {
     regista_falha([&] {
-        for (int i = 0; i < Gr.linhas(); ++i) {
-            if (Gr.valor(i, "Artigo").vazio()) continue;
-            const Moeda Quant = Gr.moeda(i, "Quant");
-            if (const auto origem = livro::le_chave(Gr.texto(i, "OutroDocMesmo")))
-                livro::retira(BD, *origem, {Quant, Quant, Gr.moeda(i, "PesoBruto")});
+        for (const LinhaGuia& linha : guia.linhas) {
+            if (linha.Artigo.empty()) continue;
+            if (const auto origem = livro::le_chave(linha.OutroDocMesmo))
+                livro::retira(BD, *origem, {linha.Quant, linha.Quant, linha.PesoBruto});
         }
-        RegistaLinhasERP(Guia(NoDoc), DTPicker1.Value, Sentido::saida);
+        RegistaLinhasERP(guia.cab, NoDoc);
     });
 }
 
 void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
     regista_falha([&] {
         BD.Tranca();
-        for (const livro::LinhaDaGuia& linha : livro::linhas_a_anular(BD, Guia(NoDoc))) {
+        for (const livro::LinhaDaGuia& linha : livro::linhas_a_anular(BD, DocumentoDaGuia(NoDoc))) {
             if (const auto origem = linha.origem()) livro::repoe(BD, *origem, linha.pesos);
             if (livro::devolvida(BD, GUIADEVOLUCAO[0], linha.chave))
                 throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NoDoc) +
                                         " já foi devolvido.");
         }
-        livro::apaga_linhas(BD, Guia(NoDoc));
+        livro::apaga_linhas(BD, DocumentoDaGuia(NoDoc));
     });
 }
 

@@ -1,0 +1,98 @@
+#include "delivery/guia.h"
+
+#include "delivery/guias_remessa.h"
+
+namespace orvex::delivery {
+
+using confirmacao::Fluxo;
+using confirmacao::Intencao;
+
+namespace {
+
+Intencao comum(const Guia& guia, Fluxo fluxo) {
+    Intencao intencao{.fluxo = fluxo, .Cliente = guia.cab.Cliente, .Data = guia.cab.Data};
+    for (const LinhaGuia& linha : guia.linhas)
+        if (!linha.Artigo.empty()) intencao.artigos.push_back({linha.Artigo, linha.Quant, guia.cab.Armazem});
+    return intencao;
+}
+
+startup::ChaveDocumento chave(const CabecalhoGuia& cab, std::int32_t numero) {
+    return {static_cast<std::int16_t>(cab.Documento.Ano), cab.Documento.TpDoc, cab.Serie, numero};
+}
+
+} // namespace
+
+Intencao Guia::intencao() const {
+    Intencao intencao = comum(*this, cab.devolucao ? Fluxo::devolve : Fluxo::emite_guia);
+    intencao.cria = chave(cab, 0);
+    return intencao;
+}
+
+Intencao Guia::intencao_de_anular(std::int32_t numero) const {
+    Intencao intencao = comum(*this, Fluxo::anula_guia);
+    intencao.anula = {chave(cab, numero)};
+    return intencao;
+}
+
+CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ListaParametros& documento,
+                                            const base::DataHora& data) const {
+    return {.Documento = {data.ano, documento[0], documento[1], 0},
+            .Serie = documento.serie(1),
+            .Sector = documento[2],
+            .Data = data,
+            .Cliente = campo(0).Text,
+            .NomeCliente = Label2(1).Caption,
+            .NumeroContribuinte = campo(19).Text,
+            .Processo = campo(22).Text,
+            .VossoNoDocumento = campo(23).Text,
+            .Vendedor = campo(2).Text,
+            .MeiodeTransporte = campo(24).Text,
+            .Matricula = campo(25).Text,
+            .LocalCarga = campo(26).Text,
+            .LocalDescarga = campo(27).Text,
+            .Carga = DTPicker2(0).Value,
+            .Descarga = DTPicker2(1).Value,
+            .Armazem = ArmazemGuia,
+            .Detentor = ARMAZEM[0] != ArmazemGuia ? CLIENTEORVEX[0] : campo(0).Text};
+}
+
+Guia GuiasRemessa::GuiaNoEcra() const {
+    Guia guia{.cab = CabecalhoNoEcra(GUIASREMESSA, DTPicker1.Value)};
+    for (int i = 0; i < Gr.linhas(); ++i) {
+        if (Gr.valor(i, "Artigo").vazio() && Gr.valor(i, "Nome").vazio()) continue;
+        guia.linhas.push_back({.Artigo = Gr.texto(i, "Artigo"),
+                               .Nome = Gr.texto(i, "Nome"),
+                               .Quant = Gr.moeda(i, "Quant"),
+                               .PesoBruto = Gr.moeda(i, "PesoBruto"),
+                               .sem_peso_original = Gr.moeda(i, "QtOrig") == base::Moeda(),
+                               .Unidade = Gr.texto(i, "Unidade"),
+                               .Doc = Gr.texto(i, "Doc"),
+                               .Data = Gr.texto(i, "Data"),
+                               .OutroDocMesmo = Gr.texto(i, "OutroDocMesmo"),
+                               .OutroDoc = Gr.texto(i, "OutroDoc")});
+    }
+    return guia;
+}
+
+Guia GuiasRemessa::DevolucaoNoEcra() const {
+    Guia devolucao{.cab = CabecalhoNoEcra(GUIADEVOLUCAO, DTPicker3.Value)};
+    CabecalhoGuia& cab = devolucao.cab;
+    cab.devolucao = true;
+    cab.Processo.clear();
+    cab.VossoNoDocumento = campo(1).Text;
+    std::swap(cab.LocalCarga, cab.LocalDescarga); // what was unloaded there is loaded there on its way back
+    cab.Carga = cab.Descarga = DTPicker3.Value;
+    for (int i = 0; i < Final.linhas(); ++i) {
+        if (!Devolvida(i)) continue;
+        const std::string NumLinha = Final.texto(i, "NumLinha");
+        devolucao.linhas.push_back({.Artigo = Final.texto(i, "Artigo"),
+                                    .Nome = Final.texto(i, "Nome"),
+                                    .Quant = Final.moeda(i, "Qtd"),
+                                    .PesoBruto = Final.moeda(i, "PesoBruto"),
+                                    .OutroDoc = DocumentoDaGuia(NumGuia).linha(NumLinha).origem(),
+                                    .NumLinha = Final.valor(i, "NumLinha").inteiro()});
+    }
+    return devolucao;
+}
+
+} // namespace orvex::delivery
