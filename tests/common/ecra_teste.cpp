@@ -1,3 +1,4 @@
+#include "startup/arranque.h"
 #include "tests/common/ecra_ensaio.h"
 
 #include <gmock/gmock.h>
