@@ -2,7 +2,11 @@
 //
 // A window passes them to the `utilizador_` members. Each runs its handlers, then moves the focus as the
 // handlers asked, then has the window show the result. While one runs, also while it shows a box or a list,
-// any other is ignored. A failure that no handler traps ends the event and is shown.
+// any other is ignored.
+//
+// A failure that no handler traps takes back what that handler asked for, and is shown. One of the window
+// itself, also that of showing a failure, goes on to who passed the event. Whatever fails, the screen listens
+// to the next event and the busy cursor is off.
 #pragma once
 
 #include "common/foco.h"
@@ -71,7 +75,14 @@ class Eventos : private Foco::Ouvinte {
     bool bDigitado = false; // the user typed since the last validation
 
   private:
-    void corre(const std::function<void()>& manipulador);
+    class EmCurso;
+
+    void decorre(const std::function<void()>& evento); // unless one is running or the screen is closing
+    void corre(const std::function<void()>& manipulador) {
+        decorre([&] { trata(manipulador); });
+    }
+    bool trata(const std::function<void()>& manipulador); // false when it failed
+    void conta(const std::exception& falha);
     void resolve_foco();
     bool le_texto(SelectorData& selector);
 

@@ -48,7 +48,7 @@ void Eventos::utilizador_avanca(int passos) {
 
 bool Eventos::utilizador_foca(Controlo& controlo) {
     if (foco_.actual() != &controlo) corre([&] { SetFocus(controlo); });
-    return foco_.actual() == &controlo;
+    return !em_curso_ && foco_.actual() == &controlo;
 }
 
 void Eventos::utilizador_prime(Botao& botao) {
@@ -60,6 +60,7 @@ void Eventos::utilizador_prime(Botao& botao) {
 
 bool Eventos::utilizador_esc(Controlo& controlo) {
     Botao* cancela = controlo.cancela();
+    if (em_curso_) return cancela != nullptr;
     if (auto* selector = dynamic_cast<SelectorData*>(&controlo)) desiste(*selector);
     if (cancela != nullptr) utilizador_prime(*cancela);
     return cancela != nullptr;
@@ -97,7 +98,7 @@ void Eventos::utilizador_escolhe(Combo& combo, int indice) {
 }
 
 void Eventos::utilizador_pagina(Separadores& separadores, int pagina) {
-    corre([&] {
+    decorre([&] {
         // The field left behind on the other page is validated before the page goes out of sight.
         SetFocus(separadores);
         if (foco_.resolve()) separadores.Tab = pagina;
