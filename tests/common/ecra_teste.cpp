@@ -154,6 +154,17 @@ TEST_F(EcraBase, while_an_event_runs_and_shows_a_box_any_other_is_ignored) {
     EXPECT_EQ(ecra.campo[1].Text + ecra.data.texto_mostrado(), "31-02");
 }
 
+TEST(Vector, has_the_members_that_were_registered_and_no_other) {
+    Vector<Campo> campo;
+    Campo& tres = campo.cria(3);
+    campo.cria(1).nome = "campo(1)";
+    EXPECT_EQ(&campo(3), &tres);
+    const auto pede = [](auto& vector) { vector(7); };
+    const auto falta = testing::ThrowsMessage<base::Falha>("O ecrã não tem o controlo campo(7).");
+    EXPECT_THAT([&] { pede(campo); }, falta);
+    EXPECT_THAT([&] { pede(std::as_const(campo)); }, falta);
+}
+
 TEST_F(EcraBase, a_typed_date_is_read_as_its_picker_is_left_and_asked_about_once_when_it_is_far) {
     const base::DataHora hoje{2019, 3, 15, 10, 20, 30}, longe{2017, 10, 15, 10, 20, 30};
     ecra.data.Value = hoje;
