@@ -56,7 +56,7 @@ bool Ecra::AceitaDatas(std::initializer_list<SelectorData*> selectores) {
         if (Avisa("",
                   "A data " + selector->Value.data() +
                       " está a mais de um ano de hoje.\r\nPretende continuar?",
-                  3) != resposta_ok) {
+                  aviso_ok_cancelar) != resposta_ok) {
             poe_a_vista(*selector);
             SetFocus(*selector);
             return false;

@@ -105,7 +105,7 @@ bool Eventos::le_texto(SelectorData& selector) {
     if (!selector.Texto) return true;
     const auto lida = data_escrita(selector);
     if (!lida) {
-        servicos_.Avisa("", "Data inválida!", 2);
+        servicos_.Avisa("", "Data inválida!", Servicos::aviso_informacao);
         return false;
     }
     selector.Texto.reset();

@@ -19,15 +19,15 @@ std::int32_t Servicos::Avisa(const std::string& campo, const std::string& Aviso,
     constexpr const char* titulo = "Informação";
     janela().mostra();
     switch (Tipo) {
-    case 1:
+    case aviso_obrigatorio:
         janela().caixa("Campo obrigatório [" + campo + "].", titulo, Icone::exclamacao, Botoes::ok);
         return 0;
-    case 2:
+    case aviso_informacao:
         janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok);
         return 0;
-    case 3:
+    case aviso_ok_cancelar:
         return janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok_cancelar);
-    case 4:
+    case aviso_sim_nao:
         return janela().caixa(Aviso, titulo, Icone::informacao, Botoes::sim_nao);
     default:
         return 0;
@@ -36,7 +36,7 @@ std::int32_t Servicos::Avisa(const std::string& campo, const std::string& Aviso,
 
 std::int16_t Servicos::MostraMensagem(const std::string& Texto, int Tipo) {
     constexpr Icone icones[] = {Icone::exclamacao, Icone::informacao, Icone::critico};
-    if (Tipo < 0 || Tipo > 2) return 0;
+    if (Tipo < mensagem_exclamacao || Tipo > mensagem_critica) return 0;
     janela().mostra();
     return static_cast<std::int16_t>(
         janela().caixa(Texto, startup::descricao_programa, icones[Tipo], Botoes::ok));

@@ -41,8 +41,17 @@ class Servicos {
     startup::SessaoBD& BD;
     startup::SessaoERP& gERP;
 
+    // Kinds of Avisa; any other shows nothing.
+    enum TipoAviso : std::int16_t {
+        aviso_obrigatorio = 1, // names the field that must be filled in
+        aviso_informacao = 2,
+        aviso_ok_cancelar = 3, // Cancel is the default
+        aviso_sim_nao = 4,
+    };
     std::int32_t Avisa(const std::string& campo, const std::string& Aviso, std::int16_t Tipo);
-    // Titled with the program's description.
+    // Kinds of MostraMensagem, whose boxes are titled with the program's description; any other shows
+    // nothing.
+    enum TipoMensagem { mensagem_exclamacao = 0, mensagem_informacao = 1, mensagem_critica = 2 };
     std::int16_t MostraMensagem(const std::string& Texto, int Tipo);
 
     // The first column of the row the user chose, or the empty text.
