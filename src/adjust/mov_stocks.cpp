@@ -12,21 +12,21 @@ MovStocks::MovStocks(common::ServicosEcra servicos, std::int16_t modo)
 void MovStocks::liga_controlos() {
     regista(Label1, "Label1");
     Label1.Caption = "Sobras/Quebras";
-    regista(Label2(1), "Label2(1)");
-    regista(Label2(3), "Label2(3)");
+    regista(Label2.cria(1), "Label2(1)");
+    regista(Label2.cria(3), "Label2(3)");
 
-    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
-    regista_campo(campo(1), 1, "Existência.", "Existência");
-    regista_campo(campo(2), 2, "Processo.", "Processo");
-    regista_campo(campo(3), 3, "Nova Existência/Quantidade.", "");
-    regista_campo(campo(4), 4, "Observações", "Observações");
-    regista_campo(campo(5), 5, "No. Documento.", "Número Doc.");
+    regista_campo(campo.cria(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
+    regista_campo(campo.cria(1), 1, "Existência.", "Existência");
+    regista_campo(campo.cria(2), 2, "Processo.", "Processo");
+    regista_campo(campo.cria(3), 3, "Nova Existência/Quantidade.", "");
+    regista_campo(campo.cria(4), 4, "Observações", "Observações");
+    regista_campo(campo.cria(5), 5, "No. Documento.", "Número Doc.");
     campo(1).numerico = campo(3).numerico = true;
     campo(5).Enabled = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
 
-    regista_botao(btFx(0), "btFx(0)", "...", "Selecionar Artigo/Num.Série.", [this] { btFx_Click(0); });
-    regista_botao(btFx(5), "btFx(5)", "...", "Selecionar No.Documento.", [this] { btFx_Click(5); });
+    regista_botao(btFx.cria(0), "btFx(0)", "...", "Selecionar Artigo/Num.Série.", [this] { btFx_Click(0); });
+    regista_botao(btFx.cria(5), "btFx(5)", "...", "Selecionar No.Documento.", [this] { btFx_Click(5); });
     regista_botao(btConf, "btConf", "&Confirmar", "Confrmar a operação.", [this] { btConf_Click(); });
     regista_botao(btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.",
                   [this] { btCancelar_Click(); });

@@ -1,5 +1,6 @@
 #include "common/controlos.h"
 
+#include "base/falha.h"
 #include "base/texto.h"
 
 namespace orvex::common {
@@ -21,6 +22,11 @@ Botao* Controlo::cancela() const {
 void Campo::selecciona_tudo() {
     SelStart = 0;
     SelLength = static_cast<int>(base::comprimento(Text));
+}
+
+void falta_no_vector(std::string_view nome, int indice) {
+    throw base::Falha("O ecrã não tem o controlo " + std::string(nome.substr(0, nome.find('('))) + "(" +
+                      std::to_string(indice) + ").");
 }
 
 } // namespace orvex::common

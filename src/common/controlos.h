@@ -9,6 +9,8 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvex::common {
@@ -99,12 +101,23 @@ struct Quadro : Controlo {
     Botao* Cancela = nullptr; // leaves the frame
 };
 
-// A control array: members are reached by their fixed index.
+// Throws Falha, naming the index of a control array that has none such; `nome` is that of any of its members.
+[[noreturn]] void falta_no_vector(std::string_view nome, int indice);
+
+// A control array: members are reached by their fixed index, and stay where they are.
 template <typename Tipo>
 class Vector {
   public:
-    Tipo& operator()(int indice) { return membros_[indice]; }
-    const Tipo& operator()(int indice) const { return membros_.at(indice); }
+    // The member, made where there was none: for the registration of a screen's controls alone.
+    Tipo& cria(int indice) { return membros_[indice]; }
+
+    // Throws Falha for an index that was not registered.
+    Tipo& operator()(int indice) { return const_cast<Tipo&>(std::as_const(*this)(indice)); }
+    const Tipo& operator()(int indice) const {
+        const auto membro = membros_.find(indice);
+        if (membro != membros_.end()) return membro->second;
+        falta_no_vector(membros_.empty() ? "" : membros_.begin()->second.nome, indice);
+    }
     auto begin() { return membros_.begin(); }
     auto end() { return membros_.end(); }
 

@@ -16,8 +16,7 @@ bool fala_por_si(const std::exception& falha) {
 } // namespace
 
 confirmacao::Meios Ecra::meios() {
-    return {BD, gERP, servicos_.observador, servicos_.formato,
-            [this](const std::string& texto) { Avisa("", texto, 2); }};
+    return {BD, gERP, observador(), formato(), [this](const std::string& texto) { Avisa("", texto, 2); }};
 }
 
 void Ecra::regista_falha(const std::function<void()>& procedimento) {

@@ -53,7 +53,7 @@ void GuiasRemessa::liga_rotulos() {
     regista(Label1, "Label1");
     Label1.Caption = "Guias de Remessa";
     for (const int i : {1, 3, 4, 6, 7})
-        regista(Label2(i), indexado("Label2", i));
+        regista(Label2.cria(i), indexado("Label2", i));
     Label2(3).Caption = "Guia de Remessa";
     Label2(4).Caption = "Facturas";
     regista(Titulo, "Titulo");
@@ -73,7 +73,7 @@ void GuiasRemessa::na_pagina(common::Controlo& controlo, int pagina) {
 
 void GuiasRemessa::liga_campos() {
     for (const DescricaoCampo& descricao : campos) {
-        Campo& campo_ = campo(descricao.indice);
+        Campo& campo_ = campo.cria(descricao.indice);
         regista_campo(campo_, descricao.indice, descricao.dica, descricao.legenda);
         if (descricao.em_diversos) na_pagina(campo_, pagina_diversos);
     }
@@ -81,8 +81,8 @@ void GuiasRemessa::liga_campos() {
     campo(11).Visible = false;
 
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
-    regista_selector(DTPicker2(0), "DTPicker2(0)", "Data/Hora de Carga.", "Data/Hora Carga");
-    regista_selector(DTPicker2(1), "DTPicker2(1)", "Data/Hora de Descarga.", "Data/Hora Descarga");
+    regista_selector(DTPicker2.cria(0), "DTPicker2(0)", "Data/Hora de Carga.", "Data/Hora Carga");
+    regista_selector(DTPicker2.cria(1), "DTPicker2(1)", "Data/Hora de Descarga.", "Data/Hora Descarga");
     for (const int i : {0, 1}) {
         DTPicker2(i).com_hora = true;
         na_pagina(DTPicker2(i), pagina_diversos);
@@ -90,7 +90,7 @@ void GuiasRemessa::liga_campos() {
     regista_selector(DTPicker3, "DTPicker3", "Data da Devolução", "Data");
     DTPicker3.dentro_de = &Frame3;
 
-    regista(cb1(0), "cb1(0)");
+    regista(cb1.cria(0), "cb1(0)");
     cb1(0).ToolTip = "Armazém.";
     cb1(0).Legenda = "Armazém";
     cb1(0).Change = [this](int anterior) { cb1_Change(anterior); };
@@ -120,14 +120,16 @@ void GuiasRemessa::liga_botoes() {
                                         "Acesso à lista de Gestores de Conta.",
                                         "Acesso à lista de Vendedores."};
     for (const int i : {0, 1, 2, 3}) {
-        regista_botao(btFx(i), indexado("btFx", i), "...", dicas_listas[i], [this, i] { btFx_Click(i); });
+        regista_botao(btFx.cria(i), indexado("btFx", i), "...", dicas_listas[i],
+                      [this, i] { btFx_Click(i); });
         if (i >= 2) na_pagina(btFx(i), pagina_diversos);
     }
-    regista_botao(btConf(0), "btConf(0)", "&Confirmar", "Confirmar a operação.", [this] { btConf_Click(0); });
-    regista_botao(btConf(1), "btConf(1)", "&Anular", "Anular", [this] { btConf_Click(1); });
-    regista_botao(btGV(0), "btGV(0)", "&Devolução", "Devoução.", [this] { btGV_Click(0); });
-    regista_botao(btGV(1), "btGV(1)", "&Devolução", "Confirma a Devolução.", [this] { btGV_Click(1); });
-    regista_botao(btGV(2), "btGV(2)", "&Cancelar", "Cancelar.", [this] { btGV_Click(2); });
+    regista_botao(btConf.cria(0), "btConf(0)", "&Confirmar", "Confirmar a operação.",
+                  [this] { btConf_Click(0); });
+    regista_botao(btConf.cria(1), "btConf(1)", "&Anular", "Anular", [this] { btConf_Click(1); });
+    regista_botao(btGV.cria(0), "btGV(0)", "&Devolução", "Devoução.", [this] { btGV_Click(0); });
+    regista_botao(btGV.cria(1), "btGV(1)", "&Devolução", "Confirma a Devolução.", [this] { btGV_Click(1); });
+    regista_botao(btGV.cria(2), "btGV(2)", "&Cancelar", "Cancelar.", [this] { btGV_Click(2); });
     regista_botao(btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.",
                   [this] { btCancelar_Click(); });
     regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { btSair_Click(); });

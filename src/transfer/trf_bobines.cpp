@@ -25,21 +25,21 @@ TrfBobines::TrfBobines(common::ServicosEcra servicos, std::int16_t modo)
 void TrfBobines::liga_controlos() {
     regista(Label1, "Label1");
     for (const int i : {2, 3, 4})
-        regista(Label2(i), "Label2(" + std::to_string(i) + ")");
+        regista(Label2.cria(i), "Label2(" + std::to_string(i) + ")");
 
-    regista_campo(campo(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
-    regista_campo(campo(1), 1, "Cliente.", "Cliente");
-    regista_campo(campo(2), 2, "Cliente destino.", "Novo Cliente");
-    regista_campo(campo(3), 3, "Cliente destino.", "");
-    regista_campo(campo(4), 4, "Observações", "Obs (Entrada)");
-    regista_campo(campo(5), 5, "Observações", "Obs (Saída)");
+    regista_campo(campo.cria(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
+    regista_campo(campo.cria(1), 1, "Cliente.", "Cliente");
+    regista_campo(campo.cria(2), 2, "Cliente destino.", "Novo Cliente");
+    regista_campo(campo.cria(3), 3, "Cliente destino.", "");
+    regista_campo(campo.cria(4), 4, "Observações", "Obs (Entrada)");
+    regista_campo(campo.cria(5), 5, "Observações", "Obs (Saída)");
     campo(1).so_leitura = true; // set by the program alone; takes the focus, so that Esc in it closes
     campo(3).Visible = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
     DTPicker1.com_hora = true;
 
-    regista_botao(btFx(0), "btFx(0)", "...", "Lista de Equipamentos.", [this] { btFx_Click(0); });
-    regista_botao(btFx(2), "btFx(2)", "...", "Lista de Equipamentos.", [this] { btFx_Click(2); });
+    regista_botao(btFx.cria(0), "btFx(0)", "...", "Lista de Equipamentos.", [this] { btFx_Click(0); });
+    regista_botao(btFx.cria(2), "btFx(2)", "...", "Lista de Equipamentos.", [this] { btFx_Click(2); });
     regista_botao(btConf, "btConf", "&Confirmar", "Confirmar a operação.", [this] { btConf_Click(); });
     regista_botao(btCancelar, "btCancelar", "C&ancelar", "Cancelar a operação.",
                   [this] { btCancelar_Click(); });

@@ -2,6 +2,7 @@
 // operator does what a user does.
 #pragma once
 
+#include "base/falha.h"
 #include "common/ecra.h"
 
 #include <deque>
@@ -36,6 +37,7 @@ class JanelaGuiao : public common::Janela {
     common::Controlo* foco = nullptr;
     bool ocupada = false, descarregada = false;
     std::function<void()> com_a_caixa_aberta;
+    std::string falha_em; // what is asked of the window that fails: "mostra", "desocupa"
 
     void escolhe_a_primeira_com(const char* coluna, const char* valor) {
         escolhas.push_back([=](auto& linha) { return linha.valor(coluna).texto() == valor; });
@@ -49,12 +51,22 @@ class JanelaGuiao : public common::Janela {
         return textos;
     }
 
-    void mostra() override {}
-    void da_foco(common::Controlo& controlo) override { foco = &controlo; }
-    void ocupado(bool sim) override { ocupada = sim; }
-    void descarrega() override { descarregada = true; }
+    void mostra() override { pede("mostra"); }
+    void da_foco(common::Controlo& controlo) override {
+        foco = &controlo;
+        pede("da_foco");
+    }
+    void ocupado(bool sim) override {
+        ocupada = sim;
+        pede(sim ? "ocupa" : "desocupa");
+    }
+    void descarrega() override {
+        pede("descarrega");
+        descarregada = true;
+    }
     int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
               common::Botoes botoes) override {
+        pede("caixa");
         caixas.push_back({texto, titulo, icone, botoes});
         if (com_a_caixa_aberta) com_a_caixa_aberta();
         const int primeira = botoes == common::Botoes::sim_nao ? common::resposta_sim : common::resposta_ok;
@@ -78,6 +90,9 @@ class JanelaGuiao : public common::Janela {
     }
 
   private:
+    void pede(const char* coisa) const {
+        if (falha_em == coisa) throw base::Falha("A janela falhou.");
+    }
     template <typename Valor>
     static Valor retira(std::deque<Valor>& fila, Valor senao) {
         if (fila.empty()) return senao;

@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 
 namespace orvex::testes {
@@ -45,6 +46,17 @@ TEST(Caixa, TemBotoesPortuguesesEAsRespostasDoTeclado) {
     }
 }
 
+TEST(Caixa, SemRespostaPorqueOProgramaAcabaNadaFicaAceite) {
+    int dada = 0;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [] { QCoreApplication::exit(1); });
+        dada = 10 * platform::qt::mostra_caixa(nullptr, "?", "", {}, common::Botoes::ok_cancelar);
+        dada += platform::qt::mostra_caixa(nullptr, "?", "", {}, common::Botoes::sim_nao);
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 1);
+    EXPECT_EQ(dada, 10 * common::resposta_cancelar + common::resposta_nao);
+}
+
 TEST(Caixa, MostraPorInteiroUmTextoComprido) {
     for (const int palavras : {1, 8, 60}) {
         Respostas respostas;
@@ -62,6 +74,34 @@ TEST(Caixa, MostraPorInteiroUmTextoComprido) {
             texto += "movimento ";
         platform::qt::mostra_caixa(nullptr, texto, "", common::Icone::critico, common::Botoes::ok);
     }
+}
+
+TEST(Janela, FechaSeSoDepoisDaCaixaQueUmManipuladorTemAberta) {
+    JanelaAberta aberta;
+    std::string passos;
+    aberta.qt.define_ao_fechar([&] { passos += "fechada"; });
+    aberta.ecra.confirmar.Click = [&] { passos += aberta.ecra.Avisa("", "Um", 2) == 0 ? "resposta " : ""; };
+    Respostas respostas;
+    respostas.faz([&](QWidget& caixa) {
+        EXPECT_FALSE(aberta.qt.close());
+        testes::tecla(caixa, Qt::Key_Return);
+    });
+    aberta.clica("confirmar");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !aberta.qt.isVisible(); }));
+    EXPECT_EQ(passos, "resposta fechada");
+}
+
+TEST(Janela, DepoisDeUmaFalhaAoMostrarVoltaAMostrarEAOuvirAGrelha) {
+    JanelaAberta aberta;
+    const auto falha = QObject::connect(aberta.em<QTableView>("grelha").model(),
+                                        &QAbstractItemModel::dataChanged, [] { throw base::Falha("?"); });
+    aberta.ecra.grelha.define_valor(0, "Nome", "n");
+    EXPECT_THROW(aberta.qt.mostra(), base::Falha);
+    QObject::disconnect(falha);
+    aberta.ecra.campo[0].Text = "b";
+    aberta.clica_celula("grelha", 1, 1);
+    EXPECT_EQ(aberta.em<QLineEdit>("campo(0)").text(), "b");
+    EXPECT_EQ(aberta.ecra.grelha.linha_actual, 2);
 }
 
 // The clients of the company, CL'1, CL2, CL3 and INA, and one more.

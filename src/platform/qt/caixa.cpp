@@ -25,16 +25,20 @@ QMessageBox::Icon icone_qt(common::Icone icone) {
     return QMessageBox::NoIcon;
 }
 
-int resposta(int botao) {
+int resposta(int botao, common::Botoes botoes) {
     switch (botao) {
+    case QMessageBox::Ok:
+        return common::resposta_ok;
     case QMessageBox::Cancel:
         return common::resposta_cancelar;
     case QMessageBox::Yes:
         return common::resposta_sim;
     case QMessageBox::No:
         return common::resposta_nao;
-    default:
-        return common::resposta_ok;
+    default: // it went without an answer, because the program is ending: nothing was agreed to
+        return botoes == common::Botoes::ok_cancelar ? common::resposta_cancelar
+               : botoes == common::Botoes::sim_nao   ? common::resposta_nao
+                                                     : common::resposta_ok;
     }
 }
 
@@ -81,7 +85,7 @@ int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titu
     alarga(caixa);
     caixa.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                          Qt::WindowCloseButtonHint);
-    return resposta(caixa.exec());
+    return resposta(caixa.exec(), botoes);
 }
 
 } // namespace orvex::platform::qt

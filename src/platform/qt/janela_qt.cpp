@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QSplitter>
 
 #include <algorithm>
@@ -63,11 +64,12 @@ void JanelaQt::abre() {
 
 void JanelaQt::mostra() {
     if (a_mostrar_) return;
-    a_mostrar_ = true;
-    for (const auto& vinculo : vinculos_)
-        vinculo->mostra();
-    linha_estado_->mostra_estado(qs(ecra_.estado()));
-    a_mostrar_ = false;
+    {
+        const QScopedValueRollback a_mostrar(a_mostrar_, true);
+        for (const auto& vinculo : vinculos_)
+            vinculo->mostra();
+        linha_estado_->mostra_estado(qs(ecra_.estado()));
+    }
     poe_foco();
 }
 
@@ -120,6 +122,7 @@ void JanelaQt::ocupado(bool sim) {
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QGuiApplication::restoreOverrideCursor();
+    if (!sim && std::exchange(fecha_depois_, false)) descarrega();
 }
 
 void JanelaQt::descarrega() {
@@ -128,6 +131,11 @@ void JanelaQt::descarrega() {
 }
 
 void JanelaQt::closeEvent(QCloseEvent* evento) {
+    if (ocupado_) { // a handler waits for the answer to a box: closing would take the sessions from under it
+        fecha_depois_ = true;
+        evento->ignore();
+        return;
+    }
     guarda_janela(*this, qs(ecra_.titulo_janela()));
     for (const auto& [divisao, nome] : divisoes_)
         guarda_divisao(*divisao, nome);

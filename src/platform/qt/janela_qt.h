@@ -94,7 +94,8 @@ class JanelaQt : public QWidget, public common::Janela {
     int caixas_ = 0;
     int caixas_antes_ = 0;
     bool a_mostrar_ = false;
-    bool ocupado_ = false;
+    bool ocupado_ = false; // a handler is running
+    bool fecha_depois_ = false;
 };
 
 } // namespace orvex::platform::qt

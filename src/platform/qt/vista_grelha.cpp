@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -46,13 +47,12 @@ VistaGrelha::VistaGrelha(common::Ecra& ecra, common::Grelha& grelha)
 // Showing
 
 void VistaGrelha::mostra() {
-    a_sincronizar_ = true;
+    const QScopedValueRollback a_sincronizar(a_sincronizar_, true);
     if (modelo_.actualiza()) {
         fecha_editor();
         dispoe_colunas();
     }
     sincroniza_actual();
-    a_sincronizar_ = false;
 }
 
 void VistaGrelha::sincroniza_actual() {
