@@ -19,12 +19,7 @@ class ConjuntoOuvido : public ConjuntoRegistos {
 
     bool fim() override { return real_->fim(); }
     void move_seguinte() override {
-        try {
-            real_->move_seguinte();
-        } catch (const std::exception& falha) {
-            ouvinte_.depois({Especie::le, sql_}, {{}, &falha});
-            throw;
-        }
+        conta_a_falha(Especie::le, [this] { real_->move_seguinte(); });
     }
     std::int64_t contagem() override {
         return com_ouvinte(ouvinte_, {Especie::conta, sql_}, [this] { return real_->contagem(); });
@@ -39,7 +34,7 @@ class ConjuntoOuvido : public ConjuntoRegistos {
     }
     void define(std::string_view nome, const base::Variante& valor) override {
         campos_ += " " + std::string(nome) + "=" + escrito(valor);
-        real_->define(nome, valor);
+        conta_a_falha(Especie::altera, [&] { real_->define(nome, valor); });
     }
     void actualiza() override {
         const std::string campos = std::exchange(campos_, altera);
@@ -48,6 +43,17 @@ class ConjuntoOuvido : public ConjuntoRegistos {
     }
 
   private:
+    // Of what is too small and too frequent to be told of when it succeeds.
+    template <typename Trabalho>
+    void conta_a_falha(Especie especie, Trabalho trabalho) {
+        try {
+            trabalho();
+        } catch (const std::exception& falha) {
+            ouvinte_.depois({especie, sql_}, {{}, &falha});
+            throw;
+        }
+    }
+
     static constexpr const char* altera = "  altera";
 
     std::unique_ptr<ConjuntoRegistos> real_;
