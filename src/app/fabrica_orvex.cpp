@@ -1,9 +1,11 @@
 #include "app/fabrica_orvex.h"
 
 #include "app/fabrica_erp.h"
-#include "base/falha.h"
+#include "base/descricao.h"
 #include "delivery/guias_remessa.h"
 #include "platform/odbc/sessao_odbc.h"
+#include "platform/operacoes/sessao_bd_ouvida.h"
+#include "platform/operacoes/sessao_erp_ouvida.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
 #include "platform/qt/janela_guias_remessa.h"
@@ -18,13 +20,38 @@
 namespace orvex::app {
 namespace {
 
+using platform::operacoes::RegistoOperacoes;
+
+// A window whose boxes are in the log: what the user was told before he reads it, and his answers.
+template <typename TJanela>
+class JanelaRegistada : public TJanela {
+  public:
+    template <typename TEcra>
+    JanelaRegistada(TEcra& ecra, const platform::qt::EstadoSessao& sessao, RegistoOperacoes* registo)
+        : TJanela(ecra, sessao), registo_(registo) {}
+
+    int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
+              common::Botoes botoes) override {
+        const bool pergunta = botoes != common::Botoes::ok;
+        if (registo_ != nullptr && !pergunta) registo_->caixa(texto);
+        const int resposta = TJanela::caixa(texto, titulo, icone, botoes);
+        const bool sim = resposta == common::resposta_ok || resposta == common::resposta_sim;
+        if (registo_ != nullptr && pergunta) registo_->caixa(texto, sim ? "sim" : "não");
+        return resposta;
+    }
+
+  private:
+    RegistoOperacoes* registo_;
+};
+
 // A screen and its window.
 template <typename TEcra, typename TJanela>
 class EcraComJanela : public startup::EcraArranque {
   public:
     template <typename... Argumentos>
-    explicit EcraComJanela(const platform::qt::EstadoSessao& sessao, Argumentos&&... argumentos)
-        : ecra_(std::forward<Argumentos>(argumentos)...), janela_(ecra_, sessao) {
+    explicit EcraComJanela(const platform::qt::EstadoSessao& sessao, RegistoOperacoes* registo,
+                           Argumentos&&... argumentos)
+        : ecra_(std::forward<Argumentos>(argumentos)...), janela_(ecra_, sessao, registo) {
         janela_.define_ao_fechar([this] { ecra_.Form_Terminate(); });
     }
 
@@ -33,7 +60,7 @@ class EcraComJanela : public startup::EcraArranque {
 
   private:
     TEcra ecra_;
-    TJanela janela_;
+    JanelaRegistada<TJanela> janela_;
 };
 
 using EcraGuiasRemessa = EcraComJanela<delivery::GuiasRemessa, platform::qt::JanelaGuiasRemessa>;
@@ -60,37 +87,63 @@ void diz(const std::string& texto, const std::string& titulo, common::Icone icon
 
 std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp(const startup::DefinicoesERP& definicoes) {
     sessao_.demonstracao = definicoes.tipo() == startup::TipoERP::emulacao;
-    return app::cria_sessao_erp(definicoes);
+    auto sessao = app::cria_sessao_erp(definicoes);
+    if (registo_ == nullptr) return sessao;
+    return std::make_unique<platform::operacoes::SessaoERPOuvida>(std::move(sessao), *registo_);
 }
 
 std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::DefinicoesBD& definicoes) {
     const bool embebida = definicoes.servidor == startup::servidor_embebido;
     sessao_.motor = embebida ? "SQLite" : "SQL Server";
     sessao_.utilizador = definicoes.utilizador;
-    if (embebida) return std::make_unique<platform::sqlite::SessaoSQLite>();
-    return std::make_unique<platform::odbc::SessaoODBC>();
+    controlador_ = definicoes.controlador;
+    std::unique_ptr<platform::registos::Sessao> sessao;
+    if (embebida)
+        sessao = std::make_unique<platform::sqlite::SessaoSQLite>();
+    else
+        sessao = std::make_unique<platform::odbc::SessaoODBC>();
+    if (registo_ == nullptr) return sessao;
+    sessao->define_ao_engolir(
+        [this](const std::exception& falha) { registo_->engolida(base::descricao(falha)); });
+    return std::make_unique<platform::operacoes::SessaoBDOuvida>(std::move(sessao), *registo_);
 }
 
 std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
                                                                startup::SessaoERP& gERP, int modo) {
     if (const startup::ReferenciaERP empresa = gERP.Empresa())
         sessao_.empresa = empresa->obtem("Nome").valor.texto();
-    const common::ServicosEcra servicos{BD, gERP, startup::Parametros(programa_),
-                                        platform::qt::formato_do_sistema(), base::DataHora::agora};
+    common::ServicosEcra servicos{BD,
+                                  gERP,
+                                  startup::Parametros(programa_),
+                                  platform::qt::formato_do_sistema(),
+                                  base::DataHora::agora,
+                                  observador()};
+    regista_empresa();
     const auto Modo = static_cast<std::int16_t>(modo);
     switch (tipo) {
     case startup::TipoEcra::GuiasRemessa:
-        return std::make_shared<EcraGuiasRemessa>(sessao_, servicos);
+        return std::make_shared<EcraGuiasRemessa>(sessao_, registo_, servicos);
     case startup::TipoEcra::MovStocks:
-        return std::make_shared<EcraMovStocks>(sessao_, servicos, Modo);
+        return std::make_shared<EcraMovStocks>(sessao_, registo_, servicos, Modo);
     case startup::TipoEcra::TrfBobines:
-        return std::make_shared<EcraTrfBobines>(sessao_, servicos, Modo);
+        return std::make_shared<EcraTrfBobines>(sessao_, registo_, servicos, Modo);
     }
     throw base::Falha("Ecrã desconhecido.");
 }
 
+confirmacao::Observador& FabricaOrvex::observador() {
+    return registo_ != nullptr ? *registo_ : confirmacao::sem_observador();
+}
+
+void FabricaOrvex::regista_empresa() {
+    if (registo_ == nullptr) return;
+    registo_->empresa(sessao_.empresa, sessao_.motor, controlador_);
+    sessao_.aviso = [this] { return registo_->avariado() ? "SEM REGISTO DE OPERAÇÕES" : ""; };
+}
+
 void FabricaOrvex::mostra_caixa(const std::string& texto, const std::string& titulo) {
     recusou_ = true;
+    if (registo_ != nullptr) registo_->falha(texto);
     diz(texto, titulo, common::Icone::nenhum);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/janela.h"
+#include "platform/operacoes/registo_operacoes.h"
 #include "platform/qt/pecas.h"
 #include "startup/arranque.h"
 
@@ -15,8 +16,11 @@ void diz(const std::string& texto, const std::string& titulo, common::Icone icon
 
 class FabricaOrvex : public startup::Fabrica {
   public:
-    // `programa` is the folder of the executable, where the parameters file is.
-    explicit FabricaOrvex(std::filesystem::path programa) : programa_(std::move(programa)) {}
+    // `programa` is the folder of the executable, where the parameters file is. With a log, which must
+    // outlive all that is made here, it is told what the sessions, the confirmations and the boxes do.
+    explicit FabricaOrvex(std::filesystem::path programa,
+                          platform::operacoes::RegistoOperacoes* registo = nullptr)
+        : programa_(std::move(programa)), registo_(registo) {}
 
     std::unique_ptr<startup::SessaoERP> cria_sessao_erp(const startup::DefinicoesERP& definicoes) override;
     std::unique_ptr<startup::SessaoBD> cria_sessao_bd(const startup::DefinicoesBD& definicoes) override;
@@ -27,8 +31,13 @@ class FabricaOrvex : public startup::Fabrica {
     bool recusou() const { return recusou_; } // start-up had something to tell
 
   private:
+    confirmacao::Observador& observador();
+    void regista_empresa();
+
     bool recusou_ = false;
     std::filesystem::path programa_;
+    platform::operacoes::RegistoOperacoes* registo_;
+    std::string controlador_;
     platform::qt::EstadoSessao sessao_;
 };
 

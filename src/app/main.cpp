@@ -2,16 +2,32 @@
 #include "app/fabrica_orvex.h"
 #include "base/caminho.h"
 #include "base/descricao.h"
+#include "platform/operacoes/registo_operacoes.h"
+#include "platform/operacoes/sistema.h"
 #include "platform/qt/aplicacao.h"
 
 #include <QApplication>
 
 #include <cstdlib>
 #include <exception>
+#include <iostream>
 
 namespace {
 
 using namespace orvex;
+
+platform::operacoes::RegistoOperacoes& registo() {
+    static platform::operacoes::RegistoOperacoes do_programa(
+        platform::operacoes::pasta_do_registo(),
+        [](const std::string& avaria) { std::cerr << startup::titulo_programa << ": " << avaria << '\n'; });
+    return do_programa;
+}
+
+void diz_falha(const std::string& texto) {
+    registo().falha(texto);
+    registo().fim("falha");
+    app::diz(texto, startup::titulo_programa, common::Icone::critico);
+}
 
 // A failure inside an event ends the event loop and is reported by main; it must not pass through the
 // toolkit.
@@ -50,9 +66,8 @@ std::string argumento_de(const std::vector<std::string>& linha_de_comando) {
 // The toolkit ends the process itself where there is no window system to show anything on.
 void sem_sistema_de_janelas(QtMsgType gravidade, const QMessageLogContext&, const QString& texto) {
     if (gravidade != QtFatalMsg) return;
-    app::diz("Não foi possível abrir a janela: o programa precisa de um ecrã. (" +
-                 texto.simplified().toStdString() + ")",
-             startup::titulo_programa, common::Icone::critico);
+    diz_falha("Não foi possível abrir a janela: o programa precisa de um ecrã. (" +
+              texto.simplified().toStdString() + ")");
     std::_Exit(EXIT_FAILURE);
 }
 
@@ -61,13 +76,14 @@ int corre(const std::string& argumento, Aplicacao* aplicacao) {
     try {
         const auto pastas = startup::PastasInstalacao::de(
             base::caminho_de(QCoreApplication::applicationDirPath().toStdString()));
-        app::FabricaOrvex fabrica(pastas.programa);
+        app::FabricaOrvex fabrica(pastas.programa, &registo());
         startup::Arranque arranque(fabrica, pastas);
         const auto ecra = arranque.Main(argumento);
-        if (ecra != nullptr) return aplicacao->corre();
-        return fabrica.recusou() ? EXIT_FAILURE : EXIT_SUCCESS;
+        const int resultado = ecra != nullptr ? aplicacao->corre() : EXIT_SUCCESS;
+        registo().fim(fabrica.recusou() ? "recusado" : "fechado");
+        return fabrica.recusou() ? EXIT_FAILURE : resultado;
     } catch (const std::exception& falha) {
-        app::diz(base::descricao(falha), startup::titulo_programa, common::Icone::critico);
+        diz_falha(base::descricao(falha));
         return EXIT_FAILURE;
     }
 }
@@ -77,6 +93,7 @@ int corre(const std::string& argumento, Aplicacao* aplicacao) {
 // What opens no screen needs no window system.
 int main(int argc, char* argv[]) {
     const std::string argumento = argumento_de(base::linha_de_comando(argc, argv));
+    registo().inicio(ORVEX_VERSAO, argumento);
     if (!startup::Arranque::abre_ecra(argumento)) {
         const QCoreApplication nucleo(argc, argv);
         return corre(argumento, nullptr);

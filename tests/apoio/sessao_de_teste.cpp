@@ -17,6 +17,11 @@ bool motor_pedido(std::string_view qual) {
     return motor != nullptr && motor == qual;
 }
 
+std::unique_ptr<startup::SessaoBD> do_motor_pedido() {
+    if (pelo_fio() || no_servidor()) return std::make_unique<platform::odbc::SessaoODBC>();
+    return std::make_unique<platform::sqlite::SessaoSQLite>();
+}
+
 } // namespace
 
 bool pelo_fio() { return motor_pedido("fio"); }
@@ -44,20 +49,16 @@ std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pas
     return sessao;
 }
 
+SessaoDeTeste::SessaoDeTeste(Diario& diario) : SessaoBDOuvida(do_motor_pedido(), diario) {}
+
 bool SessaoDeTeste::Abre(const std::string& texto) {
     if (no_servidor()) {
-        auto sessao = std::make_unique<platform::odbc::SessaoODBC>();
-        ensaio::abre_ensaio(*sessao);
-        real_ = std::move(sessao);
+        ensaio::abre_ensaio(dynamic_cast<platform::odbc::SessaoODBC&>(real()));
         return true;
     }
-    if (!pelo_fio()) {
-        real_ = std::make_unique<platform::sqlite::SessaoSQLite>();
-        return real_->Abre(texto);
-    }
+    if (!pelo_fio()) return SessaoBDOuvida::Abre(texto);
     servidor_.emplace(startup::ConstrutorLigacao::le(texto)["Database"]);
-    real_ = std::make_unique<platform::odbc::SessaoODBC>();
-    return real_->Abre(ligacao(*servidor_));
+    return SessaoBDOuvida::Abre(ligacao(*servidor_));
 }
 
 } // namespace orvex::testes

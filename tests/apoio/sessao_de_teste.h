@@ -7,6 +7,7 @@
 #pragma once
 
 #include "platform/odbc/sessao_odbc.h"
+#include "platform/operacoes/sessao_bd_ouvida.h"
 #include "tests/apoio/gravador.h"
 #include "tests/fio/servidor_tds.h"
 
@@ -26,65 +27,24 @@ std::string ligacao(const ServidorTDS& servidor, const std::string& palavra_pass
 // its rows are copied there now.
 std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pasta);
 
-class SessaoDeTeste : public startup::SessaoBD {
+class SessaoDeTeste : public platform::operacoes::SessaoBDOuvida {
   public:
-    SessaoDeTeste() = default;
-    explicit SessaoDeTeste(Diario& diario) : diario_(diario) {}
+    SessaoDeTeste() : SessaoDeTeste(std::make_shared<Diario>()) {}
+    explicit SessaoDeTeste(Diario& diario);
 
     // Takes the connection text of the company's files on either engine.
     bool Abre(const std::string& ligacao) override;
-
-    std::unique_ptr<startup::ConjuntoRegistos> Consulta(const std::string& sql) override {
-        return diario_.passo("CONSULTA " + sql, [&] {
-            return std::make_unique<ConjuntoGravado>(real_->Consulta(sql), diario_);
-        });
-    }
-    std::unique_ptr<startup::ConjuntoRegistos> AbreActualizavel(const std::string& sql) override {
-        return diario_.passo("ABRE " + sql, [&] {
-            return std::make_unique<ConjuntoGravado>(real_->AbreActualizavel(sql), diario_);
-        });
-    }
-    void Executa(const std::string& sql) override {
-        diario_.passo("EXECUTA " + sql, [&] { real_->Executa(sql); });
-    }
-    void IniciaTransaccao() override {
-        diario_.passo("INICIA", [this] { real_->IniciaTransaccao(); });
-    }
-    void Tranca() override {
-        diario_.passo("TRANCA", [this] { real_->Tranca(); });
-    }
-    void ConfirmaTransaccao() override {
-        diario_.passo("CONFIRMA", [this] {
-            real_->ConfirmaTransaccao();
-            if (diario_.falhou_agora())
-                throw startup::ConfirmacaoDesconhecida("Não se sabe se o que estava a ser gravado ficou.");
-        });
-    }
-    // A connection that breaks is rolled back by the server, and still reports a failure.
-    void AnulaTransaccao() override {
-        real_->AnulaTransaccao();
-        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
-    }
-    bool EmTransaccao() override {
-        if (diario_.tambem(Diario::Depois::tudo_lanca)) Diario::lanca();
-        return real_ != nullptr && real_->EmTransaccao();
-    }
-    void EmExclusivo(const std::function<void()>& trabalho) override { real_->EmExclusivo(trabalho); }
-    std::size_t Comprimento(const std::string& tabela, const std::string& coluna) override {
-        return real_->Comprimento(tabela, coluna);
-    }
-    void Fecha() override {
-        if (real_ != nullptr) real_->Fecha();
-    }
 
     ServidorTDS& servidor() { return *servidor_; } // on the wire only
     const ServidorTDS& servidor() const { return *servidor_; }
 
   private:
-    Diario proprio_;
-    Diario& diario_ = proprio_;
+    explicit SessaoDeTeste(const std::shared_ptr<Diario>& proprio) : SessaoDeTeste(*proprio) {
+        proprio_ = proprio;
+    }
+
+    std::shared_ptr<Diario> proprio_;
     std::optional<ServidorTDS> servidor_;
-    std::unique_ptr<startup::SessaoBD> real_;
 };
 
 } // namespace orvex::testes

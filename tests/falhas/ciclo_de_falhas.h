@@ -83,7 +83,7 @@ std::vector<Estrago<TBancada>> estragos_do_programa() {
                                  [=](TBancada& bancada, int passo) {
                                      bancada.diario.falha_no = passo;
                                      bancada.diario.maneira = maneira;
-                                     bancada.diario.depois = depois;
+                                     bancada.diario.depois_disso = depois;
                                  },
                                  [](const TBancada& bancada, int) { return bancada.diario.falhou; },
                                  maneira == Diario::Maneira::recusa};

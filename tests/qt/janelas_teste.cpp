@@ -37,6 +37,12 @@ TEST_F(JanelaDasGuias, TemUmWidgetComNomeParaCadaControloEDizSempreEmQueEmpresaE
     EXPECT_EQ(em<QLabel>("demonstracao").text(), "EMPRESA DE DEMONSTRAÇÃO");
     for (const char* parte : {"Bobines, Lda.", "SQLite", "demo"})
         EXPECT_TRUE(em<QLabel>("sessao").text().contains(parte)) << parte;
+
+    std::string aviso;
+    platform::qt::LinhaEstado linha({"E", "SQLite", "demo", true, [&aviso] { return aviso; }});
+    aviso = "SEM REGISTO";
+    linha.mostra_estado({});
+    EXPECT_TRUE(linha.findChild<QLabel*>("sessao")->text().startsWith("SEM REGISTO   Empresa: E "));
 }
 
 TEST_F(JanelaDasGuias, CabeInteiraNumEcraPequenoENadaSaiDoLugarComNomesCompridosOuComOPainelDaDevolucao) {

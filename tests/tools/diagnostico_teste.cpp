@@ -150,6 +150,8 @@ void confere(const std::vector<std::string>& caso) {
     for (const bool fio : {false, true}) {
         if (caso[0] == (fio ? "aqui" : "fio")) continue;
         SCOPED_TRACE(caso[1] + (fio ? ", over the wire" : ""));
+        const char* registo = fio ? "não pode ser escrito" : "/tmp/nenhuma/orvex/operacoes.log\n";
+        setenv("XDG_STATE_HOME", fio ? "/dev/null" : "/tmp/nenhuma", 1);
         Instalacao instalacao(fio);
         instalacao.estraga(caso[1]);
         const auto antes = instalacao.ficheiros();
@@ -159,6 +161,7 @@ void confere(const std::vector<std::string>& caso) {
         EXPECT_EQ(tem_erros(resultados), !caso[2].empty());
         EXPECT_THAT(texto, HasSubstr(caso[3]));
         EXPECT_THAT("\n" + texto, HasSubstr("\nok    " + caso[4] + ":"));
+        EXPECT_THAT(texto, HasSubstr(std::string("registo de operações: ") + registo));
         EXPECT_THAT(texto, Not(AnyOf(HasSubstr(segredo), HasSubstr(segredo_erp))));
         EXPECT_EQ(instalacao.ficheiros(), antes);
         EXPECT_THAT(instalacao.servidor.textos(), Each(AnyOf(StartsWith("SELECT "), StartsWith("Select "),

@@ -6,9 +6,28 @@
 #include "erp.h"
 #include "parametros.h"
 
+#include "base/caminho.h"
+#include "platform/operacoes/ficheiro_rotativo.h"
+#include "platform/operacoes/sistema.h"
+
 #include <algorithm>
 
 namespace orvex::diagnostico {
+namespace {
+
+// Of the user who asks: each has his own.
+Resultado verifica_registo() {
+    constexpr const char* nome = "registo de operações";
+    const platform::operacoes::FicheiroRotativo registo(platform::operacoes::pasta_do_registo());
+    const std::string defeito = registo.defeito();
+    if (defeito.empty()) return {nome, Estado::ok, base::texto_de(registo.caminho())};
+    return {nome, Estado::aviso,
+            "não pode ser escrito, e o programa trabalha sem ele: " + defeito +
+                ". Dê ao utilizador uma pasta "
+                "sua onde possa escrever."};
+}
+
+} // namespace
 
 Resultados diagnostica(const startup::PastasInstalacao& pastas) {
     Resultados resultados;
@@ -18,6 +37,7 @@ Resultados diagnostica(const startup::PastasInstalacao& pastas) {
     const bool com_parametros = verifica_parametros(parametros, pastas.programa, resultados);
     verifica_erp(definicoes, BD.get(), resultados);
     if (com_parametros) verifica_codigos(parametros, definicoes.erp, BD.get(), resultados);
+    resultados.push_back(verifica_registo());
     return resultados;
 }
 

@@ -94,6 +94,7 @@ class MotorODBC final : public registos::Motor {
                 const FalhaODBC falha = toma_nota(apanhada);
                 if (transaccao_ == Transaccao::perdida) throw com(falha, nada_ficou);
                 if (!restam.outra(falha)) throw falha;
+                engole(falha);
             }
         }
     }

@@ -53,7 +53,8 @@ void MotorODBC::em_exclusivo(const std::function<void()>& trabalho) {
         liberta();
         try {
             if (ligacao_ != nullptr) instrucao().executa(acaba_o_que_ficou());
-        } catch (const Falha&) {
+        } catch (const Falha& falha) {
+            engole(falha);
             ligacao_.reset(); // which lets go of it
         }
     };

@@ -61,6 +61,7 @@ void MotorODBC::confirma() {
         if (recusada) throw com(falha, nada_ficou);
         transaccao_ = Transaccao::nenhuma;
         if (!confirmada_afinal(falha)) throw com(falha, nada_ficou);
+        engole(falha);
     }
 }
 
@@ -89,7 +90,8 @@ bool MotorODBC::confirmada_afinal(const FalhaODBC& falha) {
                                                      testemunha_->chave) > 0;
         ligacao_.reset(); // its patience is not that of other statements
         return confirmada;
-    } catch (const std::exception&) {
+    } catch (const std::exception& da_procura) {
+        engole(da_procura);
         ligacao_.reset();
         throw nao_se_sabe(falha);
     }
@@ -101,7 +103,8 @@ void MotorODBC::anula() {
     liberta();
     try {
         instrucao().executa("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION");
-    } catch (const Falha&) {
+    } catch (const Falha& falha) {
+        engole(falha);
         ligacao_.reset(); // which undoes it for certain
     }
 }
@@ -113,7 +116,8 @@ bool MotorODBC::em_transaccao() {
     std::int64_t abertas = 0;
     try {
         if (ligacao_ != nullptr) abertas = abertas_no_servidor();
-    } catch (const Falha&) {
+    } catch (const Falha& falha) {
+        engole(falha);
         ligacao_.reset(); // which undoes what may be open
     }
     if (abertas == 0) transaccao_ = Transaccao::nenhuma; // the program now knows
@@ -129,6 +133,7 @@ void MotorODBC::exige_transaccao_viva() {
         } catch (const FalhaODBC& apanhada) {
             const FalhaODBC falha = toma_nota(apanhada);
             if (transaccao_ == Transaccao::aberta) throw falha; // nobody can tell; it is asked again
+            engole(falha);
         }
     }
     if (transaccao_ == Transaccao::perdida)

@@ -39,7 +39,7 @@ std::vector<bool> colunas_ocultas(const common::ListaPesquisa& lista) {
 } // namespace
 
 JanelaLista::JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato)
-    : QDialog(pai), modelo_(lista.vinculo.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
+    : QDialog(pai), modelo_(lista.ligacao.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
     setObjectName("ListaPesquisa");
     setWindowTitle(qs(lista.titulo));
     constroi(lista);

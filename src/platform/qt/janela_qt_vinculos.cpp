@@ -17,9 +17,9 @@ namespace orvex::platform::qt {
 template <typename Tipo, typename Modelo, typename Widget>
 Tipo& JanelaQt::acrescenta(Modelo& modelo, Widget& widget) {
     auto vinculo = std::make_unique<Tipo>(*this, modelo, widget);
-    Tipo& feita = *vinculo;
+    Tipo& feito = *vinculo;
     vinculos_.push_back(std::move(vinculo));
-    return feita;
+    return feito;
 }
 
 void JanelaQt::observa(QObject& alvo, Vinculo& vinculo) {

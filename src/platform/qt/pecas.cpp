@@ -83,19 +83,19 @@ QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao) {
     return faixa;
 }
 
-LinhaEstado::LinhaEstado(const EstadoSessao& sessao) : texto_(new EtiquetaElidida) {
+LinhaEstado::LinhaEstado(const EstadoSessao& sessao)
+    : sessao_(sessao), texto_(new EtiquetaElidida), quem_(new EtiquetaElidida) {
     setObjectName("LinhaEstado");
     texto_->setObjectName("ajuda");
     auto* disposicao = new QHBoxLayout(this);
     disposicao->setContentsMargins(margem_janela, 3, margem_janela, 4);
     disposicao->setSpacing(18);
     disposicao->addWidget(texto_, 1);
-    auto* quem = new EtiquetaElidida; // a long company name must not make the window wider than the screen
-    quem->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    quem->setText(
-        qs("Empresa: " + sessao.empresa + "   BD: " + sessao.motor + "   Utilizador: " + sessao.utilizador));
-    quem->setObjectName("sessao");
-    disposicao->addWidget(quem);
+    // A long company name must not make the window wider than the screen.
+    quem_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    quem_->setObjectName("sessao");
+    disposicao->addWidget(quem_);
+    mostra();
 }
 
 void LinhaEstado::mostra_ajuda(const QString& texto) {
@@ -108,6 +108,11 @@ void LinhaEstado::mostra_estado(const QString& texto) {
     mostra();
 }
 
-void LinhaEstado::mostra() { texto_->setText(estado_.isEmpty() ? ajuda_ : estado_); }
+void LinhaEstado::mostra() {
+    texto_->setText(estado_.isEmpty() ? ajuda_ : estado_);
+    const std::string aviso = sessao_.aviso ? sessao_.aviso() : "";
+    quem_->setText(qs((aviso.empty() ? "" : aviso + "   ") + "Empresa: " + sessao_.empresa +
+                      "   BD: " + sessao_.motor + "   Utilizador: " + sessao_.utilizador));
+}
 
 } // namespace orvex::platform::qt

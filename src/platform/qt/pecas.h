@@ -5,6 +5,7 @@
 
 #include <QLabel>
 
+#include <functional>
 #include <string>
 
 class QGridLayout;
@@ -17,6 +18,8 @@ struct EstadoSessao {
     std::string motor;
     std::string utilizador;
     bool demonstracao = false; // a training company, shown so that nobody takes it for the real one
+    std::function<std::string()>
+        aviso{}; // what is to be said beside it from some moment on; asked again and again
 };
 
 // A label that never asks for more room than it is given: what does not fit is elided, with the whole as tool
@@ -55,7 +58,9 @@ class LinhaEstado : public QWidget {
   private:
     void mostra();
 
+    EstadoSessao sessao_;
     QLabel* texto_;
+    QLabel* quem_;
     QString ajuda_;
     QString estado_;
 };

@@ -43,6 +43,8 @@ class Cursor {
 
 class Conjunto;
 
+using AoEngolir = std::function<void(const std::exception&)>;
+
 // An engine with an open database: the connection under the sets, of which one at most is half read.
 class Motor {
   public:
@@ -69,6 +71,8 @@ class Motor {
 
     // Reads the half-read set to its end into memory, so that the connection is free.
     void liberta();
+    // Told of each failure that the engine mends by itself or can do nothing about, and tells nobody else.
+    void define_ao_engolir(AoEngolir ao_engolir) { ao_engolir_ = std::move(ao_engolir); }
     // The set is done with its cursor, or gone.
     void esquece(const Conjunto* conjunto) {
         if (aberto_ == conjunto) aberto_ = nullptr;
@@ -77,8 +81,12 @@ class Motor {
   protected:
     Motor() = default;
     void abre(Conjunto& conjunto);
+    void engole(const std::exception& falha) const {
+        if (ao_engolir_) ao_engolir_(falha);
+    }
 
   private:
+    AoEngolir ao_engolir_;
     Conjunto* aberto_ = nullptr;
 };
 

@@ -23,6 +23,7 @@ bool Sessao::Abre(const std::string& ligacao) {
     Fecha();
     try {
         motor_ = abre_motor(ligacao);
+        motor_->define_ao_engolir(ao_engolir_);
     } catch (const std::exception& falha) {
         causa_ = base::descricao(falha);
     }

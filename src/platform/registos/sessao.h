@@ -29,6 +29,9 @@ class Sessao : public startup::SessaoBD {
 
     void Fecha() override;
 
+    // Of the motors opened from now on.
+    void define_ao_engolir(AoEngolir ao_engolir) { ao_engolir_ = std::move(ao_engolir); }
+
   protected:
     // Opens the database that a connection text names. Throws Falha, naming the cause.
     virtual std::unique_ptr<Motor> abre_motor(const std::string& ligacao) = 0;
@@ -37,6 +40,7 @@ class Sessao : public startup::SessaoBD {
   private:
     std::unique_ptr<Motor> motor_; // none until open
     std::string causa_;            // why it is not open
+    AoEngolir ao_engolir_;
     std::map<std::string, std::map<std::string, std::size_t>>
         comprimentos_; // by table and column, upper case
 };

@@ -90,7 +90,8 @@ void MotorSQLite::muda_esquema(const Traducao& traducao) {
     if (aberta()) return;
     try {
         marca_comecado(base());
-    } catch (const SQLite::Exception&) { // the next opening does it; what was made is not made again
+    } catch (const SQLite::Exception& falha) {
+        engole(falha); // the next opening does it; what was made is not made again
     }
 }
 

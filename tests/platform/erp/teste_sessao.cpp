@@ -78,18 +78,12 @@ TEST_F(SessaoErp, um_documento_recebe_o_cabecalho_de_outro_e_finalizar_devolve_o
     auto copia = sessao.CriaObjecto("SageApiNextPlus.DocumentoComercial");
     copia->poe("Cab", novo->obtem("Cab"));
     copia->chama("AdicionaLinha", {novo->chama("Linhas", {1})});
-    std::int64_t numeros[2];
-    for (auto& numero : numeros) {
-        ASSERT_EQ(sessao.SubmeteDocumento(3, copia), 0) << sessao.ResultadoUltimo().mensagem;
-        startup::ObjectoERP::Argumentos argumentos{copia->obtem("Cab").objecto->obtem("NossoNoDocumento"), 0,
-                                                   "GR", 2026};
-        EXPECT_EQ(copia->chama("Finalizar", argumentos).valor.inteiro(), 0);
-        numero = argumentos[0].valor.inteiro();
-        EXPECT_EQ(argumentos[3].valor.inteiro(), 2026);
-    }
-    EXPECT_EQ(numeros[0] + 1, numeros[1]);
-    EXPECT_EQ(numeros[1], EmpresaErp::numero(copia));
-    EXPECT_EQ(EmpresaErp::numero(novo), 0); // its header was taken by value
+    ASSERT_EQ(sessao.SubmeteDocumento(3, copia), 0) << sessao.ResultadoUltimo().mensagem;
+    startup::ObjectoERP::Argumentos argumentos{0, 0, "GR", 2026};
+    EXPECT_EQ(copia->chama("Finalizar", argumentos).valor.inteiro(), 0);
+    EXPECT_GT(numero(copia), 0);
+    EXPECT_EQ(argumentos[0].valor.inteiro(), numero(copia));
+    EXPECT_EQ(numero(novo), 0); // its header was taken by value
 }
 
 } // namespace

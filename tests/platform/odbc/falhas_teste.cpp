@@ -62,7 +62,10 @@ TEST_F(Servidor, the_servers_errors_have_the_numbers_the_rules_know_and_keep_the
     }
 }
 
-TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnoticed) {
+TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnoticed_but_by_the_log) {
+    int engolidas = 0;
+    BD.define_ao_engolir([&](const std::exception&) { ++engolidas; });
+    ASSERT_TRUE(BD.Abre(ligacao(servidor)));
     const auto meio_lido = BD.Consulta("select Artigo from xel_ORVEX_Mov");
     for (const Efeito efeito : {Efeito::corta, Efeito::corta_depois}) {
         avaria(efeito);
@@ -73,6 +76,7 @@ TEST_F(Servidor, a_connection_lost_between_confirmations_is_opened_again_unnotic
         BD.AnulaTransaccao();
     }
     EXPECT_EQ(meio_lido->contagem(), 8) << "what was put by is still there";
+    EXPECT_EQ(engolidas, 4);
 }
 
 TEST_F(Servidor, a_server_that_is_gone_is_named_as_such) {
