@@ -53,17 +53,10 @@ class JanelaGuiao : public common::Janela {
 
     void mostra() override { pede("mostra"); }
     void da_foco(common::Controlo& controlo) override {
-        foco = &controlo;
-        pede("da_foco");
+        if (pede("da_foco")) foco = &controlo;
     }
-    void ocupado(bool sim) override {
-        ocupada = sim;
-        pede(sim ? "ocupa" : "desocupa");
-    }
-    void descarrega() override {
-        pede("descarrega");
-        descarregada = true;
-    }
+    void ocupado(bool sim) override { pede((ocupada = sim) ? "ocupa" : "desocupa"); }
+    void descarrega() override { descarregada = pede("descarrega"); }
     int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
               common::Botoes botoes) override {
         pede("caixa");
@@ -90,8 +83,8 @@ class JanelaGuiao : public common::Janela {
     }
 
   private:
-    void pede(const char* coisa) const {
-        if (falha_em == coisa) throw base::Falha("A janela falhou.");
+    bool pede(const char* coisa) const {
+        return falha_em != coisa ? true : throw base::Falha("A janela falhou.");
     }
     template <typename Valor>
     static Valor retira(std::deque<Valor>& fila, Valor senao) {

@@ -1,4 +1,5 @@
 #include "platform/sqlite/empresa.h"
+#include "startup/arranque.h"
 #include "tests/delivery/ecra_guias.h"
 
 using namespace orvex;
