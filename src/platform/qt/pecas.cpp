@@ -1,5 +1,6 @@
 #include "platform/qt/pecas.h"
 
+#include "base/versao.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/textos.h"
 
@@ -92,8 +93,8 @@ LinhaEstado::LinhaEstado(const EstadoSessao& sessao) : texto_(new EtiquetaElidid
     disposicao->addWidget(texto_, 1);
     auto* quem = new EtiquetaElidida; // a long company name must not make the window wider than the screen
     quem->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    quem->setText(
-        qs("Empresa: " + sessao.empresa + "   BD: " + sessao.motor + "   Utilizador: " + sessao.utilizador));
+    quem->setText(qs("Empresa: " + sessao.empresa + "   BD: " + sessao.motor +
+                     "   Utilizador: " + sessao.utilizador + "   Versão: " + base::versao()));
     quem->setObjectName("sessao");
     disposicao->addWidget(quem);
 }
