@@ -8,11 +8,15 @@ PACOTES_TESTE := libgtest-dev libgmock-dev clang-format
 EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 	dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done)
 
+PACOTES_PACOTE := dpkg-dev fakeroot file lintian
+
 LINTER := clang-tidy
 LIDOS ?= 'src/*.cpp' 'tools/*.cpp' 'bench/*.cpp' 'bench/*.c' 'tests/apoio/*.cpp' 'tests/fio/*.cpp' 'tests/servidor/*.cpp' \
 	'tests/falhas/*.cpp' 'tests/propriedades/*.cpp' 'tests/contrato/*.cpp'
 
-.PHONY: all run test test-rapido test-servidor bench format lint clean pacotes pacotes-teste
+PREFIX ?= /usr/local
+
+.PHONY: all run test test-rapido test-servidor bench format lint install pacote clean pacotes pacotes-teste
 
 all: pacotes
 	cmake --preset desenvolvimento
@@ -68,6 +72,16 @@ lint:
 	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_TESTE) $(LINTER)"
 	cmake --preset lint
 	git ls-files $(LIDOS) | xargs -P 2 -n 4 $(LINTER) -p $(CONSTRUCAO)/lint --quiet
+
+# Into $(DESTDIR)$(PREFIX), with the manual pages and what there is to read.
+install: all
+	DESTDIR="$(DESTDIR)" cmake --install $(CONSTRUCAO) --prefix "$(PREFIX)"
+
+# The Debian package, in build/, and what Debian's own checker says of it.
+pacote: all
+	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_PACOTE)"
+	cd $(CONSTRUCAO) && rm -f *.deb && cpack -G DEB
+	lintian --fail-on error $(CONSTRUCAO)/*.deb
 
 clean:
 	rm -rf $(CONSTRUCAO) $(PASTA_DEMO)
