@@ -8,9 +8,15 @@ PACOTES_TESTE := libgtest-dev libgmock-dev clang-format
 EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 	dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done)
 
-LINTER := clang-tidy
+PACOTES_PACOTE := dpkg-dev fakeroot file lintian
 
-.PHONY: all run test test-servidor bench format lint clean pacotes pacotes-teste
+LINTER := clang-tidy
+LIDOS ?= 'src/*.cpp' 'tools/*.cpp' 'bench/*.cpp' 'bench/*.c' 'tests/apoio/*.cpp' 'tests/fio/*.cpp' 'tests/servidor/*.cpp' \
+	'tests/falhas/*.cpp' 'tests/propriedades/*.cpp' 'tests/contrato/*.cpp'
+
+PREFIX ?= /usr/local
+
+.PHONY: all run test test-rapido test-servidor bench format lint install pacote clean pacotes pacotes-teste
 
 all: pacotes
 	cmake --preset desenvolvimento
@@ -31,6 +37,12 @@ test: pacotes-teste
 	cmake --preset ci
 	cmake --build --preset ci
 	ctest --preset ci
+
+# Rules and engines alone: without the wire, the fault loops, the random users, the windows and the whole programs.
+test-rapido: pacotes-teste
+	cmake --preset ci
+	cmake --build --preset ci --target testes_rapidos
+	ctest --preset rapido
 
 # The contract of the database session and every flow on a real server, in a database made for it and dropped after.
 # The password comes from the environment alone, so that it stands in no command line.
@@ -58,8 +70,18 @@ format: pacotes-teste
 
 lint:
 	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_TESTE) $(LINTER)"
-	cmake --preset desenvolvimento
-	git ls-files 'src/*.cpp' 'tools/*.cpp' | xargs -P 2 -n 4 clang-tidy -p $(CONSTRUCAO) --quiet
+	cmake --preset lint
+	git ls-files $(LIDOS) | xargs -P 2 -n 4 $(LINTER) -p $(CONSTRUCAO)/lint --quiet
+
+# Into $(DESTDIR)$(PREFIX), with the manual pages and what there is to read.
+install: all
+	DESTDIR="$(DESTDIR)" cmake --install $(CONSTRUCAO) --prefix "$(PREFIX)"
+
+# The Debian package, in build/, and what Debian's own checker says of it.
+pacote: all
+	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_PACOTE)"
+	cd $(CONSTRUCAO) && rm -f *.deb && cpack -G DEB
+	lintian --fail-on error $(CONSTRUCAO)/*.deb
 
 clean:
 	rm -rf $(CONSTRUCAO) $(PASTA_DEMO)

@@ -2,6 +2,7 @@
 #include "app/fabrica_orvex.h"
 #include "base/caminho.h"
 #include "base/descricao.h"
+#include "base/versao.h"
 #include "platform/operacoes/registo_operacoes.h"
 #include "platform/operacoes/sistema.h"
 #include "platform/qt/aplicacao.h"
@@ -93,7 +94,7 @@ int corre(const std::string& argumento, Aplicacao* aplicacao) {
 // What opens no screen needs no window system.
 int main(int argc, char* argv[]) {
     const std::string argumento = argumento_de(base::linha_de_comando(argc, argv));
-    registo().inicio(ORVEX_VERSAO, argumento);
+    registo().inicio(base::versao(), argumento);
     if (!startup::Arranque::abre_ecra(argumento)) {
         const QCoreApplication nucleo(argc, argv);
         return corre(argumento, nullptr);

@@ -74,7 +74,13 @@ int ano_mais_proximo(int dois_algarismos, int este) {
 
 DataHora DataHora::agora() {
     const std::time_t instante = std::time(nullptr);
-    const std::tm local = *std::localtime(&instante);
+    // Into a value of our own: threads of the system's parts may ask for the time too.
+    std::tm local{};
+#ifdef _WIN32
+    localtime_s(&local, &instante);
+#else
+    localtime_r(&instante, &local);
+#endif
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
 }
 

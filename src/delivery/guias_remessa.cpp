@@ -110,6 +110,7 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
     } catch (const std::exception& falha) {
         // The lines written so far stay on the screen, and say that they are not all.
         FalhaLeitura = base::descricao(falha);
+        observador().engolida(FalhaLeitura);
         define_estado("A guia não foi lida por inteiro: " + FalhaLeitura);
     }
     Gr.redesenha = true;

@@ -1,5 +1,5 @@
 // The layers, as the #include lines of src/ show them: arrows point one way only, and the core stands on the
-// standard C++ and its library alone.
+// standard C++ and its library alone. And the version, which is said once and told in the change log.
 
 #include "tests/apoio/tabela.h"
 
@@ -98,4 +98,12 @@ TEST(Camadas, every_include_of_the_sources_points_the_allowed_way) {
         ++ficheiros;
     }
     EXPECT_GT(ficheiros, 50);
+}
+
+TEST(Versao, the_newest_entry_of_the_change_log_is_the_version_that_is_built) {
+    std::ifstream texto(ORVEX_FONTES "/../CHANGELOG.md");
+    std::string linha;
+    while (std::getline(texto, linha) && !linha.starts_with("## ["))
+        continue;
+    EXPECT_TRUE(linha.starts_with("## [" ORVEX_VERSAO "]")) << linha;
 }

@@ -1,4 +1,5 @@
 // The windows of the screens: their layout, and the work of each by keyboard and mouse.
+#include "base/versao.h"
 #include "platform/qt/janela_guias_remessa.h"
 #include "platform/qt/janela_mov_stocks.h"
 #include "platform/qt/janela_trf_bobines.h"
@@ -35,7 +36,7 @@ TEST_F(JanelaDasGuias, TemUmWidgetComNomeParaCadaControloEDizSempreEmQueEmpresaE
         EXPECT_EQ(em<QWidget>(controlo->nome.c_str()).accessibleName().isEmpty(), anonimo) << controlo->nome;
     }
     EXPECT_EQ(em<QLabel>("demonstracao").text(), "EMPRESA DE DEMONSTRAÇÃO");
-    for (const char* parte : {"Bobines, Lda.", "SQLite", "demo"})
+    for (const char* parte : {"Bobines, Lda.", "SQLite", "demo", base::versao()})
         EXPECT_TRUE(em<QLabel>("sessao").text().contains(parte)) << parte;
 
     std::string aviso;

@@ -1,5 +1,6 @@
 #include "diagnostico.h"
 
+#include "base/versao.h"
 #include "base_de_dados.h"
 #include "codigos.h"
 #include "definicoes.h"
@@ -30,7 +31,7 @@ Resultado verifica_registo() {
 } // namespace
 
 Resultados diagnostica(const startup::PastasInstalacao& pastas) {
-    Resultados resultados;
+    Resultados resultados{{"programa", Estado::informacao, std::string("ORVEX ") + base::versao()}};
     const Definicoes definicoes = verifica_definicoes(pastas, resultados);
     const auto BD = verifica_base_de_dados(definicoes.bd, resultados);
     const startup::Parametros parametros(pastas.programa);

@@ -92,7 +92,7 @@ void RegistoOperacoes::caixa(const std::string& texto, const std::string& respos
 
 void RegistoOperacoes::falha(const std::string& texto) { escreve(linha("falha").com_texto("erro", texto)); }
 
-void RegistoOperacoes::engolida(const std::string& texto) {
+void RegistoOperacoes::engolida(const std::string& texto) noexcept {
     escreve(linha("engolida").com_texto("erro", texto));
 }
 

@@ -32,8 +32,9 @@ class RegistoOperacoes : public Ouvinte, public confirmacao::Observador {
     void empresa(const std::string& nome, const std::string& motor, const std::string& controlador);
     // A box that the user saw, and what he answered where there was a choice.
     void caixa(const std::string& texto, const std::string& resposta = {});
-    void falha(const std::string& texto);    // that ends the program, or an event
-    void engolida(const std::string& texto); // that nobody is told of: the program knows what to do about it
+    void falha(const std::string& texto); // that ends the program, or an event
+    void engolida(const std::string& texto) noexcept
+        override; // that nobody is told of: the program knows what to do about it
     void fim(const std::string& como);
 
     // Ouvinte

@@ -1,5 +1,6 @@
 #include "platform/qt/pecas.h"
 
+#include "base/versao.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/textos.h"
 
@@ -112,7 +113,8 @@ void LinhaEstado::mostra() {
     texto_->setText(estado_.isEmpty() ? ajuda_ : estado_);
     const std::string aviso = sessao_.aviso ? sessao_.aviso() : "";
     quem_->setText(qs((aviso.empty() ? "" : aviso + "   ") + "Empresa: " + sessao_.empresa +
-                      "   BD: " + sessao_.motor + "   Utilizador: " + sessao_.utilizador));
+                      "   BD: " + sessao_.motor + "   Utilizador: " + sessao_.utilizador +
+                      "   Versão: " + base::versao()));
 }
 
 } // namespace orvex::platform::qt

@@ -48,7 +48,7 @@ QLabel* par(QGridLayout& grelha, int linha, int coluna, const common::Controlo& 
 QWidget* nova_faixa_titulo(QLabel* titulo, const EstadoSessao& sessao);
 
 // The foot of a window: the keys that work at this moment or, instead, what the rules have to say; and always
-// company, engine and user.
+// company, engine, user and the program's version.
 class LinhaEstado : public QWidget {
   public:
     explicit LinhaEstado(const EstadoSessao& sessao);

@@ -1,0 +1,1 @@
+// Nothing of its own: what the test programs read of headers is compiled beside it.
