@@ -58,6 +58,7 @@ bool aceite(const std::string& ficheiro, const std::string& incluido, bool do_si
 // The core is the same on every compiler and system, but for the one file that asks the system.
 bool so_de_um_compilador(const std::string& ficheiro, const std::string& sem_brancos) {
     return !ficheiro.starts_with("platform/") && ficheiro != "base/caminho.cpp" &&
+           ficheiro != "base/datahora.cpp" &&
            (sem_brancos.find("__") != std::string::npos || sem_brancos.starts_with("#if") ||
             (sem_brancos.starts_with("#pragma") && sem_brancos != "#pragmaonce"));
 }

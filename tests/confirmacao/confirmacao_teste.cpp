@@ -65,7 +65,7 @@ struct Confirmacoes : testing::Test {
             throw std::runtime_error("the company did not open");
     }
     void inicia() {
-        confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"REEL'1", m("1.5"), "OR"}}});
+        confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("1.5"), "OR"}}});
     }
     void cria() {
         confirmacao.CriaDocStock({.tipo_documento = "SB",
@@ -74,7 +74,7 @@ struct Confirmacoes : testing::Test {
                                   .destino = "1",
                                   .data = "15-03-2019",
                                   .armazem = "OR",
-                                  .artigos = {"", "REEL'1"},
+                                  .artigos = {"", "BOB'1"},
                                   .textos_15 = {"", ""},
                                   .quantidades = {0, 1.5},
                                   .precos = {0, 100},
@@ -94,7 +94,7 @@ TEST_F(Confirmacoes, each_step_is_told_in_its_order) {
         cria();
         confirmacao.Confirma();
     }));
-    EXPECT_EQ(rasto.passos, "ajusta REEL'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
+    EXPECT_EQ(rasto.passos, "ajusta BOB'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
 }
 
 TEST_F(Confirmacoes, what_the_record_refuses_is_not_carried_out_and_never_keeps_a_document_in_force) {
@@ -134,15 +134,15 @@ TEST_F(Confirmacoes, a_document_that_may_exist_is_named_by_the_number_asked_for_
         inicia();
         // Created, but its number stays unknown.
         confirmacao.Cria({2019, "GR", 1},
-                         {.conteudo = "REEL'1 1,5 t", .pede = [](const auto&) { return true; }});
-        confirmacao.Cria({2019, "GR", 1, 7}, {.conteudo = "REEL'1 2 t", .pede = [](const auto&) -> bool {
+                         {.conteudo = "BOB'1 1,5 t", .pede = [](const auto&) { return true; }});
+        confirmacao.Cria({2019, "GR", 1, 7}, {.conteudo = "BOB'1 2 t", .pede = [](const auto&) -> bool {
                                                   throw base::Falha("Sem resposta.");
                                               }});
     }));
     EXPECT_EQ(caixas,
               "Situação Anómala\n\rErro: Sem resposta.\n"
-              "Não se sabe se o ERP criou o documento GR/1 de 2019 (REEL'1 1,5 t). Procure-o no ERP e, "
+              "Não se sabe se o ERP criou o documento GR/1 de 2019 (BOB'1 1,5 t). Procure-o no ERP e, "
               "se existir, anule-o.\n"
-              "Não se sabe se o ERP criou o documento GR/1/7/2019 (REEL'1 2 t). Procure-o no ERP e, se "
+              "Não se sabe se o ERP criou o documento GR/1/7/2019 (BOB'1 2 t). Procure-o no ERP e, se "
               "existir, anule-o.\n");
 }
