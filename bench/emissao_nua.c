@@ -155,7 +155,7 @@ static int erp_grava(sqlite3* erp, const char* cliente, const Linha* linhas, int
         da_um_passo(artigo);
     }
     sqlite3_stmt* todas[] = {insere, existencia, armazem, ficha, artigo};
-    for (size_t i = 0; i < sizeof todas / sizeof *todas; ++i)
+    for (size_t i = 0; i < sizeof todas / sizeof todas[0]; ++i)
         sqlite3_finalize(todas[i]);
     executa(erp, "commit");
     return numero;
@@ -234,7 +234,7 @@ static void livro_grava(sqlite3* bd, const char* cliente, const Linha* linhas, i
             da_um_passo(tres[k]);
     }
     sqlite3_stmt* todas[] = {erp, mov, historico, extensao};
-    for (size_t i = 0; i < sizeof todas / sizeof *todas; ++i)
+    for (size_t i = 0; i < sizeof todas / sizeof todas[0]; ++i)
         sqlite3_finalize(todas[i]);
 }
 

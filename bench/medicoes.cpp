@@ -49,6 +49,7 @@ Par mede(const std::vector<std::string>& nosso, const std::vector<std::string>& 
 
 double mediana_de(const std::vector<Corrida>& corridas, const std::function<double(const Corrida&)>& figura) {
     std::vector<double> valores;
+    valores.reserve(corridas.size());
     for (const Corrida& corrida : corridas)
         valores.push_back(figura(corrida));
     return mediana(valores);

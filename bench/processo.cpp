@@ -14,6 +14,7 @@ namespace orvex::bench {
 
 Corrida corre(const std::vector<std::string>& comando) {
     std::vector<char*> argumentos;
+    argumentos.reserve(comando.size() + 1);
     for (const std::string& argumento : comando)
         argumentos.push_back(const_cast<char*>(argumento.c_str()));
     argumentos.push_back(nullptr);

@@ -67,7 +67,7 @@ std::set<std::size_t> facturas_para_guias(const Construcao& construcao) {
     const auto& facturas = construcao.plano.facturas;
     std::set<std::size_t> escolhidas;
     for (std::size_t guia = 0; guia < guias_emitidas; ++guia) {
-        std::size_t i = (2 * guia + 1) * facturas.size() / (2 * guias_emitidas);
+        std::size_t i = (2 * guia + 1) * facturas.size() / (std::size_t{2} * guias_emitidas);
         while (i < facturas.size() && (escolhidas.contains(i) || facturas[i].cliente == 1))
             ++i;
         if (i < facturas.size()) escolhidas.insert(i);

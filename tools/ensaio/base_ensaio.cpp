@@ -12,13 +12,14 @@ namespace {
 using base::Falha;
 using platform::odbc::SessaoODBC;
 
+// The environment is written before there is any thread, or not at all.
 std::string do_ambiente(const char* nome) {
-    const char* valor = std::getenv(nome);
+    const char* valor = std::getenv(nome); // NOLINT(concurrency-mt-unsafe)
     return valor != nullptr ? valor : "";
 }
 
 std::string obrigatorio(const char* nome) {
-    const std::string valor = do_ambiente(nome);
+    std::string valor = do_ambiente(nome);
     if (valor.empty()) throw Falha(std::string("Falta ") + nome + " no ambiente.");
     return valor;
 }
@@ -87,7 +88,7 @@ void cria_ensaio() {
     // Texts compare as the program's own rules and the embedded company compare them: without case, with
     // accents.
     mestre.Executa("CREATE DATABASE [" + base + "] COLLATE Latin1_General_CI_AS");
-    setenv("ORVEX_ENSAIO", nova_marca().c_str(), 1);
+    setenv("ORVEX_ENSAIO", nova_marca().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
     try {
         SessaoODBC nova;
         nova.Abre(ligacao_ao_servidor(base));

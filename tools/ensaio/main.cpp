@@ -8,11 +8,10 @@
 #include <spawn.h>
 #include <sstream>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 using namespace orvex::ensaio;
-
-extern char** environ;
 
 namespace {
 
@@ -70,12 +69,15 @@ int corre_todos(const std::vector<std::string>& programas) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // No thread is ever started here.
+    // NOLINTBEGIN(concurrency-mt-unsafe)
     const sigset_t retidos = sinais();
     sigprocmask(SIG_BLOCK, &retidos, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     setenv(variavel_motor, motor_servidor, 1);
     // What other people's drivers leave behind is not ours to report.
     setenv("ASAN_OPTIONS", "detect_leaks=0", 0);
+    // NOLINTEND(concurrency-mt-unsafe)
     auto programas = orvex::base::linha_de_comando(argc, argv);
     programas.erase(programas.begin());
     if (std::istringstream suites(ORVEX_SUITES); programas.empty())

@@ -243,9 +243,9 @@ std::string Tradutor::soma() {
     std::string sql = sinal();
     for (;;) {
         if (leitor_.aceita_sinal("+")) {
-            sql = funcao_soma + ("(" + sql + "," + sinal() + ")");
+            sql.insert(0, std::string(funcao_soma) + "(").append("," + sinal() + ")");
         } else if (leitor_.aceita_sinal("-")) {
-            sql = "(" + sql + " - " + sinal() + ")";
+            sql.insert(0, "(").append(" - " + sinal() + ")");
         } else {
             return sql;
         }
@@ -260,7 +260,7 @@ std::string Tradutor::sinal() {
 
 std::string Tradutor::primaria() {
     if (leitor_.aceita_sinal("(")) {
-        const std::string sql = "(" + expressao() + ")";
+        std::string sql = "(" + expressao() + ")";
         leitor_.exige_sinal(")");
         return sql;
     }
