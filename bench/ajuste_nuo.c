@@ -82,7 +82,7 @@ static int erp_cria(sqlite3* erp, Comandos* c, const char* item) {
 
 int main(int argc, char** argv) {
     if (argc != 3) return 2;
-    const int vezes = atoi(argv[2]);
+    const int vezes = (int)strtol(argv[2], NULL, 10);
     char item[32];
     sqlite3* bd = abre_empresa(argv[1]);
     sqlite3* erp = abre_erp(argv[1]);

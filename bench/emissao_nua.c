@@ -240,7 +240,7 @@ static void livro_grava(sqlite3* bd, const char* cliente, const Linha* linhas, i
 
 int main(int argc, char** argv) {
     if (argc != 4) return 2;
-    const int pedidas = atoi(argv[3]);
+    const int pedidas = (int)strtol(argv[3], NULL, 10);
     Linha* linhas = calloc((size_t)pedidas, sizeof *linhas);
     sqlite3* bd = abre_empresa(argv[1]);
     sqlite3* erp = abre_erp(argv[1]);

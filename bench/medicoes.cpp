@@ -211,7 +211,7 @@ int main(int argc, char** argv) {
     using namespace orvex::bench;
     const auto argumentos = orvex::base::linha_de_comando(argc, argv);
     const std::string modo = argc > 1 ? argumentos[1] : "";
-    const auto numero = [&](std::size_t i) { return std::atoll(argumentos[i].c_str()); };
+    const auto numero = [&](std::size_t i) { return std::stoll(argumentos[i]); };
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     try {
         if (modo == "--vazia") return mostra_janela_vazia();

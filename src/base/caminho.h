@@ -20,6 +20,7 @@ std::filesystem::path caminho_do_ambiente(const std::string& nome);
 template <typename Letra>
 std::vector<std::string> linha_de_comando(int argc, Letra* const* argv) {
     std::vector<std::string> argumentos;
+    argumentos.reserve(static_cast<std::size_t>(argc));
     for (int i = 0; i < argc; ++i)
         argumentos.push_back(texto_de(std::filesystem::path(argv[i])));
     return argumentos;
