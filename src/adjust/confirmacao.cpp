@@ -36,7 +36,7 @@ bool MovStocks::entrada_aceite() {
         SetFocus(campo(3));
         return false;
     };
-    const bool consumo = especie_do_modo() == Especie::consumo;
+    const bool consumo = tipo_do_modo() == TipoAjuste::consumo;
     if (campo(3).Text.empty())
         return recusa(consumo ? "Deve introduzir a quantidade do Consumo!"
                               : "Deve introduzir a nova Existência!");
@@ -44,7 +44,7 @@ bool MovStocks::entrada_aceite() {
     if (!novo) return recusa("Valor inválido!");
     if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!");
     // The field refused it when it was typed, and does not look again at what stayed in it.
-    if ((consumo || (bCarregado && especie_do_modo() == Especie::quebra)) && ConsumoExcessivo())
+    if ((consumo || (bCarregado && tipo_do_modo() == TipoAjuste::quebra)) && ConsumoExcessivo())
         return recusa(consumo_invalido);
     return true;
 }
@@ -55,7 +55,7 @@ void MovStocks::btConf_Click() {
         if (!entrada_aceite()) return;
         if (campo(1).Text.empty()) campo(1).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
-        if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
+        if (ajuste.Tipo == TipoAjuste::nenhum) return RecomecaEcra();
         if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
         if (Pergunta(ajuste)) Confirma(ajuste, confirmacao);
     };
@@ -66,14 +66,14 @@ void MovStocks::btConf_Click() {
 MovStocks::Ajuste MovStocks::ajuste_pedido() {
     const Moeda novo = valor(3), stock = valor(1);
     Ajuste ajuste;
-    if (bCarregado || especie_do_modo() == Especie::consumo) {
-        ajuste.Tipo = especie_do_modo();
+    if (bCarregado || tipo_do_modo() == TipoAjuste::consumo) {
+        ajuste.Tipo = tipo_do_modo();
         ajuste.Qtd = novo;
     } else if (novo != stock) {
-        ajuste.Tipo = novo > stock ? Especie::sobra : Especie::quebra;
+        ajuste.Tipo = novo > stock ? TipoAjuste::sobra : TipoAjuste::quebra;
         ajuste.Qtd = (novo - stock).absoluta();
     }
-    if (ajuste.Tipo == Especie::nenhuma) return ajuste;
+    if (ajuste.Tipo == TipoAjuste::nenhum) return ajuste;
     // Before anything is written: a short list must not leave an adjustment half replaced.
     const startup::ListaParametros& chave = chave_documento(ajuste.Tipo);
     ajuste.TpDoc = chave[0];
@@ -89,12 +89,12 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
     const char* aviso = nullptr;
     std::string texto;
     switch (ajuste.Tipo) {
-    case Especie::sobra:
+    case TipoAjuste::sobra:
         if (grande) aviso = "A Sobra é supeior ou igual a 150 Kg!";
         texto = grande ? "Vai proceder à geração de uma Sobra de  " + quantidade
                        : "Vai proceder à geração de uma Sobra!";
         break;
-    case Especie::quebra:
+    case TipoAjuste::quebra:
         if (grande) aviso = "A Quebra é superior ou igual a 150 Kg!";
         texto = "Vai proceder à geração de uma Quebra de  " + quantidade;
         break;
@@ -169,7 +169,7 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
 
 // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
 void MovStocks::ConfereStock(const Ajuste& ajuste, Moeda por_repor) {
-    if (ajuste.Tipo == Especie::sobra) return;
+    if (ajuste.Tipo == TipoAjuste::sobra) return;
     const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
     if (ajuste.Qtd - por_repor > stock) throw FalhaGuarda(consumo_invalido);
@@ -215,7 +215,7 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
 }
 
 void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const DataHora& Data) {
-    regista_falha_numerada([&] {
+    com_ultimo_erro_numerado([&] {
         livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
                                         .Cliente = Detentor,
                                         .Data = Data,

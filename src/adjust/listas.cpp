@@ -18,11 +18,11 @@ void MovStocks::btFx_Click(int Index) {
 }
 
 void MovStocks::EscolheAjuste() {
-    const startup::ListaParametros& chave = chave_documento(especie_do_modo());
+    const startup::ListaParametros& chave = chave_documento(tipo_do_modo());
     constexpr const char* sufixos[] = {"", " Sobras", " Quebras", " Consumos Internos"};
     const std::string escolha =
         escolhe_da_lista({BD.Ligacao(),
-                          std::string("Números Doc.") + sufixos[static_cast<int>(especie_do_modo())],
+                          std::string("Números Doc.") + sufixos[static_cast<int>(tipo_do_modo())],
                           livro::lista_de_ajustes(chave[0], chave.serie(1)),
                           9500,
                           {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}}});

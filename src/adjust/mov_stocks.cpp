@@ -6,10 +6,10 @@ using base::DataHora;
 
 MovStocks::MovStocks(common::ServicosEcra servicos, std::int16_t modo)
     : Ecra(std::move(servicos), "Documentos"), Modo(modo) {
-    liga_controlos();
+    regista_controlos();
 }
 
-void MovStocks::liga_controlos() {
+void MovStocks::regista_controlos() {
     regista(Label1, "Label1");
     Label1.Caption = "Sobras/Quebras";
     regista(Label2.cria(1), "Label2(1)");
@@ -91,15 +91,15 @@ void MovStocks::btCancelar_Click() {
     SetFocus(campo(0));
 }
 
-Especie MovStocks::especie_do_modo() const {
-    return Modo == 1 ? Especie::sobra : Modo == 2 ? Especie::quebra : Especie::consumo;
+TipoAjuste MovStocks::tipo_do_modo() const {
+    return Modo == 1 ? TipoAjuste::sobra : Modo == 2 ? TipoAjuste::quebra : TipoAjuste::consumo;
 }
 
-const startup::ListaParametros& MovStocks::chave_documento(Especie especie) const {
-    switch (especie) {
-    case Especie::sobra:
+const startup::ListaParametros& MovStocks::chave_documento(TipoAjuste tipo) const {
+    switch (tipo) {
+    case TipoAjuste::sobra:
         return SOBRAS;
-    case Especie::quebra:
+    case TipoAjuste::quebra:
         return QUEBRAS;
     default:
         return CONSUMOS;

@@ -13,7 +13,7 @@
 
 namespace orvex::adjust {
 
-enum class Especie : std::int16_t { nenhuma = 0, sobra = 1, quebra = 2, consumo = 3 };
+enum class TipoAjuste : std::int16_t { nenhum = 0, sobra = 1, quebra = 2, consumo = 3 };
 
 class MovStocks : public common::Ecra {
   public:
@@ -37,26 +37,26 @@ class MovStocks : public common::Ecra {
   private:
     // What a confirmation is about to write.
     struct Ajuste {
-        Especie Tipo = Especie::nenhuma;
+        TipoAjuste Tipo = TipoAjuste::nenhum;
         base::Moeda Qtd; // tonnes
         std::string TpDoc;
         std::int16_t Serie = 0;
         std::string Sector;
 
-        base::Moeda com_sinal() const { return Tipo == Especie::sobra ? Qtd : -Qtd; }
+        base::Moeda com_sinal() const { return Tipo == TipoAjuste::sobra ? Qtd : -Qtd; }
     };
 
     // The screen: mov_stocks.cpp
 
-    void liga_controlos();
+    void regista_controlos();
     void limparform() override;
     void nomeia_quantidade(const char* nome);
     void btCancelar_Click();
     const common::Campo* campo_de_fecho() const override { return &campo(1); }
     common::Campo& primeiro_campo() override { return campo(0); }
-    Especie especie_do_modo() const;
+    TipoAjuste tipo_do_modo() const;
     // 0 document type, 1 series, 2 sector.
-    const startup::ListaParametros& chave_documento(Especie especie) const;
+    const startup::ListaParametros& chave_documento(TipoAjuste tipo) const;
 
     // The lists, and a past adjustment loaded: listas.cpp
 

@@ -79,9 +79,9 @@ bool MovStocks::ValidaQuantidade() {
     if (!formato().le(campo(3).Text)) return recusa("Valor inválido!");
     const Moeda novo = valor(3), stock = valor(1);
 
-    if (especie_do_modo() == Especie::consumo)
+    if (tipo_do_modo() == TipoAjuste::consumo)
         return ConsumoExcessivo() ? recusa(consumo_invalido) : aceita("Consumo Interno");
-    if (especie_do_modo() == Especie::quebra) {
+    if (tipo_do_modo() == TipoAjuste::quebra) {
         if (bCarregado && ConsumoExcessivo()) return recusa(consumo_invalido);
         if (!bCarregado && novo > stock) return recusa("A Nova Existência deve ser inferior à Existência!");
         return aceita("Sucata");

@@ -60,12 +60,13 @@ class Ecra : protected Servicos, public Eventos {
     // What a confirmation of this screen works with.
     confirmacao::Meios meios();
 
-    // Runs a procedure that writes: a failure leaves its text in UltimoErro and goes on to the caller.
-    void regista_falha(const std::function<void()>& procedimento);
+    // Runs a procedure that writes: a failure, unless a guard's, leaves its text in UltimoErro and goes on to
+    // the caller.
+    void com_ultimo_erro(const std::function<void()>& procedimento);
 
     // The same, with the failure's number before its text, counted from where the automation's own numbers
     // begin.
-    void regista_falha_numerada(const std::function<void()>& procedimento);
+    void com_ultimo_erro_numerado(const std::function<void()>& procedimento);
 
     // What the failure path shows: the text kept by the procedure that failed, or the failure's own.
     std::string erro_a_mostrar(const std::exception& falha) const;

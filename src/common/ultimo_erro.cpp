@@ -19,7 +19,7 @@ confirmacao::Meios Ecra::meios() {
     return {BD, gERP, observador(), formato(), [this](const std::string& texto) { Avisa("", texto, 2); }};
 }
 
-void Ecra::regista_falha(const std::function<void()>& procedimento) {
+void Ecra::com_ultimo_erro(const std::function<void()>& procedimento) {
     try {
         procedimento();
     } catch (const base::FalhaGuarda&) {
@@ -30,7 +30,7 @@ void Ecra::regista_falha(const std::function<void()>& procedimento) {
     }
 }
 
-void Ecra::regista_falha_numerada(const std::function<void()>& procedimento) {
+void Ecra::com_ultimo_erro_numerado(const std::function<void()>& procedimento) {
     constexpr std::int64_t primeiro_numero = -2147221504;
     try {
         procedimento();

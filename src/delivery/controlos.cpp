@@ -37,11 +37,11 @@ std::string indexado(const char* nome, int indice) {
 
 } // namespace
 
-void GuiasRemessa::liga_controlos() {
-    liga_rotulos();
-    liga_campos();
-    liga_botoes();
-    liga_grelhas();
+void GuiasRemessa::regista_controlos() {
+    regista_rotulos();
+    regista_campos();
+    regista_botoes();
+    regista_grelhas();
     foco().define_ordem({&campo(0),  &campo(1),   &DTPicker1, &cb1(0),    &SSTab1,       &Detalhe,
                          &Gr,        &campo(19),  &campo(2),  &campo(3),  &campo(22),    &campo(23),
                          &campo(24), &campo(25),  &campo(26), &campo(27), &DTPicker2(0), &DTPicker2(1),
@@ -49,7 +49,7 @@ void GuiasRemessa::liga_controlos() {
                          &btGV(0),   &btCancelar, &btSair});
 }
 
-void GuiasRemessa::liga_rotulos() {
+void GuiasRemessa::regista_rotulos() {
     regista(Label1, "Label1");
     Label1.Caption = "Guias de Remessa";
     for (const int i : {1, 3, 4, 6, 7})
@@ -71,7 +71,7 @@ void GuiasRemessa::na_pagina(common::Controlo& controlo, int pagina) {
     controlo.pagina = pagina;
 }
 
-void GuiasRemessa::liga_campos() {
+void GuiasRemessa::regista_campos() {
     for (const DescricaoCampo& descricao : campos) {
         Campo& campo_ = campo.cria(descricao.indice);
         regista_campo(campo_, descricao.indice, descricao.dica, descricao.legenda);
@@ -115,7 +115,7 @@ int GuiasRemessa::ComprimentoDesignacao() {
     return Comprimento({{"DocGcLin", "Descr"}, {"xel_ORVEX_Mov", "Descritivo"}});
 }
 
-void GuiasRemessa::liga_botoes() {
+void GuiasRemessa::regista_botoes() {
     const char* const dicas_listas[] = {"Selecionar Cliente.", "Selecionar No.Documento.",
                                         "Acesso à lista de Gestores de Conta.",
                                         "Acesso à lista de Vendedores."};
@@ -137,7 +137,7 @@ void GuiasRemessa::liga_botoes() {
     Frame3.Cancela = &btGV(2);
 }
 
-void GuiasRemessa::liga_grelhas() {
+void GuiasRemessa::regista_grelhas() {
     regista(Detalhe, "Detalhe");
     Detalhe.Legenda = Label2(4).Caption;
     na_pagina(Detalhe, pagina_movimentos);

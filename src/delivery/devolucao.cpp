@@ -10,7 +10,7 @@ namespace orvex::delivery {
 
 using base::Moeda;
 using base::Variante;
-using common::TipoColuna;
+using common::TipoCelula;
 
 namespace {
 
@@ -54,12 +54,12 @@ void GuiasRemessa::AbreDevolucao() {
 }
 
 void GuiasRemessa::Act_Final() {
-    Final.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-                  {"Nome", "Designação", TipoColuna::texto, 4200, ComprimentoDesignacao(), false},
-                  {"Qtd", "Qtd", TipoColuna::decimal, 1500, 15, true, true, false},
-                  {"Transf", "...", TipoColuna::logico, 700, 0, false},
-                  {"NumLinha", "NumLinha", TipoColuna::inteiro, 1200, 20, true, true, false},
-                  {"PesoBruto", "PesoBruto", TipoColuna::decimal, 1500, 15, true, true, false}},
+    Final.define({{"Artigo", "Artigo", TipoCelula::texto, 1500, 15, true, false, false},
+                  {"Nome", "Designação", TipoCelula::texto, 4200, ComprimentoDesignacao(), false},
+                  {"Qtd", "Qtd", TipoCelula::decimal, 1500, 15, true, true, false},
+                  {"Transf", "...", TipoCelula::logico, 700, 0, false},
+                  {"NumLinha", "NumLinha", TipoCelula::inteiro, 1200, 20, true, true, false},
+                  {"PesoBruto", "PesoBruto", TipoCelula::decimal, 1500, 15, true, true, false}},
                  linhas_em_branco);
 }
 
@@ -112,7 +112,7 @@ void GuiasRemessa::GravaDevolucao() {
                 throw base::Falha(Mensagem);
             const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
             ActualizaMovGV(devolucao, numero, NumGuia);
-            ExigeLinhasRegistadas(confirmacao.Criado());
+            ExigeLinhasMostradas(confirmacao.Criado());
             confirmacao.Confirma();
             Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
         },
@@ -124,17 +124,17 @@ void GuiasRemessa::GravaDevolucao() {
 }
 
 void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa) {
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         const auto linhas = livro::linhas_a_devolver(BD, DocumentoDaGuia(NoGRemessa));
         if (linhas.empty()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
-        for (const livro::LinhaDaGuia& linha : linhas)
+        for (const livro::MovimentoLido& linha : linhas)
             for (const LinhaGuia& devolvida : devolucao.linhas) {
                 if (base::le_inteiro(linha.chave.NumLinha) != devolvida.NumLinha) continue;
                 if (const auto origem = linha.origem())
                     livro::repoe(BD, *origem, {devolvida.Quant, devolvida.Quant, devolvida.PesoBruto});
             }
         RecusaDevolvidas(devolucao);
-        RegistaLinhasERP(devolucao.cab, NoDoc);
+        EscreveLinhasERP(devolucao.cab, NoDoc);
     });
 }
 

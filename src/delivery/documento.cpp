@@ -134,7 +134,7 @@ void GuiasRemessa::AdicionaLinha(const CabecalhoGuia& cab, const LinhaGuia& linh
 bool GuiasRemessa::CriaLinhasGuia(const Guia& guia, Confirmacao& confirmacao, std::int16_t TipoEnvio,
                                   std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         ComecaLinhas();
         std::string ultimo_doc = "?\?!!"; // a value no document has
         for (const LinhaGuia& linha : guia.linhas) {
@@ -154,7 +154,7 @@ bool GuiasRemessa::CriaLinhasGuia(const Guia& guia, Confirmacao& confirmacao, st
 bool GuiasRemessa::CriaLinhasDevolucao(const Guia& devolucao, Confirmacao& confirmacao,
                                        std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         ComecaLinhas();
         for (const LinhaGuia& linha : devolucao.linhas)
             AdicionaLinha(devolucao.cab, linha);

@@ -126,7 +126,7 @@ void GuiasRemessa::Emite(Confirmacao& confirmacao) {
     if (!CriaLinhasGuia(guia, confirmacao, 1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
     const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
     ActualizaMov(guia, numero);
-    ExigeLinhasRegistadas(confirmacao.Criado());
+    ExigeLinhasMostradas(confirmacao.Criado());
     confirmacao.Confirma();
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
 }

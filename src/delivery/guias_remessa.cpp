@@ -13,7 +13,7 @@ using base::Moeda;
 using base::Variante;
 
 GuiasRemessa::GuiasRemessa(common::ServicosEcra servicos) : Ecra(std::move(servicos), "Guias Remessa") {
-    liga_controlos();
+    regista_controlos();
 }
 
 void GuiasRemessa::Form_Load() {

@@ -58,7 +58,7 @@ class GuiasRemessa : public common::Ecra {
     struct LinhaEnviada {
         std::string Artigo{};     // none for a text line
         base::Moeda Quantidade{}; // tonnes
-        bool registada = false;
+        bool mostrada = false;
     };
     static constexpr int pagina_movimentos = 0;
     static constexpr int pagina_diversos = 1;
@@ -66,13 +66,13 @@ class GuiasRemessa : public common::Ecra {
 
     // Names, captions and handlers of the controls: controlos.cpp
 
-    void liga_controlos();
-    void liga_rotulos();
-    void liga_campos();
+    void regista_controlos();
+    void regista_rotulos();
+    void regista_campos();
     void LimitaCampos();
     int ComprimentoDesignacao(); // of the text of a line
-    void liga_botoes();
-    void liga_grelhas();
+    void regista_botoes();
+    void regista_grelhas();
     void na_pagina(common::Controlo& controlo, int pagina);
 
     // The screen and its states: guias_remessa.cpp
@@ -185,10 +185,10 @@ class GuiasRemessa : public common::Ecra {
     void ActualizaMov(const Guia& guia, std::int32_t NoDoc);
     void ActualizaMovGR(std::int32_t NoDoc);
     // One movement row, one holder row and one gross-weight row per article line of the ERP document.
-    void RegistaLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
-    // Throws when an article line that was sent is none of those recorded: its weight would have left the
-    // open line and be nowhere.
-    void ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const;
+    void EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
+    // Throws when an article line that was sent is none of those the ERP shows: its weight would have left
+    // the open line and be nowhere.
+    void ExigeLinhasMostradas(const startup::ChaveDocumento& criado) const;
     livro::Documento DocumentoDaGuia(std::int32_t NoDoc) const; // a note of the year on the screen
 
     // Returns: devolucao.cpp

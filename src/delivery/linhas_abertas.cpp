@@ -6,7 +6,7 @@ namespace orvex::delivery {
 
 using base::Moeda;
 using base::Variante;
-using common::TipoColuna;
+using common::TipoCelula;
 
 namespace {
 
@@ -16,24 +16,24 @@ constexpr std::uint32_t cor_escolhida = 0xAEA55D; // RGB(174, 165, 93)
 } // namespace
 
 void GuiasRemessa::Act_Detalhe() {
-    const auto visivel = [](const char* chave, const char* legenda, TipoColuna tipo, int largura,
+    const auto visivel = [](const char* chave, const char* legenda, TipoCelula tipo, int largura,
                             int comprimento) {
-        return common::Coluna{
-            chave, legenda, tipo, largura, comprimento, true, false, true, tipo == TipoColuna::decimal};
+        return common::ColunaGrelha{
+            chave, legenda, tipo, largura, comprimento, true, false, true, tipo == TipoCelula::decimal};
     };
-    const auto escondida = [](const char* chave, TipoColuna tipo, int comprimento) {
-        return common::Coluna{
-            chave, chave, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
+    const auto escondida = [](const char* chave, TipoCelula tipo, int comprimento) {
+        return common::ColunaGrelha{
+            chave, chave, tipo, 1200, comprimento, true, true, false, tipo == TipoCelula::decimal};
     };
     Detalhe.define(
-        {visivel("Artigo", "Artigo", TipoColuna::texto, 1200, 15),
-         visivel("Nome", "Designação", TipoColuna::texto, 3400, 50),
-         visivel("Quant", "P.Liq.", TipoColuna::decimal, 1000, 12),
-         visivel("PesoBruto", "PB", TipoColuna::decimal, 1000, 12),
-         visivel("Data", "Data", TipoColuna::texto, 1200, 12),
-         visivel("Doc", "Doc.", TipoColuna::texto, 1600, 12), escondida("QuantO", TipoColuna::decimal, 20),
-         escondida("NumLinha", TipoColuna::inteiro, 12), escondida("Unidade", TipoColuna::texto, 12),
-         escondida("Estilo", TipoColuna::inteiro, 12)},
+        {visivel("Artigo", "Artigo", TipoCelula::texto, 1200, 15),
+         visivel("Nome", "Designação", TipoCelula::texto, 3400, 50),
+         visivel("Quant", "P.Liq.", TipoCelula::decimal, 1000, 12),
+         visivel("PesoBruto", "PB", TipoCelula::decimal, 1000, 12),
+         visivel("Data", "Data", TipoCelula::texto, 1200, 12),
+         visivel("Doc", "Doc.", TipoCelula::texto, 1600, 12), escondida("QuantO", TipoCelula::decimal, 20),
+         escondida("NumLinha", TipoCelula::inteiro, 12), escondida("Unidade", TipoCelula::texto, 12),
+         escondida("Estilo", TipoCelula::inteiro, 12)},
         linhas_em_branco);
     Detalhe.estilo = {Detalhe.coluna("Estilo"), Variante(1), cor_escolhida};
 }

@@ -7,7 +7,7 @@ namespace orvex::delivery {
 
 using base::Moeda;
 using base::Variante;
-using common::TipoColuna;
+using common::TipoCelula;
 
 namespace {
 
@@ -18,23 +18,23 @@ constexpr int critica = 2; // kind of MostraMensagem
 
 void GuiasRemessa::Act_Gr() {
     UltimaLinha = -1;
-    const auto escondida = [](const char* chave, const char* legenda, TipoColuna tipo, int comprimento) {
-        return common::Coluna{
-            chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
+    const auto escondida = [](const char* chave, const char* legenda, TipoCelula tipo, int comprimento) {
+        return common::ColunaGrelha{
+            chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoCelula::decimal};
     };
-    Gr.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-               {"Nome", "Designação", TipoColuna::texto, 3700, ComprimentoDesignacao(), false},
-               {"Quant", "P.Liq.", TipoColuna::decimal, 1150, 12, false, false, true, true},
-               escondida("Doc", "Doc", TipoColuna::texto, 20),
-               escondida("QuantDet", "QuantDet", TipoColuna::decimal, 12),
-               escondida("Unidade", "Unidade", TipoColuna::texto, 20),
-               escondida("Data", "Data", TipoColuna::texto, 20),
-               escondida("OutroDoc", "OutroDoc", TipoColuna::texto, 20),
-               escondida("OutroDocMesmo", "OutroDocMesmo", TipoColuna::texto, 20),
-               escondida("NumLinha", "NumLinha", TipoColuna::inteiro, 20),
-               {"PesoBruto", "Peso Bruto", TipoColuna::decimal, 1100, 12, false, false, true, true},
-               escondida("QtOrig", "Qt Orig", TipoColuna::decimal, 12),
-               escondida("PBOrig", "PB Orig", TipoColuna::decimal, 12)},
+    Gr.define({{"Artigo", "Artigo", TipoCelula::texto, 1500, 15, true, false, false},
+               {"Nome", "Designação", TipoCelula::texto, 3700, ComprimentoDesignacao(), false},
+               {"Quant", "P.Liq.", TipoCelula::decimal, 1150, 12, false, false, true, true},
+               escondida("Doc", "Doc", TipoCelula::texto, 20),
+               escondida("QuantDet", "QuantDet", TipoCelula::decimal, 12),
+               escondida("Unidade", "Unidade", TipoCelula::texto, 20),
+               escondida("Data", "Data", TipoCelula::texto, 20),
+               escondida("OutroDoc", "OutroDoc", TipoCelula::texto, 20),
+               escondida("OutroDocMesmo", "OutroDocMesmo", TipoCelula::texto, 20),
+               escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 20),
+               {"PesoBruto", "Peso Bruto", TipoCelula::decimal, 1100, 12, false, false, true, true},
+               escondida("QtOrig", "Qt Orig", TipoCelula::decimal, 12),
+               escondida("PBOrig", "PB Orig", TipoCelula::decimal, 12)},
               linhas_em_branco);
 }
 

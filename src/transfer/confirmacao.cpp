@@ -109,7 +109,7 @@ void TrfBobines::VerificaAceite() {
 
 void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& txt, Moeda Qtd,
                                 const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal) {
-    regista_falha_numerada([&] {
+    com_ultimo_erro_numerado([&] {
         livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
                                         .Cliente = Cliente,
                                         .Data = DTPicker1.Value,
@@ -123,7 +123,7 @@ void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& t
 }
 
 void TrfBobines::TransfereArmazem(Confirmacao& confirmacao, Moeda Quant) {
-    regista_falha_numerada([&] {
+    com_ultimo_erro_numerado([&] {
         const std::string& Artigo = campo(0).Text;
         confirmacao.CriaDocStock({.tipo_documento = TRF[0],
                                   .sector = TRF[2],

@@ -19,10 +19,10 @@ constexpr int comprimento_observ = 35; // of the article's note, at most
 
 TrfBobines::TrfBobines(common::ServicosEcra servicos, std::int16_t modo)
     : Ecra(std::move(servicos), "Transferências"), Modo(modo) {
-    liga_controlos();
+    regista_controlos();
 }
 
-void TrfBobines::liga_controlos() {
+void TrfBobines::regista_controlos() {
     regista(Label1, "Label1");
     for (const int i : {2, 3, 4})
         regista(Label2.cria(i), "Label2(" + std::to_string(i) + ")");

@@ -34,7 +34,7 @@ class TrfBobines : public common::Ecra {
   private:
     // The screen and its validations: trf_bobines.cpp
 
-    void liga_controlos();
+    void regista_controlos();
     void limparform() override;
     void btFx_Click(int Index) override;
     void btCancelar_Click();
