@@ -32,7 +32,7 @@ void MovStocks::RecomecaEcra() {
 
 bool MovStocks::entrada_aceite() {
     const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
+        Avisa("", aviso, aviso_informacao);
         SetFocus(campo(3));
         return false;
     };
@@ -102,11 +102,12 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
         texto = "Vai proceder à geração de um Consumo de  " + quantidade;
         break;
     }
-    if (aviso != nullptr && Avisa("", std::string(aviso) + continuar, 3) != common::resposta_ok) {
+    if (aviso != nullptr &&
+        Avisa("", std::string(aviso) + continuar, aviso_ok_cancelar) != common::resposta_ok) {
         SetFocus(campo(0));
         return false;
     }
-    if (Avisa("", texto + continuar, 3) == common::resposta_ok) return true;
+    if (Avisa("", texto + continuar, aviso_ok_cancelar) == common::resposta_ok) return true;
     RecomecaEcra();
     return false;
 }
@@ -140,7 +141,7 @@ void MovStocks::Confirma(const Ajuste& ajuste, Confirmacao& confirmacao) {
     const std::int32_t NumDoc = ValidaMovimento(ajuste, Data, confirmacao);
     ActualizaMov(ajuste, NumDoc, Data);
     confirmacao.Confirma();
-    Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), 2);
+    Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), aviso_informacao);
     confirmacao.AvisaPorAnular();
     RecomecaEcra();
 }
@@ -244,7 +245,8 @@ bool MovStocks::RemoveInf(Confirmacao& confirmacao, DataHora& Data) {
 }
 
 void MovStocks::btAnular_Click() {
-    if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok)
+    if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
+        common::resposta_ok)
         return RecomecaEcra();
     Confirmacao confirmacao(meios());
     bool ha_movimento = true;
@@ -256,7 +258,7 @@ void MovStocks::btAnular_Click() {
 bool MovStocks::Anula(Confirmacao& confirmacao) {
     const auto registo = livro::movimento_a_anular(BD, lRegisto);
     if (!registo) {
-        Avisa("", "Impossível a anulação!", 2);
+        Avisa("", "Impossível a anulação!", aviso_informacao);
         return false;
     }
     const std::optional<std::string> detentor = DetentorActual();
@@ -286,7 +288,7 @@ bool MovStocks::AceitaReposicao(const std::string& cliente, const std::optional<
                  "O Artigo mudou de detentor depois deste movimento: é agora de " + detentor.value_or("") +
                      ".\r\nA anulação repõe o stock no armazém " + ArmazemDe(cliente) +
                      ".\r\nPretende continuar?",
-                 3) == common::resposta_ok;
+                 aviso_ok_cancelar) == common::resposta_ok;
 }
 
 } // namespace orvex::adjust

@@ -49,13 +49,13 @@ void MovStocks::Form_Load() {
     campo(4).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
     limparform();
     switch (Modo) {
-    case 1:
+    case modos::sobras:
         Label1.Caption = "Sobras";
         break;
-    case 2:
+    case modos::quebras:
         Label1.Caption = "Quebras";
         break;
-    case 3:
+    case modos::consumos:
         Label1.Caption = "Consumos";
         break;
     default:
@@ -72,7 +72,7 @@ void MovStocks::limparform() {
     nomeia_quantidade("Nova Existência");
     Detentor.clear();
     btAnular.Visible = false;
-    if (Modo == 3) nomeia_quantidade("Quantidade");
+    if (Modo == modos::consumos) nomeia_quantidade("Quantidade");
     bCarregado = false;
     cQtdCarregada = {};
     btFx(0).Enabled = true;
@@ -92,7 +92,9 @@ void MovStocks::btCancelar_Click() {
 }
 
 TipoAjuste MovStocks::tipo_do_modo() const {
-    return Modo == 1 ? TipoAjuste::sobra : Modo == 2 ? TipoAjuste::quebra : TipoAjuste::consumo;
+    return Modo == modos::sobras    ? TipoAjuste::sobra
+           : Modo == modos::quebras ? TipoAjuste::quebra
+                                    : TipoAjuste::consumo;
 }
 
 const startup::ListaParametros& MovStocks::chave_documento(TipoAjuste tipo) const {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "common/ecra.h"
+#include "startup/modos.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,11 +14,13 @@
 
 namespace orvex::adjust {
 
-enum class TipoAjuste : std::int16_t { nenhum = 0, sobra = 1, quebra = 2, consumo = 3 };
+enum class TipoAjuste { nenhum, sobra, quebra, consumo };
+
+namespace modos = startup::modos_ajuste;
 
 class MovStocks : public common::Ecra {
   public:
-    // `Modo` is 1 surplus, 2 breakage or 3 consumption, for the life of the screen.
+    // `Modo` is one of modos_ajuste; any other is taken for that of consumptions, without a title of its own.
     MovStocks(common::ServicosEcra servicos, std::int16_t Modo);
 
     void Form_Load() override;

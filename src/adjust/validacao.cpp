@@ -23,7 +23,7 @@ const std::string& MovStocks::ArmazemDe(const std::string& cliente) const {
 }
 
 bool MovStocks::recusa_artigo(const char* aviso) {
-    Avisa("", aviso, 2);
+    Avisa("", aviso, aviso_informacao);
     Label2(1).Caption.clear();
     SetFocus(campo(0));
     return false;
@@ -48,12 +48,12 @@ bool MovStocks::ValidaArtigo() {
     }
     const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
     if (!existencia) {
-        Avisa("", "Este Artigo não tem Existência!", 2);
+        Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
     }
     const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
     if (!entrada) {
-        Avisa("", "Este Artigo não tem Entrada!", 2);
+        Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
         return false;
     }
     campo(1).Text = formato().texto(*existencia);
@@ -67,7 +67,7 @@ bool MovStocks::ConsumoExcessivo() const { return valor(3) - cQtdCarregada > val
 
 bool MovStocks::ValidaQuantidade() {
     const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
+        Avisa("", aviso, aviso_informacao);
         SetFocus(campo(3));
         return false;
     };

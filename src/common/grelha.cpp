@@ -69,7 +69,7 @@ bool Grelha::guarda_edicao(int linha, int coluna, const base::FormatoRegional& f
         define_valor(linha, coluna, texto_editado);
         return true;
     case TipoCelula::logico:
-        define_valor(linha, coluna, texto_editado == "-1");
+        define_valor(linha, coluna, texto_editado == com_visto);
         return true;
     case TipoCelula::decimal:
     case TipoCelula::inteiro:

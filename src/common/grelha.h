@@ -46,6 +46,10 @@ class Grelha : public Controlo {
     std::function<void(bool& Cancel)> BeforeDelete;
     std::function<void()> AfterDelete;
 
+    // What texto_editado is of a tick box.
+    static constexpr const char* com_visto = "-1";
+    static constexpr const char* sem_visto = "0";
+
     bool permite_apagar = false;
     int linha_actual = 1;
     int coluna_actual = 0;

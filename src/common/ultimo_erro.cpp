@@ -16,7 +16,8 @@ bool fala_por_si(const std::exception& falha) {
 } // namespace
 
 confirmacao::Meios Ecra::meios() {
-    return {BD, gERP, observador(), formato(), [this](const std::string& texto) { Avisa("", texto, 2); }};
+    return {BD, gERP, observador(), formato(),
+            [this](const std::string& texto) { Avisa("", texto, aviso_informacao); }};
 }
 
 void Ecra::com_ultimo_erro(const std::function<void()>& procedimento) {

@@ -12,8 +12,6 @@ using base::Variante;
 
 namespace {
 
-constexpr std::int64_t marcado = -1; // how the ERP writes a flag that is set
-
 // A date the ERP gives as a date or as text.
 std::string data_em_texto(const Variante& valor) {
     if (const auto* data = std::get_if<DataHora>(&valor.valor())) return data->data();
@@ -76,7 +74,7 @@ void GuiasRemessa::ValidaCliente(bool& Cancel) {
             BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(campo(0).Text) +
                         " and Clientes.Inactivo<>-1 ");
         if (cliente->fim()) {
-            Avisa("", "Cliente não existente!", 2);
+            Avisa("", "Cliente não existente!", aviso_informacao);
             SetFocus(campo(0));
             LimpaDadosCliente();
             Cancel = true;
@@ -112,7 +110,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     if (campo(1).Text.empty()) campo(1).Text = "0";
     const auto numero = base::le_inteiro(campo(1).Text);
     if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max()) {
-        Avisa("", "Valor inválido!", 2);
+        Avisa("", "Valor inválido!", aviso_informacao);
         SetFocus(campo(1));
         Cancel = true;
         return;
@@ -127,8 +125,8 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     const auto iAno = static_cast<std::int16_t>(DTPicker1.Value.ano);
     const auto lNumDoc = static_cast<std::int32_t>(*numero);
     if (!Load(iAno, GUIASREMESSA.serie(1), lNumDoc, GUIASREMESSA[0], bErro) || bErro) return recusa();
-    if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == marcado) {
-        Avisa("", "Guia Remessa já Convertida!", 2);
+    if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == base::verdadeiro) {
+        Avisa("", "Guia Remessa já Convertida!", aviso_informacao);
         return recusa();
     }
 
@@ -140,9 +138,9 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1), lNumDoc});
     bDigitado = false;
 
-    const bool anulado =
-        DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() == marcado;
-    if (anulado) Avisa("", "Documento Anulado!", 2);
+    const bool anulado = DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() ==
+                         startup::documento_anulado;
+    if (anulado) Avisa("", "Documento Anulado!", aviso_informacao);
     MudaEstado(anulado ? EstadoGuia::anulada : EstadoGuia::carregada);
 }
 
@@ -184,7 +182,7 @@ void GuiasRemessa::ValidaVendedor(int Index, bool& Cancel) {
         campo(Index).Text = vendedor->valor("CODIGO").texto(); // as the ERP writes it
         return;
     }
-    Avisa("", "Vendedor inexistente/interdito!", 2);
+    Avisa("", "Vendedor inexistente/interdito!", aviso_informacao);
     SetFocus(campo(Index));
     Cancel = true;
 }
@@ -195,13 +193,13 @@ void GuiasRemessa::ValidaContribuinte(bool& Cancel) {
         Cancel = true;
     };
     if (base::apara(campo(19).Text).empty()) {
-        Avisa("", "Campo obrigatório!", 2);
+        Avisa("", "Campo obrigatório!", aviso_informacao);
         return fica();
     }
     ResultadoNIF ok = ResultadoNIF::invalido;
     if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
     if (ok == ResultadoNIF::valido) return;
-    if (Avisa("", "Número Contribuinte inválido!", 3) != common::resposta_ok) fica();
+    if (Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) != common::resposta_ok) fica();
 }
 
 void GuiasRemessa::btFx_Click(int Index) {

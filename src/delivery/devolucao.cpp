@@ -26,8 +26,8 @@ void GuiasRemessa::btGV_Click(int Index) {
         return;
     }
     if (Index == confirmar && !AceitaDatas({&DTPicker3})) return;
-    if (Index == confirmar &&
-        Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?", 3) == common::resposta_ok) {
+    if (Index == confirmar && Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?",
+                                    aviso_ok_cancelar) == common::resposta_ok) {
         GravaDevolucao();
         Frame3.Visible = false;
         return;
@@ -79,16 +79,16 @@ void GuiasRemessa::CarregaFinal() {
 
 void GuiasRemessa::Final_BeforeColUpdate(int Row, int Col, bool&) {
     const int linha = Row - 1;
-    if (Col != Final.coluna("Transf") || Final.texto_editado != "-1") return;
+    if (Col != Final.coluna("Transf") || Final.texto_editado != common::Grelha::com_visto) return;
     if (Final.valor(linha, "Artigo").vazio()) {
-        Final.texto_editado = "0"; // nothing to take back in a blank row
+        Final.texto_editado = common::Grelha::sem_visto; // nothing to take back in a blank row
         return;
     }
     TestaGR(Final.texto(linha, "Artigo"),
             static_cast<std::int16_t>(Final.valor(linha, "NumLinha").inteiro()));
     if (!bDevolvido) return;
-    Avisa("", "O Artigo selecionado já foi devolvido!", 2);
-    Final.texto_editado = "0";
+    Avisa("", "O Artigo selecionado já foi devolvido!", aviso_informacao);
+    Final.texto_editado = common::Grelha::sem_visto;
 }
 
 bool GuiasRemessa::Devolvida(int linha) const {
@@ -108,13 +108,13 @@ void GuiasRemessa::GravaDevolucao() {
             CriaCabecalhoDevolucao(devolucao.cab);
             std::int32_t Erro = 0;
             std::string Mensagem;
-            if (!CriaLinhasDevolucao(devolucao, confirmacao, 1, Erro, Mensagem) || Erro != 0)
+            if (!CriaLinhasDevolucao(devolucao, confirmacao, submeter, Erro, Mensagem) || Erro != 0)
                 throw base::Falha(Mensagem);
             const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
             ActualizaMovGV(devolucao, numero, NumGuia);
             ExigeLinhasMostradas(confirmacao.Criado());
             confirmacao.Confirma();
-            Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+            Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), aviso_informacao);
         },
         [this](const std::exception& falha) { return erro_a_mostrar(falha); });
     LibertaDocumento();
@@ -165,7 +165,7 @@ void GuiasRemessa::TestaDevolucao(bool& Boa) {
         if (Gr.valor(i, "Artigo").vazio()) continue;
         TestaGR(Gr.texto(i, "Artigo"), static_cast<std::int16_t>(Gr.valor(i, "NumLinha").inteiro()));
         if (!bDevolvido) continue;
-        Avisa("", "Esta GR já foi devolvida!", 2);
+        Avisa("", "Esta GR já foi devolvida!", aviso_informacao);
         Boa = true;
     }
 }

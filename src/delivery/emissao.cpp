@@ -28,7 +28,7 @@ void GuiasRemessa::btConf_Click(int Index) {
 void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
     if (Index == emitir && !VerificaQuantidades()) return SetFocus(campo(0));
     if (campo(0).Text.empty()) {
-        Avisa("", "Falta o Cliente!", 2);
+        Avisa("", "Falta o Cliente!", aviso_informacao);
         return SetFocus(campo(0));
     }
     if (!VerificaContribuinte()) {
@@ -37,7 +37,8 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
     }
     if (Index == anular) {
         if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
-        if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok) {
+        if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
+            common::resposta_ok) {
             limparform();
             return SetFocus(campo(0));
         }
@@ -75,7 +76,7 @@ bool GuiasRemessa::VerificaQuantidades() {
         Avisa("",
               "Não é possível gravar!\r\nA quantidade selecionada ultrapassa a permitida.\r\n Linha com " +
                   Gr.texto(i, "Artigo") + " Qtd = " + formato().texto(total[chave]) + " ",
-              2);
+              aviso_informacao);
         return false;
     }
     return true;
@@ -85,8 +86,8 @@ bool GuiasRemessa::VerificaContribuinte() {
     ResultadoNIF ok = ResultadoNIF::valido;
     if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
     if (ok == ResultadoNIF::invalido)
-        return Avisa("", "Número Contribuinte inválido!", 3) == common::resposta_ok;
-    if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", 2);
+        return Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) == common::resposta_ok;
+    if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", aviso_informacao);
     return ok == ResultadoNIF::valido;
 }
 
@@ -99,7 +100,7 @@ bool GuiasRemessa::GuiaAindaNoEcra() {
         Cab->obtem("Terceiro").valor.texto() == campo(0).Text)
         return true;
     Avisa("", "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
-          2);
+          aviso_informacao);
     SetFocus(campo(1));
     return false;
 }
@@ -110,7 +111,7 @@ bool GuiasRemessa::GuiaLidaPorInteiro() {
     Avisa("",
           "A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" + FalhaLeitura +
               "\r\nVolte a carregar a guia.",
-          2);
+          aviso_informacao);
     SetFocus(campo(1));
     return false;
 }
@@ -123,12 +124,13 @@ void GuiasRemessa::Emite(Confirmacao& confirmacao) {
     CriaCabecalhoGuia(guia.cab);
     std::int32_t Erro = 0;
     std::string Mensagem;
-    if (!CriaLinhasGuia(guia, confirmacao, 1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
+    if (!CriaLinhasGuia(guia, confirmacao, submeter, Erro, Mensagem) || Erro != 0)
+        throw base::Falha(Mensagem);
     const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
     ActualizaMov(guia, numero);
     ExigeLinhasMostradas(confirmacao.Criado());
     confirmacao.Confirma();
-    Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+    Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), aviso_informacao);
 }
 
 void GuiasRemessa::Anula(Confirmacao& confirmacao) {

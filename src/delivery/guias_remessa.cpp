@@ -83,7 +83,7 @@ bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNu
     CriaCabecalhoGuia(CabecalhoNoEcra(GUIASREMESSA, DTPicker1.Value));
     if (DocActual->chama("Ler", {iAno, iSerie, lNumDoc, sTpDoc}).valor.inteiro() == 0) return true;
     if (lNumDoc != 0) {
-        Avisa("", DocActual->chama("UltimaMensagem", {}).valor.texto(), 2);
+        Avisa("", DocActual->chama("UltimaMensagem", {}).valor.texto(), aviso_informacao);
         bErro = true;
     }
     return false;

@@ -46,7 +46,7 @@ void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
     ReparaPesos(Cliente);
 
     if (PreencheDetalhe(Cliente, armazem) == 0)
-        Avisa("", "Não existe informação para as condições solicitadas!", 2);
+        Avisa("", "Não existe informação para as condições solicitadas!", aviso_informacao);
 }
 
 int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
@@ -97,7 +97,7 @@ void GuiasRemessa::Detalhe_DblClick() {
                   (Data.empty() ? "data" : "ano, tipo, série, número ou linha") +
                   " nos movimentos da ORVEX, e assim não pode ser escolhida.\r\nPeça a correcção desse "
                   "movimento.",
-              2);
+              aviso_informacao);
         return;
     }
 
@@ -106,14 +106,14 @@ void GuiasRemessa::Detalhe_DblClick() {
     for (int i = 0; i < Gr.linhas(); ++i)
         if (Gr.texto(i, "OutroDocMesmo") == chave) JaEscolhido += Gr.moeda(i, "Quant");
     if (JaEscolhido >= Disponivel) {
-        Avisa("", "Impossível seleção!\r\nLinha esgotada.", 2);
+        Avisa("", "Impossível seleção!\r\nLinha esgotada.", aviso_informacao);
         return;
     }
     const Moeda quantidade = Disponivel - JaEscolhido;
     if (JaEscolhido > Moeda() &&
         Avisa("",
               "Vai esgotar a linha!\r\nSó pode selecionar a Quantidade " + formato().texto(quantidade) + " !",
-              3) != common::resposta_ok)
+              aviso_ok_cancelar) != common::resposta_ok)
         return;
 
     const int n = ++UltimaLinha;
@@ -141,7 +141,7 @@ void GuiasRemessa::Detalhe_DblClick() {
 void GuiasRemessa::cb1_Change(int anterior) {
     if (UltimaLinha >= 0) {
         cb1(0).ListIndex = anterior;
-        Avisa("", "A guia já tem linhas deste armazém.\r\nCancele-a para escolher outro.", 2);
+        Avisa("", "A guia já tem linhas deste armazém.\r\nCancele-a para escolher outro.", aviso_informacao);
         return;
     }
     if (Estado == EstadoGuia::a_fazer) CarregaFacturas(campo(0).Text);

@@ -12,7 +12,6 @@ using common::TipoCelula;
 namespace {
 
 constexpr int linhas_em_branco = 30;
-constexpr int critica = 2; // kind of MostraMensagem
 
 } // namespace
 
@@ -67,14 +66,14 @@ void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue
 
 // A return takes the note's lines as the screen shows them.
 bool GuiasRemessa::RecusaAlterarGuia() {
-    Avisa("", "A guia carregada não pode ser alterada!", 2);
+    Avisa("", "A guia carregada não pode ser alterada!", aviso_informacao);
     return false;
 }
 
 bool GuiasRemessa::AceitaNome(int linha) {
     if (linha == 0 && !Gr.texto(linha, "Artigo").empty()) return true;
     if (linha == 0 || Gr.texto(linha - 1, "Doc").empty()) {
-        MostraMensagem("Não é permitido introduzir linha de texto!", critica);
+        MostraMensagem("Não é permitido introduzir linha de texto!", mensagem_critica);
         return false;
     }
     if (!Gr.texto(linha, "Doc").empty()) return true;
@@ -94,11 +93,11 @@ bool GuiasRemessa::AceitaQuant(int linha) {
     }
     const auto numero = formato().le(Gr.texto_editado);
     if (!numero || *numero < Moeda()) {
-        MostraMensagem("Valor inválido!", critica);
+        MostraMensagem("Valor inválido!", mensagem_critica);
         return false;
     }
     if (*numero > Gr.moeda(linha, "QuantDet")) {
-        Avisa("", "Ultrapassa a quantidade inicial!", 2);
+        Avisa("", "Ultrapassa a quantidade inicial!", aviso_informacao);
         SetFocus(Gr);
         return false;
     }
@@ -109,13 +108,13 @@ bool GuiasRemessa::AceitaQuant(int linha) {
 bool GuiasRemessa::AceitaPesoBruto() {
     const auto numero = formato().le(Gr.texto_editado);
     if (numero && *numero >= Moeda()) return true;
-    MostraMensagem("Valor Inválido!", critica);
+    MostraMensagem("Valor Inválido!", mensagem_critica);
     return false;
 }
 
 void GuiasRemessa::Gr_BeforeDelete(bool& Cancel) {
     if (Gr.linha_actual == 1) {
-        Avisa("", "Não é permitido retirar esta linha!", 2);
+        Avisa("", "Não é permitido retirar esta linha!", aviso_informacao);
         Cancel = true;
     }
     if (GuiaCarregada() || Gr.linha_actual - 1 > UltimaLinha) Cancel = true;

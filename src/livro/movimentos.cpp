@@ -128,10 +128,9 @@ std::vector<LinhaERP> linhas_no_erp(startup::SessaoBD& BD, const Documento& docu
 }
 
 bool anulado_no_erp(startup::SessaoBD& BD, const Documento& documento) {
-    constexpr std::int64_t anulado = -1;
     const auto cabecalho =
         BD.Consulta("Select NVias from DocGcCab" + condicao(documento, "Serie", "NNumDoc"));
-    return !cabecalho->fim() && cabecalho->valor("NVias").inteiro() == anulado;
+    return !cabecalho->fim() && cabecalho->valor("NVias").inteiro() == startup::documento_anulado;
 }
 
 std::vector<MovimentoLido> linhas_a_anular(startup::SessaoBD& BD, const Documento& guia) {

@@ -15,20 +15,13 @@ using confirmacao::Confirmacao;
 using confirmacao::Fluxo;
 using confirmacao::Intencao;
 
-namespace {
-
-constexpr int para_orvex = 1;
-constexpr int para_cliente = 2;
-
-} // namespace
-
 void TrfBobines::btConf_Click() {
-    if (campo(2).Text.empty() && Modo == para_cliente) {
-        Avisa("", "Deve selecionar o cliente destino!", 2);
+    if (campo(2).Text.empty() && Modo == modos::para_cliente) {
+        Avisa("", "Deve selecionar o cliente destino!", aviso_informacao);
         return SetFocus(campo(2));
     }
     if (campo(0).Text.empty()) {
-        Avisa(campo(0).Legenda, "", 1);
+        Avisa(campo(0).Legenda, "", aviso_obrigatorio);
         return SetFocus(campo(0));
     }
     ExigeParametros();
@@ -40,10 +33,10 @@ void TrfBobines::btConf_Click() {
             BD.Tranca();
             VerificaAceite();
             const std::string& destino = Destino();
-            GravaMovimento(Modo == para_orvex ? Detentor : campo(1).Text, campo(5).Text, -Quantidade,
+            GravaMovimento(Modo == modos::para_orvex ? Detentor : campo(1).Text, campo(5).Text, -Quantidade,
                            QUEBRAS[0], QUEBRAS.serie(1), destino);
             GravaMovimento(destino, campo(4).Text, Quantidade, SOBRAS[0], SOBRAS.serie(1), destino);
-            if (Modo == para_orvex)
+            if (Modo == modos::para_orvex)
                 TransfereArmazem(confirmacao, Quantidade);
             else
                 ActArtigo();
@@ -58,7 +51,7 @@ void TrfBobines::btConf_Click() {
 }
 
 const std::string& TrfBobines::Destino() const {
-    return Modo == para_orvex ? CLIENTEORVEX[0] : campo(2).Text;
+    return Modo == modos::para_orvex ? CLIENTEORVEX[0] : campo(2).Text;
 }
 
 confirmacao::Meios TrfBobines::meios_da_transferencia() {
@@ -73,7 +66,7 @@ Intencao TrfBobines::IntencaoDeTransferir() const {
                       .Cliente = Destino(),
                       .Data = DTPicker1.Value,
                       .artigos = {{campo(0).Text, Quantidade, ArmazemActual}}};
-    if (Modo == para_orvex) {
+    if (Modo == modos::para_orvex) {
         intencao.fluxo = Fluxo::transfere_para_orvex;
         intencao.cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), TRF[0], TRF.serie(1)};
     }
@@ -84,7 +77,7 @@ Intencao TrfBobines::IntencaoDeTransferir() const {
 void TrfBobines::ExigeParametros() const {
     QUEBRAS.serie(1);
     SOBRAS.serie(1);
-    if (Modo == para_cliente) return;
+    if (Modo == modos::para_cliente) return;
     TRF.serie(1);
     TRF[2];
     for (const auto* lista : {&ARMAZEM, &ARMAZEMORVEX, &CLIENTEORVEX})
@@ -94,7 +87,7 @@ void TrfBobines::ExigeParametros() const {
 void TrfBobines::VerificaAceite() {
     const std::string artigo = "O Artigo/Num.Série " + campo(0).Text;
     if (campo(0).Text != Aceites.Artigo) throw FalhaGuarda(artigo + " não foi validado. Volte a indicá-lo.");
-    if (Modo == para_cliente && campo(2).Text != Aceites.Destino)
+    if (Modo == modos::para_cliente && campo(2).Text != Aceites.Destino)
         throw FalhaGuarda("O cliente destino " + campo(2).Text +
                           " não foi validado para este Artigo. Volte a indicá-lo.");
     const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);

@@ -11,8 +11,6 @@ namespace orvex::transfer {
 
 namespace {
 
-constexpr int para_orvex = 1;
-constexpr int para_cliente = 2;
 constexpr int comprimento_observ = 35; // of the article's note, at most
 
 } // namespace
@@ -65,7 +63,7 @@ void TrfBobines::Form_Load() {
     const int da_coluna = Comprimento({{"Artigos", "Observ"}});
     ComprimentoObserv = da_coluna > 0 ? std::min(da_coluna, comprimento_observ) : comprimento_observ;
     limparform();
-    Label1.Caption = Modo == para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
+    Label1.Caption = Modo == modos::para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
 }
 
 void TrfBobines::limparform() {
@@ -73,7 +71,7 @@ void TrfBobines::limparform() {
         campo(i).Text.clear();
     for (const int i : {2, 3, 4})
         Label2(i).Caption.clear();
-    if (Modo == para_orvex)
+    if (Modo == modos::para_orvex)
         for (common::Controlo* controlo :
              std::initializer_list<common::Controlo*>{&campo(2), &Label2(4), &btFx(2)})
             controlo->Visible = false;
@@ -147,7 +145,7 @@ bool TrfBobines::ValidaArtigo() {
 
 bool TrfBobines::ValidaDetentor() {
     const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
+        Avisa("", aviso, aviso_informacao);
         return false;
     };
     const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
@@ -157,8 +155,8 @@ bool TrfBobines::ValidaDetentor() {
     const bool na_orvex = Detentor == CLIENTEORVEX[0];
     ArmazemActual = na_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
     if (na_orvex)
-        return recusa(Modo == para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
-                                         : "Este Artigo/Num.Série pertence à ORVEX!");
+        return recusa(Modo == modos::para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
+                                                : "Este Artigo/Num.Série pertence à ORVEX!");
     return !TemGuiasPorGerar() || recusa(guias_por_gerar);
 }
 
@@ -178,7 +176,7 @@ bool TrfBobines::ValidaStock() {
             BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
                         " and Artigos.Inactivo<>-1 ");
         if (ficha->fim()) {
-            Avisa("", "Artigo não existente!", 2);
+            Avisa("", "Artigo não existente!", aviso_informacao);
             Label2(2).Caption.clear();
             SetFocus(campo(0));
             return false;
@@ -188,14 +186,14 @@ bool TrfBobines::ValidaStock() {
     }
     const std::optional<base::Moeda> existencia = Existencia();
     if (!existencia) {
-        Avisa("", "Este Artigo não tem Existência!", 2);
+        Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
     }
     Quantidade = *existencia;
     Label2(2).Caption = nome + " (" + formato().texto(Quantidade) + ")";
     const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
     if (!entrada) {
-        Avisa("", "Este Artigo não tem Entrada!", 2);
+        Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
         return false;
     }
     campo(1).Text = entrada->CliFinal;
@@ -204,7 +202,7 @@ bool TrfBobines::ValidaStock() {
         BD.Consulta("Select * from Clientes where Codigo=" + base::entre_plicas(campo(1).Text) + " ");
     Label2(3).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();
     DetentorNoERP = cliente->fim() ? "" : cliente->valor("CODIGO").texto();
-    if (Modo == para_orvex) {
+    if (Modo == modos::para_orvex) {
         campo(5).Text = "Mov.Saida - Aquisição pela Orvex do Cliente " + campo(1).Text;
         campo(4).Text = "Mov.Entrada - Aquisição pela Orvex do Cliente " + campo(1).Text;
     } else {
@@ -218,11 +216,11 @@ bool TrfBobines::ValidaDestino() {
     Aceites.Destino.clear();
     if (c.empty()) {
         Label2(4).Caption.clear();
-        Avisa("", "Campo obrigatório!", 2);
+        Avisa("", "Campo obrigatório!", aviso_informacao);
         return false;
     }
     const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
+        Avisa("", aviso, aviso_informacao);
         SetFocus(campo(2));
         Label2(4).Caption.clear();
         campo(5).Text.clear();

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "common/ecra.h"
+#include "startup/modos.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,9 +14,11 @@
 
 namespace orvex::transfer {
 
+namespace modos = startup::modos_transferencia;
+
 class TrfBobines : public common::Ecra {
   public:
-    // `Modo` is 1 to ORVEX or 2 to another client, for the life of the screen.
+    // `Modo` is one of modos_transferencia.
     TrfBobines(common::ServicosEcra servicos, std::int16_t Modo);
 
     void Form_Load() override;

@@ -109,7 +109,7 @@ void VerificacaoCodigos::cliente(const ListaParametros& lista) {
     if (linha == nullptr)
         return junta(lista.chave, Estado::erro, o_cliente + "não existe. Corrija-o, ou crie-o no ERP.");
     escrita(lista.chave, lista[0], *linha, Estado::erro);
-    if (linha->valor("Inactivo").texto() == "-1")
+    if (linha->valor("Inactivo").texto() == std::to_string(base::verdadeiro))
         junta(lista.chave, Estado::erro, o_cliente + "está inactivo. Corrija-o, ou active-o no ERP.");
 }
 

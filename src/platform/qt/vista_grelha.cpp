@@ -296,7 +296,8 @@ bool VistaGrelha::alterna(int linha) {
         const base::Variante& valor = grelha_.valor(linha, c);
         if (valor.vazio()) return false; // a blank row
         ecra_.utilizador_celula(grelha_, linha + 1, c);
-        ecra_.utilizador_edita_celula(grelha_, valor.logico() ? "0" : "-1");
+        ecra_.utilizador_edita_celula(grelha_,
+                                      valor.logico() ? common::Grelha::sem_visto : common::Grelha::com_visto);
         return true;
     }
     return false;
