@@ -27,20 +27,20 @@ const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in ton
 
 void MovStocks::RecomecaEcra() {
     limparform();
-    SetFocus(campo(0));
+    SetFocus(campo(campos::artigo));
 }
 
 bool MovStocks::entrada_aceite() {
     const auto recusa = [this](const char* aviso) {
         Avisa("", aviso, aviso_informacao);
-        SetFocus(campo(3));
+        SetFocus(campo(campos::quantidade));
         return false;
     };
     const bool consumo = tipo_do_modo() == TipoAjuste::consumo;
-    if (campo(3).Text.empty())
+    if (campo(campos::quantidade).Text.empty())
         return recusa(consumo ? "Deve introduzir a quantidade do Consumo!"
                               : "Deve introduzir a nova Existência!");
-    const auto novo = formato().le(campo(3).Text);
+    const auto novo = formato().le(campo(campos::quantidade).Text);
     if (!novo) return recusa("Valor inválido!");
     if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!");
     // The field refused it when it was typed, and does not look again at what stayed in it.
@@ -53,7 +53,7 @@ void MovStocks::btConf_Click() {
     Confirmacao confirmacao(meios());
     const auto trabalho = [&] {
         if (!entrada_aceite()) return;
-        if (campo(1).Text.empty()) campo(1).Text = "0";
+        if (campo(campos::existencia).Text.empty()) campo(campos::existencia).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
         if (ajuste.Tipo == TipoAjuste::nenhum) return RecomecaEcra();
         if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
@@ -64,7 +64,7 @@ void MovStocks::btConf_Click() {
 }
 
 MovStocks::Ajuste MovStocks::ajuste_pedido() {
-    const Moeda novo = valor(3), stock = valor(1);
+    const Moeda novo = valor(campos::quantidade), stock = valor(campos::existencia);
     Ajuste ajuste;
     if (bCarregado || tipo_do_modo() == TipoAjuste::consumo) {
         ajuste.Tipo = tipo_do_modo();
@@ -104,7 +104,7 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
     }
     if (aviso != nullptr &&
         Avisa("", std::string(aviso) + continuar, aviso_ok_cancelar) != common::resposta_ok) {
-        SetFocus(campo(0));
+        SetFocus(campo(campos::artigo));
         return false;
     }
     if (Avisa("", texto + continuar, aviso_ok_cancelar) == common::resposta_ok) return true;
@@ -117,7 +117,7 @@ Intencao MovStocks::IntencaoDe(const Ajuste& ajuste) const {
                       .cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), ajuste.TpDoc, ajuste.Serie},
                       .Cliente = Detentor,
                       .Data = DTPicker1.Value,
-                      .artigos = {{campo(0).Text, ajuste.Qtd, ArmazemActual}}};
+                      .artigos = {{campo(campos::artigo).Text, ajuste.Qtd, ArmazemActual}}};
     if (bCarregado) {
         intencao.fluxo = Fluxo::substitui_ajuste;
         intencao.anula = {DocCarregado};
@@ -157,27 +157,27 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
             throw FalhaGuarda(std::string(nome) + " não pode ter mais de " + std::to_string(maximo) +
                               " caracteres.");
     };
-    cabe(campo(2).Text, "DocGcCab", "Processo", "O Processo");
-    cabe(campo(4).Text, "xel_ORVEX", "Obs", "O texto das Observações");
+    cabe(campo(campos::processo).Text, "DocGcCab", "Processo", "O Processo");
+    cabe(campo(campos::observacoes).Text, "xel_ORVEX", "Obs", "O texto das Observações");
     for (const char* tabela : {"xel_ORVEX", "DocGcCab"})
         cabe(ajuste.TpDoc, tabela, "TpDoc", "O tipo de documento dos parâmetros");
     for (const char* tabela : {"DocGcCab", "DocGcLin"})
         cabe(ajuste.Sector, tabela, "Sector", "O sector dos parâmetros");
     cabe(ArmazemActual, "DocGcLin", "Armazem", "O armazém dos parâmetros");
-    PrecoMovimento(campo(0).Text); // an article without its values fails here
+    PrecoMovimento(campo(campos::artigo).Text); // an article without its values fails here
     ConfereStock(ajuste, cQtdCarregada);
 }
 
 // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
 void MovStocks::ConfereStock(const Ajuste& ajuste, Moeda por_repor) {
     if (ajuste.Tipo == TipoAjuste::sobra) return;
-    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
     const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
     if (ajuste.Qtd - por_repor > stock) throw FalhaGuarda(consumo_invalido);
 }
 
 std::optional<std::string> MovStocks::DetentorActual() {
-    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    const auto ultimo = livro::ultimo_movimento(BD, campo(campos::artigo).Text);
     if (!ultimo) return {};
     return ultimo->Cliente;
 }
@@ -185,20 +185,21 @@ std::optional<std::string> MovStocks::DetentorActual() {
 // What the user decided on must still be so: another program may have moved the item since it was typed.
 void MovStocks::ConfereArtigo() {
     const bool mesmo = DetentorActual() == Detentor;
-    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
-    const bool igual = existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(1);
+    const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
+    const bool igual =
+        existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(campos::existencia);
     if (!mesmo || !igual)
         throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
 }
 
 std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Data,
                                         Confirmacao& confirmacao) {
-    const std::string& Artigo = campo(0).Text;
+    const std::string& Artigo = campo(campos::artigo).Text;
     const startup::PedidoDocStock pedido{.tipo_documento = ajuste.TpDoc,
                                          .sector = ajuste.Sector,
                                          .serie = ajuste.Serie,
                                          .destino = ajuste.Sector,
-                                         .processo = campo(2).Text,
+                                         .processo = campo(campos::processo).Text,
                                          .data = Data.data(),
                                          .armazem = ArmazemActual,
                                          .artigos = {"", Artigo},
@@ -217,11 +218,11 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
 
 void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const DataHora& Data) {
     com_ultimo_erro_numerado([&] {
-        livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
+        livro::acrescenta_detentor(BD, {.NumSerie = campo(campos::artigo).Text,
                                         .Cliente = Detentor,
                                         .Data = Data,
                                         .Quantidade = ajuste.com_sinal(),
-                                        .Obs = campo(4).Text,
+                                        .Obs = campo(campos::observacoes).Text,
                                         .CliFinal = Detentor,
                                         .Documento = {.Ano = static_cast<std::int16_t>(Data.ano),
                                                       .TipoDocumento = ajuste.TpDoc,

@@ -5,6 +5,7 @@
 // deletes the old row first; the new ones keep its date.
 #pragma once
 
+#include "adjust/indices.h"
 #include "common/ecra.h"
 #include "startup/modos.h"
 
@@ -28,10 +29,10 @@ class MovStocks : public common::Ecra {
     // Controls
 
     common::Etiqueta Label1; // the screen's title
-    common::Vector<common::Etiqueta> Label2;
-    common::Vector<common::Campo> campo;
+    common::Vector<common::Etiqueta> Label2{"Label2"};
+    common::Vector<common::Campo> campo{"campo"};
     common::SelectorData DTPicker1;
-    common::Vector<common::Botao> btFx;
+    common::Vector<common::Botao> btFx{"btFx"};
     common::Botao btConf;
     common::Botao btCancelar;
     common::Botao btAnular;
@@ -55,8 +56,8 @@ class MovStocks : public common::Ecra {
     void limparform() override;
     void nomeia_quantidade(const char* nome);
     void btCancelar_Click();
-    const common::Campo* campo_de_fecho() const override { return &campo(1); }
-    common::Campo& primeiro_campo() override { return campo(0); }
+    const common::Campo* campo_de_fecho() const override { return &campo(campos::existencia); }
+    common::Campo& primeiro_campo() override { return campo(campos::artigo); }
     TipoAjuste tipo_do_modo() const;
     // 0 document type, 1 series, 2 sector.
     const startup::ListaParametros& chave_documento(TipoAjuste tipo) const;

@@ -10,8 +10,8 @@ using base::Moeda;
 
 void MovStocks::campo_Validate(int Index, bool& Cancel) {
     if (!bDigitado) return;
-    if (Index == 0) Cancel = !ValidaArtigo();
-    if (Index == 3) Cancel = !ValidaQuantidade();
+    if (Index == campos::artigo) Cancel = !ValidaArtigo();
+    if (Index == campos::quantidade) Cancel = !ValidaQuantidade();
     // Only here: a validation that failed half-way must run again when the field is left again.
     bDigitado = false;
 }
@@ -24,15 +24,15 @@ const std::string& MovStocks::ArmazemDe(const std::string& cliente) const {
 
 bool MovStocks::recusa_artigo(const char* aviso) {
     Avisa("", aviso, aviso_informacao);
-    Label2(1).Caption.clear();
-    SetFocus(campo(0));
+    Label2(rotulos::nome_artigo).Caption.clear();
+    SetFocus(campo(campos::artigo));
     return false;
 }
 
 bool MovStocks::ValidaArtigo() {
-    const std::string artigo = campo(0).Text;
-    if (campo(0).Text.empty()) {
-        Label2(1).Caption.clear();
+    const std::string artigo = campo(campos::artigo).Text;
+    if (campo(campos::artigo).Text.empty()) {
+        Label2(rotulos::nome_artigo).Caption.clear();
         return true;
     }
     const auto ultimo = livro::ultimo_movimento(BD, artigo);
@@ -43,10 +43,11 @@ bool MovStocks::ValidaArtigo() {
             BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
                         " and Artigos.Inactivo<>-1 ");
         if (ficha->fim()) return recusa_artigo("Artigo não existente!");
-        Label2(1).Caption = ficha->valor("Nome").texto();
-        campo(0).Text = ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
+        Label2(rotulos::nome_artigo).Caption = ficha->valor("Nome").texto();
+        campo(campos::artigo).Text =
+            ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
     }
-    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
+    const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
     if (!existencia) {
         Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
@@ -56,28 +57,30 @@ bool MovStocks::ValidaArtigo() {
         Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
         return false;
     }
-    campo(1).Text = formato().texto(*existencia);
-    campo(1).Enabled = false;
+    campo(campos::existencia).Text = formato().texto(*existencia);
+    campo(campos::existencia).Enabled = false;
     Detentor = entrada->Cliente;
-    SetFocus(campo(2));
+    SetFocus(campo(campos::processo));
     return true;
 }
 
-bool MovStocks::ConsumoExcessivo() const { return valor(3) - cQtdCarregada > valor(1); }
+bool MovStocks::ConsumoExcessivo() const {
+    return valor(campos::quantidade) - cQtdCarregada > valor(campos::existencia);
+}
 
 bool MovStocks::ValidaQuantidade() {
     const auto recusa = [this](const char* aviso) {
         Avisa("", aviso, aviso_informacao);
-        SetFocus(campo(3));
+        SetFocus(campo(campos::quantidade));
         return false;
     };
     const auto aceita = [this](const char* observacao) {
-        if (campo(4).Text.empty()) campo(4).Text = observacao;
+        if (campo(campos::observacoes).Text.empty()) campo(campos::observacoes).Text = observacao;
         return true;
     };
-    if (campo(3).Text.empty()) return recusa("Campo Obrigatório!");
-    if (!formato().le(campo(3).Text)) return recusa("Valor inválido!");
-    const Moeda novo = valor(3), stock = valor(1);
+    if (campo(campos::quantidade).Text.empty()) return recusa("Campo Obrigatório!");
+    if (!formato().le(campo(campos::quantidade).Text)) return recusa("Valor inválido!");
+    const Moeda novo = valor(campos::quantidade), stock = valor(campos::existencia);
 
     if (tipo_do_modo() == TipoAjuste::consumo)
         return ConsumoExcessivo() ? recusa(consumo_invalido) : aceita("Consumo Interno");

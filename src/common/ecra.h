@@ -36,10 +36,23 @@ class Ecra : protected Servicos, public Eventos {
   protected:
     virtual void limparform() = 0;
 
-    // Adds a control under its name.
+    // Adds a control under its name, or makes a member of an array, or all its fields, and adds it under the
+    // array's.
     void regista(Controlo& controlo, std::string nome);
-    // Members of the array `campo`.
-    void regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda);
+    template <typename Tipo>
+    Tipo& regista(Vector<Tipo>& vector, int Index) {
+        Tipo& membro = vector.cria(Index);
+        regista(membro, vector.nome(Index));
+        return membro;
+    }
+    struct DescricaoCampo {
+        int Index;
+        const char* ToolTip;
+        const char* Legenda;
+    };
+    void regista(Vector<Campo>& vector, std::initializer_list<DescricaoCampo> descricoes);
+    // The button that opens the list of the field with this index.
+    void regista_lista(Vector<Botao>& vector, int Index, const char* ToolTip);
     void regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
                        std::function<void()> Click);
     // A date picker in which Enter moves on and Esc moves back.

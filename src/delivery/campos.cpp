@@ -36,17 +36,17 @@ void ValidaNIF(const std::string& NIF, ResultadoNIF& ok) {
 void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
     if (!bDigitado) return;
     switch (Index) {
-    case 0:
+    case campos::cliente:
         ValidaCliente(Cancel);
         break;
-    case 1:
+    case campos::numero:
         ValidaNumero(Cancel);
         break;
-    case 2:
-    case 3:
+    case campos::gestor:
+    case campos::vendedor:
         ValidaVendedor(Index, Cancel);
         break;
-    case 19:
+    case campos::contribuinte:
         ValidaContribuinte(Cancel);
         break;
     default:
@@ -58,38 +58,39 @@ void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
 
 void GuiasRemessa::LimpaDadosCliente() {
     if (!GuiaCarregada()) MudaEstado(EstadoGuia::vazia);
-    Label2(1).Caption.clear();
-    for (const int i : {19, 2, 3})
+    Label2(rotulos::nome_cliente).Caption.clear();
+    for (const int i : {campos::contribuinte, campos::gestor, campos::vendedor})
         campo(i).Text.clear();
 }
 
 void GuiasRemessa::ValidaCliente(bool& Cancel) {
-    if (campo(0).Text.empty()) {
+    if (campo(campos::cliente).Text.empty()) {
         LimpaDadosCliente();
         return;
     }
     std::string RegIva;
     {
         const auto cliente =
-            BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(campo(0).Text) +
-                        " and Clientes.Inactivo<>-1 ");
+            BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" +
+                        base::entre_plicas(campo(campos::cliente).Text) + " and Clientes.Inactivo<>-1 ");
         if (cliente->fim()) {
             Avisa("", "Cliente não existente!", aviso_informacao);
-            SetFocus(campo(0));
+            SetFocus(campo(campos::cliente));
             LimpaDadosCliente();
             Cancel = true;
             return;
         }
-        campo(0).Text = cliente->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
-        Label2(1).Caption = cliente->valor("Nome").texto();
-        campo(19).Text = cliente->valor("NContrib").texto();
-        campo(2).Text = cliente->valor("GesCnt").texto();
-        campo(3).Text = cliente->valor("Vendedor").texto();
+        campo(campos::cliente).Text =
+            cliente->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
+        Label2(rotulos::nome_cliente).Caption = cliente->valor("Nome").texto();
+        campo(campos::contribuinte).Text = cliente->valor("NContrib").texto();
+        campo(campos::gestor).Text = cliente->valor("GesCnt").texto();
+        campo(campos::vendedor).Text = cliente->valor("Vendedor").texto();
         RegIva = cliente->valor("RegIva").texto();
     }
     if (!GuiaCarregada()) MudaEstado(EstadoGuia::a_fazer);
     LerIvas(RegIva);
-    CarregaFacturas(campo(0).Text);
+    CarregaFacturas(campo(campos::cliente).Text);
 }
 
 void GuiasRemessa::LerIvas(const std::string& Reg) {
@@ -102,16 +103,16 @@ void GuiasRemessa::LerIvas(const std::string& Reg) {
 void GuiasRemessa::ValidaNumero(bool& Cancel) {
     const auto recusa = [&] {
         Cancel = true;
-        SetFocus(campo(1));
+        SetFocus(campo(campos::numero));
         LibertaDocumento();
         limparform();
     };
 
-    if (campo(1).Text.empty()) campo(1).Text = "0";
-    const auto numero = base::le_inteiro(campo(1).Text);
+    if (campo(campos::numero).Text.empty()) campo(campos::numero).Text = "0";
+    const auto numero = base::le_inteiro(campo(campos::numero).Text);
     if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max()) {
         Avisa("", "Valor inválido!", aviso_informacao);
-        SetFocus(campo(1));
+        SetFocus(campo(campos::numero));
         Cancel = true;
         return;
     }
@@ -131,7 +132,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     }
 
     MostraCabecalho();
-    campo(1).Text = std::to_string(lNumDoc);
+    campo(campos::numero).Text = std::to_string(lNumDoc);
     SSTab1.Tab = pagina_movimentos;
     SetFocus(SSTab1);
     NumGuia = lNumDoc;
@@ -150,25 +151,26 @@ void GuiasRemessa::MostraCabecalho() {
 
     if (const auto data = DataHora::le(data_em_texto(membro("Data")))) DTPicker1.Value = *data;
     const std::string Terceiro = membro("Terceiro").texto();
-    if (Terceiro != campo(0).Text) { // what is shown of another client does not belong to this note
-        Label2(1).Caption.clear();
-        campo(2).Text.clear();
+    if (Terceiro !=
+        campo(campos::cliente).Text) { // what is shown of another client does not belong to this note
+        Label2(rotulos::nome_cliente).Caption.clear();
+        campo(campos::gestor).Text.clear();
     }
-    campo(0).Text = Terceiro;
-    campo(23).Text = membro("VossoNoDocumento").texto();
-    campo(19).Text = membro("NumeroContribuinte").texto();
-    campo(22).Text = membro("Processo").texto();
-    campo(3).Text = membro("Vendedor").texto();
-    campo(25).Text = membro("Matricula").texto();
-    campo(26).Text = membro("LocalCarga").texto();
-    campo(27).Text = membro("LocalDescarga").texto();
+    campo(campos::cliente).Text = Terceiro;
+    campo(campos::vosso_numero).Text = membro("VossoNoDocumento").texto();
+    campo(campos::contribuinte).Text = membro("NumeroContribuinte").texto();
+    campo(campos::processo).Text = membro("Processo").texto();
+    campo(campos::vendedor).Text = membro("Vendedor").texto();
+    campo(campos::matricula).Text = membro("Matricula").texto();
+    campo(campos::local_carga).Text = membro("LocalCarga").texto();
+    campo(campos::local_descarga).Text = membro("LocalDescarga").texto();
 
     const auto mostra_momento = [&](int indice, const char* data, const char* hora) {
         const std::string texto = data_em_texto(membro(data)) + " " + membro(hora).texto();
         if (const auto momento = DataHora::le(base::apara(texto))) DTPicker2(indice).Value = *momento;
     };
-    mostra_momento(0, "DataCarga", "HoraCarga");
-    mostra_momento(1, "DataDescarga", "HoraDescarga");
+    mostra_momento(momentos::carga, "DataCarga", "HoraCarga");
+    mostra_momento(momentos::descarga, "DataDescarga", "HoraDescarga");
     LerIvas(membro("RegimeIva").texto());
 }
 
@@ -189,31 +191,32 @@ void GuiasRemessa::ValidaVendedor(int Index, bool& Cancel) {
 
 void GuiasRemessa::ValidaContribuinte(bool& Cancel) {
     const auto fica = [&] {
-        SetFocus(campo(19));
+        SetFocus(campo(campos::contribuinte));
         Cancel = true;
     };
-    if (base::apara(campo(19).Text).empty()) {
+    if (base::apara(campo(campos::contribuinte).Text).empty()) {
         Avisa("", "Campo obrigatório!", aviso_informacao);
         return fica();
     }
     ResultadoNIF ok = ResultadoNIF::invalido;
-    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
+    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(campos::contribuinte).Text, ok);
     if (ok == ResultadoNIF::valido) return;
     if (Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) != common::resposta_ok) fica();
 }
 
 void GuiasRemessa::btFx_Click(int Index) {
-    if (Index == 0) {
-        preenche_da_lista(campo(0), {BD.Ligacao(),
-                                     "Clientes",
-                                     "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
-                                     8000,
-                                     {{1, 1500}, {2, 5000}}});
+    if (Index == campos::cliente) {
+        preenche_da_lista(campo(campos::cliente),
+                          {BD.Ligacao(),
+                           "Clientes",
+                           "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
+                           8000,
+                           {{1, 1500}, {2, 5000}}});
         return;
     }
     SetFocus(campo(Index));
-    if (Index == 1) EscolheGuia();
-    if (Index == 2 || Index == 3)
+    if (Index == campos::numero) EscolheGuia();
+    if (Index == campos::gestor || Index == campos::vendedor)
         preenche_da_lista(campo(Index),
                           {BD.Ligacao(),
                            "Vendedores",
@@ -233,7 +236,8 @@ void GuiasRemessa::EscolheGuia() {
         base::entre_plicas(GUIASREMESSA[0]) +
         ") AND (DOCGCCAB.SERIE = " + base::entre_plicas(GUIASREMESSA[1]) +
         ")  and Ano=" + std::to_string(DTPicker1.Value.ano) + " and [Convert]<>-1";
-    if (!campo(0).Text.empty()) sql += " and DOCGCCAB.Terceiro=" + base::entre_plicas(campo(0).Text);
+    if (!campo(campos::cliente).Text.empty())
+        sql += " and DOCGCCAB.Terceiro=" + base::entre_plicas(campo(campos::cliente).Text);
     sql += " ORDER BY DocGcCab.Data,serie,nnumdoc";
 
     const std::string escolha =
@@ -255,8 +259,8 @@ void GuiasRemessa::EscolheGuia() {
         bool Cancel = false;
         campo_Validate(Index, Cancel);
     };
-    preenche(0, partes.at(2));
-    preenche(1, partes.at(1));
+    preenche(campos::cliente, partes.at(2));
+    preenche(campos::numero, partes.at(1));
 }
 
 } // namespace orvex::delivery

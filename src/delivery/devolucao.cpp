@@ -15,19 +15,17 @@ using common::TipoCelula;
 namespace {
 
 constexpr int linhas_em_branco = 10;
-constexpr int abrir = 0;
-constexpr int confirmar = 1;
 
 } // namespace
 
 void GuiasRemessa::btGV_Click(int Index) {
-    if (Index == abrir) {
+    if (Index == devolucoes::abrir) {
         if (GuiaAindaNoEcra() && GuiaLidaPorInteiro()) AbreDevolucao();
         return;
     }
-    if (Index == confirmar && !AceitaDatas({&DTPicker3})) return;
-    if (Index == confirmar && Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?",
-                                    aviso_ok_cancelar) == common::resposta_ok) {
+    if (Index == devolucoes::confirmar && !AceitaDatas({&DTPicker3})) return;
+    if (Index == devolucoes::confirmar && Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?",
+                                                aviso_ok_cancelar) == common::resposta_ok) {
         GravaDevolucao();
         Frame3.Visible = false;
         return;
@@ -35,7 +33,7 @@ void GuiasRemessa::btGV_Click(int Index) {
     Frame3.Visible = false;
     DesInibe();
     MudaEstado(EstadoGuia::carregada);
-    SetFocus(btGV(abrir));
+    SetFocus(btGV(devolucoes::abrir));
 }
 
 void GuiasRemessa::AbreDevolucao() {
@@ -43,8 +41,8 @@ void GuiasRemessa::AbreDevolucao() {
     Frame3.Visible = true;
     Inibe();
     MudaEstado(EstadoGuia::a_devolver);
-    for (common::Controlo* controlo :
-         std::initializer_list<common::Controlo*>{&btGV(1), &btGV(2), &btSair, &Frame3, &DTPicker3})
+    for (common::Controlo* controlo : std::initializer_list<common::Controlo*>{
+             &btGV(devolucoes::confirmar), &btGV(devolucoes::desistir), &btSair, &Frame3, &DTPicker3})
         controlo->Enabled = true;
     Act_Final();
     CarregaFinal();
@@ -54,12 +52,25 @@ void GuiasRemessa::AbreDevolucao() {
 }
 
 void GuiasRemessa::Act_Final() {
-    Final.define({{"Artigo", "Artigo", TipoCelula::texto, 1500, 15, true, false, false},
-                  {"Nome", "Designação", TipoCelula::texto, 4200, ComprimentoDesignacao(), false},
-                  {"Qtd", "Qtd", TipoCelula::decimal, 1500, 15, true, true, false},
-                  {"Transf", "...", TipoCelula::logico, 700, 0, false},
-                  {"NumLinha", "NumLinha", TipoCelula::inteiro, 1200, 20, true, true, false},
-                  {"PesoBruto", "PesoBruto", TipoCelula::decimal, 1500, 15, true, true, false}},
+    const auto peso_escondido = [](const char* chave) {
+        return common::ColunaGrelha{.chave = chave,
+                                    .legenda = chave,
+                                    .tipo = TipoCelula::decimal,
+                                    .largura = 1500,
+                                    .comprimento_maximo = 15,
+                                    .oculta = true,
+                                    .recebe_foco = false};
+    };
+    Final.define({coluna_artigo(),
+                  coluna_designacao(4200),
+                  peso_escondido("Qtd"),
+                  {.chave = "Transf",
+                   .legenda = "...",
+                   .tipo = TipoCelula::logico,
+                   .largura = 700,
+                   .so_leitura = false},
+                  coluna_escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 20),
+                  peso_escondido("PesoBruto")},
                  linhas_em_branco);
 }
 
@@ -120,7 +131,7 @@ void GuiasRemessa::GravaDevolucao() {
     LibertaDocumento();
     DesInibe();
     limparform();
-    SetFocus(campo(0));
+    SetFocus(campo(campos::cliente));
 }
 
 void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa) {
@@ -155,7 +166,7 @@ void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
     bDevolvido = false;
-    bDevolvido = livro::devolvida_pelo_cliente(BD, campo(0).Text, GUIADEVOLUCAO[0], sArtigo,
+    bDevolvido = livro::devolvida_pelo_cliente(BD, campo(campos::cliente).Text, GUIADEVOLUCAO[0], sArtigo,
                                                DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
 }
 

@@ -201,7 +201,7 @@ bool GuiasRemessa::EnviaDocumento(Confirmacao& confirmacao, std::int16_t TipoEnv
     };
     if (!confirmacao.Cria(pedida, {.conteudo = ConteudoEnviado(), .pede = pede, .porque = porque}).sucesso)
         return false;
-    campo(1).Text = std::to_string(confirmacao.Criado().NossoNoDocumento);
+    campo(campos::numero).Text = std::to_string(confirmacao.Criado().NossoNoDocumento);
     return true;
 }
 

@@ -11,13 +11,6 @@ namespace orvex::delivery {
 using base::Moeda;
 using confirmacao::Confirmacao;
 
-namespace {
-
-constexpr int emitir = 0;
-constexpr int anular = 1;
-
-} // namespace
-
 void GuiasRemessa::btConf_Click(int Index) {
     Confirmacao confirmacao(meios());
     if (!confirmacao.executa([&] { Confirma(Index, confirmacao); },
@@ -26,26 +19,28 @@ void GuiasRemessa::btConf_Click(int Index) {
 }
 
 void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
-    if (Index == emitir && !VerificaQuantidades()) return SetFocus(campo(0));
-    if (campo(0).Text.empty()) {
+    if (Index == confirmacoes::emitir && !VerificaQuantidades()) return SetFocus(campo(campos::cliente));
+    if (campo(campos::cliente).Text.empty()) {
         Avisa("", "Falta o Cliente!", aviso_informacao);
-        return SetFocus(campo(0));
+        return SetFocus(campo(campos::cliente));
     }
     if (!VerificaContribuinte()) {
         SSTab1.Tab = pagina_diversos;
-        return SetFocus(campo(19));
+        return SetFocus(campo(campos::contribuinte));
     }
-    if (Index == anular) {
+    if (Index == confirmacoes::anular) {
         if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
         if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
             common::resposta_ok) {
             limparform();
-            return SetFocus(campo(0));
+            return SetFocus(campo(campos::cliente));
         }
     }
-    if (Index == emitir && !AceitaDatas({&DTPicker1, &DTPicker2(0), &DTPicker2(1)})) return;
+    if (Index == confirmacoes::emitir &&
+        !AceitaDatas({&DTPicker1, &DTPicker2(momentos::carga), &DTPicker2(momentos::descarga)}))
+        return;
     ArmazemGuia = ArmazemEscolhido();
-    if (Index == emitir)
+    if (Index == confirmacoes::emitir)
         Emite(confirmacao);
     else
         Anula(confirmacao);
@@ -55,7 +50,7 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
 void GuiasRemessa::Recomeca() {
     LibertaDocumento();
     limparform();
-    SetFocus(campo(0));
+    SetFocus(campo(campos::cliente));
 }
 
 bool GuiasRemessa::VerificaQuantidades() {
@@ -84,7 +79,7 @@ bool GuiasRemessa::VerificaQuantidades() {
 
 bool GuiasRemessa::VerificaContribuinte() {
     ResultadoNIF ok = ResultadoNIF::valido;
-    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
+    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(campos::contribuinte).Text, ok);
     if (ok == ResultadoNIF::invalido)
         return Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) == common::resposta_ok;
     if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", aviso_informacao);
@@ -96,12 +91,12 @@ bool GuiasRemessa::VerificaContribuinte() {
 bool GuiasRemessa::GuiaAindaNoEcra() {
     const startup::ReferenciaERP Cab = DocActual ? DocActual->obtem("Cab").objecto : nullptr;
     if (Cab && Cab->obtem("Ano").valor.inteiro() == DTPicker1.Value.ano &&
-        base::le_inteiro(campo(1).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
-        Cab->obtem("Terceiro").valor.texto() == campo(0).Text)
+        base::le_inteiro(campo(campos::numero).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
+        Cab->obtem("Terceiro").valor.texto() == campo(campos::cliente).Text)
         return true;
     Avisa("", "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
           aviso_informacao);
-    SetFocus(campo(1));
+    SetFocus(campo(campos::numero));
     return false;
 }
 
@@ -112,7 +107,7 @@ bool GuiasRemessa::GuiaLidaPorInteiro() {
           "A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" + FalhaLeitura +
               "\r\nVolte a carregar a guia.",
           aviso_informacao);
-    SetFocus(campo(1));
+    SetFocus(campo(campos::numero));
     return false;
 }
 

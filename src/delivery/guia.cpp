@@ -40,20 +40,20 @@ CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ListaParametros& docu
             .Serie = documento.serie(1),
             .Sector = documento[2],
             .Data = data,
-            .Cliente = campo(0).Text,
-            .NomeCliente = Label2(1).Caption,
-            .NumeroContribuinte = campo(19).Text,
-            .Processo = campo(22).Text,
-            .VossoNoDocumento = campo(23).Text,
-            .Vendedor = campo(2).Text,
-            .MeiodeTransporte = campo(24).Text,
-            .Matricula = campo(25).Text,
-            .LocalCarga = campo(26).Text,
-            .LocalDescarga = campo(27).Text,
-            .Carga = DTPicker2(0).Value,
-            .Descarga = DTPicker2(1).Value,
+            .Cliente = campo(campos::cliente).Text,
+            .NomeCliente = Label2(rotulos::nome_cliente).Caption,
+            .NumeroContribuinte = campo(campos::contribuinte).Text,
+            .Processo = campo(campos::processo).Text,
+            .VossoNoDocumento = campo(campos::vosso_numero).Text,
+            .Vendedor = campo(campos::gestor).Text,
+            .MeiodeTransporte = campo(campos::transporte).Text,
+            .Matricula = campo(campos::matricula).Text,
+            .LocalCarga = campo(campos::local_carga).Text,
+            .LocalDescarga = campo(campos::local_descarga).Text,
+            .Carga = DTPicker2(momentos::carga).Value,
+            .Descarga = DTPicker2(momentos::descarga).Value,
             .Armazem = ArmazemGuia,
-            .Detentor = ARMAZEM[0] != ArmazemGuia ? CLIENTEORVEX[0] : campo(0).Text};
+            .Detentor = ARMAZEM[0] != ArmazemGuia ? CLIENTEORVEX[0] : campo(campos::cliente).Text};
 }
 
 Guia GuiasRemessa::GuiaNoEcra() const {
@@ -79,7 +79,7 @@ Guia GuiasRemessa::DevolucaoNoEcra() const {
     CabecalhoGuia& cab = devolucao.cab;
     cab.devolucao = true;
     cab.Processo.clear();
-    cab.VossoNoDocumento = campo(1).Text;
+    cab.VossoNoDocumento = campo(campos::numero).Text;
     std::swap(cab.LocalCarga, cab.LocalDescarga); // what was unloaded there is loaded there on its way back
     cab.Carga = cab.Descarga = DTPicker3.Value;
     for (int i = 0; i < Final.linhas(); ++i) {

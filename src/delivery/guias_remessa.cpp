@@ -55,11 +55,11 @@ void GuiasRemessa::LeParametros() {
 
 void GuiasRemessa::limparform() {
     ComecaLinhas();
-    DTPicker1.Value = DTPicker2(0).Value = DTPicker2(1).Value = agora();
-    for (const int i : {1, 6, 7})
+    DTPicker1.Value = DTPicker2(momentos::carga).Value = DTPicker2(momentos::descarga).Value = agora();
+    for (const int i : {rotulos::nome_cliente, rotulos::designacao, rotulos::quantidade})
         Label2(i).Caption.clear();
-    cb1(0).itens = {ARMAZEMORVEX[1], ARMAZEM[1]};
-    cb1(0).ListIndex = 0;
+    cb1(combos::armazem).itens = {ARMAZEMORVEX[1], ARMAZEM[1]};
+    cb1(combos::armazem).ListIndex = armazens::da_orvex;
     MudaEstado(EstadoGuia::vazia);
     for (auto& [indice, campo_] : campo)
         campo_.Text.clear();
@@ -72,8 +72,8 @@ void GuiasRemessa::limparform() {
 
 void GuiasRemessa::MudaEstado(EstadoGuia novo) {
     Estado = novo;
-    btConf(0).Enabled = !GuiaCarregada();
-    btConf(1).Enabled = btGV(0).Enabled = Estado == EstadoGuia::carregada;
+    btConf(confirmacoes::emitir).Enabled = !GuiaCarregada();
+    btConf(confirmacoes::anular).Enabled = btGV(devolucoes::abrir).Enabled = Estado == EstadoGuia::carregada;
 }
 
 bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc,
@@ -114,7 +114,7 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
         define_estado("A guia não foi lida por inteiro: " + FalhaLeitura);
     }
     Gr.redesenha = true;
-    cb1(0).ListIndex = ARMAZEM[0] != ArmazemGuia ? 0 : 1;
+    cb1(combos::armazem).ListIndex = ARMAZEM[0] != ArmazemGuia ? armazens::da_orvex : armazens::dos_clientes;
     return false;
 }
 
@@ -130,7 +130,7 @@ void GuiasRemessa::DesInibe() {
 
 void GuiasRemessa::btCancelar_Click() {
     limparform();
-    SetFocus(campo(0));
+    SetFocus(campo(campos::cliente));
 }
 
 void GuiasRemessa::btSair_Click() { Unload(); }
@@ -141,13 +141,13 @@ void GuiasRemessa::Form_Terminate() {
 }
 
 std::string GuiasRemessa::ArmazemEscolhido() const {
-    return cb1(0).ListIndex == 0 ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    return cb1(combos::armazem).ListIndex == armazens::da_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
 }
 
 std::int32_t GuiasRemessa::NumeroNoEcra() const {
-    const auto numero = base::le_inteiro(campo(1).Text);
+    const auto numero = base::le_inteiro(campo(campos::numero).Text);
     if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max())
-        throw base::Falha("«" + campo(1).Text + "» não é um número de documento.",
+        throw base::Falha("«" + campo(campos::numero).Text + "» não é um número de documento.",
                           base::numeros_falha::tipo_diferente);
     return static_cast<std::int32_t>(*numero);
 }

@@ -8,6 +8,7 @@
 
 #include "common/ecra.h"
 #include "delivery/guia.h"
+#include "delivery/indices.h"
 #include "livro/chaves.h"
 
 #include <cstdint>
@@ -32,15 +33,15 @@ class GuiasRemessa : public common::Ecra {
     // Controls
 
     common::Etiqueta Label1; // the screen's title
-    common::Vector<common::Etiqueta> Label2;
-    common::Vector<common::Campo> campo;
+    common::Vector<common::Etiqueta> Label2{"Label2"};
+    common::Vector<common::Campo> campo{"campo"};
     common::SelectorData DTPicker1;
-    common::Vector<common::SelectorData> DTPicker2;
+    common::Vector<common::SelectorData> DTPicker2{"DTPicker2"};
     common::SelectorData DTPicker3;
-    common::Vector<common::Combo> cb1;
-    common::Vector<common::Botao> btFx;
-    common::Vector<common::Botao> btConf;
-    common::Vector<common::Botao> btGV;
+    common::Vector<common::Combo> cb1{"cb1"};
+    common::Vector<common::Botao> btFx{"btFx"};
+    common::Vector<common::Botao> btConf{"btConf"};
+    common::Vector<common::Botao> btGV{"btGV"};
     common::Botao btCancelar;
     common::Botao btSair;
     common::Separadores SSTab1;
@@ -71,7 +72,11 @@ class GuiasRemessa : public common::Ecra {
     void regista_rotulos();
     void regista_campos();
     void LimitaCampos();
-    int ComprimentoDesignacao(); // of the text of a line
+    // Columns that grids share; a designation is as long as the ERP and the ledger keep it.
+    static common::ColunaGrelha coluna_artigo();
+    common::ColunaGrelha coluna_designacao(int largura);
+    static common::ColunaGrelha coluna_escondida(const char* chave, const char* legenda,
+                                                 common::TipoCelula tipo, int comprimento);
     void regista_botoes();
     void regista_grelhas();
     void na_pagina(common::Controlo& controlo, int pagina);
@@ -87,13 +92,13 @@ class GuiasRemessa : public common::Ecra {
     void DesInibe();
     void btCancelar_Click();
     void btSair_Click();
-    const common::Campo* campo_de_fecho() const override { return &campo(0); }
-    common::Campo& primeiro_campo() override { return campo(0); }
+    const common::Campo* campo_de_fecho() const override { return &campo(campos::cliente); }
+    common::Campo& primeiro_campo() override { return campo(campos::cliente); }
     // Which buttons can be pressed goes with it.
     void MudaEstado(EstadoGuia novo);
     bool GuiaCarregada() const { return Estado >= EstadoGuia::carregada; }
     std::string ArmazemEscolhido() const; // of the warehouse choice
-    std::int32_t NumeroNoEcra() const;    // campo(1) as a number; throws when it is none
+    std::int32_t NumeroNoEcra() const;    // in the number's field; throws when it is none
 
     // Client and header fields: campos.cpp
 

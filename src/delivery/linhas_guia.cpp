@@ -17,23 +17,26 @@ constexpr int linhas_em_branco = 30;
 
 void GuiasRemessa::Act_Gr() {
     UltimaLinha = -1;
-    const auto escondida = [](const char* chave, const char* legenda, TipoCelula tipo, int comprimento) {
-        return common::ColunaGrelha{
-            chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoCelula::decimal};
+    const auto peso = [](const char* chave, const char* legenda, int largura) {
+        return common::ColunaGrelha{.chave = chave,
+                                    .legenda = legenda,
+                                    .tipo = TipoCelula::decimal,
+                                    .largura = largura,
+                                    .comprimento_maximo = 12,
+                                    .so_leitura = false,
+                                    .formato_peso = true};
     };
-    Gr.define({{"Artigo", "Artigo", TipoCelula::texto, 1500, 15, true, false, false},
-               {"Nome", "Designação", TipoCelula::texto, 3700, ComprimentoDesignacao(), false},
-               {"Quant", "P.Liq.", TipoCelula::decimal, 1150, 12, false, false, true, true},
-               escondida("Doc", "Doc", TipoCelula::texto, 20),
-               escondida("QuantDet", "QuantDet", TipoCelula::decimal, 12),
-               escondida("Unidade", "Unidade", TipoCelula::texto, 20),
-               escondida("Data", "Data", TipoCelula::texto, 20),
-               escondida("OutroDoc", "OutroDoc", TipoCelula::texto, 20),
-               escondida("OutroDocMesmo", "OutroDocMesmo", TipoCelula::texto, 20),
-               escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 20),
-               {"PesoBruto", "Peso Bruto", TipoCelula::decimal, 1100, 12, false, false, true, true},
-               escondida("QtOrig", "Qt Orig", TipoCelula::decimal, 12),
-               escondida("PBOrig", "PB Orig", TipoCelula::decimal, 12)},
+    Gr.define({coluna_artigo(), coluna_designacao(3700), peso("Quant", "P.Liq.", 1150),
+               coluna_escondida("Doc", "Doc", TipoCelula::texto, 20),
+               coluna_escondida("QuantDet", "QuantDet", TipoCelula::decimal, 12),
+               coluna_escondida("Unidade", "Unidade", TipoCelula::texto, 20),
+               coluna_escondida("Data", "Data", TipoCelula::texto, 20),
+               coluna_escondida("OutroDoc", "OutroDoc", TipoCelula::texto, 20),
+               coluna_escondida("OutroDocMesmo", "OutroDocMesmo", TipoCelula::texto, 20),
+               coluna_escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 20),
+               peso("PesoBruto", "Peso Bruto", 1100),
+               coluna_escondida("QtOrig", "Qt Orig", TipoCelula::decimal, 12),
+               coluna_escondida("PBOrig", "PB Orig", TipoCelula::decimal, 12)},
               linhas_em_branco);
 }
 

@@ -7,6 +7,7 @@
 
 #include "common/ecra.h"
 #include "startup/modos.h"
+#include "transfer/indices.h"
 
 #include <cstdint>
 #include <optional>
@@ -26,10 +27,10 @@ class TrfBobines : public common::Ecra {
     // Controls
 
     common::Etiqueta Label1; // the screen's title
-    common::Vector<common::Etiqueta> Label2;
-    common::Vector<common::Campo> campo; // campo(3) is part of the screen and takes no room in its window
+    common::Vector<common::Etiqueta> Label2{"Label2"};
+    common::Vector<common::Campo> campo{"campo"};
     common::SelectorData DTPicker1;
-    common::Vector<common::Botao> btFx;
+    common::Vector<common::Botao> btFx{"btFx"};
     common::Botao btConf;
     common::Botao btCancelar;
     common::Botao btSair;
@@ -41,8 +42,8 @@ class TrfBobines : public common::Ecra {
     void limparform() override;
     void btFx_Click(int Index) override;
     void btCancelar_Click();
-    const common::Campo* campo_de_fecho() const override { return &campo(1); }
-    common::Campo& primeiro_campo() override { return campo(0); }
+    const common::Campo* campo_de_fecho() const override { return &campo(campos::detentor); }
+    common::Campo& primeiro_campo() override { return campo(campos::artigo); }
     // Ends the program, unless it is the parameters file that has to be put right.
     void falha_sem_tratamento(const std::exception& falha) override;
 
@@ -83,7 +84,8 @@ class TrfBobines : public common::Ecra {
     std::string Detentor;      // `Cliente` of the item's newest ledger row
     std::string ArmazemActual; // where its stock lies
     base::Moeda Quantidade;    // its stock there, tonnes
-    std::string DetentorNoERP; // the holder in campo(1), as the ERP writes it; empty for no such client
+    std::string DetentorNoERP; // the holder shown, as the ERP writes it; empty for no
+                               // such client
     int ComprimentoObserv = 0; // of the article's note
 
     // What the validations accepted last. `Registo` is that of the item's newest ledger row then.
