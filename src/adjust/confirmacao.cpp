@@ -75,10 +75,10 @@ MovStocks::Ajuste MovStocks::ajuste_pedido() {
     }
     if (ajuste.Tipo == TipoAjuste::nenhum) return ajuste;
     // Before anything is written: a short list must not leave an adjustment half replaced.
-    const startup::ListaParametros& chave = chave_documento(ajuste.Tipo);
-    ajuste.TpDoc = chave[0];
-    ajuste.Serie = chave.serie(1);
-    ajuste.Sector = chave[2];
+    const startup::ParametroDocumento& documento = documento_de(ajuste.Tipo);
+    ajuste.TpDoc = documento.TpDoc();
+    ajuste.Serie = documento.Serie();
+    ajuste.Sector = documento.Sector();
     return ajuste;
 }
 

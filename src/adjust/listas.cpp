@@ -18,18 +18,19 @@ void MovStocks::btFx_Click(int Index) {
 }
 
 void MovStocks::EscolheAjuste() {
-    const startup::ListaParametros& chave = chave_documento(tipo_do_modo());
+    const startup::ParametroDocumento& documento = documento_de(tipo_do_modo());
     constexpr const char* sufixos[] = {"", " Sobras", " Quebras", " Consumos Internos"};
     const std::string escolha =
         escolhe_da_lista({BD.Ligacao(),
                           std::string("Números Doc.") + sufixos[static_cast<int>(tipo_do_modo())],
-                          livro::lista_de_ajustes(chave[0], chave.serie(1)),
+                          livro::lista_de_ajustes(documento.TpDoc(), documento.Serie()),
                           9500,
                           {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}}});
     if (escolha.empty()) return;
 
-    const std::vector<std::string> partes = base::divide(escolha, '*'); // date, number, Registo
-    const auto registo = static_cast<std::int32_t>(base::le_inteiro(partes.at(2)).value_or(0));
+    const std::vector<std::string> partes = base::divide(escolha, '*'); // the first is the date
+    const std::string &numero = partes.at(1), &Registo = partes.at(2);
+    const auto registo = static_cast<std::int32_t>(base::le_inteiro(Registo).value_or(0));
     const std::int32_t anterior = std::exchange(lRegisto, registo);
     try {
         LerMovimento();
@@ -37,7 +38,7 @@ void MovStocks::EscolheAjuste() {
         lRegisto = anterior;
         throw;
     }
-    campo(campos::documento).Text = partes.at(1);
+    campo(campos::documento).Text = numero;
     btAnular.Visible = true;
     nomeia_quantidade("Quantidade");
 }

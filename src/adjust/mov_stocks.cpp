@@ -98,7 +98,7 @@ TipoAjuste MovStocks::tipo_do_modo() const {
                                     : TipoAjuste::consumo;
 }
 
-const startup::ListaParametros& MovStocks::chave_documento(TipoAjuste tipo) const {
+const startup::ParametroDocumento& MovStocks::documento_de(TipoAjuste tipo) const {
     switch (tipo) {
     case TipoAjuste::sobra:
         return SOBRAS;

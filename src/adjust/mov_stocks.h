@@ -59,8 +59,7 @@ class MovStocks : public common::Ecra {
     const common::Campo* campo_de_fecho() const override { return &campo(campos::existencia); }
     common::Campo& primeiro_campo() override { return campo(campos::artigo); }
     TipoAjuste tipo_do_modo() const;
-    // 0 document type, 1 series, 2 sector.
-    const startup::ListaParametros& chave_documento(TipoAjuste tipo) const;
+    const startup::ParametroDocumento& documento_de(TipoAjuste tipo) const;
 
     // The lists, and a past adjustment loaded: listas.cpp
 
@@ -112,8 +111,9 @@ class MovStocks : public common::Ecra {
     static constexpr const char* consumo_invalido = "Valor Inválido para o Consumo!";
 
     std::int16_t Modo;
-    startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS;
-    startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
+    startup::ParametroDocumento SOBRAS, QUEBRAS, CONSUMOS;
+    startup::ParametroArmazem ARMAZEM, ARMAZEMORVEX;
+    startup::ParametroCliente CLIENTEORVEX;
     std::string Detentor;      // holder of the item, by its newest ledger row
     std::string ArmazemActual; // where its stock is read and moved
     std::int32_t lRegisto = 0; // of the adjustment loaded

@@ -19,7 +19,7 @@ void MovStocks::campo_Validate(int Index, bool& Cancel) {
 Moeda MovStocks::valor(int Index) const { return formato().le(campo(Index).Text).value_or(Moeda()); }
 
 const std::string& MovStocks::ArmazemDe(const std::string& cliente) const {
-    return cliente == CLIENTEORVEX[0] ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    return cliente == CLIENTEORVEX.Codigo() ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
 }
 
 bool MovStocks::recusa_artigo(const char* aviso) {

@@ -125,7 +125,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     bool bErro = false;
     const auto iAno = static_cast<std::int16_t>(DTPicker1.Value.ano);
     const auto lNumDoc = static_cast<std::int32_t>(*numero);
-    if (!Load(iAno, GUIASREMESSA.serie(1), lNumDoc, GUIASREMESSA[0], bErro) || bErro) return recusa();
+    if (!Load(iAno, GUIASREMESSA.Serie(), lNumDoc, GUIASREMESSA.TpDoc(), bErro) || bErro) return recusa();
     if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == base::verdadeiro) {
         Avisa("", "Guia Remessa já Convertida!", aviso_informacao);
         return recusa();
@@ -136,7 +136,8 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     SSTab1.Tab = pagina_movimentos;
     SetFocus(SSTab1);
     NumGuia = lNumDoc;
-    Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1), lNumDoc});
+    Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA.TpDoc(), GUIASREMESSA.Serie(),
+         lNumDoc});
     bDigitado = false;
 
     const bool anulado = DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() ==
@@ -233,8 +234,8 @@ void GuiasRemessa::EscolheGuia() {
         " FROM DOCGCCAB INNER JOIN"
         " CLIENTES ON CLIENTES.CODIGO = DOCGCCAB.TERCEIRO"
         " WHERE     (DOCGCCAB.NVIAS <> - 1) AND (DOCGCCAB.TPTERC = 2) AND (DOCGCCAB.TPDOC = " +
-        base::entre_plicas(GUIASREMESSA[0]) +
-        ") AND (DOCGCCAB.SERIE = " + base::entre_plicas(GUIASREMESSA[1]) +
+        base::entre_plicas(GUIASREMESSA.TpDoc()) +
+        ") AND (DOCGCCAB.SERIE = " + base::entre_plicas(GUIASREMESSA.SerieEscrita()) +
         ")  and Ano=" + std::to_string(DTPicker1.Value.ano) + " and [Convert]<>-1";
     if (!campo(campos::cliente).Text.empty())
         sql += " and DOCGCCAB.Terceiro=" + base::entre_plicas(campo(campos::cliente).Text);
@@ -249,7 +250,8 @@ void GuiasRemessa::EscolheGuia() {
     if (escolha.empty()) return;
 
     const std::vector<std::string> partes = base::divide(escolha, '*');
-    if (const auto data = DataHora::le(partes.at(0).substr(0, 10))) DTPicker1.Value = *data;
+    const std::string &momento = partes.at(0), &numero = partes.at(1), &cliente = partes.at(2);
+    if (const auto data = DataHora::le(momento.substr(0, 10))) DTPicker1.Value = *data;
     // The client first, then the note; each as if typed.
     const auto preenche = [this](int Index, const std::string& valor) {
         campo(Index).Text = valor;
@@ -259,8 +261,8 @@ void GuiasRemessa::EscolheGuia() {
         bool Cancel = false;
         campo_Validate(Index, Cancel);
     };
-    preenche(campos::cliente, partes.at(2));
-    preenche(campos::numero, partes.at(1));
+    preenche(campos::cliente, cliente);
+    preenche(campos::numero, numero);
 }
 
 } // namespace orvex::delivery

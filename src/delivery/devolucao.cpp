@@ -158,7 +158,7 @@ void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
 // Another program may have taken a line back since it was ticked here.
 void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
     for (const LinhaGuia& linha : devolucao.linhas)
-        if (livro::devolvida(BD, GUIADEVOLUCAO[0],
+        if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(),
                              DocumentoDaGuia(NumGuia).linha(std::to_string(linha.NumLinha))))
             throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NumGuia) +
                                     " já foi devolvido.");
@@ -166,8 +166,9 @@ void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
     bDevolvido = false;
-    bDevolvido = livro::devolvida_pelo_cliente(BD, campo(campos::cliente).Text, GUIADEVOLUCAO[0], sArtigo,
-                                               DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
+    bDevolvido =
+        livro::devolvida_pelo_cliente(BD, campo(campos::cliente).Text, GUIADEVOLUCAO.TpDoc(), sArtigo,
+                                      DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
 }
 
 void GuiasRemessa::TestaDevolucao(bool& Boa) {

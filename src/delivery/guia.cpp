@@ -34,11 +34,11 @@ Intencao Guia::intencao_de_anular(std::int32_t numero) const {
     return intencao;
 }
 
-CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ListaParametros& documento,
+CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ParametroDocumento& documento,
                                             const base::DataHora& data) const {
-    return {.Documento = {data.ano, documento[0], documento[1], 0},
-            .Serie = documento.serie(1),
-            .Sector = documento[2],
+    return {.Documento = {data.ano, documento.TpDoc(), documento.SerieEscrita(), 0},
+            .Serie = documento.Serie(),
+            .Sector = documento.Sector(),
             .Data = data,
             .Cliente = campo(campos::cliente).Text,
             .NomeCliente = Label2(rotulos::nome_cliente).Caption,
@@ -53,7 +53,8 @@ CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ListaParametros& docu
             .Carga = DTPicker2(momentos::carga).Value,
             .Descarga = DTPicker2(momentos::descarga).Value,
             .Armazem = ArmazemGuia,
-            .Detentor = ARMAZEM[0] != ArmazemGuia ? CLIENTEORVEX[0] : campo(campos::cliente).Text};
+            .Detentor =
+                ARMAZEM.Codigo() != ArmazemGuia ? CLIENTEORVEX.Codigo() : campo(campos::cliente).Text};
 }
 
 Guia GuiasRemessa::GuiaNoEcra() const {

@@ -32,25 +32,24 @@ void GuiasRemessa::LeParametros() {
 
     // A screen that opened with a short list would fail later, in the middle of a note.
     std::string curtos;
-    const auto exige = [&curtos](const startup::ListaParametros& lista, bool completa) {
-        if (!completa) curtos += "\r\n" + lista.chave;
+    const auto exige = [&curtos](const auto& parametro) {
+        if (!parametro.completo()) curtos += "\r\n" + parametro.chave;
     };
-    exige(GUIADEVOLUCAO, GUIADEVOLUCAO.elementos.size() >= 3);
-    exige(GUIASREMESSA, GUIASREMESSA.elementos.size() >= 3);
-    exige(FACTURAS, !FACTURAS.elementos.empty() && FACTURAS.elementos.size() % 3 == 0);
-    exige(ARMAZEM, ARMAZEM.elementos.size() >= 2);
-    exige(ARMAZEMORVEX, ARMAZEMORVEX.elementos.size() >= 2);
-    exige(CLIENTEORVEX, !CLIENTEORVEX.elementos.empty());
+    exige(GUIADEVOLUCAO);
+    exige(GUIASREMESSA);
+    exige(FACTURAS);
+    exige(ARMAZEM);
+    exige(ARMAZEMORVEX);
+    exige(CLIENTEORVEX);
     if (!curtos.empty())
         throw base::Falha("O ficheiro de parâmetros «" + std::string(startup::ficheiro_parametros) +
                               "» não tem, ou tem incompletos, os parâmetros:" + curtos,
                           base::numeros_falha::sem_elemento);
 
     // The series go into statements as numbers.
-    GUIADEVOLUCAO.serie(1);
-    GUIASREMESSA.serie(1);
-    for (std::size_t i = 0; i < FACTURAS.elementos.size(); i += 3)
-        FACTURAS.serie(i + 1);
+    GUIADEVOLUCAO.Serie();
+    GUIASREMESSA.Serie();
+    FACTURAS.grupos();
 }
 
 void GuiasRemessa::limparform() {
@@ -58,7 +57,7 @@ void GuiasRemessa::limparform() {
     DTPicker1.Value = DTPicker2(momentos::carga).Value = DTPicker2(momentos::descarga).Value = agora();
     for (const int i : {rotulos::nome_cliente, rotulos::designacao, rotulos::quantidade})
         Label2(i).Caption.clear();
-    cb1(combos::armazem).itens = {ARMAZEMORVEX[1], ARMAZEM[1]};
+    cb1(combos::armazem).itens = {ARMAZEMORVEX.Nome(), ARMAZEM.Nome()};
     cb1(combos::armazem).ListIndex = armazens::da_orvex;
     MudaEstado(EstadoGuia::vazia);
     for (auto& [indice, campo_] : campo)
@@ -114,7 +113,8 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
         define_estado("A guia não foi lida por inteiro: " + FalhaLeitura);
     }
     Gr.redesenha = true;
-    cb1(combos::armazem).ListIndex = ARMAZEM[0] != ArmazemGuia ? armazens::da_orvex : armazens::dos_clientes;
+    cb1(combos::armazem).ListIndex =
+        ARMAZEM.Codigo() != ArmazemGuia ? armazens::da_orvex : armazens::dos_clientes;
     return false;
 }
 
@@ -141,7 +141,7 @@ void GuiasRemessa::Form_Terminate() {
 }
 
 std::string GuiasRemessa::ArmazemEscolhido() const {
-    return cb1(combos::armazem).ListIndex == armazens::da_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    return cb1(combos::armazem).ListIndex == armazens::da_orvex ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
 }
 
 std::int32_t GuiasRemessa::NumeroNoEcra() const {

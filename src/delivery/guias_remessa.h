@@ -155,7 +155,7 @@ class GuiasRemessa : public common::Ecra {
 
     // The note as a value: guia.cpp
 
-    CabecalhoGuia CabecalhoNoEcra(const startup::ListaParametros& documento,
+    CabecalhoGuia CabecalhoNoEcra(const startup::ParametroDocumento& documento,
                                   const base::DataHora& data) const;
     Guia GuiaNoEcra() const;
     Guia DevolucaoNoEcra() const; // of the lines ticked
@@ -214,12 +214,12 @@ class GuiasRemessa : public common::Ecra {
 
     // Members
 
-    startup::ListaParametros GUIASREMESSA; // 0 document type, 1 series, 2 sector
-    startup::ListaParametros GUIADEVOLUCAO;
-    startup::ListaParametros FACTURAS; // groups of type, series and a third value
-    startup::ListaParametros ARMAZEM;  // 0 code of the warehouse of items at clients, 1 its label
-    startup::ListaParametros ARMAZEMORVEX;
-    startup::ListaParametros CLIENTEORVEX; // 0 the client code that stands for ORVEX
+    startup::ParametroDocumento GUIASREMESSA;
+    startup::ParametroDocumento GUIADEVOLUCAO;
+    startup::ParametroGrupos FACTURAS;
+    startup::ParametroArmazem ARMAZEM; // of items at clients
+    startup::ParametroArmazem ARMAZEMORVEX;
+    startup::ParametroCliente CLIENTEORVEX; // the one that stands for ORVEX
 
     EstadoGuia Estado = EstadoGuia::vazia;
     std::int32_t NumGuia = 0;         // number of the loaded note

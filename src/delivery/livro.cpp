@@ -19,7 +19,7 @@ bool mesmo_artigo(const std::string& a, const std::string& b) {
 } // namespace
 
 livro::Documento GuiasRemessa::DocumentoDaGuia(std::int32_t NoDoc) const {
-    return {DTPicker1.Value.ano, GUIASREMESSA[0], GUIASREMESSA[1], NoDoc};
+    return {DTPicker1.Value.ano, GUIASREMESSA.TpDoc(), GUIASREMESSA.SerieEscrita(), NoDoc};
 }
 
 void GuiasRemessa::EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc) {
@@ -76,7 +76,7 @@ void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
         BD.Tranca();
         for (const livro::MovimentoLido& linha : livro::linhas_a_anular(BD, DocumentoDaGuia(NoDoc))) {
             if (const auto origem = linha.origem()) livro::repoe(BD, *origem, linha.pesos);
-            if (livro::devolvida(BD, GUIADEVOLUCAO[0], linha.chave))
+            if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(), linha.chave))
                 throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NoDoc) +
                                         " já foi devolvido.");
         }

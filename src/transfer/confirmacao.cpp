@@ -34,9 +34,10 @@ void TrfBobines::btConf_Click() {
             VerificaAceite();
             const std::string& destino = Destino();
             GravaMovimento(Modo == modos::para_orvex ? Detentor : campo(campos::detentor).Text,
-                           campo(campos::obs_saida).Text, -Quantidade, QUEBRAS[0], QUEBRAS.serie(1), destino);
-            GravaMovimento(destino, campo(campos::obs_entrada).Text, Quantidade, SOBRAS[0], SOBRAS.serie(1),
+                           campo(campos::obs_saida).Text, -Quantidade, QUEBRAS.TpDoc(), QUEBRAS.Serie(),
                            destino);
+            GravaMovimento(destino, campo(campos::obs_entrada).Text, Quantidade, SOBRAS.TpDoc(),
+                           SOBRAS.Serie(), destino);
             if (Modo == modos::para_orvex)
                 TransfereArmazem(confirmacao, Quantidade);
             else
@@ -52,7 +53,7 @@ void TrfBobines::btConf_Click() {
 }
 
 const std::string& TrfBobines::Destino() const {
-    return Modo == modos::para_orvex ? CLIENTEORVEX[0] : campo(campos::destino).Text;
+    return Modo == modos::para_orvex ? CLIENTEORVEX.Codigo() : campo(campos::destino).Text;
 }
 
 confirmacao::Meios TrfBobines::meios_da_transferencia() {
@@ -69,20 +70,21 @@ Intencao TrfBobines::IntencaoDeTransferir() const {
                       .artigos = {{campo(campos::artigo).Text, Quantidade, ArmazemActual}}};
     if (Modo == modos::para_orvex) {
         intencao.fluxo = Fluxo::transfere_para_orvex;
-        intencao.cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), TRF[0], TRF.serie(1)};
+        intencao.cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), TRF.TpDoc(), TRF.Serie()};
     }
     return intencao;
 }
 
 // Found missing half-way, an element would cost the user what the fields hold.
 void TrfBobines::ExigeParametros() const {
-    QUEBRAS.serie(1);
-    SOBRAS.serie(1);
+    QUEBRAS.Serie();
+    SOBRAS.Serie();
     if (Modo == modos::para_cliente) return;
-    TRF.serie(1);
-    TRF[2];
-    for (const auto* lista : {&ARMAZEM, &ARMAZEMORVEX, &CLIENTEORVEX})
-        (*lista)[0];
+    TRF.Serie();
+    TRF.Sector();
+    ARMAZEM.Codigo();
+    ARMAZEMORVEX.Codigo();
+    CLIENTEORVEX.Codigo();
 }
 
 void TrfBobines::VerificaAceite() {
@@ -120,12 +122,12 @@ void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& t
 void TrfBobines::TransfereArmazem(Confirmacao& confirmacao, Moeda Quant) {
     com_ultimo_erro_numerado([&] {
         const std::string& Artigo = campo(campos::artigo).Text;
-        confirmacao.CriaDocStock({.tipo_documento = TRF[0],
-                                  .sector = TRF[2],
-                                  .serie = TRF.serie(1),
-                                  .destino = ARMAZEMORVEX[0],
+        confirmacao.CriaDocStock({.tipo_documento = TRF.TpDoc(),
+                                  .sector = TRF.Sector(),
+                                  .serie = TRF.Serie(),
+                                  .destino = ARMAZEMORVEX.Codigo(),
                                   .data = DTPicker1.Value.data(),
-                                  .armazem = ARMAZEM[0],
+                                  .armazem = ARMAZEM.Codigo(),
                                   .artigos = {"", Artigo},
                                   .textos_15 = {"", ""},
                                   .quantidades = {0, Quant.real()},

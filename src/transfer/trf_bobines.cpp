@@ -156,8 +156,8 @@ bool TrfBobines::ValidaDetentor() {
     if (!ultimo) return recusa("Artigo não existente!");
     Detentor = ultimo->Cliente;
     Aceites.Registo = ultimo->Registo;
-    const bool na_orvex = Detentor == CLIENTEORVEX[0];
-    ArmazemActual = na_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    const bool na_orvex = Detentor == CLIENTEORVEX.Codigo();
+    ArmazemActual = na_orvex ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
     if (na_orvex)
         return recusa(Modo == modos::para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
                                                 : "Este Artigo/Num.Série pertence à ORVEX!");
@@ -237,7 +237,7 @@ bool TrfBobines::ValidaDestino() {
         return false;
     };
     const auto compara = [&]() -> const char* {
-        if (c == CLIENTEORVEX[0]) return "Impossível.Cliente destino selecionado é a ORVEX!";
+        if (c == CLIENTEORVEX.Codigo()) return "Impossível.Cliente destino selecionado é a ORVEX!";
         if (c == campo(campos::detentor).Text || (!c.empty() && c == DetentorNoERP))
             return "Impossível.Cliente destino selecionado é o mesmo!";
         return nullptr;

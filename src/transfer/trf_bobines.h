@@ -79,8 +79,10 @@ class TrfBobines : public common::Ecra {
     static constexpr const char* guias_por_gerar = "Existem Guias de Remessa por gerar para este Artigo!";
 
     std::int16_t Modo;
-    startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS, TRF, FACTURAS;
-    startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
+    startup::ParametroDocumento SOBRAS, QUEBRAS, CONSUMOS, TRF;
+    startup::ParametroGrupos FACTURAS;
+    startup::ParametroArmazem ARMAZEM, ARMAZEMORVEX;
+    startup::ParametroCliente CLIENTEORVEX;
     std::string Detentor;      // `Cliente` of the item's newest ledger row
     std::string ArmazemActual; // where its stock lies
     base::Moeda Quantidade;    // its stock there, tonnes
