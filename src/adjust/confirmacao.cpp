@@ -25,27 +25,19 @@ const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in ton
 
 } // namespace
 
-void MovStocks::RecomecaEcra() {
-    limparform();
-    SetFocus(campo(campos::artigo));
-}
-
 bool MovStocks::entrada_aceite() {
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, aviso_informacao);
-        SetFocus(campo(campos::quantidade));
-        return false;
-    };
+    common::Campo& quantidade = campo(campos::quantidade);
     const bool consumo = tipo_do_modo() == TipoAjuste::consumo;
-    if (campo(campos::quantidade).Text.empty())
+    if (quantidade.Text.empty())
         return recusa(consumo ? "Deve introduzir a quantidade do Consumo!"
-                              : "Deve introduzir a nova Existência!");
-    const auto novo = formato().le(campo(campos::quantidade).Text);
-    if (!novo) return recusa("Valor inválido!");
-    if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!");
+                              : "Deve introduzir a nova Existência!",
+                      quantidade);
+    const auto novo = formato().le(quantidade.Text);
+    if (!novo) return recusa("Valor inválido!", quantidade);
+    if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!", quantidade);
     // The field refused it when it was typed, and does not look again at what stayed in it.
     if ((consumo || (bCarregado && tipo_do_modo() == TipoAjuste::quebra)) && ConsumoExcessivo())
-        return recusa(consumo_invalido);
+        return recusa(consumo_invalido, quantidade);
     return true;
 }
 

@@ -87,10 +87,7 @@ void MovStocks::nomeia_quantidade(const char* nome) {
     campo(campos::quantidade).Legenda = nome; // what a screen reader says
 }
 
-void MovStocks::btCancelar_Click() {
-    limparform();
-    SetFocus(campo(campos::artigo));
-}
+void MovStocks::btCancelar_Click() { RecomecaEcra(); }
 
 TipoAjuste MovStocks::tipo_do_modo() const {
     return Modo == modos::sobras    ? TipoAjuste::sobra

@@ -104,7 +104,6 @@ class MovStocks : public common::Ecra {
     // Cancels the loaded adjustment's document, deletes its row and gives the row's date. False when the ERP
     // did not cancel it.
     bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);
-    void RecomecaEcra();
 
     // Members
 

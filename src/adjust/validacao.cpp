@@ -1,6 +1,5 @@
 #include "adjust/mov_stocks.h"
 
-#include "base/texto.h"
 #include "livro/artigos.h"
 #include "livro/detentores.h"
 
@@ -23,9 +22,8 @@ const std::string& MovStocks::ArmazemDe(const std::string& cliente) const {
 }
 
 bool MovStocks::recusa_artigo(const char* aviso) {
-    Avisa("", aviso, aviso_informacao);
+    recusa(aviso, campo(campos::artigo));
     Label2(rotulos::nome_artigo).Caption.clear();
-    SetFocus(campo(campos::artigo));
     return false;
 }
 
@@ -38,15 +36,10 @@ bool MovStocks::ValidaArtigo() {
     const auto ultimo = livro::ultimo_movimento(BD, artigo);
     if (!ultimo) return recusa_artigo("Artigo não existente!");
     ArmazemActual = ArmazemDe(ultimo->Cliente);
-    {
-        const auto ficha =
-            BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
-                        " and Artigos.Inactivo<>-1 ");
-        if (ficha->fim()) return recusa_artigo("Artigo não existente!");
-        Label2(rotulos::nome_artigo).Caption = ficha->valor("Nome").texto();
-        campo(campos::artigo).Text =
-            ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
-    }
+    const auto ficha = livro::artigo_activo(BD, artigo);
+    if (!ficha) return recusa_artigo("Artigo não existente!");
+    Label2(rotulos::nome_artigo).Caption = ficha->Nome;
+    campo(campos::artigo).Text = ficha->Codigo; // whatever case was typed
     const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
     if (!existencia) {
         Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
@@ -69,28 +62,25 @@ bool MovStocks::ConsumoExcessivo() const {
 }
 
 bool MovStocks::ValidaQuantidade() {
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, aviso_informacao);
-        SetFocus(campo(campos::quantidade));
-        return false;
-    };
+    common::Campo& quantidade = campo(campos::quantidade);
     const auto aceita = [this](const char* observacao) {
         if (campo(campos::observacoes).Text.empty()) campo(campos::observacoes).Text = observacao;
         return true;
     };
-    if (campo(campos::quantidade).Text.empty()) return recusa("Campo Obrigatório!");
-    if (!formato().le(campo(campos::quantidade).Text)) return recusa("Valor inválido!");
+    if (quantidade.Text.empty()) return recusa("Campo Obrigatório!", quantidade);
+    if (!formato().le(quantidade.Text)) return recusa("Valor inválido!", quantidade);
     const Moeda novo = valor(campos::quantidade), stock = valor(campos::existencia);
 
     if (tipo_do_modo() == TipoAjuste::consumo)
-        return ConsumoExcessivo() ? recusa(consumo_invalido) : aceita("Consumo Interno");
+        return ConsumoExcessivo() ? recusa(consumo_invalido, quantidade) : aceita("Consumo Interno");
     if (tipo_do_modo() == TipoAjuste::quebra) {
-        if (bCarregado && ConsumoExcessivo()) return recusa(consumo_invalido);
-        if (!bCarregado && novo > stock) return recusa("A Nova Existência deve ser inferior à Existência!");
+        if (bCarregado && ConsumoExcessivo()) return recusa(consumo_invalido, quantidade);
+        if (!bCarregado && novo > stock)
+            return recusa("A Nova Existência deve ser inferior à Existência!", quantidade);
         return aceita("Sucata");
     }
     if (bCarregado) return true;
-    return novo < stock ? recusa("A Nova Existência deve ser superior à Existência!")
+    return novo < stock ? recusa("A Nova Existência deve ser superior à Existência!", quantidade)
                         : aceita("Excesso de Peso");
 }
 

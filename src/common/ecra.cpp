@@ -79,6 +79,17 @@ void Ecra::poe_a_vista(const Controlo& controlo) {
             separadores->Tab = controlo.pagina;
 }
 
+bool Ecra::recusa(const std::string& aviso, Controlo& onde) {
+    Avisa("", aviso, aviso_informacao);
+    SetFocus(onde);
+    return false;
+}
+
+void Ecra::RecomecaEcra() {
+    limparform();
+    SetFocus(primeiro_campo());
+}
+
 double Ecra::PrecoMovimento(const std::string& chave) { return livro::preco_movimento(BD, chave); }
 
 void Ecra::preenche_da_lista(Campo& campo, const ListaPesquisa& lista) {

@@ -65,6 +65,11 @@ class Ecra : protected Servicos, public Eventos {
     // Unit price of an article for a stock movement: average cost of its stock, or the last purchase price.
     double PrecoMovimento(const std::string& chave);
 
+    // An information box, and the cursor in the control that it is about. False, for who refuses.
+    bool recusa(const std::string& aviso, Controlo& onde);
+    // The empty screen, the cursor in its first field.
+    void RecomecaEcra();
+
     // Opens the list; on a choice puts it into the field, whose validation then runs as the focus moves on.
     void preenche_da_lista(Campo& campo, const ListaPesquisa& lista);
 

@@ -74,10 +74,8 @@ void GuiasRemessa::ValidaCliente(bool& Cancel) {
             BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" +
                         base::entre_plicas(campo(campos::cliente).Text) + " and Clientes.Inactivo<>-1 ");
         if (cliente->fim()) {
-            Avisa("", "Cliente não existente!", aviso_informacao);
-            SetFocus(campo(campos::cliente));
+            Cancel = !recusa("Cliente não existente!", campo(campos::cliente));
             LimpaDadosCliente();
-            Cancel = true;
             return;
         }
         campo(campos::cliente).Text =
@@ -101,7 +99,7 @@ void GuiasRemessa::LerIvas(const std::string& Reg) {
 }
 
 void GuiasRemessa::ValidaNumero(bool& Cancel) {
-    const auto recusa = [&] {
+    const auto desiste = [&] {
         Cancel = true;
         SetFocus(campo(campos::numero));
         LibertaDocumento();
@@ -111,9 +109,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     if (campo(campos::numero).Text.empty()) campo(campos::numero).Text = "0";
     const auto numero = base::le_inteiro(campo(campos::numero).Text);
     if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max()) {
-        Avisa("", "Valor inválido!", aviso_informacao);
-        SetFocus(campo(campos::numero));
-        Cancel = true;
+        Cancel = !recusa("Valor inválido!", campo(campos::numero));
         return;
     }
 
@@ -125,10 +121,10 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     bool bErro = false;
     const auto iAno = static_cast<std::int16_t>(DTPicker1.Value.ano);
     const auto lNumDoc = static_cast<std::int32_t>(*numero);
-    if (!Load(iAno, GUIASREMESSA.Serie(), lNumDoc, GUIASREMESSA.TpDoc(), bErro) || bErro) return recusa();
+    if (!Load(iAno, GUIASREMESSA.Serie(), lNumDoc, GUIASREMESSA.TpDoc(), bErro) || bErro) return desiste();
     if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == base::verdadeiro) {
         Avisa("", "Guia Remessa já Convertida!", aviso_informacao);
-        return recusa();
+        return desiste();
     }
 
     MostraCabecalho();
@@ -185,24 +181,21 @@ void GuiasRemessa::ValidaVendedor(int Index, bool& Cancel) {
         campo(Index).Text = vendedor->valor("CODIGO").texto(); // as the ERP writes it
         return;
     }
-    Avisa("", "Vendedor inexistente/interdito!", aviso_informacao);
-    SetFocus(campo(Index));
-    Cancel = true;
+    Cancel = !recusa("Vendedor inexistente/interdito!", campo(Index));
 }
 
 void GuiasRemessa::ValidaContribuinte(bool& Cancel) {
-    const auto fica = [&] {
-        SetFocus(campo(campos::contribuinte));
-        Cancel = true;
-    };
-    if (base::apara(campo(campos::contribuinte).Text).empty()) {
-        Avisa("", "Campo obrigatório!", aviso_informacao);
-        return fica();
+    common::Campo& contribuinte = campo(campos::contribuinte);
+    if (base::apara(contribuinte.Text).empty()) {
+        Cancel = !recusa("Campo obrigatório!", contribuinte);
+        return;
     }
     ResultadoNIF ok = ResultadoNIF::invalido;
-    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(campos::contribuinte).Text, ok);
+    if (MercadoCliente == mercado_nacional) ValidaNIF(contribuinte.Text, ok);
     if (ok == ResultadoNIF::valido) return;
-    if (Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) != common::resposta_ok) fica();
+    if (Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) == common::resposta_ok) return;
+    SetFocus(contribuinte);
+    Cancel = true;
 }
 
 void GuiasRemessa::btFx_Click(int Index) {

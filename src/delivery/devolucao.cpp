@@ -112,26 +112,11 @@ void GuiasRemessa::GravaDevolucao() {
     confirmacao.executa(
         [&] {
             ArmazemGuia = ArmazemEscolhido();
-            const Guia devolucao = DevolucaoNoEcra();
-            confirmacao.Inicia(devolucao.intencao());
-            BD.Tranca(); // before the ERP moves stock that others may be deciding on
-            LibertaDocumento();
-            CriaCabecalhoDevolucao(devolucao.cab);
-            std::int32_t Erro = 0;
-            std::string Mensagem;
-            if (!CriaLinhasDevolucao(devolucao, confirmacao, submeter, Erro, Mensagem) || Erro != 0)
-                throw base::Falha(Mensagem);
-            const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
-            ActualizaMovGV(devolucao, numero, NumGuia);
-            ExigeLinhasMostradas(confirmacao.Criado());
-            confirmacao.Confirma();
-            Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), aviso_informacao);
+            CriaERegista(DevolucaoNoEcra(), confirmacao);
         },
         [this](const std::exception& falha) { return erro_a_mostrar(falha); });
-    LibertaDocumento();
     DesInibe();
-    limparform();
-    SetFocus(campo(campos::cliente));
+    Recomeca();
 }
 
 void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa) {

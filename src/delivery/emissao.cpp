@@ -21,8 +21,8 @@ void GuiasRemessa::btConf_Click(int Index) {
 void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
     if (Index == confirmacoes::emitir && !VerificaQuantidades()) return SetFocus(campo(campos::cliente));
     if (campo(campos::cliente).Text.empty()) {
-        Avisa("", "Falta o Cliente!", aviso_informacao);
-        return SetFocus(campo(campos::cliente));
+        recusa("Falta o Cliente!", campo(campos::cliente));
+        return;
     }
     if (!VerificaContribuinte()) {
         SSTab1.Tab = pagina_diversos;
@@ -31,17 +31,15 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
     if (Index == confirmacoes::anular) {
         if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
         if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
-            common::resposta_ok) {
-            limparform();
-            return SetFocus(campo(campos::cliente));
-        }
+            common::resposta_ok)
+            return RecomecaEcra();
     }
     if (Index == confirmacoes::emitir &&
         !AceitaDatas({&DTPicker1, &DTPicker2(momentos::carga), &DTPicker2(momentos::descarga)}))
         return;
     ArmazemGuia = ArmazemEscolhido();
     if (Index == confirmacoes::emitir)
-        Emite(confirmacao);
+        CriaERegista(GuiaNoEcra(), confirmacao);
     else
         Anula(confirmacao);
     Recomeca();
@@ -49,8 +47,7 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
 
 void GuiasRemessa::Recomeca() {
     LibertaDocumento();
-    limparform();
-    SetFocus(campo(campos::cliente));
+    RecomecaEcra();
 }
 
 bool GuiasRemessa::VerificaQuantidades() {
@@ -94,35 +91,32 @@ bool GuiasRemessa::GuiaAindaNoEcra() {
         base::le_inteiro(campo(campos::numero).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
         Cab->obtem("Terceiro").valor.texto() == campo(campos::cliente).Text)
         return true;
-    Avisa("", "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
-          aviso_informacao);
-    SetFocus(campo(campos::numero));
-    return false;
+    return recusa(
+        "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
+        campo(campos::numero));
 }
 
 // What was not read would be given back as nothing.
 bool GuiasRemessa::GuiaLidaPorInteiro() {
     if (FalhaLeitura.empty()) return true;
-    Avisa("",
-          "A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" + FalhaLeitura +
-              "\r\nVolte a carregar a guia.",
-          aviso_informacao);
-    SetFocus(campo(campos::numero));
-    return false;
+    return recusa("A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" +
+                      FalhaLeitura + "\r\nVolte a carregar a guia.",
+                  campo(campos::numero));
 }
 
-void GuiasRemessa::Emite(Confirmacao& confirmacao) {
-    const Guia guia = GuiaNoEcra();
+void GuiasRemessa::CriaERegista(const Guia& guia, Confirmacao& confirmacao) {
+    const bool devolucao = guia.cab.devolucao;
     confirmacao.Inicia(guia.intencao());
     BD.Tranca(); // before the ERP moves stock that others may be deciding on
     LibertaDocumento();
-    CriaCabecalhoGuia(guia.cab);
+    devolucao ? CriaCabecalhoDevolucao(guia.cab) : CriaCabecalhoGuia(guia.cab);
     std::int32_t Erro = 0;
     std::string Mensagem;
-    if (!CriaLinhasGuia(guia, confirmacao, submeter, Erro, Mensagem) || Erro != 0)
-        throw base::Falha(Mensagem);
+    const bool criado = devolucao ? CriaLinhasDevolucao(guia, confirmacao, submeter, Erro, Mensagem)
+                                  : CriaLinhasGuia(guia, confirmacao, submeter, Erro, Mensagem);
+    if (!criado || Erro != 0) throw base::Falha(Mensagem);
     const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
-    ActualizaMov(guia, numero);
+    devolucao ? ActualizaMovGV(guia, numero, NumGuia) : ActualizaMov(guia, numero);
     ExigeLinhasMostradas(confirmacao.Criado());
     confirmacao.Confirma();
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), aviso_informacao);

@@ -128,10 +128,7 @@ void GuiasRemessa::DesInibe() {
         controlo->Enabled = true;
 }
 
-void GuiasRemessa::btCancelar_Click() {
-    limparform();
-    SetFocus(campo(campos::cliente));
-}
+void GuiasRemessa::btCancelar_Click() { RecomecaEcra(); }
 
 void GuiasRemessa::btSair_Click() { Unload(); }
 

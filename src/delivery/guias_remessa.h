@@ -147,7 +147,8 @@ class GuiasRemessa : public common::Ecra {
     void Confirma(int Index, confirmacao::Confirmacao& confirmacao);
     bool VerificaQuantidades();
     bool VerificaContribuinte();
-    void Emite(confirmacao::Confirmacao& confirmacao);
+    // The whole of one transaction: the ERP's document of a note or a return, and the ledger's rows of it.
+    void CriaERegista(const Guia& guia, confirmacao::Confirmacao& confirmacao);
     void Anula(confirmacao::Confirmacao& confirmacao);
     bool GuiaAindaNoEcra();
     bool GuiaLidaPorInteiro();

@@ -99,11 +99,7 @@ bool GuiasRemessa::AceitaQuant(int linha) {
         MostraMensagem("Valor inválido!", mensagem_critica);
         return false;
     }
-    if (*numero > Gr.moeda(linha, "QuantDet")) {
-        Avisa("", "Ultrapassa a quantidade inicial!", aviso_informacao);
-        SetFocus(Gr);
-        return false;
-    }
+    if (*numero > Gr.moeda(linha, "QuantDet")) return recusa("Ultrapassa a quantidade inicial!", Gr);
     Gr.define_valor(linha, "PesoBruto", *numero);
     return true;
 }

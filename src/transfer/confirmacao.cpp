@@ -17,8 +17,8 @@ using confirmacao::Intencao;
 
 void TrfBobines::btConf_Click() {
     if (campo(campos::destino).Text.empty() && Modo == modos::para_cliente) {
-        Avisa("", "Deve selecionar o cliente destino!", aviso_informacao);
-        return SetFocus(campo(campos::destino));
+        recusa("Deve selecionar o cliente destino!", campo(campos::destino));
+        return;
     }
     if (campo(campos::artigo).Text.empty()) {
         Avisa(campo(campos::artigo).Legenda, "", aviso_obrigatorio);
@@ -48,8 +48,7 @@ void TrfBobines::btConf_Click() {
             completa_erro(falha);
             return erro_a_mostrar(falha);
         });
-    limparform();
-    SetFocus(campo(campos::artigo));
+    RecomecaEcra();
 }
 
 const std::string& TrfBobines::Destino() const {

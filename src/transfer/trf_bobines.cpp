@@ -83,10 +83,7 @@ void TrfBobines::limparform() {
     DetentorNoERP.clear();
 }
 
-void TrfBobines::btCancelar_Click() {
-    limparform();
-    SetFocus(campo(campos::artigo));
-}
+void TrfBobines::btCancelar_Click() { RecomecaEcra(); }
 
 void TrfBobines::btFx_Click(int Index) {
     if (Index == campos::artigo)
@@ -139,7 +136,6 @@ bool TrfBobines::ValidaArtigo() {
     }
     if (!ValidaDetentor()) {
         LimpaArtigo();
-        SetFocus(campo(campos::artigo));
         return false;
     }
     if (!ValidaStock()) return false;
@@ -148,20 +144,18 @@ bool TrfBobines::ValidaArtigo() {
 }
 
 bool TrfBobines::ValidaDetentor() {
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, aviso_informacao);
-        return false;
-    };
-    const auto ultimo = livro::ultimo_movimento(BD, campo(campos::artigo).Text);
-    if (!ultimo) return recusa("Artigo não existente!");
+    common::Campo& artigo = campo(campos::artigo);
+    const auto ultimo = livro::ultimo_movimento(BD, artigo.Text);
+    if (!ultimo) return recusa("Artigo não existente!", artigo);
     Detentor = ultimo->Cliente;
     Aceites.Registo = ultimo->Registo;
     const bool na_orvex = Detentor == CLIENTEORVEX.Codigo();
     ArmazemActual = na_orvex ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
     if (na_orvex)
         return recusa(Modo == modos::para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
-                                                : "Este Artigo/Num.Série pertence à ORVEX!");
-    return !TemGuiasPorGerar() || recusa(guias_por_gerar);
+                                                : "Este Artigo/Num.Série pertence à ORVEX!",
+                      artigo);
+    return !TemGuiasPorGerar() || recusa(guias_por_gerar, artigo);
 }
 
 bool TrfBobines::TemGuiasPorGerar() {
@@ -176,28 +170,20 @@ std::optional<base::Moeda> TrfBobines::Existencia() {
 
 bool TrfBobines::ValidaStock() {
     const std::string artigo = campo(campos::artigo).Text;
-    std::string nome;
-    {
-        const auto ficha =
-            BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
-                        " and Artigos.Inactivo<>-1 ");
-        if (ficha->fim()) {
-            Avisa("", "Artigo não existente!", aviso_informacao);
-            Label2(rotulos::artigo).Caption.clear();
-            SetFocus(campo(campos::artigo));
-            return false;
-        }
-        nome = ficha->valor("Nome").texto();
-        campo(campos::artigo).Text =
-            ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
+    const auto ficha = livro::artigo_activo(BD, artigo);
+    if (!ficha) {
+        recusa("Artigo não existente!", campo(campos::artigo));
+        Label2(rotulos::artigo).Caption.clear();
+        return false;
     }
+    campo(campos::artigo).Text = ficha->Codigo; // whatever case was typed
     const std::optional<base::Moeda> existencia = Existencia();
     if (!existencia) {
         Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
     }
     Quantidade = *existencia;
-    Label2(rotulos::artigo).Caption = nome + " (" + formato().texto(Quantidade) + ")";
+    Label2(rotulos::artigo).Caption = ficha->Nome + " (" + formato().texto(Quantidade) + ")";
     const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
     if (!entrada) {
         Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
@@ -228,9 +214,8 @@ bool TrfBobines::ValidaDestino() {
         Avisa("", "Campo obrigatório!", aviso_informacao);
         return false;
     }
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, aviso_informacao);
-        SetFocus(campo(campos::destino));
+    const auto recusa_destino = [this](const char* aviso) {
+        recusa(aviso, campo(campos::destino));
         Label2(rotulos::destino).Caption.clear();
         campo(campos::obs_saida).Text.clear();
         campo(campos::obs_entrada).Text.clear();
@@ -242,14 +227,14 @@ bool TrfBobines::ValidaDestino() {
             return "Impossível.Cliente destino selecionado é o mesmo!";
         return nullptr;
     };
-    if (const char* aviso = compara()) return recusa(aviso);
+    if (const char* aviso = compara()) return recusa_destino(aviso);
     const auto cliente =
         BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(c) +
                     " and Clientes.Inactivo<>-1 ");
-    if (cliente->fim()) return recusa("Cliente não existente!");
+    if (cliente->fim()) return recusa_destino("Cliente não existente!");
     // Found whatever case was typed; compared to the letter as the ERP writes it.
     campo(campos::destino).Text = cliente->valor("CODIGO").texto();
-    if (const char* aviso = compara()) return recusa(aviso);
+    if (const char* aviso = compara()) return recusa_destino(aviso);
     Label2(rotulos::destino).Caption = cliente->valor("Nome").texto();
     campo(campos::obs_saida).Text = "Mov.Saida - Transferência para Cliente " + c;
     campo(campos::obs_entrada).Text =
