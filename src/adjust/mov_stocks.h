@@ -53,7 +53,7 @@ class MovStocks : public common::Ecra {
     // The screen: mov_stocks.cpp
 
     void regista_controlos();
-    void limparform() override;
+    void limparform() override; // leaves ArmazemActual, lRegisto and UltimoErro as they are
     void nomeia_quantidade(const char* nome);
     void btCancelar_Click();
     const common::Campo* campo_de_fecho() const override { return &campo(campos::existencia); }
@@ -93,16 +93,17 @@ class MovStocks : public common::Ecra {
     void ConfereStock(const Ajuste& ajuste, base::Moeda por_repor);
     void ConfereArtigo();
     std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
-    // Gives the number of the document created.
+    // Validates nothing: has the ERP create the adjustment's document, and gives its number.
     std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data,
                                  confirmacao::Confirmacao& confirmacao);
+    // Adds the adjustment's row to the ledger; there is none to bring up to date.
     void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
     void btAnular_Click();
     bool Anula(confirmacao::Confirmacao& confirmacao);
     // Asks, where the item has gone from the adjustment's client to another holder since.
     bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
-    // Cancels the loaded adjustment's document, deletes its row and gives the row's date. False when the ERP
-    // did not cancel it.
+    // Of a replacement: cancels the loaded adjustment's document, deletes its row, makes its holder that of
+    // the new one and gives its date. False when the ERP did not cancel it.
     bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);
 
     // Members

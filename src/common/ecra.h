@@ -30,6 +30,7 @@ class Ecra : protected Servicos, public Eventos {
     Controlo& controlo(std::string_view nome);            // throws Falha for an unknown name
     const std::string& estado() const { return estado_; } // for the status line
 
+    // Reads the parameters and empties the screen. Called once, before the window is shown.
     virtual void Form_Load() = 0;
     virtual void Form_Terminate() {} // the window is gone and the program ends
 
@@ -95,6 +96,7 @@ class Ecra : protected Servicos, public Eventos {
     // What the status line says until the rules say otherwise; empty for nothing.
     void define_estado(std::string texto) { estado_ = std::move(texto); }
 
+    // The text kept last. What empties it is the screen's matter, so it may be of an earlier confirmation.
     std::string UltimoErro;
 
   private:

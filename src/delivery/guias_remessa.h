@@ -84,12 +84,15 @@ class GuiasRemessa : public common::Ecra {
     // The screen and its states: guias_remessa.cpp
 
     void LeParametros();
-    void limparform() override;
+    void limparform() override; // leaves NumGuia and ArmazemGuia as they are
+    // Reads a document of the ERP into DocActual, where it throws away what is there; the screen's own
+    // loading is Form_Load.
     bool Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc, const std::string& sTpDoc,
               bool& bErro);
+    // Shows the lines of DocActual in Gr. Always False, which says nothing: what failed is in FalhaLeitura.
     bool Ler(const startup::ChaveDocumento& utkeyDoc);
-    void Inibe();
-    void DesInibe();
+    void Inibe();    // every control
+    void DesInibe(); // every control, also those that were disabled before
     void btCancelar_Click();
     void btSair_Click();
     const common::Campo* campo_de_fecho() const override { return &campo(campos::cliente); }
@@ -109,13 +112,14 @@ class GuiasRemessa : public common::Ecra {
     void ValidaVendedor(int Index, bool& Cancel);
     void ValidaContribuinte(bool& Cancel);
     void LimpaDadosCliente();
-    void LerIvas(const std::string& Reg);
+    void LerIvas(const std::string& Reg); // of one VAT regime, the market: sets MercadoCliente
     void btFx_Click(int Index) override;
     void EscolheGuia();
 
     // Open ledger lines: linhas_abertas.cpp
 
     void Act_Detalhe();
+    // Lists the client's open lines, not invoices, and first repairs their gross weights in the ledger.
     void CarregaFacturas(const std::string& Cliente);
     int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
     void ReparaPesos(const std::string& Cliente);
@@ -152,7 +156,7 @@ class GuiasRemessa : public common::Ecra {
     void Anula(confirmacao::Confirmacao& confirmacao);
     bool GuiaAindaNoEcra();
     bool GuiaLidaPorInteiro();
-    void Recomeca(); // the empty screen, the cursor in its first field
+    void Recomeca(); // lets go of the document too
 
     // The note as a value: guia.cpp
 
@@ -163,12 +167,14 @@ class GuiasRemessa : public common::Ecra {
 
     // The ERP document: documento.cpp
 
-    bool LibertaDocumento();
+    bool LibertaDocumento(); // lets go of DocActual, whether there is one or not; always True
     // Where there is no document yet, makes one with this header.
     bool CriaCabecalhoGuia(const CabecalhoGuia& cab);
     bool CriaCabecalhoDevolucao(const CabecalhoGuia& cab);
     bool CriaCabecalho(const CabecalhoGuia& cab);
-    // True exactly when the document was created; otherwise UltimoErro tells why.
+    // Add the lines and have the ERP save the whole document. True exactly when it was created; otherwise
+    // UltimoErro tells why. `Erro` alone does not tell: after a refusal it is the flag of the ERP's last
+    // result, which may be 0.
     bool CriaLinhasGuia(const Guia& guia, confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio,
                         std::int32_t& Erro, std::string& Mensagem);
     bool CriaLinhasDevolucao(const Guia& devolucao, confirmacao::Confirmacao& confirmacao,
@@ -189,7 +195,9 @@ class GuiasRemessa : public common::Ecra {
 
     // The ledger: livro.cpp
 
+    // Issue: takes from the open lines and adds the new note's rows.
     void ActualizaMov(const Guia& guia, std::int32_t NoDoc);
+    // Cancellation of the note: gives back to the open lines what it took, and deletes its rows.
     void ActualizaMovGR(std::int32_t NoDoc);
     // One movement row, one holder row and one gross-weight row per article line of the ERP document.
     void EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
@@ -207,10 +215,12 @@ class GuiasRemessa : public common::Ecra {
     void Final_BeforeColUpdate(int Row, int Col, bool& Cancel);
     bool Devolvida(int linha) const; // ticked in Final
     void GravaDevolucao();
+    // Return: gives back to the open lines and adds the rows of the return; the note's own stay.
     void ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa);
     [[noreturn]] void RecusaSemMovimentos(std::int32_t NoGRemessa);
     void RecusaDevolvidas(const Guia& devolucao);
-    void TestaDevolucao(bool& Boa);
+    void TestaDevolucao(bool& Boa); // Boa: a line of the note was returned, so it cannot be cancelled
+    // Whether this line of the loaded note was returned by the client on the screen: sets bDevolvido.
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);
 
     // Members

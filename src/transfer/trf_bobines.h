@@ -39,7 +39,7 @@ class TrfBobines : public common::Ecra {
     // The screen and its validations: trf_bobines.cpp
 
     void regista_controlos();
-    void limparform() override;
+    void limparform() override; // leaves UltimoErro as it is
     void btFx_Click(int Index) override;
     void btCancelar_Click();
     const common::Campo* campo_de_fecho() const override { return &campo(campos::detentor); }
@@ -68,11 +68,13 @@ class TrfBobines : public common::Ecra {
     // The ledger is a chain: each exit leaves the holder that the row before it named. Throws when the item
     // is not the one accepted or has moved since, on this workstation or on another.
     void VerificaAceite();
+    // Adds one of the two rows; `txt` is its remark.
     void GravaMovimento(const std::string& Cliente, const std::string& txt, base::Moeda Qtd,
                         const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal);
+    // Has the ERP create the stock document.
     void TransfereArmazem(confirmacao::Confirmacao& confirmacao, base::Moeda Quant);
-    double PrecoTransferencia(const std::string& Artigo);
-    void ActArtigo();
+    double PrecoTransferencia(const std::string& Artigo); // 0 without stock, unlike PrecoMovimento
+    void ActArtigo(); // notes the new holder on the article's card, where it has one
 
     // Members
 
