@@ -8,7 +8,6 @@
 
 namespace orvex::delivery {
 
-using base::Moeda;
 using base::Variante;
 using common::TipoCelula;
 
