@@ -25,27 +25,19 @@ const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in ton
 
 } // namespace
 
-void MovStocks::RecomecaEcra() {
-    limparform();
-    SetFocus(campo(0));
-}
-
 bool MovStocks::entrada_aceite() {
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
-        SetFocus(campo(3));
-        return false;
-    };
-    const bool consumo = especie_do_modo() == Especie::consumo;
-    if (campo(3).Text.empty())
+    common::Campo& quantidade = campo(campos::quantidade);
+    const bool consumo = tipo_do_modo() == TipoAjuste::consumo;
+    if (quantidade.Text.empty())
         return recusa(consumo ? "Deve introduzir a quantidade do Consumo!"
-                              : "Deve introduzir a nova Existência!");
-    const auto novo = formato().le(campo(3).Text);
-    if (!novo) return recusa("Valor inválido!");
-    if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!");
+                              : "Deve introduzir a nova Existência!",
+                      quantidade);
+    const auto novo = formato().le(quantidade.Text);
+    if (!novo) return recusa("Valor inválido!", quantidade);
+    if (!consumo && *novo < Moeda()) return recusa("A nova Existência não pode ser negativa!", quantidade);
     // The field refused it when it was typed, and does not look again at what stayed in it.
-    if ((consumo || (bCarregado && especie_do_modo() == Especie::quebra)) && ConsumoExcessivo())
-        return recusa(consumo_invalido);
+    if ((consumo || (bCarregado && tipo_do_modo() == TipoAjuste::quebra)) && ConsumoExcessivo())
+        return recusa(consumo_invalido, quantidade);
     return true;
 }
 
@@ -53,9 +45,9 @@ void MovStocks::btConf_Click() {
     Confirmacao confirmacao(meios());
     const auto trabalho = [&] {
         if (!entrada_aceite()) return;
-        if (campo(1).Text.empty()) campo(1).Text = "0";
+        if (campo(campos::existencia).Text.empty()) campo(campos::existencia).Text = "0";
         const Ajuste ajuste = ajuste_pedido();
-        if (ajuste.Tipo == Especie::nenhuma) return RecomecaEcra();
+        if (ajuste.Tipo == TipoAjuste::nenhum) return RecomecaEcra();
         if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
         if (Pergunta(ajuste)) Confirma(ajuste, confirmacao);
     };
@@ -64,21 +56,21 @@ void MovStocks::btConf_Click() {
 }
 
 MovStocks::Ajuste MovStocks::ajuste_pedido() {
-    const Moeda novo = valor(3), stock = valor(1);
+    const Moeda novo = valor(campos::quantidade), stock = valor(campos::existencia);
     Ajuste ajuste;
-    if (bCarregado || especie_do_modo() == Especie::consumo) {
-        ajuste.Tipo = especie_do_modo();
+    if (bCarregado || tipo_do_modo() == TipoAjuste::consumo) {
+        ajuste.Tipo = tipo_do_modo();
         ajuste.Qtd = novo;
     } else if (novo != stock) {
-        ajuste.Tipo = novo > stock ? Especie::sobra : Especie::quebra;
+        ajuste.Tipo = novo > stock ? TipoAjuste::sobra : TipoAjuste::quebra;
         ajuste.Qtd = (novo - stock).absoluta();
     }
-    if (ajuste.Tipo == Especie::nenhuma) return ajuste;
+    if (ajuste.Tipo == TipoAjuste::nenhum) return ajuste;
     // Before anything is written: a short list must not leave an adjustment half replaced.
-    const startup::ListaParametros& chave = chave_documento(ajuste.Tipo);
-    ajuste.TpDoc = chave[0];
-    ajuste.Serie = chave.serie(1);
-    ajuste.Sector = chave[2];
+    const startup::ParametroDocumento& documento = documento_de(ajuste.Tipo);
+    ajuste.TpDoc = documento.TpDoc();
+    ajuste.Serie = documento.Serie();
+    ajuste.Sector = documento.Sector();
     return ajuste;
 }
 
@@ -89,12 +81,12 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
     const char* aviso = nullptr;
     std::string texto;
     switch (ajuste.Tipo) {
-    case Especie::sobra:
+    case TipoAjuste::sobra:
         if (grande) aviso = "A Sobra é supeior ou igual a 150 Kg!";
         texto = grande ? "Vai proceder à geração de uma Sobra de  " + quantidade
                        : "Vai proceder à geração de uma Sobra!";
         break;
-    case Especie::quebra:
+    case TipoAjuste::quebra:
         if (grande) aviso = "A Quebra é superior ou igual a 150 Kg!";
         texto = "Vai proceder à geração de uma Quebra de  " + quantidade;
         break;
@@ -102,11 +94,12 @@ bool MovStocks::Pergunta(const Ajuste& ajuste) {
         texto = "Vai proceder à geração de um Consumo de  " + quantidade;
         break;
     }
-    if (aviso != nullptr && Avisa("", std::string(aviso) + continuar, 3) != common::resposta_ok) {
-        SetFocus(campo(0));
+    if (aviso != nullptr &&
+        Avisa("", std::string(aviso) + continuar, aviso_ok_cancelar) != common::resposta_ok) {
+        SetFocus(campo(campos::artigo));
         return false;
     }
-    if (Avisa("", texto + continuar, 3) == common::resposta_ok) return true;
+    if (Avisa("", texto + continuar, aviso_ok_cancelar) == common::resposta_ok) return true;
     RecomecaEcra();
     return false;
 }
@@ -116,7 +109,7 @@ Intencao MovStocks::IntencaoDe(const Ajuste& ajuste) const {
                       .cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), ajuste.TpDoc, ajuste.Serie},
                       .Cliente = Detentor,
                       .Data = DTPicker1.Value,
-                      .artigos = {{campo(0).Text, ajuste.Qtd, ArmazemActual}}};
+                      .artigos = {{campo(campos::artigo).Text, ajuste.Qtd, ArmazemActual}}};
     if (bCarregado) {
         intencao.fluxo = Fluxo::substitui_ajuste;
         intencao.anula = {DocCarregado};
@@ -140,7 +133,7 @@ void MovStocks::Confirma(const Ajuste& ajuste, Confirmacao& confirmacao) {
     const std::int32_t NumDoc = ValidaMovimento(ajuste, Data, confirmacao);
     ActualizaMov(ajuste, NumDoc, Data);
     confirmacao.Confirma();
-    Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), 2);
+    Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), aviso_informacao);
     confirmacao.AvisaPorAnular();
     RecomecaEcra();
 }
@@ -156,27 +149,27 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
             throw FalhaGuarda(std::string(nome) + " não pode ter mais de " + std::to_string(maximo) +
                               " caracteres.");
     };
-    cabe(campo(2).Text, "DocGcCab", "Processo", "O Processo");
-    cabe(campo(4).Text, "xel_ORVEX", "Obs", "O texto das Observações");
+    cabe(campo(campos::processo).Text, "DocGcCab", "Processo", "O Processo");
+    cabe(campo(campos::observacoes).Text, "xel_ORVEX", "Obs", "O texto das Observações");
     for (const char* tabela : {"xel_ORVEX", "DocGcCab"})
         cabe(ajuste.TpDoc, tabela, "TpDoc", "O tipo de documento dos parâmetros");
     for (const char* tabela : {"DocGcCab", "DocGcLin"})
         cabe(ajuste.Sector, tabela, "Sector", "O sector dos parâmetros");
     cabe(ArmazemActual, "DocGcLin", "Armazem", "O armazém dos parâmetros");
-    PrecoMovimento(campo(0).Text); // an article without its values fails here
+    PrecoMovimento(campo(campos::artigo).Text); // an article without its values fails here
     ConfereStock(ajuste, cQtdCarregada);
 }
 
 // What the loaded one took can be taken again; the rest must be there now, not when it was loaded.
 void MovStocks::ConfereStock(const Ajuste& ajuste, Moeda por_repor) {
-    if (ajuste.Tipo == Especie::sobra) return;
-    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
+    if (ajuste.Tipo == TipoAjuste::sobra) return;
+    const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
     const Moeda stock = existencia && !existencia->nulo() ? existencia->moeda() : Moeda();
     if (ajuste.Qtd - por_repor > stock) throw FalhaGuarda(consumo_invalido);
 }
 
 std::optional<std::string> MovStocks::DetentorActual() {
-    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    const auto ultimo = livro::ultimo_movimento(BD, campo(campos::artigo).Text);
     if (!ultimo) return {};
     return ultimo->Cliente;
 }
@@ -184,20 +177,21 @@ std::optional<std::string> MovStocks::DetentorActual() {
 // What the user decided on must still be so: another program may have moved the item since it was typed.
 void MovStocks::ConfereArtigo() {
     const bool mesmo = DetentorActual() == Detentor;
-    const auto existencia = livro::existencia(BD, campo(0).Text, ArmazemActual);
-    const bool igual = existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(1);
+    const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
+    const bool igual =
+        existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(campos::existencia);
     if (!mesmo || !igual)
         throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
 }
 
 std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Data,
                                         Confirmacao& confirmacao) {
-    const std::string& Artigo = campo(0).Text;
+    const std::string& Artigo = campo(campos::artigo).Text;
     const startup::PedidoDocStock pedido{.tipo_documento = ajuste.TpDoc,
                                          .sector = ajuste.Sector,
                                          .serie = ajuste.Serie,
                                          .destino = ajuste.Sector,
-                                         .processo = campo(2).Text,
+                                         .processo = campo(campos::processo).Text,
                                          .data = Data.data(),
                                          .armazem = ArmazemActual,
                                          .artigos = {"", Artigo},
@@ -215,12 +209,12 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
 }
 
 void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const DataHora& Data) {
-    regista_falha_numerada([&] {
-        livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
+    com_ultimo_erro_numerado([&] {
+        livro::acrescenta_detentor(BD, {.NumSerie = campo(campos::artigo).Text,
                                         .Cliente = Detentor,
                                         .Data = Data,
                                         .Quantidade = ajuste.com_sinal(),
-                                        .Obs = campo(4).Text,
+                                        .Obs = campo(campos::observacoes).Text,
                                         .CliFinal = Detentor,
                                         .Documento = {.Ano = static_cast<std::int16_t>(Data.ano),
                                                       .TipoDocumento = ajuste.TpDoc,
@@ -244,7 +238,8 @@ bool MovStocks::RemoveInf(Confirmacao& confirmacao, DataHora& Data) {
 }
 
 void MovStocks::btAnular_Click() {
-    if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok)
+    if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
+        common::resposta_ok)
         return RecomecaEcra();
     Confirmacao confirmacao(meios());
     bool ha_movimento = true;
@@ -256,7 +251,7 @@ void MovStocks::btAnular_Click() {
 bool MovStocks::Anula(Confirmacao& confirmacao) {
     const auto registo = livro::movimento_a_anular(BD, lRegisto);
     if (!registo) {
-        Avisa("", "Impossível a anulação!", 2);
+        Avisa("", "Impossível a anulação!", aviso_informacao);
         return false;
     }
     const std::optional<std::string> detentor = DetentorActual();
@@ -286,7 +281,7 @@ bool MovStocks::AceitaReposicao(const std::string& cliente, const std::optional<
                  "O Artigo mudou de detentor depois deste movimento: é agora de " + detentor.value_or("") +
                      ".\r\nA anulação repõe o stock no armazém " + ArmazemDe(cliente) +
                      ".\r\nPretende continuar?",
-                 3) == common::resposta_ok;
+                 aviso_ok_cancelar) == common::resposta_ok;
 }
 
 } // namespace orvex::adjust

@@ -10,26 +10,27 @@
 namespace orvex::adjust {
 
 void MovStocks::btFx_Click(int Index) {
-    if (Index == 5) return EscolheAjuste();
-    if (Index != 0) return SetFocus(campo(Index)); // no other field has a list
+    if (Index == campos::documento) return EscolheAjuste();
+    if (Index != campos::artigo) return SetFocus(campo(Index)); // no other field has a list
     preenche_da_lista(
-        campo(0),
+        campo(campos::artigo),
         {BD.Ligacao(), "Artigos", livro::lista_de_artigos_a_ajustar(), 8000, {{1, 1500}, {2, 5000}}});
 }
 
 void MovStocks::EscolheAjuste() {
-    const startup::ListaParametros& chave = chave_documento(especie_do_modo());
+    const startup::ParametroDocumento& documento = documento_de(tipo_do_modo());
     constexpr const char* sufixos[] = {"", " Sobras", " Quebras", " Consumos Internos"};
     const std::string escolha =
         escolhe_da_lista({BD.Ligacao(),
-                          std::string("Números Doc.") + sufixos[static_cast<int>(especie_do_modo())],
-                          livro::lista_de_ajustes(chave[0], chave.serie(1)),
+                          std::string("Números Doc.") + sufixos[static_cast<int>(tipo_do_modo())],
+                          livro::lista_de_ajustes(documento.TpDoc(), documento.Serie()),
                           9500,
                           {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}}});
     if (escolha.empty()) return;
 
-    const std::vector<std::string> partes = base::divide(escolha, '*'); // date, number, Registo
-    const auto registo = static_cast<std::int32_t>(base::le_inteiro(partes.at(2)).value_or(0));
+    const std::vector<std::string> partes = base::divide(escolha, '*'); // the first is the date
+    const std::string &numero = partes.at(1), &Registo = partes.at(2);
+    const auto registo = static_cast<std::int32_t>(base::le_inteiro(Registo).value_or(0));
     const std::int32_t anterior = std::exchange(lRegisto, registo);
     try {
         LerMovimento();
@@ -37,7 +38,7 @@ void MovStocks::EscolheAjuste() {
         lRegisto = anterior;
         throw;
     }
-    campo(5).Text = partes.at(1);
+    campo(campos::documento).Text = numero;
     btAnular.Visible = true;
     nomeia_quantidade("Quantidade");
 }
@@ -63,20 +64,21 @@ void MovStocks::LerMovimento() {
     const auto existencia = livro::existencia(BD, artigo, armazem);
     DocCarregado = registo->Documento;
 
-    if (campo(0).Text != artigo) Label2(1).Caption.clear(); // the name of another item
+    if (campo(campos::artigo).Text != artigo)
+        Label2(rotulos::nome_artigo).Caption.clear(); // the name of another item
     ArmazemActual = armazem;
-    campo(0).Text = artigo;
-    campo(0).Enabled = false;
-    btFx(0).Enabled = false;
+    campo(campos::artigo).Text = artigo;
+    campo(campos::artigo).Enabled = false;
+    btFx(campos::artigo).Enabled = false;
     cQtdCarregada = quantidade;
-    campo(3).Text = formato().texto(quantidade);
-    campo(4).Text = registo->Obs;
-    campo(2).Text = processo;
+    campo(campos::quantidade).Text = formato().texto(quantidade);
+    campo(campos::observacoes).Text = registo->Obs;
+    campo(campos::processo).Text = processo;
     DTPicker1.Value = {data.ano, data.mes, data.dia};
     DTPicker1.Enabled = false;
-    campo(1).Text = existencia ? formato().texto(*existencia) : "0";
-    campo(1).Enabled = false;
-    SetFocus(campo(2));
+    campo(campos::existencia).Text = existencia ? formato().texto(*existencia) : "0";
+    campo(campos::existencia).Enabled = false;
+    SetFocus(campo(campos::processo));
     bCarregado = true;
 }
 

@@ -6,35 +6,36 @@ using base::DataHora;
 
 MovStocks::MovStocks(common::ServicosEcra servicos, std::int16_t modo)
     : Ecra(std::move(servicos), "Documentos"), Modo(modo) {
-    liga_controlos();
+    regista_controlos();
 }
 
-void MovStocks::liga_controlos() {
+void MovStocks::regista_controlos() {
     regista(Label1, "Label1");
     Label1.Caption = "Sobras/Quebras";
-    regista(Label2.cria(1), "Label2(1)");
-    regista(Label2.cria(3), "Label2(3)");
+    regista(Label2, rotulos::nome_artigo);
+    regista(Label2, rotulos::quantidade);
 
-    regista_campo(campo.cria(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
-    regista_campo(campo.cria(1), 1, "Existência.", "Existência");
-    regista_campo(campo.cria(2), 2, "Processo.", "Processo");
-    regista_campo(campo.cria(3), 3, "Nova Existência/Quantidade.", "");
-    regista_campo(campo.cria(4), 4, "Observações", "Observações");
-    regista_campo(campo.cria(5), 5, "No. Documento.", "Número Doc.");
-    campo(1).numerico = campo(3).numerico = true;
-    campo(5).Enabled = false;
+    regista(campo, {{campos::artigo, "Artigo/Num.Série.", "Artigo/Num.Série"},
+                    {campos::existencia, "Existência.", "Existência"},
+                    {campos::processo, "Processo.", "Processo"},
+                    {campos::quantidade, "Nova Existência/Quantidade.", ""},
+                    {campos::observacoes, "Observações", "Observações"},
+                    {campos::documento, "No. Documento.", "Número Doc."}});
+    campo(campos::existencia).numerico = campo(campos::quantidade).numerico = true;
+    campo(campos::documento).Enabled = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
 
-    regista_botao(btFx.cria(0), "btFx(0)", "...", "Selecionar Artigo/Num.Série.", [this] { btFx_Click(0); });
-    regista_botao(btFx.cria(5), "btFx(5)", "...", "Selecionar No.Documento.", [this] { btFx_Click(5); });
+    regista_lista(btFx, campos::artigo, "Selecionar Artigo/Num.Série.");
+    regista_lista(btFx, campos::documento, "Selecionar No.Documento.");
     regista_botao(btConf, "btConf", "&Confirmar", "Confrmar a operação.", [this] { btConf_Click(); });
     regista_botao(btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.",
                   [this] { btCancelar_Click(); });
     regista_botao(btAnular, "btAnular", "&Anular", "Anular.", [this] { btAnular_Click(); });
     regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); });
 
-    foco().define_ordem({&campo(0), &campo(1), &DTPicker1, &campo(2), &campo(3), &campo(4), &btSair, &btConf,
-                         &btCancelar, &btAnular, &campo(5)});
+    foco().define_ordem({&campo(campos::artigo), &campo(campos::existencia), &DTPicker1,
+                         &campo(campos::processo), &campo(campos::quantidade), &campo(campos::observacoes),
+                         &btSair, &btConf, &btCancelar, &btAnular, &campo(campos::documento)});
 }
 
 void MovStocks::Form_Load() {
@@ -44,18 +45,18 @@ void MovStocks::Form_Load() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
-    campo(0).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
-    campo(2).MaxLength = Comprimento({{"DocGcCab", "Processo"}});
-    campo(4).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
+    campo(campos::artigo).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
+    campo(campos::processo).MaxLength = Comprimento({{"DocGcCab", "Processo"}});
+    campo(campos::observacoes).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
     limparform();
     switch (Modo) {
-    case 1:
+    case modos::sobras:
         Label1.Caption = "Sobras";
         break;
-    case 2:
+    case modos::quebras:
         Label1.Caption = "Quebras";
         break;
-    case 3:
+    case modos::consumos:
         Label1.Caption = "Consumos";
         break;
     default:
@@ -66,40 +67,39 @@ void MovStocks::Form_Load() {
 void MovStocks::limparform() {
     for (auto& [indice, campo_] : campo)
         campo_.Text.clear();
-    Label2(1).Caption.clear();
-    campo(1).Enabled = true;
-    campo(0).Enabled = true;
+    Label2(rotulos::nome_artigo).Caption.clear();
+    campo(campos::existencia).Enabled = true;
+    campo(campos::artigo).Enabled = true;
     nomeia_quantidade("Nova Existência");
     Detentor.clear();
     btAnular.Visible = false;
-    if (Modo == 3) nomeia_quantidade("Quantidade");
+    if (Modo == modos::consumos) nomeia_quantidade("Quantidade");
     bCarregado = false;
     cQtdCarregada = {};
-    btFx(0).Enabled = true;
+    btFx(campos::artigo).Enabled = true;
     const DataHora hoje = agora();
     DTPicker1.Value = {hoje.ano, hoje.mes, hoje.dia};
     DTPicker1.Enabled = true;
 }
 
 void MovStocks::nomeia_quantidade(const char* nome) {
-    Label2(3).Caption = nome;
-    campo(3).Legenda = nome; // what a screen reader says
+    Label2(rotulos::quantidade).Caption = nome;
+    campo(campos::quantidade).Legenda = nome; // what a screen reader says
 }
 
-void MovStocks::btCancelar_Click() {
-    limparform();
-    SetFocus(campo(0));
+void MovStocks::btCancelar_Click() { RecomecaEcra(); }
+
+TipoAjuste MovStocks::tipo_do_modo() const {
+    return Modo == modos::sobras    ? TipoAjuste::sobra
+           : Modo == modos::quebras ? TipoAjuste::quebra
+                                    : TipoAjuste::consumo;
 }
 
-Especie MovStocks::especie_do_modo() const {
-    return Modo == 1 ? Especie::sobra : Modo == 2 ? Especie::quebra : Especie::consumo;
-}
-
-const startup::ListaParametros& MovStocks::chave_documento(Especie especie) const {
-    switch (especie) {
-    case Especie::sobra:
+const startup::ParametroDocumento& MovStocks::documento_de(TipoAjuste tipo) const {
+    switch (tipo) {
+    case TipoAjuste::sobra:
         return SOBRAS;
-    case Especie::quebra:
+    case TipoAjuste::quebra:
         return QUEBRAS;
     default:
         return CONSUMOS;

@@ -5,7 +5,9 @@
 // deletes the old row first; the new ones keep its date.
 #pragma once
 
+#include "adjust/indices.h"
 #include "common/ecra.h"
+#include "startup/modos.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,11 +15,13 @@
 
 namespace orvex::adjust {
 
-enum class Especie : std::int16_t { nenhuma = 0, sobra = 1, quebra = 2, consumo = 3 };
+enum class TipoAjuste { nenhum, sobra, quebra, consumo };
+
+namespace modos = startup::modos_ajuste;
 
 class MovStocks : public common::Ecra {
   public:
-    // `Modo` is 1 surplus, 2 breakage or 3 consumption, for the life of the screen.
+    // `Modo` is one of modos_ajuste; any other is taken for that of consumptions, without a title of its own.
     MovStocks(common::ServicosEcra servicos, std::int16_t Modo);
 
     void Form_Load() override;
@@ -25,10 +29,10 @@ class MovStocks : public common::Ecra {
     // Controls
 
     common::Etiqueta Label1; // the screen's title
-    common::Vector<common::Etiqueta> Label2;
-    common::Vector<common::Campo> campo;
+    common::Vector<common::Etiqueta> Label2{"Label2"};
+    common::Vector<common::Campo> campo{"campo"};
     common::SelectorData DTPicker1;
-    common::Vector<common::Botao> btFx;
+    common::Vector<common::Botao> btFx{"btFx"};
     common::Botao btConf;
     common::Botao btCancelar;
     common::Botao btAnular;
@@ -37,26 +41,25 @@ class MovStocks : public common::Ecra {
   private:
     // What a confirmation is about to write.
     struct Ajuste {
-        Especie Tipo = Especie::nenhuma;
+        TipoAjuste Tipo = TipoAjuste::nenhum;
         base::Moeda Qtd; // tonnes
         std::string TpDoc;
         std::int16_t Serie = 0;
         std::string Sector;
 
-        base::Moeda com_sinal() const { return Tipo == Especie::sobra ? Qtd : -Qtd; }
+        base::Moeda com_sinal() const { return Tipo == TipoAjuste::sobra ? Qtd : -Qtd; }
     };
 
     // The screen: mov_stocks.cpp
 
-    void liga_controlos();
-    void limparform() override;
+    void regista_controlos();
+    void limparform() override; // leaves ArmazemActual, lRegisto and UltimoErro as they are
     void nomeia_quantidade(const char* nome);
     void btCancelar_Click();
-    const common::Campo* campo_de_fecho() const override { return &campo(1); }
-    common::Campo& primeiro_campo() override { return campo(0); }
-    Especie especie_do_modo() const;
-    // 0 document type, 1 series, 2 sector.
-    const startup::ListaParametros& chave_documento(Especie especie) const;
+    const common::Campo* campo_de_fecho() const override { return &campo(campos::existencia); }
+    common::Campo& primeiro_campo() override { return campo(campos::artigo); }
+    TipoAjuste tipo_do_modo() const;
+    const startup::ParametroDocumento& documento_de(TipoAjuste tipo) const;
 
     // The lists, and a past adjustment loaded: listas.cpp
 
@@ -90,26 +93,27 @@ class MovStocks : public common::Ecra {
     void ConfereStock(const Ajuste& ajuste, base::Moeda por_repor);
     void ConfereArtigo();
     std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
-    // Gives the number of the document created.
+    // Validates nothing: has the ERP create the adjustment's document, and gives its number.
     std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data,
                                  confirmacao::Confirmacao& confirmacao);
+    // Adds the adjustment's row to the ledger; there is none to bring up to date.
     void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
     void btAnular_Click();
     bool Anula(confirmacao::Confirmacao& confirmacao);
     // Asks, where the item has gone from the adjustment's client to another holder since.
     bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
-    // Cancels the loaded adjustment's document, deletes its row and gives the row's date. False when the ERP
-    // did not cancel it.
+    // Of a replacement: cancels the loaded adjustment's document, deletes its row, makes its holder that of
+    // the new one and gives its date. False when the ERP did not cancel it.
     bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);
-    void RecomecaEcra();
 
     // Members
 
     static constexpr const char* consumo_invalido = "Valor Inválido para o Consumo!";
 
     std::int16_t Modo;
-    startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS;
-    startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
+    startup::ParametroDocumento SOBRAS, QUEBRAS, CONSUMOS;
+    startup::ParametroArmazem ARMAZEM, ARMAZEMORVEX;
+    startup::ParametroCliente CLIENTEORVEX;
     std::string Detentor;      // holder of the item, by its newest ledger row
     std::string ArmazemActual; // where its stock is read and moved
     std::int32_t lRegisto = 0; // of the adjustment loaded

@@ -31,7 +31,7 @@ bool Variante::vazio() const {
 
 std::string Variante::texto() const {
     return std::visit(Segundo{[](std::monostate) { return std::string(); },
-                              [](bool valor) { return std::string(valor ? "-1" : "0"); },
+                              [](bool valor) { return std::to_string(valor ? verdadeiro : 0); },
                               [](std::int64_t valor) { return std::to_string(valor); },
                               [](double valor) {
                                   char digitos[32];
@@ -48,7 +48,7 @@ std::string Variante::texto() const {
 std::int64_t Variante::inteiro() const {
     return std::visit(
         Segundo{[](std::monostate) -> std::int64_t { nulo_sem_valor(); },
-                [](bool valor) -> std::int64_t { return valor ? -1 : 0; },
+                [](bool valor) -> std::int64_t { return valor ? verdadeiro : 0; },
                 [](std::int64_t valor) { return valor; },
                 [](double valor) -> std::int64_t {
                     return Moeda::de_real(valor).arredondada(0).decimos_milesimos() / Moeda::unidade;
@@ -66,7 +66,7 @@ std::int64_t Variante::inteiro() const {
 
 Moeda Variante::moeda() const {
     return std::visit(Segundo{[](std::monostate) -> Moeda { nulo_sem_valor(); },
-                              [](bool valor) { return Moeda::de_inteiro(valor ? -1 : 0); },
+                              [](bool valor) { return Moeda::de_inteiro(valor ? verdadeiro : 0); },
                               [](std::int64_t valor) { return Moeda::de_inteiro(valor); },
                               [](double valor) { return Moeda::de_real(valor); },
                               [](Moeda valor) { return valor; },

@@ -16,6 +16,10 @@
 
 namespace orvex::base {
 
+// How a true flag is written where it is a number or a text, by the ERP and the record sets alike; a false
+// one is 0.
+inline constexpr std::int16_t verdadeiro = -1;
+
 class Variante {
   public:
     using Valor = std::variant<std::monostate, bool, std::int64_t, double, Moeda, DataHora, std::string>;
@@ -36,7 +40,8 @@ class Variante {
     bool nulo() const { return std::holds_alternative<std::monostate>(valor_); }
     bool vazio() const; // null or the empty text
 
-    std::string texto() const; // numbers as plain decimal text, dates as yyyy-mm-dd hh:mm:ss, True as -1
+    std::string
+    texto() const; // numbers as plain decimal text, dates as yyyy-mm-dd hh:mm:ss, flags as numbers
     std::int64_t inteiro() const;
     double real() const;
     Moeda moeda() const;

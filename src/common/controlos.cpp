@@ -24,9 +24,8 @@ void Campo::selecciona_tudo() {
     SelLength = static_cast<int>(base::comprimento(Text));
 }
 
-void falta_no_vector(std::string_view nome, int indice) {
-    throw base::Falha("O ecrã não tem o controlo " + std::string(nome.substr(0, nome.find('('))) + "(" +
-                      std::to_string(indice) + ").");
+void falta_o_controlo(std::string_view nome) {
+    throw base::Falha("O ecrã não tem o controlo " + std::string(nome) + ".");
 }
 
 } // namespace orvex::common

@@ -101,13 +101,17 @@ struct Quadro : Controlo {
     Botao* Cancela = nullptr; // leaves the frame
 };
 
-// Throws Falha, naming the index of a control array that has none such; `nome` is that of any of its members.
-[[noreturn]] void falta_no_vector(std::string_view nome, int indice);
+// Throws Falha: the screen has no control of this name.
+[[noreturn]] void falta_o_controlo(std::string_view nome);
 
 // A control array: members are reached by their fixed index, and stay where they are.
 template <typename Tipo>
 class Vector {
   public:
+    explicit Vector(const char* nome) : nome_(nome) {} // "campo"
+
+    std::string nome(int indice) const { return nome_ + ("(" + std::to_string(indice) + ")"); } // "campo(7)"
+
     // The member, made where there was none: for the registration of a screen's controls alone.
     Tipo& cria(int indice) { return membros_[indice]; }
 
@@ -116,12 +120,13 @@ class Vector {
     const Tipo& operator()(int indice) const {
         const auto membro = membros_.find(indice);
         if (membro != membros_.end()) return membro->second;
-        falta_no_vector(membros_.empty() ? "" : membros_.begin()->second.nome, indice);
+        falta_o_controlo(nome(indice));
     }
     auto begin() { return membros_.begin(); }
     auto end() { return membros_.end(); }
 
   private:
+    const char* nome_;
     std::map<int, Tipo> membros_;
 };
 

@@ -1,6 +1,5 @@
 #include "common/ecra.h"
 
-#include "base/falha.h"
 #include "livro/artigos.h"
 
 #include <utility>
@@ -16,11 +15,13 @@ void Ecra::regista(Controlo& controlo, std::string nome) {
     controlos_.push_back(&controlo);
 }
 
-void Ecra::regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda) {
-    regista(campo, "campo(" + std::to_string(Index) + ")");
-    campo.Index = Index;
-    campo.ToolTip = ToolTip;
-    campo.Legenda = Legenda;
+void Ecra::regista(Vector<Campo>& vector, std::initializer_list<DescricaoCampo> descricoes) {
+    for (const auto& [Index, ToolTip, Legenda] : descricoes) {
+        Campo& campo = regista(vector, Index);
+        campo.Index = Index;
+        campo.ToolTip = ToolTip;
+        campo.Legenda = Legenda;
+    }
 }
 
 void Ecra::regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
@@ -29,6 +30,11 @@ void Ecra::regista_botao(Botao& botao, std::string nome, const char* Caption, co
     botao.Caption = Caption;
     botao.ToolTip = ToolTip;
     botao.Click = std::move(Click);
+}
+
+void Ecra::regista_lista(Vector<Botao>& vector, int Index, const char* ToolTip) {
+    regista_botao(vector.cria(Index), vector.nome(Index), "...", ToolTip,
+                  [this, Index] { btFx_Click(Index); });
 }
 
 void Ecra::regista_selector(SelectorData& selector, std::string nome, const char* ToolTip,
@@ -47,7 +53,7 @@ void Ecra::regista_selector(SelectorData& selector, std::string nome, const char
 Controlo& Ecra::controlo(std::string_view nome) {
     for (Controlo* controlo : controlos_)
         if (controlo->nome == nome) return *controlo;
-    throw base::Falha("O ecrã não tem o controlo " + std::string(nome) + ".");
+    falta_o_controlo(nome);
 }
 
 bool Ecra::AceitaDatas(std::initializer_list<SelectorData*> selectores) {
@@ -71,6 +77,17 @@ void Ecra::poe_a_vista(const Controlo& controlo) {
         if (auto* separadores = dynamic_cast<Separadores*>(candidato);
             separadores != nullptr && separadores == controlo.dentro_de)
             separadores->Tab = controlo.pagina;
+}
+
+bool Ecra::recusa(const std::string& aviso, Controlo& onde) {
+    Avisa("", aviso, aviso_informacao);
+    SetFocus(onde);
+    return false;
+}
+
+void Ecra::RecomecaEcra() {
+    limparform();
+    SetFocus(primeiro_campo());
 }
 
 double Ecra::PrecoMovimento(const std::string& chave) { return livro::preco_movimento(BD, chave); }

@@ -30,16 +30,30 @@ class Ecra : protected Servicos, public Eventos {
     Controlo& controlo(std::string_view nome);            // throws Falha for an unknown name
     const std::string& estado() const { return estado_; } // for the status line
 
+    // Reads the parameters and empties the screen. Called once, before the window is shown.
     virtual void Form_Load() = 0;
     virtual void Form_Terminate() {} // the window is gone and the program ends
 
   protected:
     virtual void limparform() = 0;
 
-    // Adds a control under its name.
+    // Adds a control under its name, or makes a member of an array, or all its fields, and adds it under the
+    // array's.
     void regista(Controlo& controlo, std::string nome);
-    // Members of the array `campo`.
-    void regista_campo(Campo& campo, int Index, const char* ToolTip, const char* Legenda);
+    template <typename Tipo>
+    Tipo& regista(Vector<Tipo>& vector, int Index) {
+        Tipo& membro = vector.cria(Index);
+        regista(membro, vector.nome(Index));
+        return membro;
+    }
+    struct DescricaoCampo {
+        int Index;
+        const char* ToolTip;
+        const char* Legenda;
+    };
+    void regista(Vector<Campo>& vector, std::initializer_list<DescricaoCampo> descricoes);
+    // The button that opens the list of the field with this index.
+    void regista_lista(Vector<Botao>& vector, int Index, const char* ToolTip);
     void regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
                        std::function<void()> Click);
     // A date picker in which Enter moves on and Esc moves back.
@@ -52,6 +66,11 @@ class Ecra : protected Servicos, public Eventos {
     // Unit price of an article for a stock movement: average cost of its stock, or the last purchase price.
     double PrecoMovimento(const std::string& chave);
 
+    // An information box, and the cursor in the control that it is about. False, for who refuses.
+    bool recusa(const std::string& aviso, Controlo& onde);
+    // The empty screen, the cursor in its first field.
+    void RecomecaEcra();
+
     // Opens the list; on a choice puts it into the field, whose validation then runs as the focus moves on.
     void preenche_da_lista(Campo& campo, const ListaPesquisa& lista);
 
@@ -60,12 +79,13 @@ class Ecra : protected Servicos, public Eventos {
     // What a confirmation of this screen works with.
     confirmacao::Meios meios();
 
-    // Runs a procedure that writes: a failure leaves its text in UltimoErro and goes on to the caller.
-    void regista_falha(const std::function<void()>& procedimento);
+    // Runs a procedure that writes: a failure, unless a guard's, leaves its text in UltimoErro and goes on to
+    // the caller.
+    void com_ultimo_erro(const std::function<void()>& procedimento);
 
     // The same, with the failure's number before its text, counted from where the automation's own numbers
     // begin.
-    void regista_falha_numerada(const std::function<void()>& procedimento);
+    void com_ultimo_erro_numerado(const std::function<void()>& procedimento);
 
     // What the failure path shows: the text kept by the procedure that failed, or the failure's own.
     std::string erro_a_mostrar(const std::exception& falha) const;
@@ -76,6 +96,7 @@ class Ecra : protected Servicos, public Eventos {
     // What the status line says until the rules say otherwise; empty for nothing.
     void define_estado(std::string texto) { estado_ = std::move(texto); }
 
+    // The text kept last. What empties it is the screen's matter, so it may be of an earlier confirmation.
     std::string UltimoErro;
 
   private:

@@ -68,9 +68,9 @@ class Eventos : private Foco::Ouvinte {
     void campo_BotaoLista(int Index) { btFx_Click(Index); }
 
     // What a handler asks for; carried out when it has returned.
-    void xelSendkeys(const std::string& sKey); // "{TAB}" or "+{TAB}"
+    void xelSendkeys(const std::string& sKey); // no keys, but moves of the focus: "{TAB}" or "+{TAB}"
     void SetFocus(Controlo& controlo) { foco_.pede(controlo); }
-    void Unload();
+    void Unload(); // closes the window, and with it the program, once the handler has returned
 
     bool bDigitado = false; // the user typed since the last validation
 

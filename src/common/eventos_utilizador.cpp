@@ -139,7 +139,7 @@ void Eventos::utilizador_duplo_clique(Grelha& grelha) {
 bool Eventos::utilizador_edita_celula(Grelha& grelha, const std::string& texto) {
     const int linha = grelha.linha_actual - 1;
     const int coluna = grelha.coluna_actual;
-    const Coluna& descricao = grelha.colunas()[static_cast<std::size_t>(coluna)];
+    const ColunaGrelha& descricao = grelha.colunas()[static_cast<std::size_t>(coluna)];
     if (descricao.so_leitura || !grelha.Enabled) return false;
 
     bool aceite = false;

@@ -6,13 +6,13 @@
 
 namespace orvex::common {
 
-void Grelha::define(std::vector<Coluna> colunas, int linhas_em_branco) {
+void Grelha::define(std::vector<ColunaGrelha> colunas, int linhas_em_branco) {
     colunas_ = std::move(colunas);
     valores_.assign(static_cast<std::size_t>(linhas_em_branco), std::vector<base::Variante>(colunas_.size()));
     linha_actual = 1;
     coluna_actual = 0;
     for (int i = static_cast<int>(colunas_.size()) - 1; i >= 0; --i)
-        if (const Coluna& coluna = colunas_[static_cast<std::size_t>(i)];
+        if (const ColunaGrelha& coluna = colunas_[static_cast<std::size_t>(i)];
             !coluna.oculta && coluna.recebe_foco)
             coluna_actual = i;
     texto_editado.clear();
@@ -65,14 +65,14 @@ std::string Grelha::texto_para_editar(int linha, int coluna, const base::Formato
 
 bool Grelha::guarda_edicao(int linha, int coluna, const base::FormatoRegional& formato) {
     switch (colunas_[static_cast<std::size_t>(coluna)].tipo) {
-    case TipoColuna::texto:
+    case TipoCelula::texto:
         define_valor(linha, coluna, texto_editado);
         return true;
-    case TipoColuna::logico:
-        define_valor(linha, coluna, texto_editado == "-1");
+    case TipoCelula::logico:
+        define_valor(linha, coluna, texto_editado == com_visto);
         return true;
-    case TipoColuna::decimal:
-    case TipoColuna::inteiro:
+    case TipoCelula::decimal:
+    case TipoCelula::inteiro:
         break;
     }
     const auto numero = formato.le(texto_editado);

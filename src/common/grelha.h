@@ -13,12 +13,12 @@
 
 namespace orvex::common {
 
-enum class TipoColuna { texto, decimal, inteiro, logico };
+enum class TipoCelula { texto, decimal, inteiro, logico };
 
-struct Coluna {
+struct ColunaGrelha {
     std::string chave;
     std::string legenda;
-    TipoColuna tipo = TipoColuna::texto;
+    TipoCelula tipo = TipoCelula::texto;
     int largura = 0; // twips (15 to a pixel at 100 %)
     int comprimento_maximo = 0;
     bool so_leitura = true;
@@ -46,6 +46,10 @@ class Grelha : public Controlo {
     std::function<void(bool& Cancel)> BeforeDelete;
     std::function<void()> AfterDelete;
 
+    // What texto_editado is of a tick box.
+    static constexpr const char* com_visto = "-1";
+    static constexpr const char* sem_visto = "0";
+
     bool permite_apagar = false;
     int linha_actual = 1;
     int coluna_actual = 0;
@@ -54,9 +58,9 @@ class Grelha : public Controlo {
     std::optional<EstiloCondicional> estilo;
 
     // Empties the grid and gives it this layout over so many blank rows.
-    void define(std::vector<Coluna> colunas, int linhas_em_branco);
+    void define(std::vector<ColunaGrelha> colunas, int linhas_em_branco);
 
-    const std::vector<Coluna>& colunas() const { return colunas_; }
+    const std::vector<ColunaGrelha>& colunas() const { return colunas_; }
     int linhas() const { return static_cast<int>(valores_.size()); }
     int coluna(std::string_view chave) const; // throws Falha for an unknown key
     void garante_linha(int linha);            // grows the matrix by blank rows until it has this one
@@ -84,7 +88,7 @@ class Grelha : public Controlo {
     std::uint64_t versao() const { return versao_; }
 
   private:
-    std::vector<Coluna> colunas_;
+    std::vector<ColunaGrelha> colunas_;
     std::vector<std::vector<base::Variante>> valores_;
     std::uint64_t versao_ = 0;
 };

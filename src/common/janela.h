@@ -17,20 +17,19 @@ inline constexpr int resposta_cancelar = 2;
 inline constexpr int resposta_sim = 6;
 inline constexpr int resposta_nao = 7;
 
-// A modal list filled from a query. Columns count from 1 and their widths are twips; a column that is not
-// named keeps the width its content asks for.
-struct ListaPesquisa {
-    struct Coluna {
-        int numero = 1;
-        int largura = 0;
-        bool oculta = false;
-    };
+struct ColunaLista {
+    int numero = 1;  // they count from 1
+    int largura = 0; // twips
+    bool oculta = false;
+};
 
+// A modal list filled from a query. A column that is not named keeps the width its content asks for.
+struct ListaPesquisa {
     startup::SessaoBD& ligacao;
     std::string titulo;
     std::string sql;
     int largura = 8000;
-    std::vector<Coluna> colunas;
+    std::vector<ColunaLista> colunas;
 };
 
 class Janela {

@@ -48,6 +48,8 @@ class Servicos {
         aviso_ok_cancelar = 3, // Cancel is the default
         aviso_sim_nao = 4,
     };
+    // `campo` is a field's caption and is all that the first kind shows; the others show `Aviso`. Gives the
+    // answer to a question, 0 otherwise.
     std::int32_t Avisa(const std::string& campo, const std::string& Aviso, std::int16_t Tipo);
     // Kinds of MostraMensagem, whose boxes are titled with the program's description; any other shows
     // nothing.

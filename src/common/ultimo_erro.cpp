@@ -16,10 +16,11 @@ bool fala_por_si(const std::exception& falha) {
 } // namespace
 
 confirmacao::Meios Ecra::meios() {
-    return {BD, gERP, observador(), formato(), [this](const std::string& texto) { Avisa("", texto, 2); }};
+    return {BD, gERP, observador(), formato(),
+            [this](const std::string& texto) { Avisa("", texto, aviso_informacao); }};
 }
 
-void Ecra::regista_falha(const std::function<void()>& procedimento) {
+void Ecra::com_ultimo_erro(const std::function<void()>& procedimento) {
     try {
         procedimento();
     } catch (const base::FalhaGuarda&) {
@@ -30,7 +31,7 @@ void Ecra::regista_falha(const std::function<void()>& procedimento) {
     }
 }
 
-void Ecra::regista_falha_numerada(const std::function<void()>& procedimento) {
+void Ecra::com_ultimo_erro_numerado(const std::function<void()>& procedimento) {
     constexpr std::int64_t primeiro_numero = -2147221504;
     try {
         procedimento();

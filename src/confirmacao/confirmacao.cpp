@@ -56,7 +56,7 @@ void Confirmacao::conta(const std::function<void(Observador&)>& passo) {
 }
 
 ResultadoERP Confirmacao::Cria(const ChaveDocumento& pedida, const Criacao& criacao) {
-    const PedidoERP pedido{Operacao::cria, pedida};
+    const PedidoERP pedido{AccaoERP::cria, pedida};
     conta([&](Observador& observador) { observador.antes_do_erp(pedido); });
     const std::size_t antes = DocsCriados.size();
     const auto chave = [&] { return DocsCriados.size() > antes ? DocsCriados.back() : pedida; };
@@ -106,7 +106,7 @@ ChaveDocumento Confirmacao::CriaDocStock(const startup::PedidoDocStock& pedido) 
 }
 
 ResultadoERP Confirmacao::pede_anulacao(const ChaveDocumento& chave, Leitura leitura) {
-    const PedidoERP pedido{Operacao::anula, chave};
+    const PedidoERP pedido{AccaoERP::anula, chave};
     conta([&](Observador& observador) { observador.antes_do_erp(pedido); });
     ResultadoERP resultado;
     try {

@@ -43,7 +43,7 @@ struct Intencao {
     std::vector<ArtigoMovido> artigos{};
 };
 
-enum class Operacao { cria, anula };
+enum class AccaoERP { cria, anula };
 enum class Desfecho {
     feito,       // the ERP says it did it
     recusado,    // the ERP says it did not
@@ -51,7 +51,7 @@ enum class Desfecho {
 };
 
 struct PedidoERP {
-    Operacao operacao{};
+    AccaoERP accao{};
     // Of a document being created: without its number, until an answer gives it.
     startup::ChaveDocumento chave{};
 };

@@ -12,8 +12,6 @@ using base::Variante;
 
 namespace {
 
-constexpr std::int64_t marcado = -1; // how the ERP writes a flag that is set
-
 // A date the ERP gives as a date or as text.
 std::string data_em_texto(const Variante& valor) {
     if (const auto* data = std::get_if<DataHora>(&valor.valor())) return data->data();
@@ -38,17 +36,17 @@ void ValidaNIF(const std::string& NIF, ResultadoNIF& ok) {
 void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
     if (!bDigitado) return;
     switch (Index) {
-    case 0:
+    case campos::cliente:
         ValidaCliente(Cancel);
         break;
-    case 1:
+    case campos::numero:
         ValidaNumero(Cancel);
         break;
-    case 2:
-    case 3:
+    case campos::gestor:
+    case campos::vendedor:
         ValidaVendedor(Index, Cancel);
         break;
-    case 19:
+    case campos::contribuinte:
         ValidaContribuinte(Cancel);
         break;
     default:
@@ -60,38 +58,37 @@ void GuiasRemessa::campo_Validate(int Index, bool& Cancel) {
 
 void GuiasRemessa::LimpaDadosCliente() {
     if (!GuiaCarregada()) MudaEstado(EstadoGuia::vazia);
-    Label2(1).Caption.clear();
-    for (const int i : {19, 2, 3})
+    Label2(rotulos::nome_cliente).Caption.clear();
+    for (const int i : {campos::contribuinte, campos::gestor, campos::vendedor})
         campo(i).Text.clear();
 }
 
 void GuiasRemessa::ValidaCliente(bool& Cancel) {
-    if (campo(0).Text.empty()) {
+    if (campo(campos::cliente).Text.empty()) {
         LimpaDadosCliente();
         return;
     }
     std::string RegIva;
     {
         const auto cliente =
-            BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(campo(0).Text) +
-                        " and Clientes.Inactivo<>-1 ");
+            BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" +
+                        base::entre_plicas(campo(campos::cliente).Text) + " and Clientes.Inactivo<>-1 ");
         if (cliente->fim()) {
-            Avisa("", "Cliente não existente!", 2);
-            SetFocus(campo(0));
+            Cancel = !recusa("Cliente não existente!", campo(campos::cliente));
             LimpaDadosCliente();
-            Cancel = true;
             return;
         }
-        campo(0).Text = cliente->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
-        Label2(1).Caption = cliente->valor("Nome").texto();
-        campo(19).Text = cliente->valor("NContrib").texto();
-        campo(2).Text = cliente->valor("GesCnt").texto();
-        campo(3).Text = cliente->valor("Vendedor").texto();
+        campo(campos::cliente).Text =
+            cliente->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
+        Label2(rotulos::nome_cliente).Caption = cliente->valor("Nome").texto();
+        campo(campos::contribuinte).Text = cliente->valor("NContrib").texto();
+        campo(campos::gestor).Text = cliente->valor("GesCnt").texto();
+        campo(campos::vendedor).Text = cliente->valor("Vendedor").texto();
         RegIva = cliente->valor("RegIva").texto();
     }
     if (!GuiaCarregada()) MudaEstado(EstadoGuia::a_fazer);
     LerIvas(RegIva);
-    CarregaFacturas(campo(0).Text);
+    CarregaFacturas(campo(campos::cliente).Text);
 }
 
 void GuiasRemessa::LerIvas(const std::string& Reg) {
@@ -102,19 +99,17 @@ void GuiasRemessa::LerIvas(const std::string& Reg) {
 }
 
 void GuiasRemessa::ValidaNumero(bool& Cancel) {
-    const auto recusa = [&] {
+    const auto desiste = [&] {
         Cancel = true;
-        SetFocus(campo(1));
+        SetFocus(campo(campos::numero));
         LibertaDocumento();
         limparform();
     };
 
-    if (campo(1).Text.empty()) campo(1).Text = "0";
-    const auto numero = base::le_inteiro(campo(1).Text);
+    if (campo(campos::numero).Text.empty()) campo(campos::numero).Text = "0";
+    const auto numero = base::le_inteiro(campo(campos::numero).Text);
     if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max()) {
-        Avisa("", "Valor inválido!", 2);
-        SetFocus(campo(1));
-        Cancel = true;
+        Cancel = !recusa("Valor inválido!", campo(campos::numero));
         return;
     }
 
@@ -126,23 +121,24 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     bool bErro = false;
     const auto iAno = static_cast<std::int16_t>(DTPicker1.Value.ano);
     const auto lNumDoc = static_cast<std::int32_t>(*numero);
-    if (!Load(iAno, GUIASREMESSA.serie(1), lNumDoc, GUIASREMESSA[0], bErro) || bErro) return recusa();
-    if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == marcado) {
-        Avisa("", "Guia Remessa já Convertida!", 2);
-        return recusa();
+    if (!Load(iAno, GUIASREMESSA.Serie(), lNumDoc, GUIASREMESSA.TpDoc(), bErro) || bErro) return desiste();
+    if (DocActual->obtem("Cab").objecto->obtem("convertido").valor.inteiro() == base::verdadeiro) {
+        Avisa("", "Guia Remessa já Convertida!", aviso_informacao);
+        return desiste();
     }
 
     MostraCabecalho();
-    campo(1).Text = std::to_string(lNumDoc);
+    campo(campos::numero).Text = std::to_string(lNumDoc);
     SSTab1.Tab = pagina_movimentos;
     SetFocus(SSTab1);
     NumGuia = lNumDoc;
-    Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA[0], GUIASREMESSA.serie(1), lNumDoc});
+    Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA.TpDoc(), GUIASREMESSA.Serie(),
+         lNumDoc});
     bDigitado = false;
 
-    const bool anulado =
-        DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() == marcado;
-    if (anulado) Avisa("", "Documento Anulado!", 2);
+    const bool anulado = DocActual->obtem("Cab").objecto->obtem("NumeroViasemitidas").valor.inteiro() ==
+                         startup::documento_anulado;
+    if (anulado) Avisa("", "Documento Anulado!", aviso_informacao);
     MudaEstado(anulado ? EstadoGuia::anulada : EstadoGuia::carregada);
 }
 
@@ -152,25 +148,26 @@ void GuiasRemessa::MostraCabecalho() {
 
     if (const auto data = DataHora::le(data_em_texto(membro("Data")))) DTPicker1.Value = *data;
     const std::string Terceiro = membro("Terceiro").texto();
-    if (Terceiro != campo(0).Text) { // what is shown of another client does not belong to this note
-        Label2(1).Caption.clear();
-        campo(2).Text.clear();
+    if (Terceiro !=
+        campo(campos::cliente).Text) { // what is shown of another client does not belong to this note
+        Label2(rotulos::nome_cliente).Caption.clear();
+        campo(campos::gestor).Text.clear();
     }
-    campo(0).Text = Terceiro;
-    campo(23).Text = membro("VossoNoDocumento").texto();
-    campo(19).Text = membro("NumeroContribuinte").texto();
-    campo(22).Text = membro("Processo").texto();
-    campo(3).Text = membro("Vendedor").texto();
-    campo(25).Text = membro("Matricula").texto();
-    campo(26).Text = membro("LocalCarga").texto();
-    campo(27).Text = membro("LocalDescarga").texto();
+    campo(campos::cliente).Text = Terceiro;
+    campo(campos::vosso_numero).Text = membro("VossoNoDocumento").texto();
+    campo(campos::contribuinte).Text = membro("NumeroContribuinte").texto();
+    campo(campos::processo).Text = membro("Processo").texto();
+    campo(campos::vendedor).Text = membro("Vendedor").texto();
+    campo(campos::matricula).Text = membro("Matricula").texto();
+    campo(campos::local_carga).Text = membro("LocalCarga").texto();
+    campo(campos::local_descarga).Text = membro("LocalDescarga").texto();
 
     const auto mostra_momento = [&](int indice, const char* data, const char* hora) {
         const std::string texto = data_em_texto(membro(data)) + " " + membro(hora).texto();
         if (const auto momento = DataHora::le(base::apara(texto))) DTPicker2(indice).Value = *momento;
     };
-    mostra_momento(0, "DataCarga", "HoraCarga");
-    mostra_momento(1, "DataDescarga", "HoraDescarga");
+    mostra_momento(momentos::carga, "DataCarga", "HoraCarga");
+    mostra_momento(momentos::descarga, "DataDescarga", "HoraDescarga");
     LerIvas(membro("RegimeIva").texto());
 }
 
@@ -184,38 +181,36 @@ void GuiasRemessa::ValidaVendedor(int Index, bool& Cancel) {
         campo(Index).Text = vendedor->valor("CODIGO").texto(); // as the ERP writes it
         return;
     }
-    Avisa("", "Vendedor inexistente/interdito!", 2);
-    SetFocus(campo(Index));
-    Cancel = true;
+    Cancel = !recusa("Vendedor inexistente/interdito!", campo(Index));
 }
 
 void GuiasRemessa::ValidaContribuinte(bool& Cancel) {
-    const auto fica = [&] {
-        SetFocus(campo(19));
-        Cancel = true;
-    };
-    if (base::apara(campo(19).Text).empty()) {
-        Avisa("", "Campo obrigatório!", 2);
-        return fica();
+    common::Campo& contribuinte = campo(campos::contribuinte);
+    if (base::apara(contribuinte.Text).empty()) {
+        Cancel = !recusa("Campo obrigatório!", contribuinte);
+        return;
     }
     ResultadoNIF ok = ResultadoNIF::invalido;
-    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
+    if (MercadoCliente == mercado_nacional) ValidaNIF(contribuinte.Text, ok);
     if (ok == ResultadoNIF::valido) return;
-    if (Avisa("", "Número Contribuinte inválido!", 3) != common::resposta_ok) fica();
+    if (Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) == common::resposta_ok) return;
+    SetFocus(contribuinte);
+    Cancel = true;
 }
 
 void GuiasRemessa::btFx_Click(int Index) {
-    if (Index == 0) {
-        preenche_da_lista(campo(0), {BD.Ligacao(),
-                                     "Clientes",
-                                     "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
-                                     8000,
-                                     {{1, 1500}, {2, 5000}}});
+    if (Index == campos::cliente) {
+        preenche_da_lista(campo(campos::cliente),
+                          {BD.Ligacao(),
+                           "Clientes",
+                           "SELECT Codigo AS Cliente, Nome AS Nome From Clientes  ORDER BY Codigo",
+                           8000,
+                           {{1, 1500}, {2, 5000}}});
         return;
     }
     SetFocus(campo(Index));
-    if (Index == 1) EscolheGuia();
-    if (Index == 2 || Index == 3)
+    if (Index == campos::numero) EscolheGuia();
+    if (Index == campos::gestor || Index == campos::vendedor)
         preenche_da_lista(campo(Index),
                           {BD.Ligacao(),
                            "Vendedores",
@@ -232,10 +227,11 @@ void GuiasRemessa::EscolheGuia() {
         " FROM DOCGCCAB INNER JOIN"
         " CLIENTES ON CLIENTES.CODIGO = DOCGCCAB.TERCEIRO"
         " WHERE     (DOCGCCAB.NVIAS <> - 1) AND (DOCGCCAB.TPTERC = 2) AND (DOCGCCAB.TPDOC = " +
-        base::entre_plicas(GUIASREMESSA[0]) +
-        ") AND (DOCGCCAB.SERIE = " + base::entre_plicas(GUIASREMESSA[1]) +
+        base::entre_plicas(GUIASREMESSA.TpDoc()) +
+        ") AND (DOCGCCAB.SERIE = " + base::entre_plicas(GUIASREMESSA.SerieEscrita()) +
         ")  and Ano=" + std::to_string(DTPicker1.Value.ano) + " and [Convert]<>-1";
-    if (!campo(0).Text.empty()) sql += " and DOCGCCAB.Terceiro=" + base::entre_plicas(campo(0).Text);
+    if (!campo(campos::cliente).Text.empty())
+        sql += " and DOCGCCAB.Terceiro=" + base::entre_plicas(campo(campos::cliente).Text);
     sql += " ORDER BY DocGcCab.Data,serie,nnumdoc";
 
     const std::string escolha =
@@ -247,7 +243,8 @@ void GuiasRemessa::EscolheGuia() {
     if (escolha.empty()) return;
 
     const std::vector<std::string> partes = base::divide(escolha, '*');
-    if (const auto data = DataHora::le(partes.at(0).substr(0, 10))) DTPicker1.Value = *data;
+    const std::string &momento = partes.at(0), &numero = partes.at(1), &cliente = partes.at(2);
+    if (const auto data = DataHora::le(momento.substr(0, 10))) DTPicker1.Value = *data;
     // The client first, then the note; each as if typed.
     const auto preenche = [this](int Index, const std::string& valor) {
         campo(Index).Text = valor;
@@ -257,8 +254,8 @@ void GuiasRemessa::EscolheGuia() {
         bool Cancel = false;
         campo_Validate(Index, Cancel);
     };
-    preenche(0, partes.at(2));
-    preenche(1, partes.at(1));
+    preenche(campos::cliente, cliente);
+    preenche(campos::numero, numero);
 }
 
 } // namespace orvex::delivery

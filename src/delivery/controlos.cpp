@@ -3,59 +3,55 @@
 namespace orvex::delivery {
 
 using base::Variante;
-using common::Campo;
 
 namespace {
 
-struct DescricaoCampo {
-    int indice;
-    const char* dica;
-    const char* legenda;
-    bool em_diversos;
-};
-
 constexpr int algarismos_numero = 10;
-
-constexpr DescricaoCampo campos[] = {
-    {0, "Cliente.", "Cliente", false},
-    {1, "No.Documento.", "No.Doc", false},
-    {2, "Gestor de Conta.", "Gestor Conta", true},
-    {3, "Vendedor.", "Vendedor", true},
-    {11, "Tipo de Máquina.", "", true},
-    {19, "Contribuinte.", "Contribuinte", true},
-    {22, "Processo", "Processo", true},
-    {23, "Vosso Número.", "V/Número", true},
-    {24, "Meio de Transporte.", "Meio Transporte", true},
-    {25, "Matrícula.", "Matrícula", true},
-    {26, "Local de Carga.", "Local Carga", true},
-    {27, "Local de Descarga.", "Local Descarga", true},
-};
-
-std::string indexado(const char* nome, int indice) {
-    return std::string(nome) + "(" + std::to_string(indice) + ")";
-}
 
 } // namespace
 
-void GuiasRemessa::liga_controlos() {
-    liga_rotulos();
-    liga_campos();
-    liga_botoes();
-    liga_grelhas();
-    foco().define_ordem({&campo(0),  &campo(1),   &DTPicker1, &cb1(0),    &SSTab1,       &Detalhe,
-                         &Gr,        &campo(19),  &campo(2),  &campo(3),  &campo(22),    &campo(23),
-                         &campo(24), &campo(25),  &campo(26), &campo(27), &DTPicker2(0), &DTPicker2(1),
-                         &Final,     &DTPicker3,  &btGV(1),   &btGV(2),   &btConf(0),    &btConf(1),
-                         &btGV(0),   &btCancelar, &btSair});
+void GuiasRemessa::regista_controlos() {
+    regista_rotulos();
+    regista_campos();
+    regista_botoes();
+    regista_grelhas();
+    foco().define_ordem({&campo(campos::cliente),
+                         &campo(campos::numero),
+                         &DTPicker1,
+                         &cb1(combos::armazem),
+                         &SSTab1,
+                         &Detalhe,
+                         &Gr,
+                         &campo(campos::contribuinte),
+                         &campo(campos::gestor),
+                         &campo(campos::vendedor),
+                         &campo(campos::processo),
+                         &campo(campos::vosso_numero),
+                         &campo(campos::transporte),
+                         &campo(campos::matricula),
+                         &campo(campos::local_carga),
+                         &campo(campos::local_descarga),
+                         &DTPicker2(momentos::carga),
+                         &DTPicker2(momentos::descarga),
+                         &Final,
+                         &DTPicker3,
+                         &btGV(devolucoes::confirmar),
+                         &btGV(devolucoes::desistir),
+                         &btConf(confirmacoes::emitir),
+                         &btConf(confirmacoes::anular),
+                         &btGV(devolucoes::abrir),
+                         &btCancelar,
+                         &btSair});
 }
 
-void GuiasRemessa::liga_rotulos() {
+void GuiasRemessa::regista_rotulos() {
     regista(Label1, "Label1");
     Label1.Caption = "Guias de Remessa";
-    for (const int i : {1, 3, 4, 6, 7})
-        regista(Label2.cria(i), indexado("Label2", i));
-    Label2(3).Caption = "Guia de Remessa";
-    Label2(4).Caption = "Facturas";
+    for (const int i :
+         {rotulos::nome_cliente, rotulos::guia, rotulos::facturas, rotulos::designacao, rotulos::quantidade})
+        regista(Label2, i);
+    Label2(rotulos::guia).Caption = "Guia de Remessa";
+    Label2(rotulos::facturas).Caption = "Facturas";
     regista(Titulo, "Titulo");
     Titulo.Caption = "Observações";
 
@@ -71,75 +67,118 @@ void GuiasRemessa::na_pagina(common::Controlo& controlo, int pagina) {
     controlo.pagina = pagina;
 }
 
-void GuiasRemessa::liga_campos() {
-    for (const DescricaoCampo& descricao : campos) {
-        Campo& campo_ = campo.cria(descricao.indice);
-        regista_campo(campo_, descricao.indice, descricao.dica, descricao.legenda);
-        if (descricao.em_diversos) na_pagina(campo_, pagina_diversos);
-    }
-    campo(1).MaxLength = algarismos_numero;
-    campo(11).Visible = false;
+void GuiasRemessa::regista_campos() {
+    regista(campo, {{campos::cliente, "Cliente.", "Cliente"},
+                    {campos::numero, "No.Documento.", "No.Doc"},
+                    {campos::gestor, "Gestor de Conta.", "Gestor Conta"},
+                    {campos::vendedor, "Vendedor.", "Vendedor"},
+                    {campos::maquina, "Tipo de Máquina.", ""},
+                    {campos::contribuinte, "Contribuinte.", "Contribuinte"},
+                    {campos::processo, "Processo", "Processo"},
+                    {campos::vosso_numero, "Vosso Número.", "V/Número"},
+                    {campos::transporte, "Meio de Transporte.", "Meio Transporte"},
+                    {campos::matricula, "Matrícula.", "Matrícula"},
+                    {campos::local_carga, "Local de Carga.", "Local Carga"},
+                    {campos::local_descarga, "Local de Descarga.", "Local Descarga"}});
+    for (auto& [indice, campo_] : campo)
+        if (indice != campos::cliente && indice != campos::numero) na_pagina(campo_, pagina_diversos);
+    campo(campos::numero).MaxLength = algarismos_numero;
+    campo(campos::maquina).Visible = false;
 
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
-    regista_selector(DTPicker2.cria(0), "DTPicker2(0)", "Data/Hora de Carga.", "Data/Hora Carga");
-    regista_selector(DTPicker2.cria(1), "DTPicker2(1)", "Data/Hora de Descarga.", "Data/Hora Descarga");
-    for (const int i : {0, 1}) {
-        DTPicker2(i).com_hora = true;
-        na_pagina(DTPicker2(i), pagina_diversos);
-    }
+    const auto momento = [this](int Index, const char* ToolTip, const char* Legenda) {
+        common::SelectorData& selector = DTPicker2.cria(Index);
+        regista_selector(selector, DTPicker2.nome(Index), ToolTip, Legenda);
+        selector.com_hora = true;
+        na_pagina(selector, pagina_diversos);
+    };
+    momento(momentos::carga, "Data/Hora de Carga.", "Data/Hora Carga");
+    momento(momentos::descarga, "Data/Hora de Descarga.", "Data/Hora Descarga");
     regista_selector(DTPicker3, "DTPicker3", "Data da Devolução", "Data");
     DTPicker3.dentro_de = &Frame3;
 
-    regista(cb1.cria(0), "cb1(0)");
-    cb1(0).ToolTip = "Armazém.";
-    cb1(0).Legenda = "Armazém";
-    cb1(0).Change = [this](int anterior) { cb1_Change(anterior); };
+    common::Combo& armazem = regista(cb1, combos::armazem);
+    armazem.ToolTip = "Armazém.";
+    armazem.Legenda = "Armazém";
+    armazem.Change = [this](int anterior) { cb1_Change(anterior); };
 }
 
 // Each takes what every column it ends in takes: here it is a field to correct, in the ERP a note that is
 // lost.
 void GuiasRemessa::LimitaCampos() {
-    campo(0).MaxLength =
+    campo(campos::cliente).MaxLength =
         Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX_Mov", "Cliente"}, {"DocGcCab", "Terceiro"}});
-    for (const int i : {2, 3})
+    for (const int i : {campos::gestor, campos::vendedor})
         campo(i).MaxLength = Comprimento({{"DocGcCab", "Vendedor"}, {"Vendedor", "Codigo"}});
-    const std::pair<int, const char*> de_cabecalho[] = {
-        {19, "NumContrib"}, {22, "Processo"}, {23, "VossoNo"}, {24, "MeioTransp"}, {25, "Matricula"}};
+    const std::pair<int, const char*> de_cabecalho[] = {{campos::contribuinte, "NumContrib"},
+                                                        {campos::processo, "Processo"},
+                                                        {campos::vosso_numero, "VossoNo"},
+                                                        {campos::transporte, "MeioTransp"},
+                                                        {campos::matricula, "Matricula"}};
     for (const auto& [i, coluna] : de_cabecalho)
         campo(i).MaxLength = Comprimento({{"DocGcCab", coluna}});
-    for (const int i : {26, 27}) // on the way back they change places
+    for (const int i : {campos::local_carga, campos::local_descarga}) // on the way back they change places
         campo(i).MaxLength = Comprimento({{"DocGcCab", "LocalCarga"}, {"DocGcCab", "LocalDescarga"}});
 }
 
-int GuiasRemessa::ComprimentoDesignacao() {
-    return Comprimento({{"DocGcLin", "Descr"}, {"xel_ORVEX_Mov", "Descritivo"}});
+common::ColunaGrelha GuiasRemessa::coluna_artigo() {
+    return {.chave = "Artigo",
+            .legenda = "Artigo",
+            .largura = 1500,
+            .comprimento_maximo = 15,
+            .recebe_foco = false};
 }
 
-void GuiasRemessa::liga_botoes() {
-    const char* const dicas_listas[] = {"Selecionar Cliente.", "Selecionar No.Documento.",
-                                        "Acesso à lista de Gestores de Conta.",
-                                        "Acesso à lista de Vendedores."};
-    for (const int i : {0, 1, 2, 3}) {
-        regista_botao(btFx.cria(i), indexado("btFx", i), "...", dicas_listas[i],
-                      [this, i] { btFx_Click(i); });
-        if (i >= 2) na_pagina(btFx(i), pagina_diversos);
-    }
-    regista_botao(btConf.cria(0), "btConf(0)", "&Confirmar", "Confirmar a operação.",
-                  [this] { btConf_Click(0); });
-    regista_botao(btConf.cria(1), "btConf(1)", "&Anular", "Anular", [this] { btConf_Click(1); });
-    regista_botao(btGV.cria(0), "btGV(0)", "&Devolução", "Devoução.", [this] { btGV_Click(0); });
-    regista_botao(btGV.cria(1), "btGV(1)", "&Devolução", "Confirma a Devolução.", [this] { btGV_Click(1); });
-    regista_botao(btGV.cria(2), "btGV(2)", "&Cancelar", "Cancelar.", [this] { btGV_Click(2); });
+common::ColunaGrelha GuiasRemessa::coluna_designacao(int largura) {
+    return {.chave = "Nome",
+            .legenda = "Designação",
+            .largura = largura,
+            .comprimento_maximo = Comprimento({{"DocGcLin", "Descr"}, {"xel_ORVEX_Mov", "Descritivo"}}),
+            .so_leitura = false};
+}
+
+common::ColunaGrelha GuiasRemessa::coluna_escondida(const char* chave, const char* legenda,
+                                                    common::TipoCelula tipo, int comprimento) {
+    return {.chave = chave,
+            .legenda = legenda,
+            .tipo = tipo,
+            .largura = 1200,
+            .comprimento_maximo = comprimento,
+            .oculta = true,
+            .recebe_foco = false,
+            .formato_peso = tipo == common::TipoCelula::decimal};
+}
+
+void GuiasRemessa::regista_botoes() {
+    regista_lista(btFx, campos::cliente, "Selecionar Cliente.");
+    regista_lista(btFx, campos::numero, "Selecionar No.Documento.");
+    regista_lista(btFx, campos::gestor, "Acesso à lista de Gestores de Conta.");
+    regista_lista(btFx, campos::vendedor, "Acesso à lista de Vendedores.");
+    for (const int i : {campos::gestor, campos::vendedor})
+        na_pagina(btFx(i), pagina_diversos);
+    const auto confirma = [this](int Index, const char* Caption, const char* ToolTip) {
+        regista_botao(btConf.cria(Index), btConf.nome(Index), Caption, ToolTip,
+                      [this, Index] { btConf_Click(Index); });
+    };
+    confirma(confirmacoes::emitir, "&Confirmar", "Confirmar a operação.");
+    confirma(confirmacoes::anular, "&Anular", "Anular");
+    const auto devolve = [this](int Index, const char* Caption, const char* ToolTip) {
+        regista_botao(btGV.cria(Index), btGV.nome(Index), Caption, ToolTip,
+                      [this, Index] { btGV_Click(Index); });
+    };
+    devolve(devolucoes::abrir, "&Devolução", "Devoução.");
+    devolve(devolucoes::confirmar, "&Devolução", "Confirma a Devolução.");
+    devolve(devolucoes::desistir, "&Cancelar", "Cancelar.");
     regista_botao(btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.",
                   [this] { btCancelar_Click(); });
     regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { btSair_Click(); });
-    btGV(1).dentro_de = btGV(2).dentro_de = &Frame3;
-    Frame3.Cancela = &btGV(2);
+    btGV(devolucoes::confirmar).dentro_de = btGV(devolucoes::desistir).dentro_de = &Frame3;
+    Frame3.Cancela = &btGV(devolucoes::desistir);
 }
 
-void GuiasRemessa::liga_grelhas() {
+void GuiasRemessa::regista_grelhas() {
     regista(Detalhe, "Detalhe");
-    Detalhe.Legenda = Label2(4).Caption;
+    Detalhe.Legenda = Label2(rotulos::facturas).Caption;
     na_pagina(Detalhe, pagina_movimentos);
     Detalhe.DblClick = [this] { Detalhe_DblClick(); };
     Detalhe.GotFocus = [this] { Detalhe_GotFocus(); };
@@ -147,7 +186,7 @@ void GuiasRemessa::liga_grelhas() {
     Detalhe.RowColChange = [this](int LastRow, int LastCol) { Detalhe_RowColChange(LastRow, LastCol); };
 
     regista(Gr, "Gr");
-    Gr.Legenda = Label2(3).Caption;
+    Gr.Legenda = Label2(rotulos::guia).Caption;
     Gr.permite_apagar = true;
     na_pagina(Gr, pagina_movimentos);
     Gr.KeyDown = [this](int& KeyCode, int Shift) { Gr_KeyDown(KeyCode, Shift); };

@@ -8,26 +8,23 @@
 
 namespace orvex::delivery {
 
-using base::Moeda;
 using base::Variante;
-using common::TipoColuna;
+using common::TipoCelula;
 
 namespace {
 
 constexpr int linhas_em_branco = 10;
-constexpr int abrir = 0;
-constexpr int confirmar = 1;
 
 } // namespace
 
 void GuiasRemessa::btGV_Click(int Index) {
-    if (Index == abrir) {
+    if (Index == devolucoes::abrir) {
         if (GuiaAindaNoEcra() && GuiaLidaPorInteiro()) AbreDevolucao();
         return;
     }
-    if (Index == confirmar && !AceitaDatas({&DTPicker3})) return;
-    if (Index == confirmar &&
-        Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?", 3) == common::resposta_ok) {
+    if (Index == devolucoes::confirmar && !AceitaDatas({&DTPicker3})) return;
+    if (Index == devolucoes::confirmar && Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?",
+                                                aviso_ok_cancelar) == common::resposta_ok) {
         GravaDevolucao();
         Frame3.Visible = false;
         return;
@@ -35,7 +32,7 @@ void GuiasRemessa::btGV_Click(int Index) {
     Frame3.Visible = false;
     DesInibe();
     MudaEstado(EstadoGuia::carregada);
-    SetFocus(btGV(abrir));
+    SetFocus(btGV(devolucoes::abrir));
 }
 
 void GuiasRemessa::AbreDevolucao() {
@@ -43,8 +40,8 @@ void GuiasRemessa::AbreDevolucao() {
     Frame3.Visible = true;
     Inibe();
     MudaEstado(EstadoGuia::a_devolver);
-    for (common::Controlo* controlo :
-         std::initializer_list<common::Controlo*>{&btGV(1), &btGV(2), &btSair, &Frame3, &DTPicker3})
+    for (common::Controlo* controlo : std::initializer_list<common::Controlo*>{
+             &btGV(devolucoes::confirmar), &btGV(devolucoes::desistir), &btSair, &Frame3, &DTPicker3})
         controlo->Enabled = true;
     Act_Final();
     CarregaFinal();
@@ -54,12 +51,25 @@ void GuiasRemessa::AbreDevolucao() {
 }
 
 void GuiasRemessa::Act_Final() {
-    Final.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-                  {"Nome", "Designação", TipoColuna::texto, 4200, ComprimentoDesignacao(), false},
-                  {"Qtd", "Qtd", TipoColuna::decimal, 1500, 15, true, true, false},
-                  {"Transf", "...", TipoColuna::logico, 700, 0, false},
-                  {"NumLinha", "NumLinha", TipoColuna::inteiro, 1200, 20, true, true, false},
-                  {"PesoBruto", "PesoBruto", TipoColuna::decimal, 1500, 15, true, true, false}},
+    const auto peso_escondido = [](const char* chave) {
+        return common::ColunaGrelha{.chave = chave,
+                                    .legenda = chave,
+                                    .tipo = TipoCelula::decimal,
+                                    .largura = 1500,
+                                    .comprimento_maximo = 15,
+                                    .oculta = true,
+                                    .recebe_foco = false};
+    };
+    Final.define({coluna_artigo(),
+                  coluna_designacao(4200),
+                  peso_escondido("Qtd"),
+                  {.chave = "Transf",
+                   .legenda = "...",
+                   .tipo = TipoCelula::logico,
+                   .largura = 700,
+                   .so_leitura = false},
+                  coluna_escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 20),
+                  peso_escondido("PesoBruto")},
                  linhas_em_branco);
 }
 
@@ -79,16 +89,16 @@ void GuiasRemessa::CarregaFinal() {
 
 void GuiasRemessa::Final_BeforeColUpdate(int Row, int Col, bool&) {
     const int linha = Row - 1;
-    if (Col != Final.coluna("Transf") || Final.texto_editado != "-1") return;
+    if (Col != Final.coluna("Transf") || Final.texto_editado != common::Grelha::com_visto) return;
     if (Final.valor(linha, "Artigo").vazio()) {
-        Final.texto_editado = "0"; // nothing to take back in a blank row
+        Final.texto_editado = common::Grelha::sem_visto; // nothing to take back in a blank row
         return;
     }
     TestaGR(Final.texto(linha, "Artigo"),
             static_cast<std::int16_t>(Final.valor(linha, "NumLinha").inteiro()));
     if (!bDevolvido) return;
-    Avisa("", "O Artigo selecionado já foi devolvido!", 2);
-    Final.texto_editado = "0";
+    Avisa("", "O Artigo selecionado já foi devolvido!", aviso_informacao);
+    Final.texto_editado = common::Grelha::sem_visto;
 }
 
 bool GuiasRemessa::Devolvida(int linha) const {
@@ -101,40 +111,25 @@ void GuiasRemessa::GravaDevolucao() {
     confirmacao.executa(
         [&] {
             ArmazemGuia = ArmazemEscolhido();
-            const Guia devolucao = DevolucaoNoEcra();
-            confirmacao.Inicia(devolucao.intencao());
-            BD.Tranca(); // before the ERP moves stock that others may be deciding on
-            LibertaDocumento();
-            CriaCabecalhoDevolucao(devolucao.cab);
-            std::int32_t Erro = 0;
-            std::string Mensagem;
-            if (!CriaLinhasDevolucao(devolucao, confirmacao, 1, Erro, Mensagem) || Erro != 0)
-                throw base::Falha(Mensagem);
-            const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
-            ActualizaMovGV(devolucao, numero, NumGuia);
-            ExigeLinhasRegistadas(confirmacao.Criado());
-            confirmacao.Confirma();
-            Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+            CriaERegista(DevolucaoNoEcra(), confirmacao);
         },
         [this](const std::exception& falha) { return erro_a_mostrar(falha); });
-    LibertaDocumento();
     DesInibe();
-    limparform();
-    SetFocus(campo(0));
+    Recomeca();
 }
 
 void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa) {
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         const auto linhas = livro::linhas_a_devolver(BD, DocumentoDaGuia(NoGRemessa));
         if (linhas.empty()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
-        for (const livro::LinhaDaGuia& linha : linhas)
+        for (const livro::MovimentoLido& linha : linhas)
             for (const LinhaGuia& devolvida : devolucao.linhas) {
                 if (base::le_inteiro(linha.chave.NumLinha) != devolvida.NumLinha) continue;
                 if (const auto origem = linha.origem())
                     livro::repoe(BD, *origem, {devolvida.Quant, devolvida.Quant, devolvida.PesoBruto});
             }
         RecusaDevolvidas(devolucao);
-        RegistaLinhasERP(devolucao.cab, NoDoc);
+        EscreveLinhasERP(devolucao.cab, NoDoc);
     });
 }
 
@@ -147,7 +142,7 @@ void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
 // Another program may have taken a line back since it was ticked here.
 void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
     for (const LinhaGuia& linha : devolucao.linhas)
-        if (livro::devolvida(BD, GUIADEVOLUCAO[0],
+        if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(),
                              DocumentoDaGuia(NumGuia).linha(std::to_string(linha.NumLinha))))
             throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NumGuia) +
                                     " já foi devolvido.");
@@ -155,8 +150,9 @@ void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
 
 void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
     bDevolvido = false;
-    bDevolvido = livro::devolvida_pelo_cliente(BD, campo(0).Text, GUIADEVOLUCAO[0], sArtigo,
-                                               DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
+    bDevolvido =
+        livro::devolvida_pelo_cliente(BD, campo(campos::cliente).Text, GUIADEVOLUCAO.TpDoc(), sArtigo,
+                                      DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
 }
 
 void GuiasRemessa::TestaDevolucao(bool& Boa) {
@@ -165,7 +161,7 @@ void GuiasRemessa::TestaDevolucao(bool& Boa) {
         if (Gr.valor(i, "Artigo").vazio()) continue;
         TestaGR(Gr.texto(i, "Artigo"), static_cast<std::int16_t>(Gr.valor(i, "NumLinha").inteiro()));
         if (!bDevolvido) continue;
-        Avisa("", "Esta GR já foi devolvida!", 2);
+        Avisa("", "Esta GR já foi devolvida!", aviso_informacao);
         Boa = true;
     }
 }

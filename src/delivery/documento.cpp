@@ -15,10 +15,8 @@ constexpr const char* classe_linha = "SageApiNextPlus.DocumentosGcLin";
 constexpr const char* sem_linhas = "Documento inválido. Obrigatório ter linhas.";
 
 constexpr int area_gestao = 4;
-constexpr int terceiro_cliente = 2;
 constexpr int origem_devolucao = 3;
 constexpr std::int16_t especie_guia = 3; // what SubmeteDocumento is told it gets
-constexpr std::int16_t submeter = 1;     // TipoEnvio
 
 } // namespace
 
@@ -41,7 +39,7 @@ bool GuiasRemessa::CriaCabecalho(const CabecalhoGuia& cab) {
     Cab->poe("Sector", cab.Sector);
     Cab->poe("Serie", cab.Serie);
     Cab->poe("TipoDocumento", cab.Documento.TpDoc);
-    Cab->poe("TipoTerceiro", terceiro_cliente);
+    Cab->poe("TipoTerceiro", startup::terceiro_cliente);
     Cab->poe("Terceiro", cab.Cliente);
     Cab->poe("TipoPreco", 0);
     if (cab.devolucao) DocActual->poe("Origem", origem_devolucao);
@@ -134,7 +132,7 @@ void GuiasRemessa::AdicionaLinha(const CabecalhoGuia& cab, const LinhaGuia& linh
 bool GuiasRemessa::CriaLinhasGuia(const Guia& guia, Confirmacao& confirmacao, std::int16_t TipoEnvio,
                                   std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         ComecaLinhas();
         std::string ultimo_doc = "?\?!!"; // a value no document has
         for (const LinhaGuia& linha : guia.linhas) {
@@ -154,7 +152,7 @@ bool GuiasRemessa::CriaLinhasGuia(const Guia& guia, Confirmacao& confirmacao, st
 bool GuiasRemessa::CriaLinhasDevolucao(const Guia& devolucao, Confirmacao& confirmacao,
                                        std::int16_t TipoEnvio, std::int32_t& Erro, std::string& Mensagem) {
     bool criado = false;
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         ComecaLinhas();
         for (const LinhaGuia& linha : devolucao.linhas)
             AdicionaLinha(devolucao.cab, linha);
@@ -176,7 +174,7 @@ startup::ChaveDocumento GuiasRemessa::ChaveDe(const ReferenciaERP& documento) {
 bool GuiasRemessa::EnviaDocumento(Confirmacao& confirmacao, std::int16_t TipoEnvio, std::int32_t& Erro,
                                   std::string& Mensagem) {
     if (OutrosDocsLinha.size() <= 1) {
-        Erro = -1;
+        Erro = base::verdadeiro;
         Mensagem = UltimoErro = sem_linhas;
         return false;
     }
@@ -196,14 +194,14 @@ bool GuiasRemessa::EnviaDocumento(Confirmacao& confirmacao, std::int16_t TipoEnv
     const auto porque = [&] {
         if (doc) UltimoErro = doc->chama("UltimaMensagem", {}).valor.texto();
         const startup::ResultadoERP resultado = gERP.ResultadoUltimo();
-        Erro = resultado.sucesso ? -1 : 0;
+        Erro = resultado.sucesso ? base::verdadeiro : 0;
         Mensagem = resultado.mensagem;
         if (!doc) UltimoErro = Mensagem;
         return UltimoErro;
     };
     if (!confirmacao.Cria(pedida, {.conteudo = ConteudoEnviado(), .pede = pede, .porque = porque}).sucesso)
         return false;
-    campo(1).Text = std::to_string(confirmacao.Criado().NossoNoDocumento);
+    campo(campos::numero).Text = std::to_string(confirmacao.Criado().NossoNoDocumento);
     return true;
 }
 

@@ -11,13 +11,6 @@ namespace orvex::delivery {
 using base::Moeda;
 using confirmacao::Confirmacao;
 
-namespace {
-
-constexpr int emitir = 0;
-constexpr int anular = 1;
-
-} // namespace
-
 void GuiasRemessa::btConf_Click(int Index) {
     Confirmacao confirmacao(meios());
     if (!confirmacao.executa([&] { Confirma(Index, confirmacao); },
@@ -26,26 +19,27 @@ void GuiasRemessa::btConf_Click(int Index) {
 }
 
 void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
-    if (Index == emitir && !VerificaQuantidades()) return SetFocus(campo(0));
-    if (campo(0).Text.empty()) {
-        Avisa("", "Falta o Cliente!", 2);
-        return SetFocus(campo(0));
+    if (Index == confirmacoes::emitir && !VerificaQuantidades()) return SetFocus(campo(campos::cliente));
+    if (campo(campos::cliente).Text.empty()) {
+        recusa("Falta o Cliente!", campo(campos::cliente));
+        return;
     }
     if (!VerificaContribuinte()) {
         SSTab1.Tab = pagina_diversos;
-        return SetFocus(campo(19));
+        return SetFocus(campo(campos::contribuinte));
     }
-    if (Index == anular) {
+    if (Index == confirmacoes::anular) {
         if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
-        if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", 3) != common::resposta_ok) {
-            limparform();
-            return SetFocus(campo(0));
-        }
+        if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
+            common::resposta_ok)
+            return RecomecaEcra();
     }
-    if (Index == emitir && !AceitaDatas({&DTPicker1, &DTPicker2(0), &DTPicker2(1)})) return;
+    if (Index == confirmacoes::emitir &&
+        !AceitaDatas({&DTPicker1, &DTPicker2(momentos::carga), &DTPicker2(momentos::descarga)}))
+        return;
     ArmazemGuia = ArmazemEscolhido();
-    if (Index == emitir)
-        Emite(confirmacao);
+    if (Index == confirmacoes::emitir)
+        CriaERegista(GuiaNoEcra(), confirmacao);
     else
         Anula(confirmacao);
     Recomeca();
@@ -53,8 +47,7 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
 
 void GuiasRemessa::Recomeca() {
     LibertaDocumento();
-    limparform();
-    SetFocus(campo(0));
+    RecomecaEcra();
 }
 
 bool GuiasRemessa::VerificaQuantidades() {
@@ -75,7 +68,7 @@ bool GuiasRemessa::VerificaQuantidades() {
         Avisa("",
               "Não é possível gravar!\r\nA quantidade selecionada ultrapassa a permitida.\r\n Linha com " +
                   Gr.texto(i, "Artigo") + " Qtd = " + formato().texto(total[chave]) + " ",
-              2);
+              aviso_informacao);
         return false;
     }
     return true;
@@ -83,10 +76,10 @@ bool GuiasRemessa::VerificaQuantidades() {
 
 bool GuiasRemessa::VerificaContribuinte() {
     ResultadoNIF ok = ResultadoNIF::valido;
-    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(19).Text, ok);
+    if (MercadoCliente == mercado_nacional) ValidaNIF(campo(campos::contribuinte).Text, ok);
     if (ok == ResultadoNIF::invalido)
-        return Avisa("", "Número Contribuinte inválido!", 3) == common::resposta_ok;
-    if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", 2);
+        return Avisa("", "Número Contribuinte inválido!", aviso_ok_cancelar) == common::resposta_ok;
+    if (ok == ResultadoNIF::vazio) Avisa("", "Número Contribuinte obrigatório!", aviso_informacao);
     return ok == ResultadoNIF::valido;
 }
 
@@ -95,40 +88,38 @@ bool GuiasRemessa::VerificaContribuinte() {
 bool GuiasRemessa::GuiaAindaNoEcra() {
     const startup::ReferenciaERP Cab = DocActual ? DocActual->obtem("Cab").objecto : nullptr;
     if (Cab && Cab->obtem("Ano").valor.inteiro() == DTPicker1.Value.ano &&
-        base::le_inteiro(campo(1).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
-        Cab->obtem("Terceiro").valor.texto() == campo(0).Text)
+        base::le_inteiro(campo(campos::numero).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
+        Cab->obtem("Terceiro").valor.texto() == campo(campos::cliente).Text)
         return true;
-    Avisa("", "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
-          2);
-    SetFocus(campo(1));
-    return false;
+    return recusa(
+        "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
+        campo(campos::numero));
 }
 
 // What was not read would be given back as nothing.
 bool GuiasRemessa::GuiaLidaPorInteiro() {
     if (FalhaLeitura.empty()) return true;
-    Avisa("",
-          "A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" + FalhaLeitura +
-              "\r\nVolte a carregar a guia.",
-          2);
-    SetFocus(campo(1));
-    return false;
+    return recusa("A guia não foi lida por inteiro, e assim não pode ser anulada nem devolvida.\r\n" +
+                      FalhaLeitura + "\r\nVolte a carregar a guia.",
+                  campo(campos::numero));
 }
 
-void GuiasRemessa::Emite(Confirmacao& confirmacao) {
-    const Guia guia = GuiaNoEcra();
+void GuiasRemessa::CriaERegista(const Guia& guia, Confirmacao& confirmacao) {
+    const bool devolucao = guia.cab.devolucao;
     confirmacao.Inicia(guia.intencao());
     BD.Tranca(); // before the ERP moves stock that others may be deciding on
     LibertaDocumento();
-    CriaCabecalhoGuia(guia.cab);
+    devolucao ? CriaCabecalhoDevolucao(guia.cab) : CriaCabecalhoGuia(guia.cab);
     std::int32_t Erro = 0;
     std::string Mensagem;
-    if (!CriaLinhasGuia(guia, confirmacao, 1, Erro, Mensagem) || Erro != 0) throw base::Falha(Mensagem);
+    const bool criado = devolucao ? CriaLinhasDevolucao(guia, confirmacao, submeter, Erro, Mensagem)
+                                  : CriaLinhasGuia(guia, confirmacao, submeter, Erro, Mensagem);
+    if (!criado || Erro != 0) throw base::Falha(Mensagem);
     const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
-    ActualizaMov(guia, numero);
-    ExigeLinhasRegistadas(confirmacao.Criado());
+    devolucao ? ActualizaMovGV(guia, numero, NumGuia) : ActualizaMov(guia, numero);
+    ExigeLinhasMostradas(confirmacao.Criado());
     confirmacao.Confirma();
-    Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), 2);
+    Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), aviso_informacao);
 }
 
 void GuiasRemessa::Anula(Confirmacao& confirmacao) {

@@ -34,26 +34,27 @@ Intencao Guia::intencao_de_anular(std::int32_t numero) const {
     return intencao;
 }
 
-CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ListaParametros& documento,
+CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ParametroDocumento& documento,
                                             const base::DataHora& data) const {
-    return {.Documento = {data.ano, documento[0], documento[1], 0},
-            .Serie = documento.serie(1),
-            .Sector = documento[2],
+    return {.Documento = {data.ano, documento.TpDoc(), documento.SerieEscrita(), 0},
+            .Serie = documento.Serie(),
+            .Sector = documento.Sector(),
             .Data = data,
-            .Cliente = campo(0).Text,
-            .NomeCliente = Label2(1).Caption,
-            .NumeroContribuinte = campo(19).Text,
-            .Processo = campo(22).Text,
-            .VossoNoDocumento = campo(23).Text,
-            .Vendedor = campo(2).Text,
-            .MeiodeTransporte = campo(24).Text,
-            .Matricula = campo(25).Text,
-            .LocalCarga = campo(26).Text,
-            .LocalDescarga = campo(27).Text,
-            .Carga = DTPicker2(0).Value,
-            .Descarga = DTPicker2(1).Value,
+            .Cliente = campo(campos::cliente).Text,
+            .NomeCliente = Label2(rotulos::nome_cliente).Caption,
+            .NumeroContribuinte = campo(campos::contribuinte).Text,
+            .Processo = campo(campos::processo).Text,
+            .VossoNoDocumento = campo(campos::vosso_numero).Text,
+            .Vendedor = campo(campos::gestor).Text,
+            .MeiodeTransporte = campo(campos::transporte).Text,
+            .Matricula = campo(campos::matricula).Text,
+            .LocalCarga = campo(campos::local_carga).Text,
+            .LocalDescarga = campo(campos::local_descarga).Text,
+            .Carga = DTPicker2(momentos::carga).Value,
+            .Descarga = DTPicker2(momentos::descarga).Value,
             .Armazem = ArmazemGuia,
-            .Detentor = ARMAZEM[0] != ArmazemGuia ? CLIENTEORVEX[0] : campo(0).Text};
+            .Detentor =
+                ARMAZEM.Codigo() != ArmazemGuia ? CLIENTEORVEX.Codigo() : campo(campos::cliente).Text};
 }
 
 Guia GuiasRemessa::GuiaNoEcra() const {
@@ -79,7 +80,7 @@ Guia GuiasRemessa::DevolucaoNoEcra() const {
     CabecalhoGuia& cab = devolucao.cab;
     cab.devolucao = true;
     cab.Processo.clear();
-    cab.VossoNoDocumento = campo(1).Text;
+    cab.VossoNoDocumento = campo(campos::numero).Text;
     std::swap(cab.LocalCarga, cab.LocalDescarga); // what was unloaded there is loaded there on its way back
     cab.Carga = cab.Descarga = DTPicker3.Value;
     for (int i = 0; i < Final.linhas(); ++i) {

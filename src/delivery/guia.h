@@ -39,7 +39,7 @@ struct CabecalhoGuia {
     std::string NumeroContribuinte{};
     std::string Processo{};
     std::string VossoNoDocumento{};
-    std::string Vendedor{};
+    std::string Vendedor{}; // the account manager: what the ERP's document takes for its vendor
     std::string MeiodeTransporte{};
     std::string Matricula{};
     std::string LocalCarga{};

@@ -13,7 +13,7 @@ using base::Moeda;
 using base::Variante;
 
 GuiasRemessa::GuiasRemessa(common::ServicosEcra servicos) : Ecra(std::move(servicos), "Guias Remessa") {
-    liga_controlos();
+    regista_controlos();
 }
 
 void GuiasRemessa::Form_Load() {
@@ -32,34 +32,33 @@ void GuiasRemessa::LeParametros() {
 
     // A screen that opened with a short list would fail later, in the middle of a note.
     std::string curtos;
-    const auto exige = [&curtos](const startup::ListaParametros& lista, bool completa) {
-        if (!completa) curtos += "\r\n" + lista.chave;
+    const auto exige = [&curtos](const auto& parametro) {
+        if (!parametro.completo()) curtos += "\r\n" + parametro.chave;
     };
-    exige(GUIADEVOLUCAO, GUIADEVOLUCAO.elementos.size() >= 3);
-    exige(GUIASREMESSA, GUIASREMESSA.elementos.size() >= 3);
-    exige(FACTURAS, !FACTURAS.elementos.empty() && FACTURAS.elementos.size() % 3 == 0);
-    exige(ARMAZEM, ARMAZEM.elementos.size() >= 2);
-    exige(ARMAZEMORVEX, ARMAZEMORVEX.elementos.size() >= 2);
-    exige(CLIENTEORVEX, !CLIENTEORVEX.elementos.empty());
+    exige(GUIADEVOLUCAO);
+    exige(GUIASREMESSA);
+    exige(FACTURAS);
+    exige(ARMAZEM);
+    exige(ARMAZEMORVEX);
+    exige(CLIENTEORVEX);
     if (!curtos.empty())
         throw base::Falha("O ficheiro de parâmetros «" + std::string(startup::ficheiro_parametros) +
                               "» não tem, ou tem incompletos, os parâmetros:" + curtos,
                           base::numeros_falha::sem_elemento);
 
     // The series go into statements as numbers.
-    GUIADEVOLUCAO.serie(1);
-    GUIASREMESSA.serie(1);
-    for (std::size_t i = 0; i < FACTURAS.elementos.size(); i += 3)
-        FACTURAS.serie(i + 1);
+    GUIADEVOLUCAO.Serie();
+    GUIASREMESSA.Serie();
+    FACTURAS.grupos();
 }
 
 void GuiasRemessa::limparform() {
     ComecaLinhas();
-    DTPicker1.Value = DTPicker2(0).Value = DTPicker2(1).Value = agora();
-    for (const int i : {1, 6, 7})
+    DTPicker1.Value = DTPicker2(momentos::carga).Value = DTPicker2(momentos::descarga).Value = agora();
+    for (const int i : {rotulos::nome_cliente, rotulos::designacao, rotulos::quantidade})
         Label2(i).Caption.clear();
-    cb1(0).itens = {ARMAZEMORVEX[1], ARMAZEM[1]};
-    cb1(0).ListIndex = 0;
+    cb1(combos::armazem).itens = {ARMAZEMORVEX.Nome(), ARMAZEM.Nome()};
+    cb1(combos::armazem).ListIndex = armazens::da_orvex;
     MudaEstado(EstadoGuia::vazia);
     for (auto& [indice, campo_] : campo)
         campo_.Text.clear();
@@ -72,8 +71,8 @@ void GuiasRemessa::limparform() {
 
 void GuiasRemessa::MudaEstado(EstadoGuia novo) {
     Estado = novo;
-    btConf(0).Enabled = !GuiaCarregada();
-    btConf(1).Enabled = btGV(0).Enabled = Estado == EstadoGuia::carregada;
+    btConf(confirmacoes::emitir).Enabled = !GuiaCarregada();
+    btConf(confirmacoes::anular).Enabled = btGV(devolucoes::abrir).Enabled = Estado == EstadoGuia::carregada;
 }
 
 bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc,
@@ -83,7 +82,7 @@ bool GuiasRemessa::Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNu
     CriaCabecalhoGuia(CabecalhoNoEcra(GUIASREMESSA, DTPicker1.Value));
     if (DocActual->chama("Ler", {iAno, iSerie, lNumDoc, sTpDoc}).valor.inteiro() == 0) return true;
     if (lNumDoc != 0) {
-        Avisa("", DocActual->chama("UltimaMensagem", {}).valor.texto(), 2);
+        Avisa("", DocActual->chama("UltimaMensagem", {}).valor.texto(), aviso_informacao);
         bErro = true;
     }
     return false;
@@ -114,7 +113,8 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
         define_estado("A guia não foi lida por inteiro: " + FalhaLeitura);
     }
     Gr.redesenha = true;
-    cb1(0).ListIndex = ARMAZEM[0] != ArmazemGuia ? 0 : 1;
+    cb1(combos::armazem).ListIndex =
+        ARMAZEM.Codigo() != ArmazemGuia ? armazens::da_orvex : armazens::dos_clientes;
     return false;
 }
 
@@ -128,10 +128,7 @@ void GuiasRemessa::DesInibe() {
         controlo->Enabled = true;
 }
 
-void GuiasRemessa::btCancelar_Click() {
-    limparform();
-    SetFocus(campo(0));
-}
+void GuiasRemessa::btCancelar_Click() { RecomecaEcra(); }
 
 void GuiasRemessa::btSair_Click() { Unload(); }
 
@@ -141,13 +138,13 @@ void GuiasRemessa::Form_Terminate() {
 }
 
 std::string GuiasRemessa::ArmazemEscolhido() const {
-    return cb1(0).ListIndex == 0 ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    return cb1(combos::armazem).ListIndex == armazens::da_orvex ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
 }
 
 std::int32_t GuiasRemessa::NumeroNoEcra() const {
-    const auto numero = base::le_inteiro(campo(1).Text);
+    const auto numero = base::le_inteiro(campo(campos::numero).Text);
     if (!numero || *numero < 0 || *numero > std::numeric_limits<std::int32_t>::max())
-        throw base::Falha("«" + campo(1).Text + "» não é um número de documento.",
+        throw base::Falha("«" + campo(campos::numero).Text + "» não é um número de documento.",
                           base::numeros_falha::tipo_diferente);
     return static_cast<std::int32_t>(*numero);
 }

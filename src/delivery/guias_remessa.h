@@ -8,6 +8,7 @@
 
 #include "common/ecra.h"
 #include "delivery/guia.h"
+#include "delivery/indices.h"
 #include "livro/chaves.h"
 
 #include <cstdint>
@@ -32,15 +33,15 @@ class GuiasRemessa : public common::Ecra {
     // Controls
 
     common::Etiqueta Label1; // the screen's title
-    common::Vector<common::Etiqueta> Label2;
-    common::Vector<common::Campo> campo;
+    common::Vector<common::Etiqueta> Label2{"Label2"};
+    common::Vector<common::Campo> campo{"campo"};
     common::SelectorData DTPicker1;
-    common::Vector<common::SelectorData> DTPicker2;
+    common::Vector<common::SelectorData> DTPicker2{"DTPicker2"};
     common::SelectorData DTPicker3;
-    common::Vector<common::Combo> cb1;
-    common::Vector<common::Botao> btFx;
-    common::Vector<common::Botao> btConf;
-    common::Vector<common::Botao> btGV;
+    common::Vector<common::Combo> cb1{"cb1"};
+    common::Vector<common::Botao> btFx{"btFx"};
+    common::Vector<common::Botao> btConf{"btConf"};
+    common::Vector<common::Botao> btGV{"btGV"};
     common::Botao btCancelar;
     common::Botao btSair;
     common::Separadores SSTab1;
@@ -58,41 +59,49 @@ class GuiasRemessa : public common::Ecra {
     struct LinhaEnviada {
         std::string Artigo{};     // none for a text line
         base::Moeda Quantidade{}; // tonnes
-        bool registada = false;
+        bool mostrada = false;
     };
+    static constexpr std::int16_t submeter = 1; // TipoEnvio: also hand the document to the ERP
     static constexpr int pagina_movimentos = 0;
     static constexpr int pagina_diversos = 1;
     static constexpr std::int16_t mercado_nacional = 1; // of MercadoCliente: the tax number is verified
 
     // Names, captions and handlers of the controls: controlos.cpp
 
-    void liga_controlos();
-    void liga_rotulos();
-    void liga_campos();
+    void regista_controlos();
+    void regista_rotulos();
+    void regista_campos();
     void LimitaCampos();
-    int ComprimentoDesignacao(); // of the text of a line
-    void liga_botoes();
-    void liga_grelhas();
+    // Columns that grids share; a designation is as long as the ERP and the ledger keep it.
+    static common::ColunaGrelha coluna_artigo();
+    common::ColunaGrelha coluna_designacao(int largura);
+    static common::ColunaGrelha coluna_escondida(const char* chave, const char* legenda,
+                                                 common::TipoCelula tipo, int comprimento);
+    void regista_botoes();
+    void regista_grelhas();
     void na_pagina(common::Controlo& controlo, int pagina);
 
     // The screen and its states: guias_remessa.cpp
 
     void LeParametros();
-    void limparform() override;
+    void limparform() override; // leaves NumGuia and ArmazemGuia as they are
+    // Reads a document of the ERP into DocActual, where it throws away what is there; the screen's own
+    // loading is Form_Load.
     bool Load(std::int16_t iAno, std::int16_t iSerie, std::int32_t lNumDoc, const std::string& sTpDoc,
               bool& bErro);
+    // Shows the lines of DocActual in Gr. Always False, which says nothing: what failed is in FalhaLeitura.
     bool Ler(const startup::ChaveDocumento& utkeyDoc);
-    void Inibe();
-    void DesInibe();
+    void Inibe();    // every control
+    void DesInibe(); // every control, also those that were disabled before
     void btCancelar_Click();
     void btSair_Click();
-    const common::Campo* campo_de_fecho() const override { return &campo(0); }
-    common::Campo& primeiro_campo() override { return campo(0); }
+    const common::Campo* campo_de_fecho() const override { return &campo(campos::cliente); }
+    common::Campo& primeiro_campo() override { return campo(campos::cliente); }
     // Which buttons can be pressed goes with it.
     void MudaEstado(EstadoGuia novo);
     bool GuiaCarregada() const { return Estado >= EstadoGuia::carregada; }
     std::string ArmazemEscolhido() const; // of the warehouse choice
-    std::int32_t NumeroNoEcra() const;    // campo(1) as a number; throws when it is none
+    std::int32_t NumeroNoEcra() const;    // in the number's field; throws when it is none
 
     // Client and header fields: campos.cpp
 
@@ -103,13 +112,14 @@ class GuiasRemessa : public common::Ecra {
     void ValidaVendedor(int Index, bool& Cancel);
     void ValidaContribuinte(bool& Cancel);
     void LimpaDadosCliente();
-    void LerIvas(const std::string& Reg);
+    void LerIvas(const std::string& Reg); // of one VAT regime, the market: sets MercadoCliente
     void btFx_Click(int Index) override;
     void EscolheGuia();
 
     // Open ledger lines: linhas_abertas.cpp
 
     void Act_Detalhe();
+    // Lists the client's open lines, not invoices, and first repairs their gross weights in the ledger.
     void CarregaFacturas(const std::string& Cliente);
     int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
     void ReparaPesos(const std::string& Cliente);
@@ -141,27 +151,30 @@ class GuiasRemessa : public common::Ecra {
     void Confirma(int Index, confirmacao::Confirmacao& confirmacao);
     bool VerificaQuantidades();
     bool VerificaContribuinte();
-    void Emite(confirmacao::Confirmacao& confirmacao);
+    // The whole of one transaction: the ERP's document of a note or a return, and the ledger's rows of it.
+    void CriaERegista(const Guia& guia, confirmacao::Confirmacao& confirmacao);
     void Anula(confirmacao::Confirmacao& confirmacao);
     bool GuiaAindaNoEcra();
     bool GuiaLidaPorInteiro();
-    void Recomeca(); // the empty screen, the cursor in its first field
+    void Recomeca(); // lets go of the document too
 
     // The note as a value: guia.cpp
 
-    CabecalhoGuia CabecalhoNoEcra(const startup::ListaParametros& documento,
+    CabecalhoGuia CabecalhoNoEcra(const startup::ParametroDocumento& documento,
                                   const base::DataHora& data) const;
     Guia GuiaNoEcra() const;
     Guia DevolucaoNoEcra() const; // of the lines ticked
 
     // The ERP document: documento.cpp
 
-    bool LibertaDocumento();
+    bool LibertaDocumento(); // lets go of DocActual, whether there is one or not; always True
     // Where there is no document yet, makes one with this header.
     bool CriaCabecalhoGuia(const CabecalhoGuia& cab);
     bool CriaCabecalhoDevolucao(const CabecalhoGuia& cab);
     bool CriaCabecalho(const CabecalhoGuia& cab);
-    // True exactly when the document was created; otherwise UltimoErro tells why.
+    // Add the lines and have the ERP save the whole document. True exactly when it was created; otherwise
+    // UltimoErro tells why. `Erro` alone does not tell: after a refusal it is the flag of the ERP's last
+    // result, which may be 0.
     bool CriaLinhasGuia(const Guia& guia, confirmacao::Confirmacao& confirmacao, std::int16_t TipoEnvio,
                         std::int32_t& Erro, std::string& Mensagem);
     bool CriaLinhasDevolucao(const Guia& devolucao, confirmacao::Confirmacao& confirmacao,
@@ -182,13 +195,15 @@ class GuiasRemessa : public common::Ecra {
 
     // The ledger: livro.cpp
 
+    // Issue: takes from the open lines and adds the new note's rows.
     void ActualizaMov(const Guia& guia, std::int32_t NoDoc);
+    // Cancellation of the note: gives back to the open lines what it took, and deletes its rows.
     void ActualizaMovGR(std::int32_t NoDoc);
     // One movement row, one holder row and one gross-weight row per article line of the ERP document.
-    void RegistaLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
-    // Throws when an article line that was sent is none of those recorded: its weight would have left the
-    // open line and be nowhere.
-    void ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const;
+    void EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
+    // Throws when an article line that was sent is none of those the ERP shows: its weight would have left
+    // the open line and be nowhere.
+    void ExigeLinhasMostradas(const startup::ChaveDocumento& criado) const;
     livro::Documento DocumentoDaGuia(std::int32_t NoDoc) const; // a note of the year on the screen
 
     // Returns: devolucao.cpp
@@ -200,20 +215,22 @@ class GuiasRemessa : public common::Ecra {
     void Final_BeforeColUpdate(int Row, int Col, bool& Cancel);
     bool Devolvida(int linha) const; // ticked in Final
     void GravaDevolucao();
+    // Return: gives back to the open lines and adds the rows of the return; the note's own stay.
     void ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa);
     [[noreturn]] void RecusaSemMovimentos(std::int32_t NoGRemessa);
     void RecusaDevolvidas(const Guia& devolucao);
-    void TestaDevolucao(bool& Boa);
+    void TestaDevolucao(bool& Boa); // Boa: a line of the note was returned, so it cannot be cancelled
+    // Whether this line of the loaded note was returned by the client on the screen: sets bDevolvido.
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);
 
     // Members
 
-    startup::ListaParametros GUIASREMESSA; // 0 document type, 1 series, 2 sector
-    startup::ListaParametros GUIADEVOLUCAO;
-    startup::ListaParametros FACTURAS; // groups of type, series and a third value
-    startup::ListaParametros ARMAZEM;  // 0 code of the warehouse of items at clients, 1 its label
-    startup::ListaParametros ARMAZEMORVEX;
-    startup::ListaParametros CLIENTEORVEX; // 0 the client code that stands for ORVEX
+    startup::ParametroDocumento GUIASREMESSA;
+    startup::ParametroDocumento GUIADEVOLUCAO;
+    startup::ParametroGrupos FACTURAS;
+    startup::ParametroArmazem ARMAZEM; // of items at clients
+    startup::ParametroArmazem ARMAZEMORVEX;
+    startup::ParametroCliente CLIENTEORVEX; // the one that stands for ORVEX
 
     EstadoGuia Estado = EstadoGuia::vazia;
     std::int32_t NumGuia = 0;         // number of the loaded note

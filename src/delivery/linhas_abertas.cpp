@@ -6,36 +6,39 @@ namespace orvex::delivery {
 
 using base::Moeda;
 using base::Variante;
-using common::TipoColuna;
+using common::TipoCelula;
 
 namespace {
 
 constexpr int linhas_em_branco = 30;
+constexpr int por_escolher = 0; // of the column Estilo
+constexpr int escolhida = 1;
 constexpr std::uint32_t cor_escolhida = 0xAEA55D; // RGB(174, 165, 93)
 
 } // namespace
 
 void GuiasRemessa::Act_Detalhe() {
-    const auto visivel = [](const char* chave, const char* legenda, TipoColuna tipo, int largura,
+    const auto visivel = [](const char* chave, const char* legenda, TipoCelula tipo, int largura,
                             int comprimento) {
-        return common::Coluna{
-            chave, legenda, tipo, largura, comprimento, true, false, true, tipo == TipoColuna::decimal};
+        return common::ColunaGrelha{.chave = chave,
+                                    .legenda = legenda,
+                                    .tipo = tipo,
+                                    .largura = largura,
+                                    .comprimento_maximo = comprimento,
+                                    .formato_peso = tipo == TipoCelula::decimal};
     };
-    const auto escondida = [](const char* chave, TipoColuna tipo, int comprimento) {
-        return common::Coluna{
-            chave, chave, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
-    };
-    Detalhe.define(
-        {visivel("Artigo", "Artigo", TipoColuna::texto, 1200, 15),
-         visivel("Nome", "Designação", TipoColuna::texto, 3400, 50),
-         visivel("Quant", "P.Liq.", TipoColuna::decimal, 1000, 12),
-         visivel("PesoBruto", "PB", TipoColuna::decimal, 1000, 12),
-         visivel("Data", "Data", TipoColuna::texto, 1200, 12),
-         visivel("Doc", "Doc.", TipoColuna::texto, 1600, 12), escondida("QuantO", TipoColuna::decimal, 20),
-         escondida("NumLinha", TipoColuna::inteiro, 12), escondida("Unidade", TipoColuna::texto, 12),
-         escondida("Estilo", TipoColuna::inteiro, 12)},
-        linhas_em_branco);
-    Detalhe.estilo = {Detalhe.coluna("Estilo"), Variante(1), cor_escolhida};
+    Detalhe.define({visivel("Artigo", "Artigo", TipoCelula::texto, 1200, 15),
+                    visivel("Nome", "Designação", TipoCelula::texto, 3400, 50),
+                    visivel("Quant", "P.Liq.", TipoCelula::decimal, 1000, 12),
+                    visivel("PesoBruto", "PB", TipoCelula::decimal, 1000, 12),
+                    visivel("Data", "Data", TipoCelula::texto, 1200, 12),
+                    visivel("Doc", "Doc.", TipoCelula::texto, 1600, 12),
+                    coluna_escondida("QuantO", "QuantO", TipoCelula::decimal, 20),
+                    coluna_escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 12),
+                    coluna_escondida("Unidade", "Unidade", TipoCelula::texto, 12),
+                    coluna_escondida("Estilo", "Estilo", TipoCelula::inteiro, 12)},
+                   linhas_em_branco);
+    Detalhe.estilo = {Detalhe.coluna("Estilo"), Variante(escolhida), cor_escolhida};
 }
 
 void GuiasRemessa::ReparaPesos(const std::string& Cliente) { livro::repara_pesos(BD, Cliente, FACTURAS); }
@@ -46,7 +49,7 @@ void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
     ReparaPesos(Cliente);
 
     if (PreencheDetalhe(Cliente, armazem) == 0)
-        Avisa("", "Não existe informação para as condições solicitadas!", 2);
+        Avisa("", "Não existe informação para as condições solicitadas!", aviso_informacao);
 }
 
 int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
@@ -62,18 +65,19 @@ int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string&
     int contador = 0;
     livro::mostra_linhas_abertas(BD, Cliente, armazem, FACTURAS, [&](const livro::LinhaAberta& linha) {
         Detalhe.garante_linha(contador);
-        const Variante celulas[] = {linha.Artigo,
-                                    linha.Descritivo,
-                                    linha.Qtd,
-                                    linha.PesoBruto.nulo() ? Variante(Moeda()) : linha.PesoBruto,
-                                    linha.Data ? Variante(linha.Data->data()) : Variante(),
-                                    linha.documento,
-                                    linha.QtdOrig,
-                                    linha.NumLinha,
-                                    linha.Unidade,
-                                    0};
-        for (int coluna = 0; const Variante& celula : celulas)
-            Detalhe.define_valor(contador, coluna++, celula);
+        const auto celula = [&](const char* chave, const Variante& valor) {
+            Detalhe.define_valor(contador, chave, valor);
+        };
+        celula("Artigo", linha.Artigo);
+        celula("Nome", linha.Descritivo);
+        celula("Quant", linha.Qtd);
+        celula("PesoBruto", linha.PesoBruto.nulo() ? Variante(Moeda()) : linha.PesoBruto);
+        celula("Data", linha.Data ? Variante(linha.Data->data()) : Variante());
+        celula("Doc", linha.documento);
+        celula("QuantO", linha.QtdOrig);
+        celula("NumLinha", linha.NumLinha);
+        celula("Unidade", linha.Unidade);
+        celula("Estilo", por_escolher);
         ++contador;
         Detalhe.garante_linha(contador);
     });
@@ -97,7 +101,7 @@ void GuiasRemessa::Detalhe_DblClick() {
                   (Data.empty() ? "data" : "ano, tipo, série, número ou linha") +
                   " nos movimentos da ORVEX, e assim não pode ser escolhida.\r\nPeça a correcção desse "
                   "movimento.",
-              2);
+              aviso_informacao);
         return;
     }
 
@@ -106,14 +110,14 @@ void GuiasRemessa::Detalhe_DblClick() {
     for (int i = 0; i < Gr.linhas(); ++i)
         if (Gr.texto(i, "OutroDocMesmo") == chave) JaEscolhido += Gr.moeda(i, "Quant");
     if (JaEscolhido >= Disponivel) {
-        Avisa("", "Impossível seleção!\r\nLinha esgotada.", 2);
+        Avisa("", "Impossível seleção!\r\nLinha esgotada.", aviso_informacao);
         return;
     }
     const Moeda quantidade = Disponivel - JaEscolhido;
     if (JaEscolhido > Moeda() &&
         Avisa("",
               "Vai esgotar a linha!\r\nSó pode selecionar a Quantidade " + formato().texto(quantidade) + " !",
-              3) != common::resposta_ok)
+              aviso_ok_cancelar) != common::resposta_ok)
         return;
 
     const int n = ++UltimaLinha;
@@ -130,7 +134,7 @@ void GuiasRemessa::Detalhe_DblClick() {
     Gr.define_valor(n, "PesoBruto", Detalhe.valor(r, "PesoBruto"));
     Gr.define_valor(n, "QtOrig", Detalhe.valor(r, "QuantO"));
     Gr.define_valor(n, "PBOrig", Detalhe.valor(r, "PesoBruto"));
-    Detalhe.define_valor(r, "Estilo", 1);
+    Detalhe.define_valor(r, "Estilo", escolhida);
 
     // The cell the user most often changes next.
     Gr.linha_actual = n + 1;
@@ -140,23 +144,23 @@ void GuiasRemessa::Detalhe_DblClick() {
 
 void GuiasRemessa::cb1_Change(int anterior) {
     if (UltimaLinha >= 0) {
-        cb1(0).ListIndex = anterior;
-        Avisa("", "A guia já tem linhas deste armazém.\r\nCancele-a para escolher outro.", 2);
+        cb1(combos::armazem).ListIndex = anterior;
+        Avisa("", "A guia já tem linhas deste armazém.\r\nCancele-a para escolher outro.", aviso_informacao);
         return;
     }
-    if (Estado == EstadoGuia::a_fazer) CarregaFacturas(campo(0).Text);
+    if (Estado == EstadoGuia::a_fazer) CarregaFacturas(campo(campos::cliente).Text);
 }
 
 void GuiasRemessa::MostraLinhaActual() {
     const int r = Detalhe.linha_actual - 1;
     const bool vazia = r < 0 || r >= Detalhe.linhas() || Detalhe.texto(r, "Artigo").empty();
-    Label2(6).Caption = vazia ? "" : Detalhe.texto(r, "Nome");
-    Label2(7).Caption = vazia ? "" : formato().peso(Detalhe.moeda(r, "QuantO"));
+    Label2(rotulos::designacao).Caption = vazia ? "" : Detalhe.texto(r, "Nome");
+    Label2(rotulos::quantidade).Caption = vazia ? "" : formato().peso(Detalhe.moeda(r, "QuantO"));
 }
 
 void GuiasRemessa::Detalhe_LostFocus() {
-    Label2(6).Caption.clear();
-    Label2(7).Caption.clear();
+    Label2(rotulos::designacao).Caption.clear();
+    Label2(rotulos::quantidade).Caption.clear();
 }
 
 void GuiasRemessa::Detalhe_RowColChange(int LastRow, int) {

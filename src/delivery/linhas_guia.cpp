@@ -7,34 +7,36 @@ namespace orvex::delivery {
 
 using base::Moeda;
 using base::Variante;
-using common::TipoColuna;
+using common::TipoCelula;
 
 namespace {
 
 constexpr int linhas_em_branco = 30;
-constexpr int critica = 2; // kind of MostraMensagem
 
 } // namespace
 
 void GuiasRemessa::Act_Gr() {
     UltimaLinha = -1;
-    const auto escondida = [](const char* chave, const char* legenda, TipoColuna tipo, int comprimento) {
-        return common::Coluna{
-            chave, legenda, tipo, 1200, comprimento, true, true, false, tipo == TipoColuna::decimal};
+    const auto peso = [](const char* chave, const char* legenda, int largura) {
+        return common::ColunaGrelha{.chave = chave,
+                                    .legenda = legenda,
+                                    .tipo = TipoCelula::decimal,
+                                    .largura = largura,
+                                    .comprimento_maximo = 12,
+                                    .so_leitura = false,
+                                    .formato_peso = true};
     };
-    Gr.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 15, true, false, false},
-               {"Nome", "Designação", TipoColuna::texto, 3700, ComprimentoDesignacao(), false},
-               {"Quant", "P.Liq.", TipoColuna::decimal, 1150, 12, false, false, true, true},
-               escondida("Doc", "Doc", TipoColuna::texto, 20),
-               escondida("QuantDet", "QuantDet", TipoColuna::decimal, 12),
-               escondida("Unidade", "Unidade", TipoColuna::texto, 20),
-               escondida("Data", "Data", TipoColuna::texto, 20),
-               escondida("OutroDoc", "OutroDoc", TipoColuna::texto, 20),
-               escondida("OutroDocMesmo", "OutroDocMesmo", TipoColuna::texto, 20),
-               escondida("NumLinha", "NumLinha", TipoColuna::inteiro, 20),
-               {"PesoBruto", "Peso Bruto", TipoColuna::decimal, 1100, 12, false, false, true, true},
-               escondida("QtOrig", "Qt Orig", TipoColuna::decimal, 12),
-               escondida("PBOrig", "PB Orig", TipoColuna::decimal, 12)},
+    Gr.define({coluna_artigo(), coluna_designacao(3700), peso("Quant", "P.Liq.", 1150),
+               coluna_escondida("Doc", "Doc", TipoCelula::texto, 20),
+               coluna_escondida("QuantDet", "QuantDet", TipoCelula::decimal, 12),
+               coluna_escondida("Unidade", "Unidade", TipoCelula::texto, 20),
+               coluna_escondida("Data", "Data", TipoCelula::texto, 20),
+               coluna_escondida("OutroDoc", "OutroDoc", TipoCelula::texto, 20),
+               coluna_escondida("OutroDocMesmo", "OutroDocMesmo", TipoCelula::texto, 20),
+               coluna_escondida("NumLinha", "NumLinha", TipoCelula::inteiro, 20),
+               peso("PesoBruto", "Peso Bruto", 1100),
+               coluna_escondida("QtOrig", "Qt Orig", TipoCelula::decimal, 12),
+               coluna_escondida("PBOrig", "PB Orig", TipoCelula::decimal, 12)},
               linhas_em_branco);
 }
 
@@ -67,14 +69,14 @@ void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue
 
 // A return takes the note's lines as the screen shows them.
 bool GuiasRemessa::RecusaAlterarGuia() {
-    Avisa("", "A guia carregada não pode ser alterada!", 2);
+    Avisa("", "A guia carregada não pode ser alterada!", aviso_informacao);
     return false;
 }
 
 bool GuiasRemessa::AceitaNome(int linha) {
     if (linha == 0 && !Gr.texto(linha, "Artigo").empty()) return true;
     if (linha == 0 || Gr.texto(linha - 1, "Doc").empty()) {
-        MostraMensagem("Não é permitido introduzir linha de texto!", critica);
+        MostraMensagem("Não é permitido introduzir linha de texto!", mensagem_critica);
         return false;
     }
     if (!Gr.texto(linha, "Doc").empty()) return true;
@@ -94,14 +96,10 @@ bool GuiasRemessa::AceitaQuant(int linha) {
     }
     const auto numero = formato().le(Gr.texto_editado);
     if (!numero || *numero < Moeda()) {
-        MostraMensagem("Valor inválido!", critica);
+        MostraMensagem("Valor inválido!", mensagem_critica);
         return false;
     }
-    if (*numero > Gr.moeda(linha, "QuantDet")) {
-        Avisa("", "Ultrapassa a quantidade inicial!", 2);
-        SetFocus(Gr);
-        return false;
-    }
+    if (*numero > Gr.moeda(linha, "QuantDet")) return recusa("Ultrapassa a quantidade inicial!", Gr);
     Gr.define_valor(linha, "PesoBruto", *numero);
     return true;
 }
@@ -109,13 +107,13 @@ bool GuiasRemessa::AceitaQuant(int linha) {
 bool GuiasRemessa::AceitaPesoBruto() {
     const auto numero = formato().le(Gr.texto_editado);
     if (numero && *numero >= Moeda()) return true;
-    MostraMensagem("Valor Inválido!", critica);
+    MostraMensagem("Valor Inválido!", mensagem_critica);
     return false;
 }
 
 void GuiasRemessa::Gr_BeforeDelete(bool& Cancel) {
     if (Gr.linha_actual == 1) {
-        Avisa("", "Não é permitido retirar esta linha!", 2);
+        Avisa("", "Não é permitido retirar esta linha!", aviso_informacao);
         Cancel = true;
     }
     if (GuiaCarregada() || Gr.linha_actual - 1 > UltimaLinha) Cancel = true;

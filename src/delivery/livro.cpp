@@ -19,10 +19,10 @@ bool mesmo_artigo(const std::string& a, const std::string& b) {
 } // namespace
 
 livro::Documento GuiasRemessa::DocumentoDaGuia(std::int32_t NoDoc) const {
-    return {DTPicker1.Value.ano, GUIASREMESSA[0], GUIASREMESSA[1], NoDoc};
+    return {DTPicker1.Value.ano, GUIASREMESSA.TpDoc(), GUIASREMESSA.SerieEscrita(), NoDoc};
 }
 
-void GuiasRemessa::RegistaLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc) {
+void GuiasRemessa::EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc) {
     livro::Documento documento = cab.Documento;
     documento.Numero = NoDoc;
     for (const livro::LinhaERP& L : livro::linhas_no_erp(BD, documento)) {
@@ -49,34 +49,34 @@ void GuiasRemessa::RegistaLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc
                                         .Documento = L.Documento,
                                         .NumLin = L.NumLinha});
         livro::acrescenta_peso_bruto(BD, L.Documento, L.NumLinha, PesosLinha[n]);
-        LinhasEnviadas[n].registada = mesmo_artigo(L.Artigo, LinhasEnviadas[n].Artigo);
+        LinhasEnviadas[n].mostrada = mesmo_artigo(L.Artigo, LinhasEnviadas[n].Artigo);
     }
 }
 
-void GuiasRemessa::ExigeLinhasRegistadas(const startup::ChaveDocumento& criado) const {
+void GuiasRemessa::ExigeLinhasMostradas(const startup::ChaveDocumento& criado) const {
     for (const LinhaEnviada& linha : LinhasEnviadas)
-        if (!linha.Artigo.empty() && !linha.registada)
+        if (!linha.Artigo.empty() && !linha.mostrada)
             throw base::FalhaGuarda("O ERP não mostra o artigo " + linha.Artigo + " no documento " +
                                     criado.texto() + " que acabou de criar.");
 }
 
 void GuiasRemessa::ActualizaMov(const Guia& guia, std::int32_t NoDoc) {
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         for (const LinhaGuia& linha : guia.linhas) {
             if (linha.Artigo.empty()) continue;
             if (const auto origem = livro::le_chave(linha.OutroDocMesmo))
                 livro::retira(BD, *origem, {linha.Quant, linha.Quant, linha.PesoBruto});
         }
-        RegistaLinhasERP(guia.cab, NoDoc);
+        EscreveLinhasERP(guia.cab, NoDoc);
     });
 }
 
 void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
-    regista_falha([&] {
+    com_ultimo_erro([&] {
         BD.Tranca();
-        for (const livro::LinhaDaGuia& linha : livro::linhas_a_anular(BD, DocumentoDaGuia(NoDoc))) {
+        for (const livro::MovimentoLido& linha : livro::linhas_a_anular(BD, DocumentoDaGuia(NoDoc))) {
             if (const auto origem = linha.origem()) livro::repoe(BD, *origem, linha.pesos);
-            if (livro::devolvida(BD, GUIADEVOLUCAO[0], linha.chave))
+            if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(), linha.chave))
                 throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NoDoc) +
                                         " já foi devolvido.");
         }

@@ -20,6 +20,14 @@ std::optional<base::Variante> existencia(startup::SessaoBD& BD, const std::strin
     return stock->valor("Existenc");
 }
 
+std::optional<ArtigoActivo> artigo_activo(startup::SessaoBD& BD, const std::string& codigo) {
+    const auto artigo =
+        BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(codigo) +
+                    " and Artigos.Inactivo<>-1 ");
+    if (artigo->fim()) return std::nullopt;
+    return ArtigoActivo{artigo->valor("CODIGO").texto(), artigo->valor("Nome").texto()};
+}
+
 double preco_movimento(startup::SessaoBD& BD, const std::string& Artigo) {
     const auto artigo = BD.AbreActualizavel(ficha(Artigo));
     if (artigo->fim()) return 0;

@@ -14,6 +14,13 @@ namespace orvex::livro {
 std::optional<base::Variante> existencia(startup::SessaoBD& BD, const std::string& Artigo,
                                          const std::string& Armazem);
 
+// An article in use, by its code in whatever case it is written.
+struct ArtigoActivo {
+    std::string Codigo; // as the ERP writes it
+    std::string Nome;
+};
+std::optional<ArtigoActivo> artigo_activo(startup::SessaoBD& BD, const std::string& codigo);
+
 // The unit price of an article, euro a tonne, 0 for one that is not known: the average cost of its stock;
 // where there is no stock, the last purchase price. A null in what is read throws.
 double preco_movimento(startup::SessaoBD& BD, const std::string& Artigo);

@@ -7,18 +7,16 @@ namespace orvex::livro {
 namespace {
 
 // That a row is of one of the groups.
-std::string filtro_documentos(const startup::ListaParametros& FACTURAS) {
+std::string filtro_documentos(const startup::ParametroGrupos& FACTURAS) {
     std::string filtro;
-    for (std::size_t i = 0; i == 0 || i < FACTURAS.elementos.size(); i += startup::tamanho_grupo) {
-        FACTURAS.serie(i + 1);
-        FACTURAS[i + 2];
-        if (i > 0) filtro += " OR ";
-        filtro += " (TpDoc=" + base::entre_plicas(FACTURAS[i]) + " and SerieDoc=" + FACTURAS[i + 1] + ")";
+    for (const auto& [TpDoc, SerieEscrita] : FACTURAS.grupos()) {
+        if (!filtro.empty()) filtro += " OR ";
+        filtro += " (TpDoc=" + base::entre_plicas(TpDoc) + " and SerieDoc=" + SerieEscrita + ")";
     }
     return filtro;
 }
 
-std::string abertas(const char* coluna, const std::string& valor, const startup::ListaParametros& FACTURAS) {
+std::string abertas(const char* coluna, const std::string& valor, const startup::ParametroGrupos& FACTURAS) {
     return std::string("Select * from xel_ORVEX_Mov INNER JOIN Artigos ON "
                        "Artigos.Codigo=xel_ORVEX_Mov.Artigo where ") +
            coluna + " =" + base::entre_plicas(valor) + " and Qtd>0 and artoudes=0 and (" +
@@ -71,7 +69,7 @@ void repara_peso(startup::SessaoBD& BD, startup::ConjuntoRegistos& lida) {
 } // namespace
 
 void mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, const std::string& Armazem,
-                           const startup::ListaParametros& FACTURAS,
+                           const startup::ParametroGrupos& FACTURAS,
                            const std::function<void(const LinhaAberta&)>& mostra) {
     const auto linhas = BD.Consulta(abertas("Cliente", Cliente, FACTURAS));
     for (; !linhas->fim(); linhas->move_seguinte()) {
@@ -81,7 +79,7 @@ void mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, co
 }
 
 void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
-                  const startup::ListaParametros& FACTURAS) {
+                  const startup::ParametroGrupos& FACTURAS) {
     const auto linhas = BD.Consulta(
         " Select m.*,l.PESOBRUTO as 'PB' from xel_ORVEX_Mov as m inner join artigos as a on a.codigo=m.Artigo"
         " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
@@ -92,7 +90,7 @@ void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
 }
 
 bool tem_linhas_abertas(startup::SessaoBD& BD, const std::string& Artigo,
-                        const startup::ListaParametros& FACTURAS) {
+                        const startup::ParametroGrupos& FACTURAS) {
     return !BD.Consulta(abertas("Artigo", Artigo, FACTURAS))->fim();
 }
 

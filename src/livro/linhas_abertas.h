@@ -29,16 +29,16 @@ struct LinhaAberta {
 // warehouse by the ERP's line, and those whose key is broken, which nobody can ask the ERP about. For the
 // eye: what a confirmation takes is read again there (retira).
 void mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, const std::string& Armazem,
-                           const startup::ListaParametros& FACTURAS,
+                           const startup::ParametroGrupos& FACTURAS,
                            const std::function<void(const LinhaAberta&)>& mostra);
 
 // Copies gross weights that the ledger lacks from the ERP's lines. Outside transactions; what another
 // workstation that lists the same client repairs meanwhile is passed over.
 void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
-                  const startup::ListaParametros& FACTURAS);
+                  const startup::ParametroGrupos& FACTURAS);
 
 // Asked when an item is indicated for a transfer, and again under the ledger's lock.
 bool tem_linhas_abertas(startup::SessaoBD& BD, const std::string& Artigo,
-                        const startup::ListaParametros& FACTURAS);
+                        const startup::ParametroGrupos& FACTURAS);
 
 } // namespace orvex::livro

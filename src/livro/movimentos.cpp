@@ -42,8 +42,8 @@ std::string condicao(const Documento& documento, const char* coluna_serie, const
            std::to_string(documento.Numero) + " and " + coluna_serie + "=" + documento.Serie + " ";
 }
 
-std::vector<LinhaDaGuia> le_guia(startup::SessaoBD& BD, const Documento& guia, const std::string& sql) {
-    std::vector<LinhaDaGuia> linhas;
+std::vector<MovimentoLido> le_guia(startup::SessaoBD& BD, const Documento& guia, const std::string& sql) {
+    std::vector<MovimentoLido> linhas;
     const auto M = BD.Consulta(sql);
     for (; !M->fim(); M->move_seguinte())
         linhas.push_back({guia.linha(M->valor("NumLinha").texto()),
@@ -128,17 +128,16 @@ std::vector<LinhaERP> linhas_no_erp(startup::SessaoBD& BD, const Documento& docu
 }
 
 bool anulado_no_erp(startup::SessaoBD& BD, const Documento& documento) {
-    constexpr std::int64_t anulado = -1;
     const auto cabecalho =
         BD.Consulta("Select NVias from DocGcCab" + condicao(documento, "Serie", "NNumDoc"));
-    return !cabecalho->fim() && cabecalho->valor("NVias").inteiro() == anulado;
+    return !cabecalho->fim() && cabecalho->valor("NVias").inteiro() == startup::documento_anulado;
 }
 
-std::vector<LinhaDaGuia> linhas_a_anular(startup::SessaoBD& BD, const Documento& guia) {
+std::vector<MovimentoLido> linhas_a_anular(startup::SessaoBD& BD, const Documento& guia) {
     return le_guia(BD, guia, "Select * from xel_ORVEX_MOV" + condicao(guia, "SerieDoc", "NumDoc"));
 }
 
-std::vector<LinhaDaGuia> linhas_a_devolver(startup::SessaoBD& BD, const Documento& guia) {
+std::vector<MovimentoLido> linhas_a_devolver(startup::SessaoBD& BD, const Documento& guia) {
     return le_guia(BD, guia,
                    "Select * from xel_ORVEX_MOV where Ano=" + std::to_string(guia.Ano) +
                        " and TpDoc=" + base::entre_plicas(guia.TpDoc) +

@@ -71,7 +71,7 @@ std::vector<LinhaERP> linhas_no_erp(startup::SessaoBD& BD, const Documento& docu
 bool anulado_no_erp(startup::SessaoBD& BD, const Documento& documento);
 
 // A row of a note, read back.
-struct LinhaDaGuia {
+struct MovimentoLido {
     ChaveLinha chave;
     std::string Artigo;
     Pesos pesos; // nulls count as nothing
@@ -81,8 +81,8 @@ struct LinhaDaGuia {
     std::optional<ChaveLinha> origem() const { return le_origem(Origem, chave); }
 };
 // The note's rows. Cancelling it and taking its items back ask the same in texts that differ in their blanks.
-std::vector<LinhaDaGuia> linhas_a_anular(startup::SessaoBD& BD, const Documento& guia);
-std::vector<LinhaDaGuia> linhas_a_devolver(startup::SessaoBD& BD, const Documento& guia);
+std::vector<MovimentoLido> linhas_a_anular(startup::SessaoBD& BD, const Documento& guia);
+std::vector<MovimentoLido> linhas_a_devolver(startup::SessaoBD& BD, const Documento& guia);
 // The note's rows of both tables.
 void apaga_linhas(startup::SessaoBD& BD, const Documento& guia);
 

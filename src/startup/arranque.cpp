@@ -1,6 +1,7 @@
 #include "startup/arranque.h"
 
 #include "startup/esquema_livro.h"
+#include "startup/modos.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,8 +16,12 @@ struct Tarefa {
 };
 
 constexpr Tarefa tarefas[] = {
-    {"1", TipoEcra::MovStocks, 1}, {"2", TipoEcra::GuiasRemessa, 0}, {"3", TipoEcra::MovStocks, 2},
-    {"4", TipoEcra::MovStocks, 3}, {"5", TipoEcra::TrfBobines, 1},   {"6", TipoEcra::TrfBobines, 2},
+    {"1", TipoEcra::MovStocks, modos_ajuste::sobras},
+    {"2", TipoEcra::GuiasRemessa, sem_modo},
+    {"3", TipoEcra::MovStocks, modos_ajuste::quebras},
+    {"4", TipoEcra::MovStocks, modos_ajuste::consumos},
+    {"5", TipoEcra::TrfBobines, modos_transferencia::para_orvex},
+    {"6", TipoEcra::TrfBobines, modos_transferencia::para_cliente},
 };
 
 } // namespace

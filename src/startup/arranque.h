@@ -32,7 +32,7 @@ class Fabrica {
     virtual ~Fabrica() = default;
     virtual std::unique_ptr<SessaoERP> cria_sessao_erp(const DefinicoesERP& definicoes) = 0;
     virtual std::unique_ptr<SessaoBD> cria_sessao_bd(const DefinicoesBD& definicoes) = 0;
-    // `modo` is 0 for the screen without modes.
+    // `modo` as in modos.h; sem_modo for the screen without modes.
     virtual std::shared_ptr<EcraArranque> cria_ecra(TipoEcra tipo, SessaoBD& BD, SessaoERP& gERP,
                                                     int modo) = 0;
     // A box with one OK button and no icon.

@@ -25,6 +25,16 @@ std::int16_t ListaParametros::serie(std::size_t indice) const {
                          base::numeros_falha::tipo_diferente);
 }
 
+std::vector<ParametroGrupos::Grupo> ParametroGrupos::grupos() const {
+    std::vector<Grupo> lidos;
+    for (std::size_t i = 0; i == 0 || i < elementos.size(); i += tamanho_grupo) {
+        serie(i + 1);
+        (*this)[i + 2];
+        lidos.push_back({(*this)[i], (*this)[i + 1]});
+    }
+    return lidos;
+}
+
 std::string Parametros::LerParametros(const std::string& Texto) const {
     const std::string procurado = base::maiusculas(Texto) + "=";
     const std::size_t tamanho = base::comprimento(procurado);
@@ -43,7 +53,7 @@ ListaParametros Parametros::lista_de_grupos(const std::string& chave) const {
     std::replace(valor.begin(), valor.end(), ';', ',');
     ListaParametros grupos{chave, base::divide(valor, ',')};
     // What follows a separator at the end of whole groups is no group.
-    if (grupos.elementos.size() % tamanho_grupo == 1 && grupos.elementos.back().empty())
+    if (grupos.elementos.size() % ParametroGrupos::tamanho_grupo == 1 && grupos.elementos.back().empty())
         grupos.elementos.pop_back();
     return grupos;
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvex::startup {
@@ -29,7 +30,60 @@ struct ListaParametros {
     std::int16_t serie(std::size_t indice) const; // throws FalhaParametro when it is no 16-bit number
 };
 
-inline constexpr std::size_t tamanho_grupo = 3;
+// Keys by what their elements mean. Each is read when it is asked for, so that a list too short for one is
+// refused only where that one is needed.
+
+// An ERP document: type, series and a third value, which the ERP takes for the sector. "GR,1,S1"
+struct ParametroDocumento : ListaParametros {
+    static constexpr std::size_t tamanho = 3;
+
+    ParametroDocumento() = default;
+    ParametroDocumento(ListaParametros lista) : ListaParametros(std::move(lista)) {}
+
+    const std::string& TpDoc() const { return (*this)[0]; }
+    std::int16_t Serie() const { return serie(1); }
+    const std::string& SerieEscrita() const { return (*this)[1]; } // which statements and keys repeat
+    const std::string& Sector() const { return (*this)[2]; }
+    bool completo() const { return elementos.size() >= tamanho; }
+};
+
+// A warehouse: code and label. "A1,Clientes"
+struct ParametroArmazem : ListaParametros {
+    static constexpr std::size_t tamanho = 2;
+
+    ParametroArmazem() = default;
+    ParametroArmazem(ListaParametros lista) : ListaParametros(std::move(lista)) {}
+
+    const std::string& Codigo() const { return (*this)[0]; }
+    const std::string& Nome() const { return (*this)[1]; }
+    bool completo() const { return elementos.size() >= tamanho; }
+};
+
+// A client: the code.
+struct ParametroCliente : ListaParametros {
+    static constexpr std::size_t tamanho = 1;
+
+    ParametroCliente() = default;
+    ParametroCliente(ListaParametros lista) : ListaParametros(std::move(lista)) {}
+
+    const std::string& Codigo() const { return (*this)[0]; }
+    bool completo() const { return elementos.size() >= tamanho; }
+};
+
+// Any number of types and series, at least one, each with a third value that nobody reads. "FA,1,x;FR,2,"
+struct ParametroGrupos : ListaParametros {
+    static constexpr std::size_t tamanho_grupo = 3;
+    struct Grupo {
+        std::string TpDoc;
+        std::string SerieEscrita; // a 16-bit number; which statements repeat
+    };
+
+    ParametroGrupos() = default;
+    ParametroGrupos(ListaParametros lista) : ListaParametros(std::move(lista)) {}
+
+    bool completo() const { return !elementos.empty() && elementos.size() % tamanho_grupo == 0; }
+    std::vector<Grupo> grupos() const; // throws FalhaParametro when one is incomplete, or there is none
+};
 
 class Parametros {
   public:

@@ -93,6 +93,10 @@ struct PedidoDocStock {
     std::vector<std::string> textos_18{};
 };
 
+// What the ERP's documents say by numbers, in members and columns alike.
+inline constexpr std::int16_t terceiro_cliente = 2;   // TipoTerceiro (TpTerc): the third party is a client
+inline constexpr std::int16_t documento_anulado = -1; // NumeroViasemitidas (NVias): it was cancelled
+
 inline constexpr std::int16_t modo_ligacao = 2; // what every session is given before it logs in
 
 class SessaoERP {

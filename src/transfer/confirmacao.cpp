@@ -15,21 +15,14 @@ using confirmacao::Confirmacao;
 using confirmacao::Fluxo;
 using confirmacao::Intencao;
 
-namespace {
-
-constexpr int para_orvex = 1;
-constexpr int para_cliente = 2;
-
-} // namespace
-
 void TrfBobines::btConf_Click() {
-    if (campo(2).Text.empty() && Modo == para_cliente) {
-        Avisa("", "Deve selecionar o cliente destino!", 2);
-        return SetFocus(campo(2));
+    if (campo(campos::destino).Text.empty() && Modo == modos::para_cliente) {
+        recusa("Deve selecionar o cliente destino!", campo(campos::destino));
+        return;
     }
-    if (campo(0).Text.empty()) {
-        Avisa(campo(0).Legenda, "", 1);
-        return SetFocus(campo(0));
+    if (campo(campos::artigo).Text.empty()) {
+        Avisa(campo(campos::artigo).Legenda, "", aviso_obrigatorio);
+        return SetFocus(campo(campos::artigo));
     }
     ExigeParametros();
     if (!AceitaDatas({&DTPicker1})) return;
@@ -40,10 +33,12 @@ void TrfBobines::btConf_Click() {
             BD.Tranca();
             VerificaAceite();
             const std::string& destino = Destino();
-            GravaMovimento(Modo == para_orvex ? Detentor : campo(1).Text, campo(5).Text, -Quantidade,
-                           QUEBRAS[0], QUEBRAS.serie(1), destino);
-            GravaMovimento(destino, campo(4).Text, Quantidade, SOBRAS[0], SOBRAS.serie(1), destino);
-            if (Modo == para_orvex)
+            GravaMovimento(Modo == modos::para_orvex ? Detentor : campo(campos::detentor).Text,
+                           campo(campos::obs_saida).Text, -Quantidade, QUEBRAS.TpDoc(), QUEBRAS.Serie(),
+                           destino);
+            GravaMovimento(destino, campo(campos::obs_entrada).Text, Quantidade, SOBRAS.TpDoc(),
+                           SOBRAS.Serie(), destino);
+            if (Modo == modos::para_orvex)
                 TransfereArmazem(confirmacao, Quantidade);
             else
                 ActArtigo();
@@ -53,18 +48,17 @@ void TrfBobines::btConf_Click() {
             completa_erro(falha);
             return erro_a_mostrar(falha);
         });
-    limparform();
-    SetFocus(campo(0));
+    RecomecaEcra();
 }
 
 const std::string& TrfBobines::Destino() const {
-    return Modo == para_orvex ? CLIENTEORVEX[0] : campo(2).Text;
+    return Modo == modos::para_orvex ? CLIENTEORVEX.Codigo() : campo(campos::destino).Text;
 }
 
 confirmacao::Meios TrfBobines::meios_da_transferencia() {
     confirmacao::Meios estes = meios();
     // A transfer's rows do not carry the number of its document.
-    estes.sinal = "o último movimento do artigo " + campo(0).Text + " é o desta transferência";
+    estes.sinal = "o último movimento do artigo " + campo(campos::artigo).Text + " é o desta transferência";
     return estes;
 }
 
@@ -72,45 +66,47 @@ Intencao TrfBobines::IntencaoDeTransferir() const {
     Intencao intencao{.fluxo = Fluxo::transfere_para_cliente,
                       .Cliente = Destino(),
                       .Data = DTPicker1.Value,
-                      .artigos = {{campo(0).Text, Quantidade, ArmazemActual}}};
-    if (Modo == para_orvex) {
+                      .artigos = {{campo(campos::artigo).Text, Quantidade, ArmazemActual}}};
+    if (Modo == modos::para_orvex) {
         intencao.fluxo = Fluxo::transfere_para_orvex;
-        intencao.cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), TRF[0], TRF.serie(1)};
+        intencao.cria = {static_cast<std::int16_t>(DTPicker1.Value.ano), TRF.TpDoc(), TRF.Serie()};
     }
     return intencao;
 }
 
 // Found missing half-way, an element would cost the user what the fields hold.
 void TrfBobines::ExigeParametros() const {
-    QUEBRAS.serie(1);
-    SOBRAS.serie(1);
-    if (Modo == para_cliente) return;
-    TRF.serie(1);
-    TRF[2];
-    for (const auto* lista : {&ARMAZEM, &ARMAZEMORVEX, &CLIENTEORVEX})
-        (*lista)[0];
+    QUEBRAS.Serie();
+    SOBRAS.Serie();
+    if (Modo == modos::para_cliente) return;
+    TRF.Serie();
+    TRF.Sector();
+    ARMAZEM.Codigo();
+    ARMAZEMORVEX.Codigo();
+    CLIENTEORVEX.Codigo();
 }
 
 void TrfBobines::VerificaAceite() {
-    const std::string artigo = "O Artigo/Num.Série " + campo(0).Text;
-    if (campo(0).Text != Aceites.Artigo) throw FalhaGuarda(artigo + " não foi validado. Volte a indicá-lo.");
-    if (Modo == para_cliente && campo(2).Text != Aceites.Destino)
-        throw FalhaGuarda("O cliente destino " + campo(2).Text +
+    const std::string artigo = "O Artigo/Num.Série " + campo(campos::artigo).Text;
+    if (campo(campos::artigo).Text != Aceites.Artigo)
+        throw FalhaGuarda(artigo + " não foi validado. Volte a indicá-lo.");
+    if (Modo == modos::para_cliente && campo(campos::destino).Text != Aceites.Destino)
+        throw FalhaGuarda("O cliente destino " + campo(campos::destino).Text +
                           " não foi validado para este Artigo. Volte a indicá-lo.");
-    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
+    const auto ultimo = livro::ultimo_movimento(BD, campo(campos::artigo).Text);
     if (!ultimo || ultimo->Registo != Aceites.Registo)
         throw FalhaGuarda(artigo + " teve outro movimento depois de ter sido indicado. Volte a indicá-lo.");
     // An older note or adjustment that was cancelled meanwhile leaves the newest row as it was.
     if (TemGuiasPorGerar()) throw FalhaGuarda(guias_por_gerar);
     if (Existencia() != Quantidade)
-        throw FalhaGuarda("A Existência do Artigo/Num.Série " + campo(0).Text +
+        throw FalhaGuarda("A Existência do Artigo/Num.Série " + campo(campos::artigo).Text +
                           " mudou depois de ter sido indicado. Volte a indicá-lo.");
 }
 
 void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& txt, Moeda Qtd,
                                 const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal) {
-    regista_falha_numerada([&] {
-        livro::acrescenta_detentor(BD, {.NumSerie = campo(0).Text,
+    com_ultimo_erro_numerado([&] {
+        livro::acrescenta_detentor(BD, {.NumSerie = campo(campos::artigo).Text,
                                         .Cliente = Cliente,
                                         .Data = DTPicker1.Value,
                                         .Quantidade = Qtd,
@@ -123,14 +119,14 @@ void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& t
 }
 
 void TrfBobines::TransfereArmazem(Confirmacao& confirmacao, Moeda Quant) {
-    regista_falha_numerada([&] {
-        const std::string& Artigo = campo(0).Text;
-        confirmacao.CriaDocStock({.tipo_documento = TRF[0],
-                                  .sector = TRF[2],
-                                  .serie = TRF.serie(1),
-                                  .destino = ARMAZEMORVEX[0],
+    com_ultimo_erro_numerado([&] {
+        const std::string& Artigo = campo(campos::artigo).Text;
+        confirmacao.CriaDocStock({.tipo_documento = TRF.TpDoc(),
+                                  .sector = TRF.Sector(),
+                                  .serie = TRF.Serie(),
+                                  .destino = ARMAZEMORVEX.Codigo(),
                                   .data = DTPicker1.Value.data(),
-                                  .armazem = ARMAZEM[0],
+                                  .armazem = ARMAZEM.Codigo(),
                                   .artigos = {"", Artigo},
                                   .textos_15 = {"", ""},
                                   .quantidades = {0, Quant.real()},
@@ -144,11 +140,12 @@ double TrfBobines::PrecoTransferencia(const std::string& Artigo) {
 }
 
 void TrfBobines::ActArtigo() {
-    const auto ficha =
-        BD.AbreActualizavel("Select * from Artigos where Codigo=" + base::entre_plicas(campo(0).Text));
+    const auto ficha = BD.AbreActualizavel("Select * from Artigos where Codigo=" +
+                                           base::entre_plicas(campo(campos::artigo).Text));
     if (ficha->fim()) return;
-    ficha->define("Observ", base::primeiros(campo(2).Text + " - " + Label2(4).Caption,
-                                            static_cast<std::size_t>(ComprimentoObserv)));
+    ficha->define("Observ",
+                  base::primeiros(campo(campos::destino).Text + " - " + Label2(rotulos::destino).Caption,
+                                  static_cast<std::size_t>(ComprimentoObserv)));
     ficha->actualiza();
 }
 

@@ -11,42 +11,42 @@ namespace orvex::transfer {
 
 namespace {
 
-constexpr int para_orvex = 1;
-constexpr int para_cliente = 2;
 constexpr int comprimento_observ = 35; // of the article's note, at most
 
 } // namespace
 
 TrfBobines::TrfBobines(common::ServicosEcra servicos, std::int16_t modo)
     : Ecra(std::move(servicos), "Transferências"), Modo(modo) {
-    liga_controlos();
+    regista_controlos();
 }
 
-void TrfBobines::liga_controlos() {
+void TrfBobines::regista_controlos() {
     regista(Label1, "Label1");
-    for (const int i : {2, 3, 4})
-        regista(Label2.cria(i), "Label2(" + std::to_string(i) + ")");
+    for (const int i : {rotulos::artigo, rotulos::detentor, rotulos::destino})
+        regista(Label2, i);
 
-    regista_campo(campo.cria(0), 0, "Artigo/Num.Série.", "Artigo/Num.Série");
-    regista_campo(campo.cria(1), 1, "Cliente.", "Cliente");
-    regista_campo(campo.cria(2), 2, "Cliente destino.", "Novo Cliente");
-    regista_campo(campo.cria(3), 3, "Cliente destino.", "");
-    regista_campo(campo.cria(4), 4, "Observações", "Obs (Entrada)");
-    regista_campo(campo.cria(5), 5, "Observações", "Obs (Saída)");
-    campo(1).so_leitura = true; // set by the program alone; takes the focus, so that Esc in it closes
-    campo(3).Visible = false;
+    regista(campo, {{campos::artigo, "Artigo/Num.Série.", "Artigo/Num.Série"},
+                    {campos::detentor, "Cliente.", "Cliente"},
+                    {campos::destino, "Cliente destino.", "Novo Cliente"},
+                    {campos::sem_uso, "Cliente destino.", ""},
+                    {campos::obs_entrada, "Observações", "Obs (Entrada)"},
+                    {campos::obs_saida, "Observações", "Obs (Saída)"}});
+    // Set by the program alone. It takes the focus, so that Esc in it closes.
+    campo(campos::detentor).so_leitura = true;
+    campo(campos::sem_uso).Visible = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");
     DTPicker1.com_hora = true;
 
-    regista_botao(btFx.cria(0), "btFx(0)", "...", "Lista de Equipamentos.", [this] { btFx_Click(0); });
-    regista_botao(btFx.cria(2), "btFx(2)", "...", "Lista de Equipamentos.", [this] { btFx_Click(2); });
+    regista_lista(btFx, campos::artigo, "Lista de Equipamentos.");
+    regista_lista(btFx, campos::destino, "Lista de Equipamentos.");
     regista_botao(btConf, "btConf", "&Confirmar", "Confirmar a operação.", [this] { btConf_Click(); });
     regista_botao(btCancelar, "btCancelar", "C&ancelar", "Cancelar a operação.",
                   [this] { btCancelar_Click(); });
     regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); });
 
-    foco().define_ordem(
-        {&campo(0), &campo(1), &campo(2), &DTPicker1, &campo(4), &campo(5), &btConf, &btCancelar, &btSair});
+    foco().define_ordem({&campo(campos::artigo), &campo(campos::detentor), &campo(campos::destino),
+                         &DTPicker1, &campo(campos::obs_entrada), &campo(campos::obs_saida), &btConf,
+                         &btCancelar, &btSair});
 }
 
 void TrfBobines::Form_Load() {
@@ -58,47 +58,46 @@ void TrfBobines::Form_Load() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
-    campo(0).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
-    campo(2).MaxLength = Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX", "CliFinal"}});
-    for (const int i : {4, 5})
+    campo(campos::artigo).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
+    campo(campos::destino).MaxLength = Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX", "CliFinal"}});
+    for (const int i : {campos::obs_entrada, campos::obs_saida})
         campo(i).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
     const int da_coluna = Comprimento({{"Artigos", "Observ"}});
     ComprimentoObserv = da_coluna > 0 ? std::min(da_coluna, comprimento_observ) : comprimento_observ;
     limparform();
-    Label1.Caption = Modo == para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
+    Label1.Caption = Modo == modos::para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
 }
 
 void TrfBobines::limparform() {
-    for (const int i : {0, 1, 2, 4, 5})
+    for (const int i :
+         {campos::artigo, campos::detentor, campos::destino, campos::obs_entrada, campos::obs_saida})
         campo(i).Text.clear();
-    for (const int i : {2, 3, 4})
-        Label2(i).Caption.clear();
-    if (Modo == para_orvex)
-        for (common::Controlo* controlo :
-             std::initializer_list<common::Controlo*>{&campo(2), &Label2(4), &btFx(2)})
+    for (auto& [indice, rotulo] : Label2)
+        rotulo.Caption.clear();
+    if (Modo == modos::para_orvex)
+        for (common::Controlo* controlo : std::initializer_list<common::Controlo*>{
+                 &campo(campos::destino), &Label2(rotulos::destino), &btFx(campos::destino)})
             controlo->Visible = false;
     DTPicker1.Value = agora();
     Aceites = {};
     DetentorNoERP.clear();
 }
 
-void TrfBobines::btCancelar_Click() {
-    limparform();
-    SetFocus(campo(0));
-}
+void TrfBobines::btCancelar_Click() { RecomecaEcra(); }
 
 void TrfBobines::btFx_Click(int Index) {
-    if (Index == 0)
+    if (Index == campos::artigo)
         return preenche_da_lista(
-            campo(0),
+            campo(campos::artigo),
             {BD.Ligacao(), "Artigos", livro::lista_de_artigos_a_transferir(), 8000, {{1, 1500}, {2, 5000}}});
-    if (Index == 2)
-        return preenche_da_lista(campo(2), {BD.Ligacao(),
-                                            "Clientes",
-                                            "SELECT Codigo AS Cliente, Nome AS Nome From Clientes where  "
-                                            "Clientes.Inactivo<>-1 ORDER BY Codigo",
-                                            8000,
-                                            {{1, 1500}, {2, 5000}}});
+    if (Index == campos::destino)
+        return preenche_da_lista(campo(campos::destino),
+                                 {BD.Ligacao(),
+                                  "Clientes",
+                                  "SELECT Codigo AS Cliente, Nome AS Nome From Clientes where  "
+                                  "Clientes.Inactivo<>-1 ORDER BY Codigo",
+                                  8000,
+                                  {{1, 1500}, {2, 5000}}});
     SetFocus(campo(Index));
 }
 
@@ -109,143 +108,137 @@ void TrfBobines::falha_sem_tratamento(const std::exception& falha) {
 
 void TrfBobines::campo_Validate(int Index, bool& Cancel) {
     if (!bDigitado) return;
-    if (Index == 0) Cancel = !ValidaArtigo();
-    if (Index == 2) Cancel = !ValidaDestino();
+    if (Index == campos::artigo) Cancel = !ValidaArtigo();
+    if (Index == campos::destino) Cancel = !ValidaDestino();
     bDigitado = false;
 }
 
 void TrfBobines::LimpaDestino() {
     Aceites.Destino.clear();
-    Label2(4).Caption.clear();
-    for (const int i : {2, 5, 4})
+    Label2(rotulos::destino).Caption.clear();
+    for (const int i : {campos::destino, campos::obs_saida, campos::obs_entrada})
         campo(i).Text.clear();
 }
 
 void TrfBobines::LimpaArtigo() {
-    for (const int i : {2, 3, 4})
-        Label2(i).Caption.clear();
-    for (const int i : {1, 2, 5, 4})
+    for (auto& [indice, rotulo] : Label2)
+        rotulo.Caption.clear();
+    for (const int i : {campos::detentor, campos::destino, campos::obs_saida, campos::obs_entrada})
         campo(i).Text.clear();
 }
 
 bool TrfBobines::ValidaArtigo() {
     Aceites.Artigo.clear();
     if (!Aceites.Destino.empty()) LimpaDestino(); // it was accepted for the item before
-    if (campo(0).Text.empty()) {
+    if (campo(campos::artigo).Text.empty()) {
         LimpaArtigo();
         return true;
     }
     if (!ValidaDetentor()) {
         LimpaArtigo();
-        SetFocus(campo(0));
         return false;
     }
     if (!ValidaStock()) return false;
-    Aceites.Artigo = campo(0).Text;
+    Aceites.Artigo = campo(campos::artigo).Text;
     return true;
 }
 
 bool TrfBobines::ValidaDetentor() {
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
-        return false;
-    };
-    const auto ultimo = livro::ultimo_movimento(BD, campo(0).Text);
-    if (!ultimo) return recusa("Artigo não existente!");
+    common::Campo& artigo = campo(campos::artigo);
+    const auto ultimo = livro::ultimo_movimento(BD, artigo.Text);
+    if (!ultimo) return recusa("Artigo não existente!", artigo);
     Detentor = ultimo->Cliente;
     Aceites.Registo = ultimo->Registo;
-    const bool na_orvex = Detentor == CLIENTEORVEX[0];
-    ArmazemActual = na_orvex ? ARMAZEMORVEX[0] : ARMAZEM[0];
+    const bool na_orvex = Detentor == CLIENTEORVEX.Codigo();
+    ArmazemActual = na_orvex ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
     if (na_orvex)
-        return recusa(Modo == para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
-                                         : "Este Artigo/Num.Série pertence à ORVEX!");
-    return !TemGuiasPorGerar() || recusa(guias_por_gerar);
+        return recusa(Modo == modos::para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
+                                                : "Este Artigo/Num.Série pertence à ORVEX!",
+                      artigo);
+    return !TemGuiasPorGerar() || recusa(guias_por_gerar, artigo);
 }
 
-bool TrfBobines::TemGuiasPorGerar() { return livro::tem_linhas_abertas(BD, campo(0).Text, FACTURAS); }
+bool TrfBobines::TemGuiasPorGerar() {
+    return livro::tem_linhas_abertas(BD, campo(campos::artigo).Text, FACTURAS);
+}
 
 std::optional<base::Moeda> TrfBobines::Existencia() {
-    const auto stock = livro::existencia(BD, campo(0).Text, ArmazemActual);
+    const auto stock = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
     if (!stock) return std::nullopt;
     return stock->nulo() ? base::Moeda() : stock->moeda();
 }
 
 bool TrfBobines::ValidaStock() {
-    const std::string artigo = campo(0).Text;
-    std::string nome;
-    {
-        const auto ficha =
-            BD.Consulta("SELECT * FROM Artigos  where Artigos.CODIGO=" + base::entre_plicas(artigo) +
-                        " and Artigos.Inactivo<>-1 ");
-        if (ficha->fim()) {
-            Avisa("", "Artigo não existente!", 2);
-            Label2(2).Caption.clear();
-            SetFocus(campo(0));
-            return false;
-        }
-        nome = ficha->valor("Nome").texto();
-        campo(0).Text = ficha->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
+    const std::string artigo = campo(campos::artigo).Text;
+    const auto ficha = livro::artigo_activo(BD, artigo);
+    if (!ficha) {
+        recusa("Artigo não existente!", campo(campos::artigo));
+        Label2(rotulos::artigo).Caption.clear();
+        return false;
     }
+    campo(campos::artigo).Text = ficha->Codigo; // whatever case was typed
     const std::optional<base::Moeda> existencia = Existencia();
     if (!existencia) {
-        Avisa("", "Este Artigo não tem Existência!", 2);
+        Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
     }
     Quantidade = *existencia;
-    Label2(2).Caption = nome + " (" + formato().texto(Quantidade) + ")";
+    Label2(rotulos::artigo).Caption = ficha->Nome + " (" + formato().texto(Quantidade) + ")";
     const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
     if (!entrada) {
-        Avisa("", "Este Artigo não tem Entrada!", 2);
+        Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
         return false;
     }
-    campo(1).Text = entrada->CliFinal;
+    campo(campos::detentor).Text = entrada->CliFinal;
     Detentor = entrada->Cliente;
-    const auto cliente =
-        BD.Consulta("Select * from Clientes where Codigo=" + base::entre_plicas(campo(1).Text) + " ");
-    Label2(3).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();
+    const auto cliente = BD.Consulta(
+        "Select * from Clientes where Codigo=" + base::entre_plicas(campo(campos::detentor).Text) + " ");
+    Label2(rotulos::detentor).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();
     DetentorNoERP = cliente->fim() ? "" : cliente->valor("CODIGO").texto();
-    if (Modo == para_orvex) {
-        campo(5).Text = "Mov.Saida - Aquisição pela Orvex do Cliente " + campo(1).Text;
-        campo(4).Text = "Mov.Entrada - Aquisição pela Orvex do Cliente " + campo(1).Text;
+    if (Modo == modos::para_orvex) {
+        campo(campos::obs_saida).Text =
+            "Mov.Saida - Aquisição pela Orvex do Cliente " + campo(campos::detentor).Text;
+        campo(campos::obs_entrada).Text =
+            "Mov.Entrada - Aquisição pela Orvex do Cliente " + campo(campos::detentor).Text;
     } else {
-        SetFocus(campo(2));
+        SetFocus(campo(campos::destino));
     }
     return true;
 }
 
 bool TrfBobines::ValidaDestino() {
-    const std::string& c = campo(2).Text;
+    const std::string& c = campo(campos::destino).Text;
     Aceites.Destino.clear();
     if (c.empty()) {
-        Label2(4).Caption.clear();
-        Avisa("", "Campo obrigatório!", 2);
+        Label2(rotulos::destino).Caption.clear();
+        Avisa("", "Campo obrigatório!", aviso_informacao);
         return false;
     }
-    const auto recusa = [this](const char* aviso) {
-        Avisa("", aviso, 2);
-        SetFocus(campo(2));
-        Label2(4).Caption.clear();
-        campo(5).Text.clear();
-        campo(4).Text.clear();
+    const auto recusa_destino = [this](const char* aviso) {
+        recusa(aviso, campo(campos::destino));
+        Label2(rotulos::destino).Caption.clear();
+        campo(campos::obs_saida).Text.clear();
+        campo(campos::obs_entrada).Text.clear();
         return false;
     };
     const auto compara = [&]() -> const char* {
-        if (c == CLIENTEORVEX[0]) return "Impossível.Cliente destino selecionado é a ORVEX!";
-        if (c == campo(1).Text || (!c.empty() && c == DetentorNoERP))
+        if (c == CLIENTEORVEX.Codigo()) return "Impossível.Cliente destino selecionado é a ORVEX!";
+        if (c == campo(campos::detentor).Text || (!c.empty() && c == DetentorNoERP))
             return "Impossível.Cliente destino selecionado é o mesmo!";
         return nullptr;
     };
-    if (const char* aviso = compara()) return recusa(aviso);
+    if (const char* aviso = compara()) return recusa_destino(aviso);
     const auto cliente =
         BD.Consulta("SELECT * FROM Clientes  where Clientes.CODIGO=" + base::entre_plicas(c) +
                     " and Clientes.Inactivo<>-1 ");
-    if (cliente->fim()) return recusa("Cliente não existente!");
+    if (cliente->fim()) return recusa_destino("Cliente não existente!");
     // Found whatever case was typed; compared to the letter as the ERP writes it.
-    campo(2).Text = cliente->valor("CODIGO").texto();
-    if (const char* aviso = compara()) return recusa(aviso);
-    Label2(4).Caption = cliente->valor("Nome").texto();
-    campo(5).Text = "Mov.Saida - Transferência para Cliente " + c;
-    campo(4).Text = "Mov.Entrada - Transferência do Cliente " + campo(1).Text;
+    campo(campos::destino).Text = cliente->valor("CODIGO").texto();
+    if (const char* aviso = compara()) return recusa_destino(aviso);
+    Label2(rotulos::destino).Caption = cliente->valor("Nome").texto();
+    campo(campos::obs_saida).Text = "Mov.Saida - Transferência para Cliente " + c;
+    campo(campos::obs_entrada).Text =
+        "Mov.Entrada - Transferência do Cliente " + campo(campos::detentor).Text;
     Aceites.Destino = c;
     return true;
 }

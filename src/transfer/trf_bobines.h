@@ -6,6 +6,8 @@
 #pragma once
 
 #include "common/ecra.h"
+#include "startup/modos.h"
+#include "transfer/indices.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,9 +15,11 @@
 
 namespace orvex::transfer {
 
+namespace modos = startup::modos_transferencia;
+
 class TrfBobines : public common::Ecra {
   public:
-    // `Modo` is 1 to ORVEX or 2 to another client, for the life of the screen.
+    // `Modo` is one of modos_transferencia.
     TrfBobines(common::ServicosEcra servicos, std::int16_t Modo);
 
     void Form_Load() override;
@@ -23,10 +27,10 @@ class TrfBobines : public common::Ecra {
     // Controls
 
     common::Etiqueta Label1; // the screen's title
-    common::Vector<common::Etiqueta> Label2;
-    common::Vector<common::Campo> campo; // campo(3) is part of the screen and takes no room in its window
+    common::Vector<common::Etiqueta> Label2{"Label2"};
+    common::Vector<common::Campo> campo{"campo"};
     common::SelectorData DTPicker1;
-    common::Vector<common::Botao> btFx;
+    common::Vector<common::Botao> btFx{"btFx"};
     common::Botao btConf;
     common::Botao btCancelar;
     common::Botao btSair;
@@ -34,12 +38,12 @@ class TrfBobines : public common::Ecra {
   private:
     // The screen and its validations: trf_bobines.cpp
 
-    void liga_controlos();
-    void limparform() override;
+    void regista_controlos();
+    void limparform() override; // leaves UltimoErro as it is
     void btFx_Click(int Index) override;
     void btCancelar_Click();
-    const common::Campo* campo_de_fecho() const override { return &campo(1); }
-    common::Campo& primeiro_campo() override { return campo(0); }
+    const common::Campo* campo_de_fecho() const override { return &campo(campos::detentor); }
+    common::Campo& primeiro_campo() override { return campo(campos::artigo); }
     // Ends the program, unless it is the parameters file that has to be put right.
     void falha_sem_tratamento(const std::exception& falha) override;
 
@@ -64,23 +68,28 @@ class TrfBobines : public common::Ecra {
     // The ledger is a chain: each exit leaves the holder that the row before it named. Throws when the item
     // is not the one accepted or has moved since, on this workstation or on another.
     void VerificaAceite();
+    // Adds one of the two rows; `txt` is its remark.
     void GravaMovimento(const std::string& Cliente, const std::string& txt, base::Moeda Qtd,
                         const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal);
+    // Has the ERP create the stock document.
     void TransfereArmazem(confirmacao::Confirmacao& confirmacao, base::Moeda Quant);
-    double PrecoTransferencia(const std::string& Artigo);
-    void ActArtigo();
+    double PrecoTransferencia(const std::string& Artigo); // 0 without stock, unlike PrecoMovimento
+    void ActArtigo(); // notes the new holder on the article's card, where it has one
 
     // Members
 
     static constexpr const char* guias_por_gerar = "Existem Guias de Remessa por gerar para este Artigo!";
 
     std::int16_t Modo;
-    startup::ListaParametros SOBRAS, QUEBRAS, CONSUMOS, TRF, FACTURAS;
-    startup::ListaParametros ARMAZEM, ARMAZEMORVEX, CLIENTEORVEX;
+    startup::ParametroDocumento SOBRAS, QUEBRAS, CONSUMOS, TRF;
+    startup::ParametroGrupos FACTURAS;
+    startup::ParametroArmazem ARMAZEM, ARMAZEMORVEX;
+    startup::ParametroCliente CLIENTEORVEX;
     std::string Detentor;      // `Cliente` of the item's newest ledger row
     std::string ArmazemActual; // where its stock lies
     base::Moeda Quantidade;    // its stock there, tonnes
-    std::string DetentorNoERP; // the holder in campo(1), as the ERP writes it; empty for no such client
+    std::string DetentorNoERP; // the holder shown, as the ERP writes it; empty for no
+                               // such client
     int ComprimentoObserv = 0; // of the article's note
 
     // What the validations accepted last. `Registo` is that of the item's newest ledger row then.

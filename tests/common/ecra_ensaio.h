@@ -61,12 +61,12 @@ class EcraEnsaio : public common::Ecra {
 
   private:
     void define_grelha() {
-        using common::TipoColuna;
-        grelha.define({{"Artigo", "Artigo", TipoColuna::texto, 1500, 0, true, false, false},
-                       {"Nome", "Designação", TipoColuna::texto, 3000, 10, false},
-                       {"Peso", "Peso", TipoColuna::decimal, 1200, 0, false, false, true, true},
-                       {"Chave", "Chave", TipoColuna::texto, 0, 0, true, true},
-                       {"Marca", "...", TipoColuna::logico, 700, 0, false}},
+        using common::TipoCelula;
+        grelha.define({{"Artigo", "Artigo", TipoCelula::texto, 1500, 0, true, false, false},
+                       {"Nome", "Designação", TipoCelula::texto, 3000, 10, false},
+                       {"Peso", "Peso", TipoCelula::decimal, 1200, 0, false, false, true, true},
+                       {"Chave", "Chave", TipoCelula::texto, 0, 0, true, true},
+                       {"Marca", "...", TipoCelula::logico, 700, 0, false}},
                       4);
         for (const int linha : {0, 1}) {
             grelha.define_valor(linha, "Artigo", "A" + std::to_string(linha));

@@ -135,7 +135,7 @@ TEST_F(EcraBase, while_an_event_runs_and_shows_a_box_any_other_is_ignored) {
 }
 
 TEST(Vector, has_the_members_that_were_registered_and_no_other) {
-    Vector<Campo> campo;
+    Vector<Campo> campo{"campo"};
     Campo& tres = campo.cria(3);
     campo.cria(1).nome = "campo(1)";
     EXPECT_EQ(&campo(3), &tres);

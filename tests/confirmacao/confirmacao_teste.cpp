@@ -20,10 +20,10 @@ class Rasto : public confirmacao::Observador {
         passos += std::string(nome(i.fluxo)) + " " + i.artigos.at(0).Artigo + "\n";
     }
     void antes_do_erp(const confirmacao::PedidoERP& pedido) override {
-        if (falha_a_compensar && pedido.operacao == confirmacao::Operacao::anula)
+        if (falha_a_compensar && pedido.accao == confirmacao::AccaoERP::anula)
             throw base::Falha("O registo falhou.");
-        passos += (pedido.operacao == confirmacao::Operacao::cria ? "cria " : "anula ") +
-                  pedido.chave.texto() + "\n";
+        passos +=
+            (pedido.accao == confirmacao::AccaoERP::cria ? "cria " : "anula ") + pedido.chave.texto() + "\n";
     }
     void depois_do_erp(const confirmacao::PedidoERP&, const confirmacao::RespostaERP& resposta) override {
         constexpr const char* desfechos[] = {"feito", "recusado", "sem resposta"};

@@ -20,8 +20,8 @@ class VerificacaoCodigos {
         : emulacao_(emulacao), BD_(BD), resultados_(resultados) {}
 
     void tipos(const ListaParametros& lista, bool em_grupos);
-    void armazem(const ListaParametros& lista);
-    void cliente(const ListaParametros& lista);
+    void armazem(const startup::ParametroArmazem& parametro);
+    void cliente(const startup::ParametroCliente& parametro);
 
   private:
     void junta(const std::string& chave, Estado estado, std::string texto) {
@@ -88,29 +88,31 @@ void VerificacaoCodigos::tipo(const std::string& chave, const std::string& codig
 }
 
 void VerificacaoCodigos::tipos(const ListaParametros& lista, bool em_grupos) {
-    for (std::size_t i = 0; i == 0 || (em_grupos && i < lista.elementos.size()); i += 3)
+    for (std::size_t i = 0; i == 0 || (em_grupos && i < lista.elementos.size());
+         i += startup::ParametroGrupos::tamanho_grupo)
         tipo(lista.chave, lista[i], std::to_string(lista.serie(i + 1)));
 }
 
-void VerificacaoCodigos::armazem(const ListaParametros& lista) {
-    const auto linha = emulacao_ != nullptr ? procura(*emulacao_, " from Armazens", "Codigo", lista[0])
-                                            : procura(BD_, " from artarm", "Armazem", lista[0]);
-    if (linha != nullptr) return escrita(lista.chave, lista[0], *linha, Estado::erro);
+void VerificacaoCodigos::armazem(const startup::ParametroArmazem& parametro) {
+    const auto linha = emulacao_ != nullptr
+                           ? procura(*emulacao_, " from Armazens", "Codigo", parametro.Codigo())
+                           : procura(BD_, " from artarm", "Armazem", parametro.Codigo());
+    if (linha != nullptr) return escrita(parametro.chave, parametro.Codigo(), *linha, Estado::erro);
     if (emulacao_ != nullptr)
-        return junta(lista.chave, Estado::erro,
-                     "o armazém «" + lista[0] + "» não existe. Corrija-o, ou crie-o no ERP.");
-    junta(lista.chave, Estado::nao_verificado,
-          "nenhum artigo tem ficha no armazém «" + lista[0] + "»: confirme-o no ERP");
+        return junta(parametro.chave, Estado::erro,
+                     "o armazém «" + parametro.Codigo() + "» não existe. Corrija-o, ou crie-o no ERP.");
+    junta(parametro.chave, Estado::nao_verificado,
+          "nenhum artigo tem ficha no armazém «" + parametro.Codigo() + "»: confirme-o no ERP");
 }
 
-void VerificacaoCodigos::cliente(const ListaParametros& lista) {
-    const auto linha = procura(BD_, ", Inactivo from Clientes", "CODIGO", lista[0]);
-    const std::string o_cliente = "o cliente «" + lista[0] + "» ";
+void VerificacaoCodigos::cliente(const startup::ParametroCliente& parametro) {
+    const auto linha = procura(BD_, ", Inactivo from Clientes", "CODIGO", parametro.Codigo());
+    const std::string o_cliente = "o cliente «" + parametro.Codigo() + "» ";
     if (linha == nullptr)
-        return junta(lista.chave, Estado::erro, o_cliente + "não existe. Corrija-o, ou crie-o no ERP.");
-    escrita(lista.chave, lista[0], *linha, Estado::erro);
-    if (linha->valor("Inactivo").texto() == "-1")
-        junta(lista.chave, Estado::erro, o_cliente + "está inactivo. Corrija-o, ou active-o no ERP.");
+        return junta(parametro.chave, Estado::erro, o_cliente + "não existe. Corrija-o, ou crie-o no ERP.");
+    escrita(parametro.chave, parametro.Codigo(), *linha, Estado::erro);
+    if (linha->valor("Inactivo").texto() == std::to_string(base::verdadeiro))
+        junta(parametro.chave, Estado::erro, o_cliente + "está inactivo. Corrija-o, ou active-o no ERP.");
 }
 
 } // namespace

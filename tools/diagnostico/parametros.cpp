@@ -94,8 +94,10 @@ void VerificacaoParametros::brancos(const ListaParametros& lista, const ChaveExi
 }
 
 void VerificacaoParametros::armazens() {
-    const ListaParametros um = parametros_.lista("ARMAZEM"), outro = parametros_.lista("ARMAZEMORVEX");
-    if (um.elementos.empty() || outro.elementos.empty() || compara_servidor(um[0], outro[0]) != 0) return;
+    const startup::ParametroArmazem um = parametros_.lista("ARMAZEM"),
+                                    outro = parametros_.lista("ARMAZEMORVEX");
+    if (um.elementos.empty() || outro.elementos.empty() || compara_servidor(um.Codigo(), outro.Codigo()) != 0)
+        return;
     junta(um.chave, Estado::erro,
           "é o mesmo armazém que " + outro.chave +
               ", e o programa vê pelo armazém se um artigo está num cliente ou na ORVEX. Corrija «" +
@@ -130,17 +132,21 @@ void VerificacaoParametros::par(const Uso& um, const Uso& outro) {
 const std::vector<ChaveExigida>& chaves_exigidas() {
     static constexpr const char* todos = "guias, ajustes e transferências";
     static constexpr const char* stocks = "ajustes e transferências";
+    constexpr std::size_t documento = startup::ParametroDocumento::tamanho,
+                          grupo = startup::ParametroGrupos::tamanho_grupo,
+                          armazem = startup::ParametroArmazem::tamanho,
+                          cliente = startup::ParametroCliente::tamanho;
     static const std::vector<ChaveExigida> chaves{
-        {"GUIASREMESSA", 3, true, false, "guias"},
-        {"GUIADEVOLUCAO", 3, true, false, "guias"},
-        {"FACTURAS", 3, true, true, "guias e transferências"},
-        {"SOBRAS", 3, true, false, stocks},
-        {"QUEBRAS", 3, true, false, stocks},
-        {"CONSUMOS", 3, true, false, "ajustes"},
-        {"TRF", 3, true, false, "transferências"},
-        {"ARMAZEM", 2, false, false, todos},
-        {"ARMAZEMORVEX", 2, false, false, todos},
-        {"CLIENTEORVEX", 1, false, false, todos},
+        {"GUIASREMESSA", documento, true, false, "guias"},
+        {"GUIADEVOLUCAO", documento, true, false, "guias"},
+        {"FACTURAS", grupo, true, true, "guias e transferências"},
+        {"SOBRAS", documento, true, false, stocks},
+        {"QUEBRAS", documento, true, false, stocks},
+        {"CONSUMOS", documento, true, false, "ajustes"},
+        {"TRF", documento, true, false, "transferências"},
+        {"ARMAZEM", armazem, false, false, todos},
+        {"ARMAZEMORVEX", armazem, false, false, todos},
+        {"CLIENTEORVEX", cliente, false, false, todos},
     };
     return chaves;
 }

@@ -78,7 +78,7 @@ void escreve_clientes(Construcao& construcao) {
         insere(codigo_cliente(i, opcoes), cliente.nome, cliente.morada, cliente.localidade,
                cliente.codigo_postal, cliente.pais, cliente.contribuinte,
                codigo_vendedor(sorteio.entre(1, vendedores)), codigo_vendedor(sorteio.entre(1, vendedores)),
-               cliente.regime_iva, inactivo ? -1 : 0);
+               cliente.regime_iva, inactivo ? base::verdadeiro : 0);
     }
 }
 
@@ -105,7 +105,7 @@ void escreve_artigos(Construcao& construcao) {
         const Artigo& novo = construcao.plano.artigos[i];
         const bool inactivo = i % 4 == 3 && i + 4 >= construcao.plano.artigos.size(); // the last one at rest
         artigo(novo.codigo, novo.nome, familia(static_cast<std::int64_t>(i)).prefixo, valor(novo),
-               novo.existencia, novo.preco, inactivo ? -1 : 0);
+               novo.existencia, novo.preco, inactivo ? base::verdadeiro : 0);
         armazem(novo.codigo, novo.armazem(), novo.existencia);
         detentor(novo.codigo, cliente_orvex, novo.existencia, "Entrada inicial", cliente_orvex, "SB");
         if (novo.dono == 0) continue;

@@ -143,7 +143,7 @@ bool le(BaseErp& base, const ChaveDocumento& chave, Documento& documento) {
 void anula(BaseErp& base, const ChaveDocumento& chave) {
     Documento documento;
     if (!le(base, chave, documento)) throw Recusa("O documento " + chave.texto() + " não existe.");
-    if (documento.cabecalho.inteiro("NumeroViasemitidas") == documento_anulado)
+    if (documento.cabecalho.inteiro("NumeroViasemitidas") == startup::documento_anulado)
         throw Recusa("O documento " + chave.texto() + " já está anulado.");
 
     const MovimentoStock tipo = movimento_do_tipo(base, chave.TipoDocumento);
@@ -153,7 +153,8 @@ void anula(BaseErp& base, const ChaveDocumento& chave) {
         com_chave(valor, chave).com(linha->inteiro("NumeroDaLinha")).linha();
         repoe(base, tipo, *linha, valor.moeda(0));
     }
-    Comando marca(base, std::string("update DocGcCab set NVias = -1") + chave_cabecalho);
+    Comando marca(base, "update DocGcCab set NVias = " + std::to_string(startup::documento_anulado) +
+                            chave_cabecalho);
     com_chave(marca, chave).executa();
 }
 

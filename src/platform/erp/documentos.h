@@ -12,9 +12,6 @@
 
 namespace orvex::platform::erp {
 
-inline constexpr std::int16_t terceiro_cliente = 2;   // TipoTerceiro of the documents of clients
-inline constexpr std::int16_t documento_anulado = -1; // NumeroViasemitidas of a cancelled document
-
 std::shared_ptr<Registo> nova_linha();
 
 struct Documento {

@@ -51,7 +51,7 @@ void verifica_cabecalho(BaseErp& base, const Documento& documento) {
                      std::to_string(chave.Serie) + ".");
     if (chave.Ano <= 0) throw Recusa("Falta o ano do documento.");
     if (cab.obtem("Data").nulo()) throw Recusa("Falta a data do documento.");
-    if (cab.inteiro("TipoTerceiro") != terceiro_cliente) return;
+    if (cab.inteiro("TipoTerceiro") != startup::terceiro_cliente) return;
     const std::string cliente = cab.texto("Terceiro");
     if (cliente.empty()) throw Recusa("Falta o cliente do documento.");
     if (!existe(base, "select 1 from Clientes where CODIGO = ? and Inactivo <> -1", cliente))
@@ -68,7 +68,7 @@ void verifica(BaseErp& base, const Documento& documento) {
 
 void completa_do_cliente(BaseErp& base, Documento& documento) {
     Registo& cab = documento.cabecalho;
-    if (cab.inteiro("TipoTerceiro") != terceiro_cliente) return;
+    if (cab.inteiro("TipoTerceiro") != startup::terceiro_cliente) return;
     Comando cliente(base, "select RegIva, NContrib, Vendedor from Clientes where CODIGO = ?");
     if (!cliente.com(cab.texto("Terceiro")).linha()) return;
     constexpr const char* nomes[] = {"RegimeIva", "NumeroContribuinte", "Vendedor"};

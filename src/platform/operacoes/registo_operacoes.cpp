@@ -117,7 +117,7 @@ void RegistoOperacoes::intencao(const confirmacao::Intencao& intencao) {
 
 void RegistoOperacoes::depois_do_erp(const confirmacao::PedidoERP& pedido,
                                      const confirmacao::RespostaERP& resposta) {
-    const bool cria = pedido.operacao == confirmacao::Operacao::cria;
+    const bool cria = pedido.accao == confirmacao::AccaoERP::cria;
     const ChaveDocumento& chave = resposta.chave.NossoNoDocumento != 0 ? resposta.chave : pedido.chave;
     if (confirmacao_ && resposta.desfecho == Desfecho::feito)
         (cria ? confirmacao_->criados : confirmacao_->anulados).push_back(chave);

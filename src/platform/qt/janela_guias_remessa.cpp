@@ -14,6 +14,13 @@
 namespace orvex::platform::qt {
 namespace {
 
+namespace campos = delivery::campos;
+namespace rotulos = delivery::rotulos;
+namespace momentos = delivery::momentos;
+namespace combos = delivery::combos;
+namespace confirmacoes = delivery::confirmacoes;
+namespace devolucoes = delivery::devolucoes;
+
 const QColor cor_veu{0x20, 0x2C, 0x4A, 90};
 
 } // namespace
@@ -27,9 +34,10 @@ JanelaGuiasRemessa::JanelaGuiasRemessa(delivery::GuiasRemessa& ecra, const Estad
     disposicao->addWidget(cabecalho(ecra));
     disposicao->addWidget(corpo(ecra), 1);
     disposicao->addWidget(
-        barra_botoes({&ecra.btConf(0), &ecra.btGV(0), &ecra.btCancelar}, &ecra.btConf(1), ecra.btSair));
+        barra_botoes({&ecra.btConf(confirmacoes::emitir), &ecra.btGV(devolucoes::abrir), &ecra.btCancelar},
+                     &ecra.btConf(confirmacoes::anular), ecra.btSair));
     disposicao->addWidget(&linha_estado());
-    marca_fecho(ecra.campo(0));
+    marca_fecho(ecra.campo(campos::cliente));
 }
 
 QWidget* JanelaGuiasRemessa::cabecalho(delivery::GuiasRemessa& ecra) {
@@ -40,13 +48,15 @@ QWidget* JanelaGuiasRemessa::cabecalho(delivery::GuiasRemessa& ecra) {
     grelha->setContentsMargins(margem_janela, 10, margem_janela, 10);
     grelha->setHorizontalSpacing(10);
 
-    par(*grelha, 0, 0, ecra.campo(0), vincula_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
-    EtiquetaElidida* nome = vincula(ecra.Label2(1));
+    par(*grelha, 0, 0, ecra.campo(campos::cliente),
+        vincula_com_lista(ecra.campo(campos::cliente), 15, ecra.btFx(campos::cliente)));
+    EtiquetaElidida* nome = vincula(ecra.Label2(rotulos::nome_cliente));
     negrito(*nome);
     grelha->addWidget(nome, 0, 2, 1, 5);
-    par(*grelha, 1, 0, ecra.campo(1), vincula_com_lista(ecra.campo(1), 15, ecra.btFx(1)));
+    par(*grelha, 1, 0, ecra.campo(campos::numero),
+        vincula_com_lista(ecra.campo(campos::numero), 15, ecra.btFx(campos::numero)));
     par(*grelha, 1, 2, ecra.DTPicker1, vincula(ecra.DTPicker1));
-    par(*grelha, 1, 4, ecra.cb1(0), vincula(ecra.cb1(0)));
+    par(*grelha, 1, 4, ecra.cb1(combos::armazem), vincula(ecra.cb1(combos::armazem)));
     grelha->setColumnStretch(6, 1);
     return quadro;
 }
@@ -85,9 +95,9 @@ QWidget* JanelaGuiasRemessa::movimentos(delivery::GuiasRemessa& ecra) {
         divisao->addWidget(parte);
     };
 
-    EtiquetaElidida* facturas = vincula(ecra.Label2(4));
-    EtiquetaElidida* designacao = vincula(ecra.Label2(6));
-    EtiquetaElidida* quantidade = vincula(ecra.Label2(7));
+    EtiquetaElidida* facturas = vincula(ecra.Label2(rotulos::facturas));
+    EtiquetaElidida* designacao = vincula(ecra.Label2(rotulos::designacao));
+    EtiquetaElidida* quantidade = vincula(ecra.Label2(rotulos::quantidade));
     quantidade->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     negrito(*facturas);
     auto* de_cima = new QHBoxLayout;
@@ -96,7 +106,7 @@ QWidget* JanelaGuiasRemessa::movimentos(delivery::GuiasRemessa& ecra) {
     de_cima->addWidget(quantidade, 1);
     metade(de_cima, ecra.Detalhe);
 
-    EtiquetaElidida* guia = vincula(ecra.Label2(3));
+    EtiquetaElidida* guia = vincula(ecra.Label2(rotulos::guia));
     negrito(*guia);
     auto* de_baixo = new QHBoxLayout;
     de_baixo->addWidget(guia);
@@ -118,18 +128,20 @@ QWidget* JanelaGuiasRemessa::diversos(delivery::GuiasRemessa& ecra) {
     grelha->setHorizontalSpacing(12);
     grelha->setVerticalSpacing(8);
 
-    par(*grelha, 0, 0, ecra.campo(19), vincula(ecra.campo(19), 15));
-    par(*grelha, 1, 0, ecra.campo(2), vincula_com_lista(ecra.campo(2), 15, ecra.btFx(2)));
-    par(*grelha, 2, 0, ecra.campo(3), vincula_com_lista(ecra.campo(3), 15, ecra.btFx(3)));
-    par(*grelha, 3, 0, ecra.campo(22), vincula(ecra.campo(22), 20));
-    par(*grelha, 4, 0, ecra.campo(23), vincula(ecra.campo(23), 20));
+    par(*grelha, 0, 0, ecra.campo(campos::contribuinte), vincula(ecra.campo(campos::contribuinte), 15));
+    par(*grelha, 1, 0, ecra.campo(campos::gestor),
+        vincula_com_lista(ecra.campo(campos::gestor), 15, ecra.btFx(campos::gestor)));
+    par(*grelha, 2, 0, ecra.campo(campos::vendedor),
+        vincula_com_lista(ecra.campo(campos::vendedor), 15, ecra.btFx(campos::vendedor)));
+    par(*grelha, 3, 0, ecra.campo(campos::processo), vincula(ecra.campo(campos::processo), 20));
+    par(*grelha, 4, 0, ecra.campo(campos::vosso_numero), vincula(ecra.campo(campos::vosso_numero), 20));
 
-    par(*grelha, 0, 3, ecra.campo(24), vincula(ecra.campo(24), 30));
-    par(*grelha, 1, 3, ecra.campo(25), vincula(ecra.campo(25), 30));
-    par(*grelha, 2, 3, ecra.campo(26), vincula(ecra.campo(26), 30));
-    par(*grelha, 3, 3, ecra.campo(27), vincula(ecra.campo(27), 30));
-    par(*grelha, 4, 3, ecra.DTPicker2(0), vincula(ecra.DTPicker2(0)));
-    par(*grelha, 5, 3, ecra.DTPicker2(1), vincula(ecra.DTPicker2(1)));
+    par(*grelha, 0, 3, ecra.campo(campos::transporte), vincula(ecra.campo(campos::transporte), 30));
+    par(*grelha, 1, 3, ecra.campo(campos::matricula), vincula(ecra.campo(campos::matricula), 30));
+    par(*grelha, 2, 3, ecra.campo(campos::local_carga), vincula(ecra.campo(campos::local_carga), 30));
+    par(*grelha, 3, 3, ecra.campo(campos::local_descarga), vincula(ecra.campo(campos::local_descarga), 30));
+    par(*grelha, 4, 3, ecra.DTPicker2(momentos::carga), vincula(ecra.DTPicker2(momentos::carga)));
+    par(*grelha, 5, 3, ecra.DTPicker2(momentos::descarga), vincula(ecra.DTPicker2(momentos::descarga)));
 
     grelha->addWidget(vincula(ecra.Titulo), 6, 0, 1, 6);
     grelha->setColumnMinimumWidth(2, 30);
@@ -162,8 +174,8 @@ QWidget* JanelaGuiasRemessa::painel_devolucao(delivery::GuiasRemessa& ecra) {
     de_baixo->addWidget(nova_legenda(ecra.DTPicker3.ToolTip, data_devolucao));
     de_baixo->addWidget(data_devolucao);
     de_baixo->addSpacing(margem_janela);
-    de_baixo->addWidget(vincula(ecra.btGV(1)));
-    de_baixo->addWidget(vincula(ecra.btGV(2)));
+    de_baixo->addWidget(vincula(ecra.btGV(devolucoes::confirmar)));
+    de_baixo->addWidget(vincula(ecra.btGV(devolucoes::desistir)));
     de_baixo->addStretch();
 
     auto* conteudo = new QVBoxLayout;

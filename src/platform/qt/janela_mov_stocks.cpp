@@ -8,6 +8,9 @@
 namespace orvex::platform::qt {
 namespace {
 
+namespace campos = adjust::campos;
+namespace rotulos = adjust::rotulos;
+
 constexpr const char* unidade = " (t)";
 
 // One of the two frames; their labels stand in one column, as wide as the longest of both.
@@ -39,36 +42,38 @@ JanelaMovStocks::JanelaMovStocks(adjust::MovStocks& ecra, const EstadoSessao& se
     disposicao->addWidget(movimento(ecra), 1);
     disposicao->addWidget(barra_botoes({&ecra.btConf, &ecra.btCancelar}, &ecra.btAnular, ecra.btSair));
     disposicao->addWidget(&linha_estado());
-    marca_fecho(ecra.campo(1));
+    marca_fecho(ecra.campo(campos::existencia));
 }
 
 QWidget* JanelaMovStocks::artigo(adjust::MovStocks& ecra) {
     QGridLayout* grelha = nova_moldura("Frame2");
-    par(*grelha, 0, 0, ecra.campo(0), vincula_com_lista(ecra.campo(0), 15, ecra.btFx(0)));
-    EtiquetaElidida* nome = vincula(ecra.Label2(1));
+    par(*grelha, 0, 0, ecra.campo(campos::artigo),
+        vincula_com_lista(ecra.campo(campos::artigo), 15, ecra.btFx(campos::artigo)));
+    EtiquetaElidida* nome = vincula(ecra.Label2(rotulos::nome_artigo));
     negrito(*nome);
     grelha->addWidget(nome, 0, 2, 1, 3);
 
-    QWidget* existencia = vincula(ecra.campo(1), 15);
-    grelha->addWidget(nova_legenda(ecra.campo(1).Legenda + unidade, existencia), 1, 0);
+    QWidget* existencia = vincula(ecra.campo(campos::existencia), 15);
+    grelha->addWidget(nova_legenda(ecra.campo(campos::existencia).Legenda + unidade, existencia), 1, 0);
     grelha->addWidget(existencia, 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
     par(*grelha, 1, 2, ecra.DTPicker1, vincula(ecra.DTPicker1));
-    grelha->addWidget(vincula_com_lista(ecra.campo(5), 15, ecra.btFx(5)), 2, 1,
-                      Qt::AlignLeft | Qt::AlignVCenter);
-    grelha->addWidget(legenda_que_prime("Número &Doc.", ecra.btFx(5)), 2, 0); // the field takes no F4
+    grelha->addWidget(vincula_com_lista(ecra.campo(campos::documento), 15, ecra.btFx(campos::documento)), 2,
+                      1, Qt::AlignLeft | Qt::AlignVCenter);
+    grelha->addWidget(legenda_que_prime("Número &Doc.", ecra.btFx(campos::documento)), 2,
+                      0); // the field takes no F4
     grelha->setColumnStretch(4, 1);
     return grelha->parentWidget();
 }
 
 QWidget* JanelaMovStocks::movimento(adjust::MovStocks& ecra) {
     QGridLayout* grelha = nova_moldura("Frame3");
-    par(*grelha, 0, 0, ecra.campo(2), vincula(ecra.campo(2), 20));
+    par(*grelha, 0, 0, ecra.campo(campos::processo), vincula(ecra.campo(campos::processo), 20));
     grelha->addWidget(legenda_quantidade(ecra), 1, 0);
-    grelha->addWidget(vincula(ecra.campo(3), 15), 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
+    grelha->addWidget(vincula(ecra.campo(campos::quantidade), 15), 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
 
-    QWidget* observacoes = vincula(ecra.campo(4), 25);
+    QWidget* observacoes = vincula(ecra.campo(campos::observacoes), 25);
     observacoes->setMaximumWidth(QWIDGETSIZE_MAX);
-    grelha->addWidget(nova_legenda(ecra.campo(4).Legenda, observacoes), 2, 0);
+    grelha->addWidget(nova_legenda(ecra.campo(campos::observacoes).Legenda, observacoes), 2, 0);
     grelha->addWidget(observacoes, 2, 1);
     grelha->setColumnStretch(1, 1);
     grelha->setRowStretch(3, 1);
@@ -81,7 +86,7 @@ QWidget* JanelaMovStocks::legenda_quantidade(adjust::MovStocks& ecra) {
     auto* disposicao = new QHBoxLayout(legenda);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
-    EtiquetaElidida* nome = vincula(ecra.Label2(3));
+    EtiquetaElidida* nome = vincula(ecra.Label2(rotulos::quantidade));
     nome->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     disposicao->addWidget(nome);
     disposicao->addWidget(nova_legenda(unidade));

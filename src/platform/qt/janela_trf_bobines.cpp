@@ -8,6 +8,9 @@
 namespace orvex::platform::qt {
 namespace {
 
+namespace campos = transfer::campos;
+namespace rotulos = transfer::rotulos;
+
 constexpr QSize tamanho{900, 330};
 constexpr int letras_codigo = 15;
 constexpr int letras_obs = 30; // at least: it grows with the window
@@ -23,12 +26,12 @@ JanelaTrfBobines::JanelaTrfBobines(transfer::TrfBobines& ecra, const EstadoSessa
     disposicao->addWidget(corpo(), 1);
     disposicao->addWidget(botoes());
     disposicao->addWidget(&linha_estado());
-    marca_fecho(ecra.campo(1));
+    marca_fecho(ecra.campo(campos::detentor));
 }
 
 void JanelaTrfBobines::mostra() {
     for (QWidget* widget : destino_)
-        widget->setVisible(trf_.campo(2).Visible);
+        widget->setVisible(trf_.campo(campos::destino).Visible);
     JanelaQt::mostra();
 }
 
@@ -47,20 +50,25 @@ QWidget* JanelaTrfBobines::corpo() {
         grelha->addWidget(nome, linha, 2);
         return std::vector<QWidget*>{legenda, widget, nome};
     };
-    com_nome(0, trf_.campo(0), vincula_com_lista(trf_.campo(0), letras_codigo, trf_.btFx(0)), trf_.Label2(2));
-    com_nome(1, trf_.campo(1), vincula(trf_.campo(1), letras_codigo), trf_.Label2(3));
-    destino_ = com_nome(2, trf_.campo(2), vincula_com_lista(trf_.campo(2), letras_codigo, trf_.btFx(2)),
-                        trf_.Label2(4));
+    com_nome(0, trf_.campo(campos::artigo),
+             vincula_com_lista(trf_.campo(campos::artigo), letras_codigo, trf_.btFx(campos::artigo)),
+             trf_.Label2(rotulos::artigo));
+    com_nome(1, trf_.campo(campos::detentor), vincula(trf_.campo(campos::detentor), letras_codigo),
+             trf_.Label2(rotulos::detentor));
+    destino_ =
+        com_nome(2, trf_.campo(campos::destino),
+                 vincula_com_lista(trf_.campo(campos::destino), letras_codigo, trf_.btFx(campos::destino)),
+                 trf_.Label2(rotulos::destino));
     QSizePolicy sem_lugar = destino_.back()->sizePolicy();
     sem_lugar.setRetainSizeWhenHidden(false);
     destino_.back()->setSizePolicy(sem_lugar);
 
     par(*grelha, 3, 0, trf_.DTPicker1, vincula(trf_.DTPicker1));
-    for (const int i : {4, 5}) {
+    for (int linha = 4; const int i : {campos::obs_entrada, campos::obs_saida}) {
         QWidget* obs = vincula(trf_.campo(i), letras_obs);
         obs->setMaximumWidth(QWIDGETSIZE_MAX);
-        grelha->addWidget(nova_legenda(trf_.campo(i).Legenda, obs), i, 0);
-        grelha->addWidget(obs, i, 1, 1, 2);
+        grelha->addWidget(nova_legenda(trf_.campo(i).Legenda, obs), linha, 0);
+        grelha->addWidget(obs, linha++, 1, 1, 2);
     }
     grelha->setColumnStretch(2, 1);
     grelha->setRowStretch(6, 1);

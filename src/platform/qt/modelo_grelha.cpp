@@ -8,14 +8,14 @@
 namespace orvex::platform::qt {
 namespace {
 
-int alinhamento(common::TipoColuna tipo) {
+int alinhamento(common::TipoCelula tipo) {
     switch (tipo) {
-    case common::TipoColuna::decimal:
-    case common::TipoColuna::inteiro:
+    case common::TipoCelula::decimal:
+    case common::TipoCelula::inteiro:
         return int(Qt::AlignRight | Qt::AlignVCenter);
-    case common::TipoColuna::logico:
+    case common::TipoCelula::logico:
         return int(Qt::AlignCenter);
-    case common::TipoColuna::texto:
+    case common::TipoCelula::texto:
         break;
     }
     return int(Qt::AlignLeft | Qt::AlignVCenter);
@@ -23,7 +23,7 @@ int alinhamento(common::TipoColuna tipo) {
 
 std::vector<std::string> chaves_de(const common::Grelha& grelha) {
     std::vector<std::string> chaves;
-    for (const common::Coluna& coluna : grelha.colunas())
+    for (const common::ColunaGrelha& coluna : grelha.colunas())
         chaves.push_back(coluna.chave);
     return chaves;
 }
@@ -62,18 +62,18 @@ bool ModeloGrelha::editavel(const QModelIndex& indice) const {
 QVariant ModeloGrelha::data(const QModelIndex& indice, int papel) const {
     // A rule may be filling the matrix at this moment: a row that has just gone shows nothing.
     if (!indice.isValid() || indice.row() >= grelha_.linhas()) return {};
-    const common::Coluna& desta = coluna(indice.column());
+    const common::ColunaGrelha& desta = coluna(indice.column());
     switch (papel) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole: {
-        if (desta.tipo == common::TipoColuna::logico) return {};
+        if (desta.tipo == common::TipoCelula::logico) return {};
         const QString texto = qs(grelha_.texto_mostrado(indice.row(), indice.column(), formato_));
         return papel == Qt::ToolTipRole && texto.isEmpty() ? QVariant() : texto;
     }
     case Qt::TextAlignmentRole:
         return alinhamento(desta.tipo);
     case Qt::CheckStateRole:
-        if (desta.tipo != common::TipoColuna::logico) return {};
+        if (desta.tipo != common::TipoCelula::logico) return {};
         if (const base::Variante& valor = grelha_.valor(indice.row(), indice.column()); !valor.vazio())
             return int(valor.logico() ? Qt::Checked : Qt::Unchecked);
         return {};
@@ -90,7 +90,7 @@ QVariant ModeloGrelha::data(const QModelIndex& indice, int papel) const {
 
 QVariant ModeloGrelha::headerData(int seccao, Qt::Orientation orientacao, int papel) const {
     if (orientacao != Qt::Horizontal || seccao >= columnCount()) return {};
-    const common::Coluna& desta = coluna(seccao);
+    const common::ColunaGrelha& desta = coluna(seccao);
     if (papel == Qt::TextAlignmentRole) return alinhamento(desta.tipo);
     if (papel != Qt::DisplayRole) return {};
     return qs(desta.legenda) + (desta.formato_peso ? " (t)" : "");
@@ -98,7 +98,7 @@ QVariant ModeloGrelha::headerData(int seccao, Qt::Orientation orientacao, int pa
 
 Qt::ItemFlags ModeloGrelha::flags(const QModelIndex& indice) const {
     Qt::ItemFlags marcas = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (editavel(indice) && coluna(indice.column()).tipo != common::TipoColuna::logico)
+    if (editavel(indice) && coluna(indice.column()).tipo != common::TipoCelula::logico)
         marcas |= Qt::ItemIsEditable;
     return marcas;
 }

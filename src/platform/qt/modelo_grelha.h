@@ -16,7 +16,7 @@ class ModeloGrelha : public QAbstractTableModel {
     // Tells the views what changed since the last call. True when the columns are others than before.
     bool actualiza();
 
-    const common::Coluna& coluna(int indice) const {
+    const common::ColunaGrelha& coluna(int indice) const {
         return grelha_.colunas()[static_cast<std::size_t>(indice)];
     }
     bool editavel(const QModelIndex& indice) const;

@@ -16,7 +16,7 @@
 
 namespace orvex::platform::qt {
 
-using common::TipoColuna;
+using common::TipoCelula;
 
 VistaGrelha::VistaGrelha(common::Ecra& ecra, common::Grelha& grelha)
     : ecra_(ecra), grelha_(grelha), modelo_(grelha, ecra.formato()) {
@@ -63,14 +63,14 @@ void VistaGrelha::sincroniza_actual() {
     scrollTo(actual);
 }
 
-QString VistaGrelha::chave_largura(const common::Coluna& coluna) const {
+QString VistaGrelha::chave_largura(const common::ColunaGrelha& coluna) const {
     return qs(ecra_.titulo_janela() + "/" + grelha_.nome + "/" + coluna.chave);
 }
 
 void VistaGrelha::dispoe_colunas() {
     bool esticada = false;
     for (int c = 0; c < modelo_.columnCount(); ++c) {
-        const common::Coluna& coluna = modelo_.coluna(c);
+        const common::ColunaGrelha& coluna = modelo_.coluna(c);
         const bool estica = coluna.chave == "Nome" && !coluna.oculta;
         esticada = esticada || estica;
         setColumnHidden(c, coluna.oculta);
@@ -92,9 +92,9 @@ void VistaGrelha::guarda_larguras() const {
 QString VistaGrelha::ajuda() const {
     bool escreve = false;
     bool marca = false;
-    for (const common::Coluna& coluna : grelha_.colunas()) {
+    for (const common::ColunaGrelha& coluna : grelha_.colunas()) {
         if (coluna.so_leitura || coluna.oculta) continue;
-        (coluna.tipo == TipoColuna::logico ? marca : escreve) = true;
+        (coluna.tipo == TipoCelula::logico ? marca : escreve) = true;
     }
     QString texto = "Tab seguinte";
     if (grelha_.DblClick) texto = "Enter ou duplo clique escolhe   " + texto;
@@ -146,7 +146,7 @@ void VistaGrelha::mouseReleaseEvent(QMouseEvent* evento) {
     const QModelIndex celula = indexAt(evento->position().toPoint());
     const bool clicada = evento->button() == Qt::LeftButton && celula.isValid() && celula == premida_;
     premida_ = QModelIndex();
-    if (clicada && modelo_.coluna(celula.column()).tipo == TipoColuna::logico) alterna(celula.row());
+    if (clicada && modelo_.coluna(celula.column()).tipo == TipoCelula::logico) alterna(celula.row());
 }
 
 void VistaGrelha::mouseDoubleClickEvent(QMouseEvent* evento) {
@@ -202,7 +202,7 @@ bool VistaGrelha::tecla_de_accao(QKeyEvent& evento) {
 // Enter goes through the cells to be filled in, row by row, and leaves after the last one.
 bool VistaGrelha::celula_seguinte() {
     const auto a_preencher = [&](int c) {
-        const common::Coluna& coluna = modelo_.coluna(c);
+        const common::ColunaGrelha& coluna = modelo_.coluna(c);
         return !coluna.oculta && !coluna.so_leitura && coluna.recebe_foco;
     };
     int coluna = grelha_.coluna_actual;
@@ -290,13 +290,14 @@ bool VistaGrelha::tecla_edicao(QKeyEvent& evento) {
 // Turns the tick box of a row over; false when the row has none.
 bool VistaGrelha::alterna(int linha) {
     for (int c = 0; c < modelo_.columnCount(); ++c) {
-        const common::Coluna& coluna = modelo_.coluna(c);
-        if (coluna.tipo != TipoColuna::logico || coluna.oculta || coluna.so_leitura || !grelha_.Enabled)
+        const common::ColunaGrelha& coluna = modelo_.coluna(c);
+        if (coluna.tipo != TipoCelula::logico || coluna.oculta || coluna.so_leitura || !grelha_.Enabled)
             continue;
         const base::Variante& valor = grelha_.valor(linha, c);
         if (valor.vazio()) return false; // a blank row
         ecra_.utilizador_celula(grelha_, linha + 1, c);
-        ecra_.utilizador_edita_celula(grelha_, valor.logico() ? "0" : "-1");
+        ecra_.utilizador_edita_celula(grelha_,
+                                      valor.logico() ? common::Grelha::sem_visto : common::Grelha::com_visto);
         return true;
     }
     return false;

@@ -42,7 +42,7 @@ class VistaGrelha : public QTableView {
 
   private:
     void dispoe_colunas();
-    QString chave_largura(const common::Coluna& coluna) const;
+    QString chave_largura(const common::ColunaGrelha& coluna) const;
     int coluna_com_foco(int coluna) const; // the nearest one that takes the keyboard
     void sincroniza_actual();
 

@@ -53,8 +53,8 @@ struct SessaoIndiscreta : platform::sqlite::SessaoSQLite {
 };
 
 TEST_F(Registo, has_one_line_for_each_event_of_a_confirmation) {
-    const confirmacao::PedidoERP cria{confirmacao::Operacao::cria, {2019, "GR", 1, 0}};
-    const confirmacao::PedidoERP anula{confirmacao::Operacao::anula, {2019, "GR", 1, 12}};
+    const confirmacao::PedidoERP cria{confirmacao::AccaoERP::cria, {2019, "GR", 1, 0}};
+    const confirmacao::PedidoERP anula{confirmacao::AccaoERP::anula, {2019, "GR", 1, 12}};
     const auto pretende = [&] {
         registo.intencao({confirmacao::Fluxo::emite_guia,
                           cria.chave,
