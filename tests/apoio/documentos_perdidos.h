@@ -9,7 +9,6 @@ namespace orvex::testes {
 
 // Documents in force that the ledger does not know and that no box named.
 inline std::string documentos_perdidos(EmpresaTeste& empresa, const std::string& caixas) {
-    const auto ha = [&](const std::string& sql) { return !empresa.linhas("select " + sql).empty(); };
     std::string perdidos;
     for (const std::string& chave :
          partes(empresa.linhas("select TpDoc, Serie, NNumDoc, Ano from DocGcCab where NVias<>-1"), "; ")) {
@@ -20,13 +19,15 @@ inline std::string documentos_perdidos(EmpresaTeste& empresa, const std::string&
             caixas.find("\n\r'" + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3] + " '") != std::string::npos ||
             caixas.find("o documento " + p[0] + "/" + p[1] + " de " + p[3] + " (") != std::string::npos;
         // A transfer's rows carry no number: they stand for the document that moved their item.
-        if (!nomeado &&
-            !ha("Artigo from xel_ORVEX_MOV" + onde + " and SerieDoc=" + p[1] + " and NumDoc=" + p[2]) &&
-            !ha("NumSerie from xel_ORVEX" + onde + " and Serie=" + p[1] + " and NNumDoc=" + p[2]) &&
-            !ha("NumSerie from xel_ORVEX INNER JOIN DocGcLin ON Artigo=NumSerie where xel_ORVEX.NNumDoc=0 "
-                "and TpDocum='" +
-                p[0] + "' and DocGcLin.NNumDoc=" + p[2]))
-            perdidos += chave + " ";
+        const std::string no_livro =
+            empresa.linhas("select Artigo from xel_ORVEX_MOV" + onde + " and SerieDoc=" + p[1] +
+                           " and NumDoc=" + p[2]) +
+            empresa.linhas("select NumSerie from xel_ORVEX" + onde + " and Serie=" + p[1] +
+                           " and NNumDoc=" + p[2]) +
+            empresa.linhas("select NumSerie from xel_ORVEX INNER JOIN DocGcLin ON Artigo=NumSerie where "
+                           "xel_ORVEX.NNumDoc=0 and TpDocum='" +
+                           p[0] + "' and DocGcLin.NNumDoc=" + p[2]);
+        if (!nomeado && no_livro.empty()) perdidos += chave + " ";
     }
     return perdidos;
 }

@@ -119,10 +119,8 @@ std::string EmpresaTeste::linhas(const std::string& sql) {
     for (; !conjunto->fim(); conjunto->move_seguinte())
         for (std::size_t i = 0; i < conjunto->colunas(); ++i) {
             const base::Variante valor = conjunto->valor(i);
-            resultado += (i > 0               ? "|"
-                          : resultado.empty() ? ""
-                                              : "; ") +
-                         (valor.nulo() ? "null" : valor.texto());
+            if (i > 0 || !resultado.empty()) resultado += i > 0 ? "|" : "; ";
+            resultado += valor.nulo() ? "null" : valor.texto();
         }
     return resultado;
 }

@@ -23,6 +23,9 @@ bool recusavel(const Diario::Operacao& esta) {
 }
 
 [[noreturn]] void lanca() { throw base::Falha("Falha provocada."); }
+[[noreturn]] void perde() {
+    throw startup::ConfirmacaoDesconhecida("Não se sabe se o que estava a ser gravado ficou.");
+}
 
 class DocumentoQueRecusa : public startup::ObjectoERP {
   public:
@@ -59,6 +62,7 @@ void Diario::antes(const Operacao& esta) {
     if (espia) espia(esta.texto());
     if (++passos != falha_no) return escreve(esta);
     falhou = true;
+    if (maneira == Maneira::perde && esta.especie == Especie::confirma) perde();
     a_recusar = maneira == Maneira::recusa && recusavel(esta);
     if (!a_recusar && maneira != Maneira::faz_e_lanca) lanca();
 }
@@ -69,8 +73,7 @@ void Diario::depois(const Operacao& esta, const platform::operacoes::Fim& fim) {
     // A connection that breaks is rolled back by the server, and still reports a failure.
     if (esta.especie == Especie::desfaz && tambem(Depois::tudo_lanca)) lanca();
     if (!falhou || passos != falha_no || maneira != Maneira::faz_e_lanca || !e_passo(esta)) return;
-    if (esta.especie == Especie::confirma)
-        throw startup::ConfirmacaoDesconhecida("Não se sabe se o que estava a ser gravado ficou.");
+    if (esta.especie == Especie::confirma) perde();
     lanca();
 }
 

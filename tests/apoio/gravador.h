@@ -21,7 +21,8 @@ namespace orvex::testes {
 struct Diario : platform::operacoes::Ouvinte {
     using Operacao = platform::operacoes::Operacao;
     using Especie = Operacao::Especie;
-    enum class Maneira { lanca, recusa, faz_e_lanca }; // of failing; an ERP operation can also refuse
+    // Of failing: an ERP operation can also refuse, and of a commit nobody may know whether it was done.
+    enum class Maneira { lanca, recusa, faz_e_lanca, perde };
     // What else fails, once the step has failed.
     enum class Depois { nada, anulacao_recusada, tudo_lanca };
 

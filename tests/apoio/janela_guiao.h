@@ -21,8 +21,7 @@ struct Caixa {
 };
 
 struct ListaMostrada {
-    std::string forma; // "title, width, 1:width 2:hidden"
-    std::string sql;
+    std::string forma;                        // "title, width, 1:width 2:hidden"
     std::vector<std::string> primeira_coluna; // of every row the query gave
 };
 
@@ -67,7 +66,7 @@ class JanelaGuiao : public common::Janela {
     }
     std::string escolhe(const common::ListaPesquisa& lista) override {
         const Predicado escolhida = retira(escolhas, Predicado());
-        ListaMostrada mostrada{lista.titulo + ", " + std::to_string(lista.largura) + ",", lista.sql, {}};
+        ListaMostrada mostrada{lista.titulo + ", " + std::to_string(lista.largura) + ",", {}};
         for (const auto& coluna : lista.colunas)
             mostrada.forma += " " + std::to_string(coluna.numero) + ":" +
                               (coluna.oculta ? "hidden" : std::to_string(coluna.largura));
@@ -99,17 +98,15 @@ class Operador {
   public:
     explicit Operador(common::Ecra& ecra) : ecra_(ecra) {}
 
-    void escreve(common::Campo& campo, const std::string& texto) {
-        ecra_.utilizador_foca(campo);
-        ecra_.utilizador_edita(campo, texto);
-    }
-    void escreve(common::SelectorData& selector, const std::string& texto) {
-        ecra_.utilizador_foca(selector);
-        ecra_.utilizador_edita(selector, texto);
+    template <typename TControlo> // a field or a date picker
+    void escreve(TControlo& controlo, const std::string& texto) {
+        ecra_.utilizador_foca(controlo);
+        ecra_.utilizador_edita(controlo, texto);
     }
     void sai() { ecra_.utilizador_avanca(+1); }
-    void preenche(common::Campo& campo, const std::string& texto) {
-        escreve(campo, texto);
+    template <typename TControlo>
+    void preenche(TControlo& controlo, const std::string& texto) {
+        escreve(controlo, texto);
         sai();
     }
     void prime(common::Botao& botao) { ecra_.utilizador_prime(botao); }

@@ -82,6 +82,7 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
 struct Guias : testing::Test, EcraGuias {};
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 } // namespace orvex::testes

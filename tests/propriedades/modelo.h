@@ -35,7 +35,6 @@ struct Chave {
 struct Factura { // a line of an invoice, as it came
     std::string artigo, cliente, armazem;
     Kg kg, bruto;
-    bool reescrita = false; // a weight taken from it was overtyped
 };
 
 struct Movimento { // of an item, to or from a holder and a warehouse
@@ -108,7 +107,7 @@ struct Modelo {
         return sim;
     }
 
-    // The tables' rows, a line each, in the order the game reads them; and what can never be.
+    // The tables' rows, a line each, in the order the game reads them.
     std::string estado() const {
         const auto linha = [](const auto&... celulas) {
             std::string t;
@@ -118,20 +117,17 @@ struct Modelo {
         };
         std::map<std::string, std::string> livro;
         std::map<Chave, std::string> linhas, documentos;
-        std::map<std::string, Kg> total;
         std::map<std::pair<std::string, std::string>, Kg> stock;
         for (const auto& [chave, f] : facturas) {
             const auto [kg, bruto] = aberto(chave);
             linhas[chave] = linha(chave.texto("|"), f.artigo, f.cliente, tn(f.kg), tn(kg), tn(kg), tn(bruto),
                                   std::string("null"));
-            if (kg < 0 || kg > f.kg || (bruto < 0 && !f.reescrita)) linhas[chave] += "impossible\n";
         }
         for (const Acto& acto : actos) {
             if (acto.documento.numero > 0)
                 documentos[acto.documento] = acto.documento.texto("|") + (acto.anulado ? "|-1\n" : "|0\n");
             for (const Movimento& m : acto.movimentos) {
                 stock[{m.artigo, m.armazem}] += acto.anulado ? 0 : m.kg;
-                total[m.artigo] += acto.anulado ? 0 : m.kg;
                 if (acto.anulado) continue;
                 livro[m.artigo] += linha(m.artigo, m.detentor, tn(m.kg), m.chave.documento().texto("|"));
                 if (const std::string kg = tn(std::abs(m.kg)); m.chave.linha > 0)
@@ -147,8 +143,6 @@ struct Modelo {
                 t += texto;
         for (const auto& [onde, kg] : stock)
             t += linha(onde.first, onde.second, tn(kg));
-        for (const auto& [artigo, kg] : total)
-            t += linha(artigo, tn(kg));
         return t;
     }
 };

@@ -12,10 +12,9 @@
 namespace orvex::testes {
 namespace {
 
-void escreve_no_campo_1(JanelaAberta& aberta) {
-    aberta.tecla(Qt::Key_Tab);
-    aberta.escreve("x");
-}
+struct Controlos : testing::Test, JanelaAberta {};
+
+void escreve_no_campo_1(JanelaAberta& aberta) { aberta.joga("Tab, «x»"); }
 
 // Each way to leave a control.
 const struct {
@@ -55,83 +54,68 @@ TEST(Campos, SaoValidadosUmaSoVezQualquerQueSejaASaidaEUmaRecusaFicaNoCampoEEngo
         }
 }
 
-TEST(Campos, UmCliqueAceiteDepoisDeUmaPerguntaAindaCarregaNoBotao) {
-    JanelaAberta aberta;
-    escreve_no_campo_1(aberta);
+TEST_F(Controlos, UmCliqueAceiteDepoisDeUmaPerguntaAindaCarregaNoBotao) {
+    escreve_no_campo_1(*this);
     Respostas respostas;
     respostas.carrega({Qt::Key_Return});
-    aberta.ecra.aceita = [&](int) { return aberta.ecra.Avisa("", "Aceita?", 4) == common::resposta_sim; };
-    QTest::mousePress(&aberta.em<QWidget>("confirmar"), Qt::LeftButton); // the box takes the release
-    EXPECT_EQ(aberta.ecra.confirmacoes, 1);
+    ecra.aceita = [&](int) { return ecra.Avisa("", "Aceita?", 4) == common::resposta_sim; };
+    QTest::mousePress(&em<QWidget>("confirmar"), Qt::LeftButton); // the box takes the release
+    EXPECT_EQ(ecra.confirmacoes, 1);
 }
 
-TEST(Campos, SoOQueMudaOTextoContaComoEscritoEOLimiteDeLetrasNaoValeParaOPrograma) {
-    JanelaAberta aberta([](EcraEnsaio& ecra) {
-        for (common::Campo& campo : ecra.campo)
-            campo.MaxLength = 3;
-        ecra.campo[0].Text = "programa";
-    });
+TEST_F(Controlos, SoOQueMudaOTextoContaComoEscritoEOLimiteDeLetrasNaoValeParaOPrograma) {
+    ecra.campo[0].MaxLength = 3;
+    ecra.campo[0].Text = "programa";
+    qt.mostra();
     for (const Qt::Key codigo :
          {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_Shift, Qt::Key_Control, Qt::Key_End})
-        aberta.tecla(codigo);
-    EXPECT_FALSE(aberta.ecra.bDigitado);
-    aberta.escreve("x");
-    EXPECT_EQ(aberta.em<QLineEdit>("campo(0)").text(), "programa");
-    aberta.tecla(Qt::Key_Backspace);
-    EXPECT_EQ(aberta.ecra.campo[0].Text, "program");
-    EXPECT_TRUE(aberta.ecra.bDigitado);
-
-    aberta.tecla(Qt::Key_Tab);
-    aberta.escreve("12");
-    aberta.ecra.bDigitado = false;
-    QGuiApplication::clipboard()->setText("3456");
-    aberta.tecla(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(aberta.ecra.campo[1].Text, "123") << "what is pasted is cut to fit";
-    EXPECT_TRUE(aberta.ecra.bDigitado);
+        tecla(codigo);
+    EXPECT_FALSE(ecra.bDigitado);
+    escreve("x");
+    EXPECT_EQ(em<QLineEdit>("campo(0)").text(), "programa");
+    tecla(Qt::Key_Backspace);
+    EXPECT_EQ(ecra.campo[0].Text, "program");
+    EXPECT_TRUE(ecra.bDigitado);
 }
 
-TEST(Campos, OQueEColadoOuLargadoFicaNumaLinhaEAparadoEOQueEEscritoFicaComoFoiEscrito) {
-    JanelaAberta aberta([](EcraEnsaio& ecra) { ecra.campo[1].MaxLength = 5; });
+TEST_F(Controlos, OQueEColadoOuLargadoFicaNumaLinhaEAparadoEOQueEEscritoFicaComoFoiEscrito) {
     const auto cola = [&](const char* texto) {
+        ecra.bDigitado = false;
         QGuiApplication::clipboard()->setText(texto);
-        aberta.tecla(Qt::Key_A, Qt::ControlModifier);
-        aberta.tecla(Qt::Key_V, Qt::ControlModifier);
-        return aberta.em<QLineEdit>(aberta.com_teclado().c_str()).text().toStdString();
+        joga("Ctrl+A, Ctrl+V");
+        EXPECT_TRUE(ecra.bDigitado);
+        return ecra.campo[0].Text;
     };
+    ecra.campo[0].MaxLength = ecra.campo[1].MaxLength = 5;
     EXPECT_EQ(cola(" A\r\nB\tC\n"), "A B C");
-    EXPECT_EQ(cola("\u00A0CL 1 \n"), "CL 1");
+    EXPECT_EQ(cola("\u00A0CL 123 \n"), "CL 12");
     EXPECT_EQ(cola("\n"), "");
-    aberta.escreve(" x ");
-    EXPECT_EQ(aberta.ecra.campo[0].Text, " x ");
-    for (int vezes = 0; vezes < 2; ++vezes) { // over the same counts as typed too
-        aberta.ecra.bDigitado = false;
+    escreve(" x ");
+    EXPECT_EQ(ecra.campo[0].Text, " x ");
+    for (int vezes = 0; vezes < 2; ++vezes) // over the same counts as typed too
         EXPECT_EQ(cola("CL1"), "CL1");
-        EXPECT_TRUE(aberta.ecra.bDigitado);
-    }
 
-    auto& campo_1 = aberta.em<QLineEdit>("campo(1)");
     QMimeData dados;
     dados.setText("ab\nc😀");
     QDragEnterEvent entra(QPoint(5, 5), Qt::CopyAction, &dados, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&campo_1, &entra);
     QDropEvent larga(QPointF(5, 5), Qt::CopyAction, &dados, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&campo_1, &larga);
-    EXPECT_EQ(aberta.com_teclado(), "campo(1)");
-    EXPECT_EQ(aberta.ecra.campo[1].Text, "ab c") << "half a character is none";
-    EXPECT_EQ(aberta.ecra.validados, std::vector<int>{0});
+    for (QEvent* evento : std::initializer_list<QEvent*>{&entra, &larga})
+        QCoreApplication::sendEvent(&em<QLineEdit>("campo(1)"), evento);
+    EXPECT_EQ(com_teclado(), "campo(1)");
+    EXPECT_EQ(ecra.campo[1].Text, "ab c") << "half a character is none";
+    EXPECT_EQ(ecra.validados, std::vector<int>{0});
 }
 
-TEST(Campos, EscRecuaSemValidarEFechaNoCampoDeFecho) {
-    JanelaAberta aberta;
+TEST_F(Controlos, EscRecuaSemValidarEFechaNoCampoDeFecho) {
     bool fechada = false;
-    aberta.qt.define_ao_fechar([&] { fechada = true; });
-    escreve_no_campo_1(aberta);
-    aberta.tecla(Qt::Key_Escape);
-    EXPECT_EQ(aberta.com_teclado(), "campo(0)");
-    EXPECT_TRUE(aberta.ecra.validados.empty());
-    EXPECT_TRUE(aberta.qt.isVisible());
-    aberta.tecla(Qt::Key_Escape);
-    QTRY_VERIFY(!aberta.qt.isVisible());
+    qt.define_ao_fechar([&] { fechada = true; });
+    escreve_no_campo_1(*this);
+    tecla(Qt::Key_Escape);
+    EXPECT_EQ(com_teclado(), "campo(0)");
+    EXPECT_TRUE(ecra.validados.empty());
+    EXPECT_FALSE(fechada);
+    tecla(Qt::Key_Escape);
+    QTRY_VERIFY(!qt.isVisible());
     EXPECT_TRUE(fechada);
 }
 
@@ -160,91 +144,82 @@ TEST(Datas, SaoLidasUmaSoVezQualquerQueSejaASaidaEOQueNaoEDataFicaEscolhidoNoSeu
     }
 }
 
-TEST(Datas, AsSetasMudamAParteDoCursorF4AbreOCalendarioEEscRepoeOValor) {
+TEST_F(Controlos, AsSetasMudamAParteDoCursorDeUmaDataF4AbreOCalendarioEEscRepoeOValor) {
     const base::DataHora valor{2024, 2, 29, 13, 14, 15};
-    JanelaAberta aberta([&](EcraEnsaio& ecra) {
-        ecra.data.Value = valor;
-        ecra.data.com_hora = true;
-    });
-    auto& linha = aberta.em<QLineEdit>("data");
-    aberta.tecla(Qt::Key_Tab);
-    aberta.tecla(Qt::Key_Tab);
+    ecra.data.Value = valor;
+    ecra.data.com_hora = true;
+    qt.mostra();
+    auto& linha = em<QLineEdit>("data");
+    joga("Tab, Tab");
     EXPECT_EQ(linha.selectedText(), "29-02-2024 13:14");
-    for (const auto& [cursor, tecla, texto] : std::initializer_list<std::tuple<int, Qt::Key, const char*>>{
-             {-1, Qt::Key_Up, "01-03-2024 13:14"},
-             {-1, Qt::Key_Down, "29-02-2024 13:14"},
+    linha.setCursorPosition(0);
+    for (const auto& [cursor, codigo, texto] : std::initializer_list<std::tuple<int, Qt::Key, const char*>>{
+             {0, Qt::Key_Up, "01-03-2024 13:14"},
+             {0, Qt::Key_Down, "29-02-2024 13:14"},
              {8, Qt::Key_Up, "28-02-2025 13:14"},
              {5, Qt::Key_Down, "28-01-2025 13:14"},
              {12, Qt::Key_Up, "28-01-2025 14:14"},
              {16, Qt::Key_Down, "28-01-2025 14:13"}}) {
-        if (cursor >= 0) linha.setCursorPosition(cursor);
-        aberta.tecla(tecla);
+        linha.setCursorPosition(cursor);
+        tecla(codigo);
         EXPECT_EQ(linha.text(), texto);
     }
     linha.selectAll();
-    aberta.escreve("1-2-24");
+    escreve("1-2-24");
     const auto calendario = [] { return qobject_cast<QCalendarWidget*>(QApplication::activePopupWidget()); };
-    aberta.tecla(Qt::Key_F4);
+    tecla(Qt::Key_F4);
     ASSERT_NE(calendario(), nullptr);
     EXPECT_EQ(calendario()->selectedDate(), QDate(2024, 2, 1));
     EXPECT_EQ(calendario()->firstDayOfWeek(), Qt::Monday);
     EXPECT_EQ(calendario()->locale().monthName(2), "fevereiro");
-    QTest::keyClick(calendario()->focusWidget(), Qt::Key_Right);
-    QTest::keyClick(calendario()->focusWidget(), Qt::Key_Return);
+    for (const Qt::Key codigo : {Qt::Key_Right, Qt::Key_Return})
+        QTest::keyClick(calendario()->focusWidget(), codigo);
     EXPECT_EQ(calendario(), nullptr);
     EXPECT_EQ(linha.text(), "02-02-2024 14:13");
-    aberta.tecla(Qt::Key_F4);
+    tecla(Qt::Key_F4);
     QTest::keyClick(calendario()->focusWidget(), Qt::Key_Escape);
     EXPECT_EQ(calendario(), nullptr);
-    EXPECT_EQ(aberta.com_teclado(), "data");
-    aberta.escreve("x");
-    aberta.tecla(Qt::Key_Escape);
-    EXPECT_EQ(aberta.com_teclado(), "campo(1)");
-    EXPECT_EQ(aberta.ecra.data.Value, valor);
+    EXPECT_EQ(com_teclado(), "data");
+    joga("«x», Esc");
+    EXPECT_EQ(com_teclado(), "campo(1)");
+    EXPECT_EQ(ecra.data.Value, valor);
 
-    aberta.escreve("x");
-    aberta.ecra.aceita = [](int) { return false; };
+    escreve("x");
+    ecra.aceita = [](int) { return false; };
     linha.actions().front()->trigger(); // the button, pressed with the mouse
     EXPECT_EQ(calendario(), nullptr) << "the field left refused";
 }
 
-TEST(Escolhas, ARodaDoRatoEmPassagemNaoMudaNadaEAsSetasMudam) {
-    JanelaAberta aberta;
-    auto& combo = aberta.em<QComboBox>("combo");
+TEST_F(Controlos, ARodaDoRatoEmPassagemNaoMudaAEscolhaEAsSetasMudam) {
+    auto& combo = em<QComboBox>("combo");
     QWheelEvent roda(QPointF(5, 5), combo.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
                      Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&combo, &roda);
-    EXPECT_EQ(aberta.ecra.combo.ListIndex, 0);
+    EXPECT_EQ(ecra.combo.ListIndex, 0);
     combo.setFocus();
-    aberta.tecla(Qt::Key_Down);
-    EXPECT_EQ(aberta.ecra.combo.ListIndex, 1);
+    tecla(Qt::Key_Down);
+    EXPECT_EQ(ecra.combo.ListIndex, 1);
 }
 
-TEST(Botoes, EnterEEspacoCarregamESetasMudamDeControlo) {
-    JanelaAberta aberta;
-    aberta.tecla(Qt::Key_Backtab, Qt::ShiftModifier);
-    aberta.tecla(Qt::Key_Return);
-    aberta.tecla(Qt::Key_Space);
-    EXPECT_EQ(aberta.ecra.confirmacoes, 2);
-    aberta.tecla(Qt::Key_Left);
-    EXPECT_EQ(aberta.com_teclado(), "campo(2)");
+TEST_F(Controlos, EnterEEspacoCarregamNosBotoesESetasMudamDeControlo) {
+    joga("Shift+Backtab, Return, Space");
+    EXPECT_EQ(ecra.confirmacoes, 2);
+    tecla(Qt::Key_Left);
+    EXPECT_EQ(com_teclado(), "campo(2)");
 }
 
-TEST(Paginas, SoMudamQuandoOCampoDeixadoOConsente) {
-    JanelaAberta aberta;
-    auto& separadores = aberta.em<QTabWidget>("paginas");
+TEST_F(Controlos, AsPaginasSoMudamQuandoOCampoDeixadoOConsente) {
+    auto& separadores = em<QTabWidget>("paginas");
     const QPoint outros = separadores.tabBar()->tabRect(1).center();
-    aberta.escreve("x");
-    aberta.ecra.aceita = [](int) { return false; };
-    QTest::mouseClick(separadores.tabBar(), Qt::LeftButton, {}, outros);
+    escreve("x");
+    for (const bool aceite : {false, true}) { // what was refused once is not asked again
+        ecra.aceita = [](int) { return false; };
+        QTest::mouseClick(separadores.tabBar(), Qt::LeftButton, {}, outros);
+        EXPECT_EQ(separadores.currentIndex(), aceite ? 1 : 0);
+    }
+    tecla(Qt::Key_Left);
     EXPECT_EQ(separadores.currentIndex(), 0);
-    EXPECT_EQ(aberta.com_teclado(), "campo(0)");
-
-    QTest::mouseClick(separadores.tabBar(), Qt::LeftButton, {}, outros);
-    EXPECT_EQ(separadores.currentIndex(), 1);
-    aberta.tecla(Qt::Key_Left);
-    EXPECT_EQ(separadores.currentIndex(), 0);
-    EXPECT_EQ(aberta.ecra.paginas.Tab, 0);
+    EXPECT_EQ(ecra.paginas.Tab, 0);
 }
 
 } // namespace

@@ -22,12 +22,10 @@ struct Grelhas : testing::Test, JanelaAberta {
 
 TEST_F(Grelhas, EscreverOuF2AbreAEdicaoEnterETabGuardamEEscDesiste) {
     clica_celula("grelha", 1, coluna_nome);
-    escreve("Bobine redonda"); // of ten letters at most
-    tecla(Qt::Key_Return);
+    joga("«Bobine redonda», Return"); // of ten letters at most
     EXPECT_EQ(nome(1), "Bobine red");
     EXPECT_EQ(grelha().coluna_actual, coluna_peso);
-    escreve("1,5");
-    tecla(Qt::Key_Tab);
+    joga("«1,5», Tab");
     EXPECT_EQ(peso(1), "1.5");
     EXPECT_EQ(com_teclado(), "campo(2)");
 
@@ -37,9 +35,7 @@ TEST_F(Grelhas, EscreverOuF2AbreAEdicaoEnterETabGuardamEEscDesiste) {
     ASSERT_NE(editor(), nullptr);
     EXPECT_EQ(editor()->text(), "texto que o programa pôs");
     editor()->clear();
-    escreve("outro");
-    tecla(Qt::Key_Escape);
-    tecla(Qt::Key_Tab);
+    joga("«outro», Esc, Tab");
     EXPECT_EQ(nome(0), "texto que o programa pôs");
 }
 
@@ -58,8 +54,7 @@ TEST_F(Grelhas, SairComORatoOuComALetraDeAcessoGuardaAEdicaoEUmaRecusaRepoeOText
     escreve("7");
     clica("confirmar");
     clica_celula("grelha", 1, coluna_peso);
-    escreve("8");
-    tecla(Qt::Key_C, Qt::AltModifier);
+    joga("«8», Alt+C");
     EXPECT_EQ(peso(0) + "|" + peso(1), "7|8");
     EXPECT_EQ(ecra.confirmacoes, 2);
 }
@@ -68,18 +63,16 @@ TEST_F(Grelhas, EscreverOMesmoContaComoEscritoEAbrirAEdicaoSoPorSiNaoOQueEColado
     int verificadas = 0;
     grelha().BeforeColUpdate = [&](int, int, const base::Variante&, bool&) { ++verificadas; };
     clica_celula("grelha", 0, coluna_peso);
-    tecla(Qt::Key_F2);
-    tecla(Qt::Key_Return);
+    joga("F2, Return");
     EXPECT_EQ(verificadas, 0);
     clica_celula("grelha", 0, coluna_peso);
-    escreve_e_entra("1");
+    joga("«1», Return");
     EXPECT_EQ(verificadas, 1);
     EXPECT_EQ(peso(0), "1");
     clica_celula("grelha", 0, coluna_nome);
     tecla(Qt::Key_F2);
     QGuiApplication::clipboard()->setText(" a\tb\r\n");
-    tecla(Qt::Key_V, Qt::ControlModifier);
-    tecla(Qt::Key_Return);
+    joga("Ctrl+V, Return");
     EXPECT_EQ(nome(0), "a b");
 }
 
@@ -98,8 +91,7 @@ TEST_F(Grelhas, EnterEspacoEDuploCliqueEscolhemALinhaECtrlDeleteApagaAQuandoPode
     int escolhidas = 0;
     grelha().DblClick = [&] { ++escolhidas; };
     clica_celula("grelha", 0, coluna_nome);
-    tecla(Qt::Key_Return);
-    tecla(Qt::Key_Space);
+    joga("Return, Space");
     QTest::mouseDClick(vista().viewport(), Qt::LeftButton, {}, celula(qt, "grelha", 0, coluna_nome));
     EXPECT_EQ(escolhidas, 3);
 

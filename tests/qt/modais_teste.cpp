@@ -21,21 +21,20 @@ TEST(Caixa, TemBotoesPortuguesesEAsRespostasDoTeclado) {
         Botoes botoes;
         const char* textos;
         Qt::Key tecla;
-        Qt::KeyboardModifier com;
         int resposta;
-    } casos[] = {{Botoes::ok, "OK|", Qt::Key_Escape, Qt::NoModifier, common::resposta_ok},
-                 {Botoes::ok_cancelar, "OK|Cancelar|", Qt::Key_Return, Qt::NoModifier, 2},
-                 {Botoes::ok_cancelar, "OK|Cancelar|", Qt::Key_Escape, Qt::NoModifier, 2},
-                 {Botoes::sim_nao, "Sim|Não|", Qt::Key_Return, Qt::NoModifier, 6},
-                 {Botoes::sim_nao, "Sim|Não|", Qt::Key_Escape, Qt::NoModifier, 7},
-                 {Botoes::sim_nao, "Sim|Não|", Qt::Key_N, Qt::AltModifier, 7}};
+    } casos[] = {{Botoes::ok, "OK|", Qt::Key_Escape, common::resposta_ok},
+                 {Botoes::ok_cancelar, "OK|Cancelar|", Qt::Key_Return, common::resposta_cancelar},
+                 {Botoes::ok_cancelar, "OK|Cancelar|", Qt::Key_Escape, common::resposta_cancelar},
+                 {Botoes::sim_nao, "Sim|Não|", Qt::Key_Return, common::resposta_sim},
+                 {Botoes::sim_nao, "Sim|Não|", Qt::Key_Escape, common::resposta_nao},
+                 {Botoes::sim_nao, "Sim|Não|", Qt::Key_N, common::resposta_nao}};
     for (const auto& caso : casos) {
         Respostas respostas;
         std::string vistos;
         respostas.faz([&](QWidget& caixa) {
             for (const QAbstractButton* botao : dynamic_cast<QMessageBox&>(caixa).buttons())
                 vistos += botao->text().remove('&').toStdString() + "|";
-            QTest::keyClick(&caixa, caso.tecla, caso.com);
+            QTest::keyClick(&caixa, caso.tecla, caso.tecla == Qt::Key_N ? Qt::AltModifier : Qt::NoModifier);
         });
         // The text comes as it is, with one line break for each pair.
         EXPECT_EQ(platform::qt::mostra_caixa(nullptr, "<b>A</b>\n\rB & C\r\nD?", "", common::Icone::nenhum,
@@ -76,31 +75,31 @@ TEST(Caixa, MostraPorInteiroUmTextoComprido) {
     }
 }
 
-TEST(Janela, FechaSeSoDepoisDaCaixaQueUmManipuladorTemAberta) {
-    JanelaAberta aberta;
+struct Janelas : testing::Test, JanelaAberta {};
+
+TEST_F(Janelas, FechaSeSoDepoisDaCaixaQueUmManipuladorTemAberta) {
     std::string passos;
-    aberta.qt.define_ao_fechar([&] { passos += "fechada"; });
-    aberta.ecra.confirmar.Click = [&] { passos += aberta.ecra.Avisa("", "Um", 2) == 0 ? "resposta " : ""; };
+    qt.define_ao_fechar([&] { passos += "fechada"; });
+    ecra.confirmar.Click = [&] { passos += ecra.Avisa("", "Um", 2) == 0 ? "resposta " : ""; };
     Respostas respostas;
     respostas.faz([&](QWidget& caixa) {
-        EXPECT_FALSE(aberta.qt.close());
+        EXPECT_FALSE(qt.close());
         testes::tecla(caixa, Qt::Key_Return);
     });
-    aberta.clica("confirmar");
+    clica("confirmar");
     EXPECT_TRUE(QTest::qWaitFor([&] { return passos == "resposta fechada"; })) << passos;
 }
 
-TEST(Janela, DepoisDeUmaFalhaAoMostrarVoltaAMostrarEAOuvirAGrelha) {
-    JanelaAberta aberta;
-    const auto falha = QObject::connect(aberta.em<QTableView>("grelha").model(),
-                                        &QAbstractItemModel::dataChanged, [] { throw base::Falha("?"); });
-    aberta.ecra.grelha.define_valor(0, "Nome", "n");
-    EXPECT_THROW(aberta.qt.mostra(), base::Falha);
+TEST_F(Janelas, DepoisDeUmaFalhaAoMostrarVoltaAMostrarEAOuvirAGrelha) {
+    const auto falha = QObject::connect(em<QTableView>("grelha").model(), &QAbstractItemModel::dataChanged,
+                                        [] { throw base::Falha("?"); });
+    ecra.grelha.define_valor(0, "Nome", "n");
+    EXPECT_THROW(qt.mostra(), base::Falha);
     QObject::disconnect(falha);
-    aberta.ecra.campo[0].Text = "b";
-    aberta.clica_celula("grelha", 1, 1);
-    EXPECT_EQ(aberta.em<QLineEdit>("campo(0)").text(), "b");
-    EXPECT_EQ(aberta.ecra.grelha.linha_actual, 2);
+    ecra.campo[0].Text = "b";
+    clica_celula("grelha", 1, 1);
+    EXPECT_EQ(em<QLineEdit>("campo(0)").text(), "b");
+    EXPECT_EQ(ecra.grelha.linha_actual, 2);
 }
 
 // The clients of the company, CL'1, CL2, CL3 and INA, and one more.

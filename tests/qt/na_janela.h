@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/qt/vista_grelha.h"
+#include "tests/apoio/tabela.h"
 #include "tests/common/ecra_ensaio.h"
 #include "tests/qt/apoio_qt.h"
 
@@ -41,14 +42,21 @@ struct NaJanela : TBancada {
         return respostas.textos;
     }
     void escreve(const char* texto) { testes::escreve(qt, texto); }
-    void escreve_e_entra(const char* texto) {
-        escreve(texto);
-        tecla(Qt::Key_Return);
+    // What the user types, "Tab, «0001», Alt+A": keys by their names, texts in quotes.
+    void joga(const std::string& guiao) {
+        for (const std::string& passo : partes(guiao, ", ")) {
+            const QString nome = QString::fromStdString(passo);
+            if (nome.startsWith("«")) {
+                escreve(nome.mid(1, nome.size() - 2).toUtf8());
+                continue;
+            }
+            const QKeyCombination teclas = QKeySequence(nome)[0];
+            tecla(teclas.key(), teclas.keyboardModifiers());
+        }
     }
     void cabe_em(QSize espaco) {
-        const QSize minimo = qt.minimumSizeHint();
-        EXPECT_TRUE(minimo.width() <= espaco.width() && minimo.height() <= espaco.height())
-            << minimo.width() << " x " << minimo.height();
+        EXPECT_LE(qt.minimumSizeHint().width(), espaco.width());
+        EXPECT_LE(qt.minimumSizeHint().height(), espaco.height());
     }
     void clica(const char* nome) { QTest::mouseClick(&em<QWidget>(nome), Qt::LeftButton); }
     void clica_celula(const char* grelha, int linha, int coluna) {
