@@ -4,6 +4,7 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/esquema_livro.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/falhas.h"
 
 #include <gmock/gmock.h>
 
@@ -18,17 +19,6 @@ using base::Variante;
 using startup::ConjuntoRegistos;
 using testing::HasSubstr;
 namespace numeros = startup::numeros_bd;
-
-// The number of the failure a procedure ends in, 0 for none.
-template <typename Procedimento>
-std::int32_t numero_da_falha(Procedimento procedimento) {
-    try {
-        procedimento();
-    } catch (const Falha& falha) {
-        return falha.numero();
-    }
-    return 0;
-}
 
 template <typename TSessao>
 class EmpresaVazia : public testing::Test {

@@ -61,8 +61,8 @@ constexpr const char* larga_o_da_sessao =
 
 } // namespace
 
-Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas, Trancas& trancas)
-    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas), trancas_(trancas) {
+Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas)
+    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas) {
     // A database that a client made has the article's notes in the article's own table, as a server has.
     if (sqlite3_table_column_metadata(motor_.getHandle(), "erp", "Artigos", "Observ", nullptr, nullptr,
                                       nullptr, nullptr, nullptr) == SQLITE_OK)
@@ -115,7 +115,7 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
         return;
     }
     if (sql.starts_with("EXEC @r = sp_getapplock ")) return pede_tranca(sql);
-    if (sql.starts_with(larga_o_da_sessao)) return trancas_.larga(this);
+    if (sql.starts_with(larga_o_da_sessao)) return tranca_da_sessao_.reset();
     if (sql.starts_with("SET LOCK_TIMEOUT ")) limite_de_bloqueio_ = numero_depois_de("LOCK_TIMEOUT ", sql);
     if (sql.find("(READCOMMITTEDLOCK)") != std::string::npos) espera_pelos_que_escrevem();
     if (sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
@@ -129,7 +129,11 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
     Forma forma;
     forma.le(sql);
     const Traducao traducao = traduz(forma.chave());
-    if (traducao.genero == Traducao::Genero::esquema) return muda_esquema(traducao);
+    if (traducao.genero == Traducao::Genero::esquema) {
+        for (const std::string& uma : traducao.instrucoes)
+            motor_.exec(uma);
+        return;
+    }
     Preparada preparada(motor_, traducao);
     preparada.associa(forma);
     corre(preparada);
@@ -141,9 +145,11 @@ void Execucao::nega_tranca(int com) {
 }
 
 void Execucao::pede_tranca(const std::string& sql) {
-    const std::chrono::milliseconds espera(numero_depois_de("@LockTimeout=", sql));
+    const int espera = numero_depois_de("@LockTimeout=", sql);
     if (sql.find("@LockOwner=N'Session'") != std::string::npos) {
-        trancada_ = trancas_.pede(sql.substr(0, sql.find(',')), this, espera);
+        const int cria = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+        tranca_da_sessao_.emplace((pasta_ / "sessao.lock").string(), cria, espera);
+        trancada_ = tranca_da_sessao_->tryExec("BEGIN IMMEDIATE") == SQLITE_BUSY ? -1 : 0;
         return;
     }
     trancada_ = -999; // a transaction's, without one
@@ -151,7 +157,7 @@ void Execucao::pede_tranca(const std::string& sql) {
     // The ledger's lock is the engine's own; it lasts as long as the transaction, which begins again for it:
     // the real server's reads fix nothing that is seen later.
     motor_.exec("ROLLBACK; BEGIN");
-    motor_.setBusyTimeout(static_cast<int>(espera.count()));
+    motor_.setBusyTimeout(espera);
     trancada_ =
         motor_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0") == SQLITE_BUSY ? -1 : 0;
     motor_.setBusyTimeout(espera_ms);
@@ -179,19 +185,6 @@ std::string Execucao::traduz_o_da_sessao(std::string sql) const {
         for (std::size_t i = 0; (i = sql.find(dela, i)) != std::string::npos; i += do_motor.size())
             sql.replace(i, dela.size(), do_motor);
     return sql;
-}
-
-// All or nothing, inside a transaction or not.
-void Execucao::muda_esquema(const Traducao& traducao) {
-    motor_.exec("SAVEPOINT esquema");
-    try {
-        for (const std::string& uma : traducao.instrucoes)
-            motor_.exec(uma);
-    } catch (const SQLite::Exception&) {
-        motor_.exec("ROLLBACK TO esquema; RELEASE esquema");
-        throw;
-    }
-    motor_.exec("RELEASE esquema");
 }
 
 void Execucao::corre(Preparada& preparada) {

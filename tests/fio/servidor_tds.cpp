@@ -115,7 +115,7 @@ void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
         respostas.falhou(4060, "Cannot open database \"" + entrada.base + "\" requested by the login.");
         respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
     } else {
-        ligacao.execucao.emplace(pasta, respostas, trancas_);
+        ligacao.execucao.emplace(pasta, respostas);
         respostas.entrada_aceite();
     }
     respostas.envia();

@@ -4,8 +4,6 @@
 // Each connection has a thread and an engine session of its own; one that drops rolls its transaction back.
 #pragma once
 
-#include "tests/fio/trancas.h"
-
 #include <atomic>
 #include <filesystem>
 #include <memory>
@@ -84,7 +82,6 @@ class ServidorTDS {
     std::filesystem::path pasta_;
     int escuta_;
     int porta_ = 0;
-    tds::Trancas trancas_;
     mutable std::mutex tranca_; // guards what follows
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;
     std::vector<std::string> textos_;

@@ -3,12 +3,14 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/esquema_livro.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/falhas.h"
 #include "tests/apoio/tabela.h"
 
 #include <gmock/gmock.h>
 
-#include <sys/wait.h>
-#include <unistd.h>
+#include <atomic>
+#include <latch>
+#include <thread>
 
 using namespace orvex;
 using namespace orvex::startup;
@@ -74,32 +76,10 @@ class Main : public testing::Test {
     void no_livro(const std::string& sql) {
         platform::sqlite::abre_base(pasta.pasta() / platform::sqlite::ficheiro_livro).exec(sql);
     }
-    // How many of so many programs that start at the same moment fail.
-    int falham_de(int programas) {
-        int partida[2];
-        if (pipe(partida) != 0) return programas;
-        for (int i = 0; i < programas; ++i) {
-            if (fork() != 0) continue;
-            close(partida[1]);
-            char nada = 0;
-            const bool partiu = read(partida[0], &nada, 1) == 0; // waits until the pipe is closed
-            try {
-                corre("0");
-            } catch (const std::exception&) {
-                _exit(1);
-            }
-            _exit(partiu ? 0 : 1);
-        }
-        close(partida[0]);
-        close(partida[1]);
-        for (int estado = 1; wait(&estado) > 0;)
-            if (estado == 0) --programas;
-        return programas;
-    }
-
     PastaTemporaria pasta;
     FabricaGravada fabrica;
-    Arranque arranque{fabrica, {pasta.pasta() / "comum", pasta.pasta() / "programa"}};
+    PastasInstalacao pastas{pasta.pasta() / "comum", pasta.pasta() / "programa"};
+    Arranque arranque{fabrica, pastas};
 };
 
 } // namespace
@@ -129,9 +109,20 @@ Show
 )");
 }
 
-TEST_F(Main, as_many_first_starts_as_there_are_workstations_make_one_ledger) {
+TEST_F(Main, DosPrimeirosArranquesDeVariosPostosAoMesmoTempoSaiUmSoLivro) {
     for (int vez = 0; vez < 10; ++vez) {
-        EXPECT_EQ(falham_de(8), 0);
+        constexpr int quantos = 8;
+        std::latch partida(quantos);
+        std::atomic<int> falhas = 0;
+        std::vector<std::jthread> postos;
+        for (int i = 0; i < quantos; ++i)
+            postos.emplace_back([&] {
+                FabricaGravada deste;
+                partida.arrive_and_wait();
+                if (!falha([&] { Arranque(deste, pastas).Main("0"); }).empty()) ++falhas;
+            });
+        postos.clear();
+        EXPECT_EQ(falhas, 0);
         for (const char* ficheiro : {"livro.db", "livro.db-wal", "erp.db", "erp.db-wal"})
             std::filesystem::remove(pasta.pasta() / ficheiro);
         cria_empresa_vazia(pasta.pasta());

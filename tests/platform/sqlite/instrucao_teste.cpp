@@ -37,10 +37,17 @@ TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_st
     EXPECT_EQ(numero_da_falha([&] { BD.Executa("Delete Nenhuma where a=1"); }), numeros::tabela_em_falta);
 }
 
-TEST_F(Instrucoes, a_known_statement_sees_the_columns_that_others_added) {
+TEST_F(Instrucoes, UmaConhecidaVeAsColunasQueOutrosJuntaramEUmAlterJuntaTodasAsSuasOuNenhuma) {
     const std::size_t antes = BD.Consulta("select * from xel_ORVEX")->colunas();
     outra_ligacao().exec("ALTER TABLE xel_ORVEX ADD COLUMN b money");
-    EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->colunas(), antes + 1);
+    for (const bool em_transaccao : {false, true}) {
+        if (em_transaccao) BD.IniciaTransaccao();
+        EXPECT_EQ(
+            numero_da_falha([&] { BD.Executa("ALTER TABLE  xel_ORVEX ADD a money null, b money Null"); }),
+            numeros::instrucao_errada);
+        EXPECT_EQ(BD.EmTransaccao(), em_transaccao);
+        EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->colunas(), antes + 1);
+    }
 }
 
 TEST_F(Instrucoes, a_row_that_cannot_be_computed_fails_only_who_reads_it) {
