@@ -118,7 +118,7 @@ TEST_F(Confirmacoes, OTrabalhoQueAcabaSemTerGravadoFalhou) {
     EXPECT_EQ(caixas, "Situação Anómala\n\rErro: A operação não chegou a ser gravada.\n");
 }
 
-TEST_F(Confirmacoes, a_document_that_may_exist_is_named_by_the_number_asked_for_or_by_what_it_holds) {
+TEST_F(Confirmacoes, UmDocumentoQueTalvezExistaDizSePeloNumeroPedidoOuPeloQueTem) {
     EXPECT_FALSE(executa([&] {
         confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("3.5"), "OR"}}});
         // Created, but its number stays unknown.

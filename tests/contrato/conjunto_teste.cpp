@@ -18,7 +18,7 @@ class Conjuntos : public Contrato {
     }
 };
 
-TEST_F(Conjuntos, the_count_is_of_all_rows_and_a_set_is_read_on_after_other_statements_changed_its_rows) {
+TEST_F(Conjuntos, ContamTodasAsLinhasELeemSeAteAoFimDepoisDeOutrasInstrucoesAsMudarem) {
     const auto contado = BD.Consulta("select * from xel_ORVEX_Mov");
     contado->move_seguinte();
     EXPECT_EQ(contado->contagem(), 3);
@@ -33,7 +33,7 @@ TEST_F(Conjuntos, the_count_is_of_all_rows_and_a_set_is_read_on_after_other_stat
     EXPECT_EQ(interrompido->contagem(), 3);
 }
 
-TEST_F(Conjuntos, values_of_every_kind_and_long_texts_survive_being_put_by) {
+TEST_F(Conjuntos, ValoresDeTodosOsTiposETextosLongosFicamInteirosQuandoSaoPostosDeLado) {
     const std::string trecho = "peça nº 1: 5 € de aço 😀 ", texto = trecho + trecho;
     junta_movimento(4, {{"Descritivo", texto}, {"Data", DataHora{2024, 1, 2}}, {"QtdOrig", -3}});
     junta_movimento(5, {{"NumDoc", 1 << 30}, {"PesoBruto", m("899999999999.9999")}});

@@ -61,14 +61,13 @@ TEST_F(RegrasServidor, OsValoresFicamComoAColunaOsGuardaEOsQueNaoCabemSaoRecusad
     }
     for (const std::string& mau : {std::string("'\xC0\xA7'"), std::string("'a\0'", 4)}) {
         const std::string sql = "Select * from xel_ORVEX where Obs=" + mau;
-        for (const std::string& texto :
-             {falha([&] { BD.Executa(sql); }), falha([&] { BD.Consulta(sql); }),
-              falha([&] { BD.AbreActualizavel(sql); })})
+        for (const std::string& texto : {falha([&] { BD.Executa(sql); }), falha([&] { BD.Consulta(sql); }),
+                                         falha([&] { BD.AbreActualizavel(sql); })})
             EXPECT_THAT(texto, HasSubstr("caracteres"));
     }
 }
 
-TEST_F(RegrasServidor, keys_are_unique_without_case_and_need_all_their_parts_and_dates_drop_the_time) {
+TEST_F(RegrasServidor, AsChavesSaoUnicasSemMaiusculasETemTodasAsPartesEAsDatasPerdemAHora) {
     junta_movimento(1, {{"Data", DataHora{2024, 5, 6, 7, 8, 9}}});
     EXPECT_EQ(valor("select convert(nvarchar(19),Data,120) from xel_ORVEX_Mov"), Variante("2024-05-06"));
     for (const Variante& tipo : {Variante("fa "), Variante()})
@@ -77,7 +76,7 @@ TEST_F(RegrasServidor, keys_are_unique_without_case_and_need_all_their_parts_and
     EXPECT_EQ(linhas("xel_ORVEX_Mov"), 1);
 }
 
-TEST_F(RegrasServidor, an_identity_number_is_never_used_again) {
+TEST_F(RegrasServidor, UmNumeroDeIdentidadeNuncaVoltaASerUsado) {
     for (int numero = 1; numero <= 4; ++numero) {
         insere(BD, "xel_ORVEX", {"NumSerie"}, {{"B1"}});
         EXPECT_EQ(valor("select max(Registo) from xel_ORVEX"), Variante(numero));

@@ -47,15 +47,13 @@ void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
     linhas.reset();
 }
 
-// The columns of the indexes that tell a row from all others.
-constexpr const char* chaves_primarias =
-    "SELECT NULL AS TABLE_QUALIFIER, 'dbo' AS TABLE_OWNER, ?1 AS TABLE_NAME, c.name AS COLUMN_NAME, "
-    "c.seqno + 1 AS KEY_SEQ, i.name AS PK_NAME FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
-    "WHERE i.origin = 'pk' OR i.origin = 'u' ORDER BY c.seqno";
-constexpr const char* indices_sem_nulos =
-    "SELECT 0 AS SCOPE, c.name AS COLUMN_NAME FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
-    "WHERE i.origin = 'c' AND i.[unique] AND NOT EXISTS (SELECT 1 FROM pragma_index_info(i.name) d "
-    "JOIN pragma_table_info(?1) t ON t.name = d.name WHERE NOT t.[notnull]) ORDER BY c.seqno";
+// The columns, without nulls, that tell a row from all others: of the primary key, or of another index. They
+// stand where either procedure's answer has their names.
+constexpr const char* colunas_da_chave =
+    "SELECT 0, c.name, 'dbo', c.name, c.seqno + 1, i.name FROM pragma_index_list(?1) i "
+    "JOIN pragma_index_info(i.name) c WHERE i.[unique] AND (i.origin = 'c') = ?2 AND NOT EXISTS ("
+    "SELECT 1 FROM pragma_index_info(i.name) d JOIN pragma_table_info(?1) t ON t.name = d.name "
+    "WHERE NOT t.[notnull]) ORDER BY c.seqno";
 constexpr const char* larga_o_da_sessao =
     "IF APPLOCK_MODE(N'public',N'xel_ORVEX_tabelas',N'Session')<>N'NoLock' EXEC sp_releaseapplock ";
 
@@ -73,10 +71,8 @@ void Execucao::executa(const Pedido& pedido) {
     const std::string& procedimento = pedido.procedimento;
     if (!procedimento.empty()) respostas_.inicia_chamada();
     try {
-        if (procedimento == "sp_pkeys") {
-            chave(pedido, chaves_primarias);
-        } else if (procedimento == "sp_special_columns") {
-            chave(pedido, indices_sem_nulos);
+        if (procedimento == "sp_pkeys" || procedimento == "sp_special_columns") {
+            chave(pedido);
         } else if (pedido.texto.starts_with("BEGIN TRANSACTION;") ||
                    pedido.texto.starts_with("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION; ") ||
                    pedido.texto.starts_with("DECLARE ")) { // the batches of several statements
@@ -206,12 +202,12 @@ void Execucao::corre(Preparada& preparada) {
 }
 
 // Asked on a connection of its own, so that it fixes no snapshot in the middle of a transaction.
-void Execucao::chave(const Pedido& pedido, const char* indices) {
+void Execucao::chave(const Pedido& pedido) {
     SQLite::Database motor = abre_empresa(pasta_, espera_ms);
     motor.tryExec("DROP VIEW temp.Artigos"); // the key is that of the table behind it
-    Preparada preparada(motor, {Traducao::Genero::consulta, {indices}, {}});
-    const Parametro& tabela = pedido.parametros.at(0);
-    associa_valor(preparada.instrucao, 1, tabela.tipo, tabela.valor);
+    Preparada preparada(motor, {Traducao::Genero::consulta, {colunas_da_chave}, {}});
+    preparada.instrucao.bind(1, pedido.parametros.at(0).valor.texto());
+    preparada.instrucao.bind(2, pedido.procedimento == "sp_special_columns" ? 1 : 0);
     corre(preparada);
 }
 

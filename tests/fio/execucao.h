@@ -34,7 +34,7 @@ class Execucao {
     void espera_pelos_que_escrevem();
     std::string traduz_o_da_sessao(std::string sql) const;
     void corre(platform::sqlite::Preparada& preparada);
-    void chave(const Pedido& pedido, const char* indices);
+    void chave(const Pedido& pedido);
 
     std::filesystem::path pasta_;
     SQLite::Database motor_;

@@ -48,10 +48,7 @@ class ServidorTDS {
     std::string utilizador = "orvex";
     std::string palavra_passe = "segredo";
     std::string base = "EMPRESA"; // "master" is it too; those that clients create lie in folders inside it
-    // Where it falls silent on whoever connects: never, or when it should answer the first packet, the
-    // log-in, or with half of a packet's answer to it.
-    enum class Silencio { nunca, saudacao, entrada, meio };
-    std::atomic<Silencio> silencio{Silencio::nunca};
+    std::atomic<bool> cala_se = false; // to whoever logs in
 
     // At the n-th request from now, over all connections. Log-ins and the client's giving up are none.
     void avaria_no(int pedido, Avaria avaria);

@@ -158,12 +158,12 @@ void confere(const std::vector<std::string>& caso) {
     }
 }
 
-TEST(Diagnostico, diz_a_verdade_sem_alterar_nada_nem_mostrar_palavras_passe) {
+TEST(Diagnostico, DizAVerdadeSemAlterarNadaNemMostrarPalavrasPasse) {
     for (const char* caso : casos)
         confere(partes(caso));
 }
 
-TEST(Diagnostico, nunca_passa_por_bom_o_que_o_servidor_nao_diz) {
+TEST(Diagnostico, NuncaPassaPorBomOQueOServidorNaoDiz) {
     EXPECT_THAT(com_estado(Instalacao(true).diagnostica(), Estado::nao_verificado),
                 AllOf(StartsWith("encriptação; direitos em xel_ORVEX; "), HasSubstr("chave de Artigos; "),
                       HasSubstr("; maiúsculas e minúsculas; índices; base de dados do ERP")));
@@ -209,7 +209,7 @@ const char* const casos_do_servidor[] = {
     "erro =>  =>  => Collation => 'Latin1_General_CS_AS' => é preciso uma base com um COLLATE _CI_",
 };
 
-TEST(DiagnosticoDoServidor, diz_o_que_falta_ao_utilizador_e_a_base_de_dados_e_como_o_dar) {
+TEST(DiagnosticoDoServidor, DizOQueFaltaAoUtilizadorEABaseDeDadosEComoODar) {
     const std::string sem_bruto = "sql alter table xel_ORVEX_Mov drop column PesoBruto";
     std::map<std::string, std::string> falhas{
         {"tabelas", "sql drop table xel_ORVEX; drop table xel_ORVEX_Mov; pragma erp.user_version=0"},
@@ -260,7 +260,7 @@ std::set<std::string> encontra(const std::string& texto, const char* expressao) 
     return nomes;
 }
 
-TEST(DiagnosticoDoPrograma, conhece_as_tabelas_colunas_chaves_e_indices_que_ele_usa_e_nao_outros) {
+TEST(DiagnosticoDoPrograma, ConheceAsTabelasColunasChavesEIndicesQueEleUsaENaoOutros) {
     std::string fontes, textos;
     for (const char* pasta : {"src/livro", "src/common", "src/delivery", "src/adjust", "src/transfer"})
         for (const auto& ficheiro : fs::directory_iterator(fs::path(ORVEX_RAIZ) / pasta))
@@ -295,7 +295,7 @@ std::string esquema(const fs::path& pasta) {
         .getString();
 }
 
-TEST(InstalacaoSQL, faz_as_tabelas_do_arranque_e_da_os_direitos_que_se_verificam) {
+TEST(InstalacaoSQL, FazAsTabelasDoArranqueEDaOsDireitosQueSeVerificam) {
     const std::string script = conteudo_de(fs::path(ORVEX_RAIZ) / "docs/instalacao.sql");
     const EmpresaTeste do_arranque;
     const PastaTemporaria do_script;

@@ -2,6 +2,7 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/definicoes.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/tabela.h"
 #include "tools/diagnostico/diagnostico.h"
 #include "tools/empresa/empresa_demo.h"
 #include "tools/empresa/linha_comando.h"
@@ -112,7 +113,7 @@ TEST(EmpresaDemo, FazEmpresasDeQualquerTamanhoEAsLinhasPedidasParaOPrimeiroClien
     EXPECT_EQ(conta(grande.pasta, "Clientes"), 12'001);
 }
 
-TEST(EmpresaDemo, abre_se_como_a_instalacao_diz_sem_erros_e_nela_sai_uma_guia) {
+TEST(EmpresaDemo, AbreSeComoAInstalacaoDizSemErrosENelaSaiUmaGuia) {
     const PastaTemporaria pasta;
     auto pedida = opcoes(pasta.pasta() / "ORVEX");
     demo::faz_empresa(pedida);
@@ -135,11 +136,11 @@ TEST(EmpresaDemo, abre_se_como_a_instalacao_diz_sem_erros_e_nela_sai_uma_guia) {
     EXPECT_EQ(janela.retira_caixas(), "Foi criado o documento Nº  12");
 }
 
-TEST(EmpresaDemo, nao_toca_no_que_ja_existe_e_sem_espaco_para_acabar_nao_deixa_restos) {
+TEST(EmpresaDemo, NaoTocaNoQueJaExisteESemEspacoParaAcabarNaoDeixaRestos) {
     const PastaTemporaria pasta;
     const auto alheio = pasta.escreve("cheia/alheio.txt", "");
-    EXPECT_THROW(demo::faz_empresa(opcoes(alheio.parent_path())), base::Falha);
-    EXPECT_THROW(demo::faz_empresa(opcoes(alheio)), base::Falha);
+    for (const auto& onde : {alheio.parent_path(), alheio})
+        EXPECT_THROW(demo::faz_empresa(opcoes(onde)), base::Falha);
     EXPECT_EQ(std::distance(fs::directory_iterator(alheio.parent_path()), {}), 1);
 
     const auto nova = pasta.pasta() / "nova";
@@ -155,18 +156,14 @@ TEST(EmpresaDemo, nao_toca_no_que_ja_existe_e_sem_espaco_para_acabar_nao_deixa_r
     EXPECT_TRUE(fs::is_empty(nova));
 }
 
-TEST(EmpresaDemo, le_a_linha_de_comando_e_recusa_o_que_nao_percebe) {
-    const std::string certos[] = {"Pasta",    "--clientes", "7",         "--artigos", "8",
-                                  "--linhas", "9",          "--semente", "10"};
-    const OpcoesEmpresa lidas = demo::le_argumentos(certos);
+TEST(EmpresaDemo, LeALinhaDeComandoERecusaOQueNaoPercebe) {
+    const auto le = [](const std::string& linha) { return demo::le_argumentos(partes(linha, " ")); };
+    const OpcoesEmpresa lidas = le("Pasta --clientes 7 --artigos 8 --linhas 9 --semente 10");
     EXPECT_EQ(std::tuple(lidas.pasta.string(), lidas.clientes, lidas.artigos, lidas.linhas, lidas.semente),
               std::tuple("Pasta", 7, 8, 9, 10u));
-    EXPECT_THROW(demo::le_argumentos({}), base::Falha);
-    for (const auto& [primeiro, segundo] : {std::pair{"--linhas", "5"}, {"P", "Q"}, {"P", "--linhas"}})
-        EXPECT_THROW(demo::le_argumentos(std::vector<std::string>{primeiro, segundo}), base::Falha);
-    for (const auto& [opcao, valor] :
-         {std::pair{"--linhas", "muitas"}, {"--clientes", "0"}, {"--outra", "1"}})
-        EXPECT_THROW(demo::le_argumentos(std::vector<std::string>{"P", opcao, valor}), base::Falha);
+    for (const char* errada :
+         {"", "--linhas 5", "P Q", "P --linhas", "P --linhas muitas", "P --clientes 0", "P --outra 1"})
+        EXPECT_THROW(le(errada), base::Falha) << errada;
 }
 
 } // namespace

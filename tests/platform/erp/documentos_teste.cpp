@@ -6,7 +6,7 @@ namespace {
 
 using DocumentosErp = EmpresaErp;
 
-TEST_F(DocumentosErp, o_numero_e_de_quem_grava_primeiro_e_nao_repete_com_dois_postos_ao_mesmo_tempo) {
+TEST_F(DocumentosErp, DaONumeroAQuemGravaPrimeiroENaoORepeteComDoisPostosAoMesmoTempo) {
     SessaoERPEmbebida outra;
     liga(outra);
     auto daqui = documento(sessao, {{"BOB2", "1"}});
@@ -18,7 +18,7 @@ TEST_F(DocumentosErp, o_numero_e_de_quem_grava_primeiro_e_nao_repete_com_dois_po
     EXPECT_EQ(numero(daqui), 2);
 }
 
-TEST_F(DocumentosErp, recusa_com_mensagem_o_que_nao_pode_gravar_e_nada_fica_gravado) {
+TEST_F(DocumentosErp, RecusaComMensagemOQueNaoPodeGravarENadaFicaGravado) {
     const auto antes = empresa.stock();
     // Artigo, quantidade, armazém => membro do cabeçalho => o que lá se põe => mensagem.
     for (const auto& caso :
@@ -45,7 +45,7 @@ TEST_F(DocumentosErp, recusa_com_mensagem_o_que_nao_pode_gravar_e_nada_fica_grav
     EXPECT_EQ(empresa.linhas("select * from DocGcCab") + empresa.stock(), antes);
 }
 
-TEST_F(DocumentosErp, uma_falha_a_meio_ou_um_erp_ocupado_nao_deixa_nada_gravado_nem_gasta_o_numero) {
+TEST_F(DocumentosErp, UmaFalhaAMeioOuUmErpOcupadoNaoDeixaNadaGravadoNemGastaONumero) {
     auto outra =
         platform::sqlite::abre_base(empresa.pasta() / platform::sqlite::ficheiro_erp, SQLite::OPEN_READWRITE);
     std::int64_t seguinte = 0;
@@ -64,7 +64,7 @@ TEST_F(DocumentosErp, uma_falha_a_meio_ou_um_erp_ocupado_nao_deixa_nada_gravado_
     }
 }
 
-TEST_F(DocumentosErp, pode_ficar_negativo_ao_ultimo_preco_e_o_custo_volta_a_ser_o_que_era_ao_anular) {
+TEST_F(DocumentosErp, DeixamOStockNegativoAoUltimoPrecoEOCustoVoltaASerOQueEraAoAnular) {
     EXPECT_EQ(emite(sessao, documento(sessao, {{"SEM", "2"}})), "");
     EXPECT_EQ(stock("SEM"), "-2 = -2|-100");
     EXPECT_EQ(emite(sessao, documento(sessao, {{"BOB2", "20"}})), "");

@@ -89,7 +89,7 @@ fim como="fechado"
 )");
 }
 
-TEST_F(Registo, tells_what_failed_or_was_slow_without_values_and_passwords_and_changes_no_failure) {
+TEST_F(Registo, DizOQueFalhouOuDemorouSemValoresNemPalavrasPasseENaoMudaFalhaNenhuma) {
     for (const std::string segredo : {"Segr}edo\"1", "um"}) {
         SessaoBDOuvida BD(std::make_unique<SessaoIndiscreta>(), registo);
         BD.Abre(startup::ConstrutorLigacao{
@@ -152,7 +152,7 @@ TEST_F(Registo, NaoPerdeLinhasDeProgramasQueEscrevemAoMesmoTempoEGuardaCincoFich
     EXPECT_EQ(ditos.size(), 0U);
 }
 
-TEST_F(Registo, that_cannot_be_written_is_said_once_and_stops_nothing) {
+TEST_F(Registo, QueNaoPodeSerEscritoDizSeUmaVezENaoParaNada) {
     const EmpresaTeste empresa;
     for (const auto& onde : {pasta.escreve("ficheiro", "") / "orvex", std::filesystem::path()}) {
         ditos.clear();

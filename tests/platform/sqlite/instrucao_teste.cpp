@@ -21,7 +21,7 @@ class Instrucoes : public EmpresaVazia<platform::sqlite::SessaoSQLite> {
     }
 };
 
-TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_statement) {
+TEST_F(Instrucoes, OQueOServidorRecusariaOuNaoConhecemosEUmaInstrucaoErrada) {
     for (const std::string fim :
          {" limit 1", " where Nome='aberto", " where", "; delete Clientes", " -- x", " order by 1",
           " where Nome like 'x%'", " where CODIGO=?", " where Nome='a' 'b'"})
@@ -50,7 +50,7 @@ TEST_F(Instrucoes, UmaConhecidaVeAsColunasQueOutrosJuntaramEUmAlterJuntaTodasAsS
     }
 }
 
-TEST_F(Instrucoes, a_row_that_cannot_be_computed_fails_only_who_reads_it) {
+TEST_F(Instrucoes, UmaLinhaQueNaoSeCalculaSoFalhaAQuemALe) {
     outra_ligacao().exec("CREATE VIEW armadilha AS SELECT NumLinha, CASE NumLinha WHEN 2 THEN "
                          "abs(-9223372036854775807 - 1) ELSE NumLinha END AS v FROM xel_ORVEX_Mov");
     const auto sonda = BD.Consulta("select v from armadilha");
@@ -61,7 +61,7 @@ TEST_F(Instrucoes, a_row_that_cannot_be_computed_fails_only_who_reads_it) {
     EXPECT_NE(numero_da_falha([&] { interrompida->fim(); }), 0);
 }
 
-TEST_F(Instrucoes, no_lock_outlives_the_set_its_last_row_or_the_next_statement) {
+TEST_F(Instrucoes, NenhumaTrancaDuraMaisDoQueOConjuntoASuaUltimaLinhaOuAInstrucaoSeguinte) {
     {
         const auto meio_lido = BD.Consulta("select * from xel_ORVEX_Mov");
         EXPECT_TRUE(ha_leitor()) << "or the check below proves nothing";

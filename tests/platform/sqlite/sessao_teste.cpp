@@ -34,7 +34,7 @@ int recusa_anular(void*, int accao, const char* qual, const char*, const char*, 
     return accao == SQLITE_TRANSACTION && std::string_view(qual) == "ROLLBACK" ? SQLITE_DENY : SQLITE_OK;
 }
 
-TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) {
+TEST_F(Sessao, UmaEmpresaQueNaoAbreDizPorqueENadaSeCria) {
     BD.Fecha();
     EXPECT_NE(falha([&] { BD.IniciaTransaccao(); }), "") << "a closed session refuses everything";
     EXPECT_FALSE(BD.EmTransaccao());
@@ -54,7 +54,7 @@ TEST_F(Sessao, a_company_that_cannot_be_opened_says_why_and_nothing_is_created) 
     EXPECT_FALSE(std::filesystem::exists(pasta));
 }
 
-TEST_F(Sessao, a_ledger_that_was_begun_is_asked_back_and_never_begun_again) {
+TEST_F(Sessao, UmLivroJaComecadoPedeSeDeVoltaENuncaSeRecomeca) {
     BD.Fecha();
     const auto livro = pasta / "livro.db", longe = pasta / "longe.db";
     std::filesystem::rename(livro, longe);
@@ -71,7 +71,7 @@ TEST_F(Sessao, a_ledger_that_was_begun_is_asked_back_and_never_begun_again) {
     EXPECT_THAT(tenta(), HasSubstr("cópia"));
 }
 
-TEST_F(Sessao, a_file_that_was_exchanged_under_the_program_takes_no_transaction) {
+TEST_F(Sessao, UmFicheiroTrocadoComOProgramaAbertoNaoAceitaTransaccoes) {
     for (const char* nome : {"livro.db", "erp.db"}) {
         std::filesystem::rename(pasta / nome, pasta / "antes.db");
         std::filesystem::copy_file(pasta / "antes.db", pasta / nome);
@@ -84,7 +84,7 @@ TEST_F(Sessao, a_file_that_was_exchanged_under_the_program_takes_no_transaction)
 }
 
 // Nothing of the ERP's, neither its lock nor what it writes meanwhile, stands in the way of a confirmation.
-TEST_F(Sessao, a_confirmation_with_the_note_of_an_article_is_the_commit_of_one_file) {
+TEST_F(Sessao, UmaConfirmacaoComANotaDeUmArtigoGravaUmSoFicheiro) {
     BD.Fecha();
     na_base("DROP TABLE IF EXISTS ObservArtigos"); // a company of when the notes were in the ERP's file
     no_erp("ALTER TABLE Artigos ADD COLUMN Observ nvarchar(35) COLLATE SERVIDOR");
@@ -114,7 +114,7 @@ TEST_F(Sessao, a_confirmation_with_the_note_of_an_article_is_the_commit_of_one_f
     EXPECT_EQ(valor("select Observ from Artigos where CODIGO='B2'"), Variante("antiga"));
 }
 
-TEST_F(Sessao, a_transaction_ends_where_it_is_ended_and_nobody_writes_in_one_that_is_gone) {
+TEST_F(Sessao, UmaTransaccaoAcabaOndeAcabaENinguemEscreveNumaQueJaNaoHa) {
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(apanha));
     ASSERT_TRUE(BD.Abre(ligacao(pasta)));
     BD.IniciaTransaccao();
