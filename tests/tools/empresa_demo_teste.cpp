@@ -79,7 +79,7 @@ TEST(EmpresaDemo, OLivroOErpEOStockDizemOMesmo) {
             R"(select m.Qtd aberta, round(m.QtdOrig - m.Qtd - coalesce((select sum(g.Qtd) from xel_ORVEX_Mov g
                     where g.TpDoc = 'GR' and g.Origem = m.Ano || '/' || m.TpDoc || '/' || m.SerieDoc || '/' ||
                     m.NumDoc || '/' || m.NumLinha || '/00000'), 0), 4) falta
-                from xel_ORVEX_Mov m where m.TpDoc in ('FA', 'FR') and (falta <> 0 or aberta < 0))",
+                from xel_ORVEX_Mov m where m.TpDoc in ('FA', 'FR') and (falta <> 0 or aberta < 0 or m.PesoBruto < 0))",
         })
         EXPECT_EQ(conta(pasta.pasta(), "(" + std::string(contradicao) + ")"), 0) << contradicao;
     for (const auto& [quantos, de] :

@@ -1,4 +1,3 @@
-#include "tests/apoio/tabela.h"
 #include "tests/platform/erp/empresa_erp.h"
 
 namespace orvex::testes {
