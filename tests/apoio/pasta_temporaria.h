@@ -9,6 +9,12 @@
 
 namespace orvex::testes {
 
+// Nothing, where there is no file.
+inline std::string conteudo_de(const std::filesystem::path& ficheiro) {
+    std::ifstream lido(ficheiro, std::ios::binary);
+    return {std::istreambuf_iterator<char>(lido), {}};
+}
+
 class PastaTemporaria {
   public:
     PastaTemporaria() {

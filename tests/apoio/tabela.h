@@ -23,4 +23,12 @@ inline std::vector<std::vector<std::string>> tabela(std::initializer_list<const 
     return casos;
 }
 
+// Of many short ones: "in => out | in => out".
+inline std::vector<std::vector<std::string>> tabela(const char* linhas) {
+    std::vector<std::vector<std::string>> casos;
+    for (const std::string& linha : partes(linhas, " | "))
+        casos.push_back(partes(linha));
+    return casos;
+}
+
 } // namespace orvex::testes

@@ -34,57 +34,51 @@ Fim corre(const std::string& programa, const std::string& ambiente) {
     return fim;
 }
 
-TEST(Programa, without_a_display_it_says_what_failed_and_waits_for_nobody) {
+TEST(Programa, SemEcraDizOQueFalhouENaoEsperaPorNinguem) {
     const EmpresaTeste empresa;
-    const auto escreve = [](const PastaTemporaria& pasta, const std::string& base, const std::string& senha) {
-        pasta.escreve("TRAMEL/OrvexEXE.xel",
-                      "[BD]\nServidor=sqlite\nBase=" + base +
-                          "\nUtilizador=ana\nPalavraPasse=S3nha-BD\n[ERP]\nEmpresa=E\nPalavraPasse=" + senha +
-                          "\n");
-    };
-    const PastaTemporaria boa, sem_empresa, recusada, outro_erp;
-    escreve(boa, empresa.pasta().string(), "");
-    escreve(sem_empresa, "nenhuma", "");
-    escreve(recusada, empresa.pasta().string(), "S3nha-errada");
-    escreve(outro_erp, empresa.pasta().string(), "\nServidor=SRV01");
-    constexpr const char* sem_ecra = "precisa de um ecrã";
+    const std::string boa = empresa.pasta().string();
+    const PastaTemporaria comum;
     const struct {
         const char* argumento;
-        const PastaTemporaria& comum;
+        std::string base, do_erp;
         const char* sistema;
-        int codigo;
         const char* texto;
     } casos[] = {
-        {"0", boa, "", 0, ""},
-        {"0", sem_empresa, "", 1, "Não existe uma empresa"},
-        {"0", recusada, "", 1, "Não foi possivel ligar ao 100c ..."},
-        {"0", outro_erp, "", 1, "não a ligação ao ERP do servidor «SRV01»"},
-        {"2", boa, "", 1, sem_ecra},
-        {"2", boa, "DISPLAY=:9999", 1, sem_ecra},
-        {"2", sem_empresa, "QT_QPA_PLATFORM=offscreen", 1, "Não existe uma empresa"},
-        {"2", recusada, "QT_QPA_PLATFORM=offscreen", 1, "Não foi possivel ligar ao 100c ..."},
+        {"0", "nenhuma", "", "", "Não existe uma empresa"},
+        {"0", boa, "S3nha-errada", "", "Não foi possivel ligar ao 100c ..."},
+        {"0", boa, "\nServidor=SRV01", "", "não a ligação ao ERP do servidor «SRV01»"},
+        {"2", "nenhuma", "", "QT_QPA_PLATFORM=offscreen", "Não existe uma empresa"},
+        {"2", boa, "S3nha-errada", "QT_QPA_PLATFORM=offscreen", "Não foi possivel ligar ao 100c ..."},
+        {"2", boa, "", "", "precisa de um ecrã"},
+        {"2", boa, "", "DISPLAY=:9999", "precisa de um ecrã"},
+        {"0", boa, "", "", ""},
     };
-    for (const auto& [argumento, comum, sistema, codigo, texto] : casos) {
-        const Fim fim = corre(std::string(ORVEX_PROGRAMAS "/orvex ") + argumento,
-                              sistema + std::string(" ORVEX_PASTA_COMUM=") + comum.pasta().string());
-        EXPECT_EQ(fim.codigo, codigo) << argumento << sistema << fim.texto;
-        EXPECT_THAT(fim.texto, HasSubstr(texto));
-        EXPECT_EQ(fim.texto.empty(), codigo == 0) << fim.texto;
-        std::ifstream ficheiro(pasta_do_estado() / "orvex/operacoes.log");
-        const std::string registo{std::istreambuf_iterator<char>(ficheiro), {}};
+    const auto orvex = [&](const std::string& argumento, const std::string& sistema) {
+        return corre(ORVEX_PROGRAMAS "/orvex " + argumento,
+                     sistema + " ORVEX_PASTA_COMUM=" + comum.pasta().string());
+    };
+    for (const auto& [argumento, base, do_erp, sistema, texto] : casos) {
+        comum.escreve("TRAMEL/OrvexEXE.xel",
+                      "[BD]\nServidor=sqlite\nUtilizador=ana\nPalavraPasse=S3nha-BD\nBase=" + base +
+                          "\n[ERP]\nEmpresa=E\nPalavraPasse=" + do_erp + "\n");
+        const Fim fim = orvex(argumento, sistema);
+        const bool bem = *texto == '\0';
+        EXPECT_EQ(fim.codigo, bem ? 0 : 1) << argumento << sistema << fim.texto;
+        EXPECT_EQ(fim.texto.empty(), bem) << fim.texto;
+        const std::string registo = conteudo_de(pasta_do_estado() / "orvex/operacoes.log");
         const auto este = registo.rfind(" inicio ");
         ASSERT_NE(este, std::string::npos) << "nothing in the log";
-        EXPECT_THAT(registo.substr(este), HasSubstr(codigo == 0 ? "" : std::string(" falha erro=\"")));
-        EXPECT_THAT(registo.substr(este), AllOf(HasSubstr(texto), HasSubstr("] fim como=")));
-        EXPECT_THAT(registo, Not(HasSubstr("S3nha")));
+        EXPECT_THAT(registo.substr(este), HasSubstr(bem ? "" : " falha erro=\""));
+        EXPECT_THAT(registo.substr(este), HasSubstr("] fim como="));
+        for (const std::string& onde : {fim.texto, registo.substr(este)})
+            EXPECT_THAT(onde, AllOf(HasSubstr(texto), Not(HasSubstr("S3nha"))));
     }
-    const Fim mudo = corre(ORVEX_PROGRAMAS "/orvex 0",
-                           "XDG_STATE_HOME=/dev/null ORVEX_PASTA_COMUM=" + boa.pasta().string());
+    const Fim mudo = orvex("0", "XDG_STATE_HOME=/dev/null");
     EXPECT_EQ(mudo.codigo, 0);
     EXPECT_THAT(mudo.texto, MatchesRegex("[^\n]*O registo de operações não pode ser escrito[^\n]*\n"));
 }
 
-TEST(Programa, works_in_a_folder_with_accents_and_blanks) {
+TEST(Programa, TrabalhaNumaPastaComAcentosEBrancos) {
     const PastaTemporaria pasta;
     const std::string instalacao =
         "'" + base::texto_de(pasta.pasta() / base::caminho_de("Açores/Guiões ñ")) + "'";

@@ -64,21 +64,23 @@ struct Confirmacoes : testing::Test {
             !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
             throw std::runtime_error("the company did not open");
     }
-    void inicia() {
-        confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("1.5"), "OR"}}});
-    }
-    void cria() {
-        confirmacao.CriaDocStock({.tipo_documento = "SB",
-                                  .sector = "1",
-                                  .serie = 1,
-                                  .destino = "1",
-                                  .data = "15-03-2019",
-                                  .armazem = "OR",
-                                  .artigos = {"", "BOB'1"},
-                                  .textos_15 = {"", ""},
-                                  .quantidades = {0, 1.5},
-                                  .precos = {0, 100},
-                                  .textos_18 = {"", ""}});
+    // The document of the surplus, and what comes after it; whether all of it was done.
+    bool ajusta(const std::function<void()>& depois) {
+        return executa([&] {
+            confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("1.5"), "OR"}}});
+            confirmacao.CriaDocStock({.tipo_documento = "SB",
+                                      .sector = "1",
+                                      .serie = 1,
+                                      .destino = "1",
+                                      .data = "15-03-2019",
+                                      .armazem = "OR",
+                                      .artigos = {"", "BOB'1"},
+                                      .textos_15 = {"", ""},
+                                      .quantidades = {0, 1.5},
+                                      .precos = {0, 100},
+                                      .textos_18 = {"", ""}});
+            depois();
+        });
     }
     bool executa(const std::function<void()>& trabalho) {
         return confirmacao.executa(trabalho, [](const std::exception& falha) { return falha.what(); });
@@ -88,50 +90,37 @@ struct Confirmacoes : testing::Test {
 
 } // namespace
 
-TEST_F(Confirmacoes, each_step_is_told_in_its_order) {
-    EXPECT_TRUE(executa([&] {
-        inicia();
-        cria();
-        confirmacao.Confirma();
-    }));
+TEST_F(Confirmacoes, ContamCadaPassoPelaSuaOrdem) {
+    EXPECT_TRUE(ajusta([&] { confirmacao.Confirma(); }));
     EXPECT_EQ(rasto.passos, "ajusta BOB'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
 }
 
-TEST_F(Confirmacoes, what_the_record_refuses_is_not_carried_out_and_never_keeps_a_document_in_force) {
+TEST_F(Confirmacoes, OQueORegistoRecusaNaoSeFazENuncaDeixaUmDocumentoEmVigor) {
     rasto.falha_ao_confirmar = rasto.falha_a_compensar = true;
-    EXPECT_FALSE(executa([&] {
-        inicia();
-        cria();
-        confirmacao.Confirma();
-    }));
+    EXPECT_FALSE(ajusta([&] { confirmacao.Confirma(); }));
     EXPECT_FALSE(BD.EmTransaccao());
     EXPECT_EQ(em_vigor(), "");
     EXPECT_THAT(rasto.passos, testing::EndsWith("engolida O registo falhou.\nfeito SB/1/1/2019 \ncompensada "
                                                 "1/0/0 O registo está cheio.\n"));
 }
 
-TEST_F(Confirmacoes, a_box_that_cannot_be_shown_keeps_no_document_in_force) {
+TEST_F(Confirmacoes, UmaCaixaQueNaoAbreNaoDeixaUmDocumentoEmVigor) {
     caixas_falham = true;
-    EXPECT_THROW(executa([&] {
-                     inicia();
-                     cria();
-                     throw base::Falha("Falhou.");
-                 }),
-                 base::Falha);
+    EXPECT_THROW(ajusta([] { throw base::Falha("Falhou."); }), base::Falha);
     EXPECT_EQ(em_vigor(), "");
     EXPECT_THAT(rasto.passos, testing::EndsWith("compensada 1/0/0 Falhou.\n"));
 }
 
-TEST_F(Confirmacoes, work_that_returns_without_having_committed_has_failed) {
+TEST_F(Confirmacoes, OTrabalhoQueAcabaSemTerGravadoFalhou) {
     EXPECT_TRUE(executa([] {})); // nothing began
-    EXPECT_FALSE(executa([&] { inicia(); }));
+    EXPECT_FALSE(ajusta([] {}));
     EXPECT_FALSE(BD.EmTransaccao());
     EXPECT_EQ(caixas, "Situação Anómala\n\rErro: A operação não chegou a ser gravada.\n");
 }
 
-TEST_F(Confirmacoes, a_document_that_may_exist_is_named_by_the_number_asked_for_or_by_what_it_holds) {
+TEST_F(Confirmacoes, UmDocumentoQueTalvezExistaDizSePeloNumeroPedidoOuPeloQueTem) {
     EXPECT_FALSE(executa([&] {
-        inicia();
+        confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("3.5"), "OR"}}});
         // Created, but its number stays unknown.
         confirmacao.Cria({2019, "GR", 1},
                          {.conteudo = "BOB'1 1,5 t", .pede = [](const auto&) { return true; }});

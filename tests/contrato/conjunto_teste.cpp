@@ -16,13 +16,9 @@ class Conjuntos : public Contrato {
             lidas += conjunto.valor("NumLinha").texto();
         return lidas;
     }
-
-    std::unique_ptr<ConjuntoRegistos> linha(int numero) {
-        return BD.AbreActualizavel("Select * from xel_ORVEX_MOV where NumLinha=" + std::to_string(numero));
-    }
 };
 
-TEST_F(Conjuntos, the_count_is_of_all_rows_and_a_set_is_read_on_after_other_statements_changed_its_rows) {
+TEST_F(Conjuntos, ContamTodasAsLinhasELeemSeAteAoFimDepoisDeOutrasInstrucoesAsMudarem) {
     const auto contado = BD.Consulta("select * from xel_ORVEX_Mov");
     contado->move_seguinte();
     EXPECT_EQ(contado->contagem(), 3);
@@ -37,7 +33,7 @@ TEST_F(Conjuntos, the_count_is_of_all_rows_and_a_set_is_read_on_after_other_stat
     EXPECT_EQ(interrompido->contagem(), 3);
 }
 
-TEST_F(Conjuntos, values_of_every_kind_and_long_texts_survive_being_put_by) {
+TEST_F(Conjuntos, ValoresDeTodosOsTiposETextosLongosFicamInteirosQuandoSaoPostosDeLado) {
     const std::string trecho = "peça nº 1: 5 € de aço 😀 ", texto = trecho + trecho;
     junta_movimento(4, {{"Descritivo", texto}, {"Data", DataHora{2024, 1, 2}}, {"QtdOrig", -3}});
     junta_movimento(5, {{"NumDoc", 1 << 30}, {"PesoBruto", m("899999999999.9999")}});
@@ -58,17 +54,12 @@ TEST_F(Conjuntos, values_of_every_kind_and_long_texts_survive_being_put_by) {
     EXPECT_EQ(conjunto->valor("NumDoc"), Variante(1 << 30));
 }
 
-TEST_F(Conjuntos, in_a_join_the_first_column_of_a_name_wins_and_an_unknown_name_fails) {
+TEST_F(Conjuntos, NumaJuncaoGanhaAPrimeiraColunaESoOsActualizaveisDeUmaTabelaComChaveRecebemValores) {
     const auto conjunto =
         BD.Consulta("Select * from xel_ORVEX_Mov inner join DocGcCab on NNumDoc=12 where Qtd>0");
     EXPECT_EQ(conjunto->valor("TPDOC"), Variante("FA"));
     EXPECT_EQ(numero_da_falha([&] { conjunto->valor("Nada"); }), numeros::instrucao_errada);
-}
-
-TEST_F(Conjuntos, only_an_updatable_set_of_one_table_with_its_key_takes_values) {
-    const char* simples = "Select * from xel_ORVEX_MOV where NumLinha=1";
-    EXPECT_EQ(numero_da_falha([&] { BD.AbreActualizavel(simples)->define("Qtd", 1); }), 0);
-    EXPECT_EQ(numero_da_falha([&] { BD.Consulta(simples)->define("Qtd", 1); }), numeros::instrucao_errada);
+    EXPECT_EQ(numero_da_falha([&] { conjunto->define("Qtd", 1); }), numeros::instrucao_errada);
     for (const char* sql :
          {"select Qtd+1 as Qtd from xel_ORVEX_Mov", "select max(Qtd) as Qtd from xel_ORVEX_Mov",
           "select m.* from xel_ORVEX_Mov as m inner join Artigos on CODIGO=Artigo"})
@@ -80,7 +71,10 @@ TEST_F(Conjuntos, only_an_updatable_set_of_one_table_with_its_key_takes_values) 
     EXPECT_EQ(numero_da_falha([&] { sem_chave->actualiza(); }), numeros::instrucao_errada);
 }
 
-TEST_F(Conjuntos, a_row_is_updated_twice_through_the_same_set) {
+TEST_F(Conjuntos, UmaLinhaMudaDuasVezesPeloMesmoMasNaoPorCimaDoQueOutroMudouOuApagou) {
+    const auto linha = [this](int numero) {
+        return BD.AbreActualizavel("Select * from xel_ORVEX_MOV where NumLinha=" + std::to_string(numero));
+    };
     const auto conjunto = linha(2);
     conjunto->define("Qtd", conjunto->valor("Qtd").moeda() - m("1"));
     conjunto->actualiza();
@@ -88,17 +82,14 @@ TEST_F(Conjuntos, a_row_is_updated_twice_through_the_same_set) {
     conjunto->define("PesoBruto", m("0.1"));
     conjunto->actualiza();
     EXPECT_EQ(linhas("xel_ORVEX_Mov where Qtd=0.5 and PesoBruto=0.1"), 1);
-}
-
-TEST_F(Conjuntos, a_row_changed_or_deleted_by_somebody_else_is_not_overwritten) {
     for (const char* mudanca : {"UPDATE xel_ORVEX_Mov SET Origem='' WHERE NumLinha=3",
                                 "UPDATE xel_ORVEX_Mov SET Artigo='b1' WHERE NumLinha=3",
                                 "UPDATE xel_ORVEX_Mov SET Origem=Descritivo, Qtd=9 WHERE NumLinha=3",
                                 "DELETE FROM xel_ORVEX_Mov WHERE NumLinha=3"}) {
-        const auto conjunto = linha(3);
-        conjunto->define("Qtd", 4);
+        const auto lida = linha(3);
+        lida->define("Qtd", 4);
         outra().Executa(mudanca);
-        EXPECT_EQ(numero_da_falha([&] { conjunto->actualiza(); }), numeros::registo_alterado) << mudanca;
+        EXPECT_EQ(numero_da_falha([&] { lida->actualiza(); }), numeros::registo_alterado) << mudanca;
     }
     EXPECT_EQ(linhas("xel_ORVEX_Mov where Qtd=4"), 0);
 }

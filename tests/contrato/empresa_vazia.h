@@ -4,6 +4,7 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/esquema_livro.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/falhas.h"
 
 #include <gmock/gmock.h>
 
@@ -19,30 +20,18 @@ using startup::ConjuntoRegistos;
 using testing::HasSubstr;
 namespace numeros = startup::numeros_bd;
 
-// The number of the failure a procedure ends in, 0 for none.
-template <typename Procedimento>
-std::int32_t numero_da_falha(Procedimento procedimento) {
-    try {
-        procedimento();
-    } catch (const Falha& falha) {
-        return falha.numero();
-    }
-    return 0;
-}
-
 template <typename TSessao>
 class EmpresaVazia : public testing::Test {
   protected:
     template <typename... Argumentos>
     explicit EmpresaVazia(Argumentos... argumentos) : BD(argumentos...) {
         cria_empresa_vazia(pasta);
-        outra_ligacao(platform::sqlite::ficheiro_erp)
-            .exec("INSERT INTO Clientes (CODIGO, Nome, Inactivo) VALUES ('C1', 'D''Ávila & Filhos', 0), "
-                  "('C2', 'Zé', -1);"
-                  "INSERT INTO Artigos (CODIGO, Nome, STDISP, ULTPRCOM) VALUES ('B1', 'Bobina 1', 3, 12.5), "
-                  "('B2', 'Bobina 2', 0, 7);"
-                  "INSERT INTO DocGcCab (Ano, TpDoc, Serie, NNumDoc, Data) VALUES "
-                  "(2024, 'GR', 1, 12, '2024-03-05 10:20:30'), (2024, 'GR', 1, 13, '2024-03-06 00:00:00')");
+        outra_ligacao(platform::sqlite::ficheiro_erp).exec(R"(
+            INSERT INTO Clientes (CODIGO, Nome) VALUES ('C1', 'D''Ávila & Filhos'), ('C2', 'Zé');
+            INSERT INTO Artigos (CODIGO, Nome, STDISP, ULTPRCOM)
+                VALUES ('B1', 'Bobina 1', 3, 12.5), ('B2', 'Bobina 2', 0, 7);
+            INSERT INTO DocGcCab (Ano, TpDoc, Serie, NNumDoc, Data)
+                VALUES (2024, 'GR', 1, 12, '2024-03-05 10:20:30'), (2024, 'GR', 1, 13, '2024-03-06 00:00:00'))");
         BD.Abre(ligacao(pasta));
         startup::VerificaTabelas(BD);
         startup::VerificaPesos(BD);
@@ -54,13 +43,8 @@ class EmpresaVazia : public testing::Test {
 
     // A row of the ledger's open lines: one more of FA/1/7, but for the columns given.
     void junta_movimento(int linha, std::map<std::string, Variante> campos = {}) {
-        campos.merge(decltype(campos){{"Ano", 2024},
-                                      {"TpDoc", "FA"},
-                                      {"NumDoc", 7},
-                                      {"SerieDoc", 1},
-                                      {"NumLinha", linha},
-                                      {"Artigo", "B1"},
-                                      {"Qtd", m("1.5")}});
+        campos.merge(decltype(campos){{"TpDoc", "FA"}, {"NumDoc", 7}, {"Artigo", "B1"}, {"Qtd", m("1.5")}});
+        campos.merge(decltype(campos){{"Ano", 2024}, {"SerieDoc", 1}, {"NumLinha", linha}});
         const auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX_MOV where Ano=-1");
         conjunto->acrescenta();
         for (const auto& [nome, dado] : campos)

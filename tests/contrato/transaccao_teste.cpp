@@ -5,10 +5,14 @@ namespace {
 
 using Transaccoes = Contrato;
 
-TEST_F(Transaccoes, a_rollback_takes_back_both_files_and_the_half_read_set_survives_it) {
+TEST_F(Transaccoes, AnulamOsDoisFicheirosMasNaoOConjuntoMeioLidoNemAcabamComUmaInstrucaoRecusada) {
     BD.IniciaTransaccao();
     junta_movimento(1);
     BD.Executa("Delete Artigos where CODIGO='B2'");
+    for (const char* errada : {"Delete Nenhuma", "Delete xel_ORVEX_Mov where Nada=1"})
+        EXPECT_NE(numero_da_falha([&] { BD.Executa(errada); }), 0);
+    EXPECT_EQ(numero_da_falha([&] { junta_movimento(1); }), numeros::chave_violada);
+    EXPECT_TRUE(BD.EmTransaccao());
     const auto conjunto = BD.Consulta("select * from xel_ORVEX_Mov");
     BD.AnulaTransaccao();
     EXPECT_FALSE(BD.EmTransaccao());
@@ -17,20 +21,8 @@ TEST_F(Transaccoes, a_rollback_takes_back_both_files_and_the_half_read_set_survi
     EXPECT_EQ(linhas("Artigos"), 2);
 }
 
-TEST_F(Transaccoes, a_refused_statement_leaves_the_transaction_as_it_was) {
-    BD.IniciaTransaccao();
-    junta_movimento(1);
-    for (const char* errada : {"Delete Nenhuma", "Delete xel_ORVEX_Mov where Nada=1"})
-        EXPECT_NE(numero_da_falha([&] { BD.Executa(errada); }), 0);
-    EXPECT_EQ(numero_da_falha([&] { junta_movimento(1); }), numeros::chave_violada);
-    EXPECT_TRUE(BD.EmTransaccao());
-    BD.ConfirmaTransaccao();
-    EXPECT_FALSE(BD.EmTransaccao());
-    EXPECT_EQ(outra().Consulta("select count(*) from xel_ORVEX_Mov")->valor(0), Variante(1));
-}
-
 // What is read before the lock is for the eye; it neither hides what others wrote nor stands in the way.
-TEST_F(Transaccoes, the_lock_shows_what_others_wrote_meanwhile) {
+TEST_F(Transaccoes, ATrancaMostraOQueOutrosGravaramEntretanto) {
     BD.IniciaTransaccao();
     EXPECT_EQ(linhas("xel_ORVEX_Mov"), 0);
     insere(outra(), "xel_ORVEX_Mov", {"Ano", "TpDoc", "NumDoc", "SerieDoc", "NumLinha"}, {{1, "A", 1, 1, 7}});

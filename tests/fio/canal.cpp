@@ -83,11 +83,6 @@ void Canal::envia(std::string_view bytes, bool ultimo) {
         throw LigacaoPerdida();
 }
 
-void Canal::envia_metade() {
-    constexpr std::string_view promete_mais("\4\1\1\0\0\0\0\0\xAD\x20", 10);
-    send(descritor_, promete_mais.data(), promete_mais.size(), MSG_NOSIGNAL);
-}
-
 bool Canal::desistiu(int espera_ms) {
     pollfd escuta{descritor_, POLLIN, 0};
     if (poll(&escuta, 1, espera_ms) <= 0) return false;

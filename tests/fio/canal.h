@@ -66,7 +66,6 @@ class Canal {
 
     Mensagem le();
     void envia(std::string_view bytes, bool ultimo); // one packet
-    void envia_metade();                             // of a packet, and nothing after it
     bool desistiu(int espera_ms);   // the client asked, within that time, for the request to stop
     void espera(int milissegundos); // deaf to the client, but not to `corta`
     void corta();

@@ -47,22 +47,20 @@ void descobre_tipos(SQLite::Statement& linhas, std::vector<Coluna>& colunas) {
     linhas.reset();
 }
 
-// The columns of the indexes that tell a row from all others.
-constexpr const char* chaves_primarias =
-    "SELECT NULL AS TABLE_QUALIFIER, 'dbo' AS TABLE_OWNER, ?1 AS TABLE_NAME, c.name AS COLUMN_NAME, "
-    "c.seqno + 1 AS KEY_SEQ, i.name AS PK_NAME FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
-    "WHERE i.origin = 'pk' OR i.origin = 'u' ORDER BY c.seqno";
-constexpr const char* indices_sem_nulos =
-    "SELECT 0 AS SCOPE, c.name AS COLUMN_NAME FROM pragma_index_list(?1) i JOIN pragma_index_info(i.name) c "
-    "WHERE i.origin = 'c' AND i.[unique] AND NOT EXISTS (SELECT 1 FROM pragma_index_info(i.name) d "
-    "JOIN pragma_table_info(?1) t ON t.name = d.name WHERE NOT t.[notnull]) ORDER BY c.seqno";
+// The columns, without nulls, that tell a row from all others: of the primary key, or of another index. They
+// stand where either procedure's answer has their names.
+constexpr const char* colunas_da_chave =
+    "SELECT 0, c.name, 'dbo', c.name, c.seqno + 1, i.name FROM pragma_index_list(?1) i "
+    "JOIN pragma_index_info(i.name) c WHERE i.[unique] AND (i.origin = 'c') = ?2 AND NOT EXISTS ("
+    "SELECT 1 FROM pragma_index_info(i.name) d JOIN pragma_table_info(?1) t ON t.name = d.name "
+    "WHERE NOT t.[notnull]) ORDER BY c.seqno";
 constexpr const char* larga_o_da_sessao =
     "IF APPLOCK_MODE(N'public',N'xel_ORVEX_tabelas',N'Session')<>N'NoLock' EXEC sp_releaseapplock ";
 
 } // namespace
 
-Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas, Trancas& trancas)
-    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas), trancas_(trancas) {
+Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas)
+    : pasta_(pasta), motor_(abre_empresa(pasta, espera_ms)), respostas_(respostas) {
     // A database that a client made has the article's notes in the article's own table, as a server has.
     if (sqlite3_table_column_metadata(motor_.getHandle(), "erp", "Artigos", "Observ", nullptr, nullptr,
                                       nullptr, nullptr, nullptr) == SQLITE_OK)
@@ -73,10 +71,8 @@ void Execucao::executa(const Pedido& pedido) {
     const std::string& procedimento = pedido.procedimento;
     if (!procedimento.empty()) respostas_.inicia_chamada();
     try {
-        if (procedimento == "sp_pkeys") {
-            chave(pedido, chaves_primarias);
-        } else if (procedimento == "sp_special_columns") {
-            chave(pedido, indices_sem_nulos);
+        if (procedimento == "sp_pkeys" || procedimento == "sp_special_columns") {
+            chave(pedido);
         } else if (pedido.texto.starts_with("BEGIN TRANSACTION;") ||
                    pedido.texto.starts_with("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION; ") ||
                    pedido.texto.starts_with("DECLARE ")) { // the batches of several statements
@@ -115,7 +111,7 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
         return;
     }
     if (sql.starts_with("EXEC @r = sp_getapplock ")) return pede_tranca(sql);
-    if (sql.starts_with(larga_o_da_sessao)) return trancas_.larga(this);
+    if (sql.starts_with(larga_o_da_sessao)) return tranca_da_sessao_.reset();
     if (sql.starts_with("SET LOCK_TIMEOUT ")) limite_de_bloqueio_ = numero_depois_de("LOCK_TIMEOUT ", sql);
     if (sql.find("(READCOMMITTEDLOCK)") != std::string::npos) espera_pelos_que_escrevem();
     if (sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
@@ -129,7 +125,11 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
     Forma forma;
     forma.le(sql);
     const Traducao traducao = traduz(forma.chave());
-    if (traducao.genero == Traducao::Genero::esquema) return muda_esquema(traducao);
+    if (traducao.genero == Traducao::Genero::esquema) {
+        for (const std::string& uma : traducao.instrucoes)
+            motor_.exec(uma);
+        return;
+    }
     Preparada preparada(motor_, traducao);
     preparada.associa(forma);
     corre(preparada);
@@ -141,9 +141,11 @@ void Execucao::nega_tranca(int com) {
 }
 
 void Execucao::pede_tranca(const std::string& sql) {
-    const std::chrono::milliseconds espera(numero_depois_de("@LockTimeout=", sql));
+    const int espera = numero_depois_de("@LockTimeout=", sql);
     if (sql.find("@LockOwner=N'Session'") != std::string::npos) {
-        trancada_ = trancas_.pede(sql.substr(0, sql.find(',')), this, espera);
+        const int cria = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+        tranca_da_sessao_.emplace((pasta_ / "sessao.lock").string(), cria, espera);
+        trancada_ = tranca_da_sessao_->tryExec("BEGIN IMMEDIATE") == SQLITE_BUSY ? -1 : 0;
         return;
     }
     trancada_ = -999; // a transaction's, without one
@@ -151,7 +153,7 @@ void Execucao::pede_tranca(const std::string& sql) {
     // The ledger's lock is the engine's own; it lasts as long as the transaction, which begins again for it:
     // the real server's reads fix nothing that is seen later.
     motor_.exec("ROLLBACK; BEGIN");
-    motor_.setBusyTimeout(static_cast<int>(espera.count()));
+    motor_.setBusyTimeout(espera);
     trancada_ =
         motor_.tryExec("UPDATE main.xel_ORVEX SET NumSerie = NumSerie WHERE 0") == SQLITE_BUSY ? -1 : 0;
     motor_.setBusyTimeout(espera_ms);
@@ -181,19 +183,6 @@ std::string Execucao::traduz_o_da_sessao(std::string sql) const {
     return sql;
 }
 
-// All or nothing, inside a transaction or not.
-void Execucao::muda_esquema(const Traducao& traducao) {
-    motor_.exec("SAVEPOINT esquema");
-    try {
-        for (const std::string& uma : traducao.instrucoes)
-            motor_.exec(uma);
-    } catch (const SQLite::Exception&) {
-        motor_.exec("ROLLBACK TO esquema; RELEASE esquema");
-        throw;
-    }
-    motor_.exec("RELEASE esquema");
-}
-
 void Execucao::corre(Preparada& preparada) {
     SQLite::Statement& linhas = preparada.instrucao;
     std::vector<Coluna> colunas = preparada.colunas_actualizaveis()->lista;
@@ -213,12 +202,12 @@ void Execucao::corre(Preparada& preparada) {
 }
 
 // Asked on a connection of its own, so that it fixes no snapshot in the middle of a transaction.
-void Execucao::chave(const Pedido& pedido, const char* indices) {
+void Execucao::chave(const Pedido& pedido) {
     SQLite::Database motor = abre_empresa(pasta_, espera_ms);
     motor.tryExec("DROP VIEW temp.Artigos"); // the key is that of the table behind it
-    Preparada preparada(motor, {Traducao::Genero::consulta, {indices}, {}});
-    const Parametro& tabela = pedido.parametros.at(0);
-    associa_valor(preparada.instrucao, 1, tabela.tipo, tabela.valor);
+    Preparada preparada(motor, {Traducao::Genero::consulta, {colunas_da_chave}, {}});
+    preparada.instrucao.bind(1, pedido.parametros.at(0).valor.texto());
+    preparada.instrucao.bind(2, pedido.procedimento == "sp_special_columns" ? 1 : 0);
     corre(preparada);
 }
 

@@ -7,19 +7,17 @@
 #include "platform/sqlite/preparada.h"
 #include "tests/fio/pedidos.h"
 #include "tests/fio/respostas.h"
-#include "tests/fio/trancas.h"
 
 #include <SQLiteCpp/Database.h>
+
+#include <optional>
 
 namespace orvex::testes::tds {
 
 class Execucao {
   public:
     // Throws SQLite::Exception when the company does not open.
-    Execucao(const std::filesystem::path& pasta, Respostas& respostas, Trancas& trancas);
-    ~Execucao() { trancas_.larga(this); }
-    Execucao(const Execucao&) = delete;
-    Execucao& operator=(const Execucao&) = delete;
+    Execucao(const std::filesystem::path& pasta, Respostas& respostas);
 
     // The answers are written, failures too; only sending them can throw.
     void executa(const Pedido& pedido);
@@ -35,16 +33,15 @@ class Execucao {
     void pede_tranca(const std::string& sql);
     void espera_pelos_que_escrevem();
     std::string traduz_o_da_sessao(std::string sql) const;
-    void muda_esquema(const platform::sqlite::Traducao& traducao);
     void corre(platform::sqlite::Preparada& preparada);
-    void chave(const Pedido& pedido, const char* indices);
+    void chave(const Pedido& pedido);
 
     std::filesystem::path pasta_;
     SQLite::Database motor_;
     Respostas& respostas_;
-    Trancas& trancas_;
-    int trancada_ = 0;            // what the last request for a lock returned
-    int limite_de_bloqueio_ = -1; // in milliseconds, as the session last set it
+    std::optional<SQLite::Database> tranca_da_sessao_; // a file that has one writer at a time
+    int trancada_ = 0;                                 // what the last request for a lock returned
+    int limite_de_bloqueio_ = -1;                      // in milliseconds, as the session last set it
 };
 
 } // namespace orvex::testes::tds

@@ -64,8 +64,7 @@ base::Variante le_valor(Leitura leitura, unsigned char codigo, int casas) {
 
 Parametro le_parametro(Leitura& leitura) {
     Parametro parametro;
-    parametro.nome = leitura.texto(2 * leitura.numero(1));
-    leitura.bytes(1);
+    leitura.bytes(2 * leitura.numero(1) + 1); // its name, where it goes by one
     const auto codigo = leitura.numero(1);
     const auto* tipo =
         std::find_if(std::begin(tipos), std::end(tipos), [&](const auto& t) { return t.codigo == codigo; });
@@ -120,7 +119,7 @@ Pedido le_pedido(const Mensagem& mensagem) {
 
 std::string Pedido::registado() const {
     std::string tudo = texto;
-    for (const char* separador = " | "; const auto& [nome, tipo, valor] : parametros) {
+    for (const char* separador = " | "; const auto& [tipo, valor] : parametros) {
         const bool e_texto = std::holds_alternative<std::string>(valor.valor());
         tudo += std::exchange(separador, ", ");
         tudo += valor.nulo() ? "null" : e_texto ? base::entre_plicas(valor.texto()) : valor.texto();

@@ -16,7 +16,6 @@ struct Entrada { // what a client logs in with
 Entrada le_entrada(std::string_view bytes);
 
 struct Parametro {
-    std::string nome; // "@table_name"; empty when it goes by its place
     platform::registos::TipoSQL tipo;
     base::Variante valor;
 };

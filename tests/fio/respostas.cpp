@@ -15,8 +15,6 @@ constexpr unsigned mais = 1, com_erro = 2, com_contagem = 0x10,
                    com_interrupcao = 0x20; // how a statement ended
 constexpr std::size_t tamanho_fim = 13;
 
-bool e_moeda(const TipoSQL& tipo) { return tipo.casas == Moeda::casas; } // no decimal here has four
-
 unsigned tamanho(const TipoSQL& inteiro) {
     return inteiro.maximo == std::numeric_limits<std::int16_t>::max() ? 2 : 4;
 }
@@ -28,11 +26,7 @@ void descreve(Escrita& escrita, const TipoSQL& tipo) {
         escrita.u8(0x26).u8(tamanho(tipo));
         break;
     case Familia::decimal:
-        if (e_moeda(tipo)) {
-            escrita.u8(0x6E).u8(8);
-        } else {
-            escrita.u8(0x6A).u8(9).u8(18).u8(static_cast<unsigned>(tipo.casas));
-        }
+        escrita.u8(0x6A).u8(9).u8(19).u8(static_cast<unsigned>(tipo.casas)); // money too
         break;
     case Familia::data:
         escrita.u8(0x28);
@@ -65,9 +59,6 @@ void escreve(Escrita& escrita, const TipoSQL& tipo, const base::Variante& valor)
         const DataHora quando = valor.data();
         const int segundos = (quando.hora * 60 + quando.minuto) * 60 + quando.segundo;
         escrita.u8(8).u32(dias_desde(1900, quando)).u32(static_cast<std::uint64_t>(segundos) * 300);
-    } else if (e_moeda(tipo)) { // the high half first
-        const auto numero = static_cast<std::uint64_t>(valor.moeda().decimos_milesimos());
-        escrita.u8(8).u32(numero >> 32).u32(numero);
     } else {
         std::int64_t numero = valor.moeda().absoluta().decimos_milesimos();
         for (int casas = Moeda::casas; casas > tipo.casas; --casas)

@@ -86,13 +86,10 @@ void ServidorTDS::serve(Ligacao& ligacao) {
     const Mensagem mensagem = ligacao.canal.le();
     switch (mensagem.tipo) {
     case saudacao:
-        if (silencio == Silencio::saudacao) return; // and waits for more
         // The version and that there is no encryption: where each is, how long, and the two.
         return ligacao.canal.envia({"\0\0\x0B\0\x06\1\0\x11\0\1\xFF\x0F\0\0\0\0\0\2", 18}, true);
     case entrada:
-        if (silencio == Silencio::entrada) return;
-        if (silencio == Silencio::meio) return ligacao.canal.envia_metade();
-        return entra(ligacao, le_entrada(mensagem.bytes));
+        return cala_se ? void() : entra(ligacao, le_entrada(mensagem.bytes));
     case atencao:
         ligacao.respostas.interrompida(); // all had been answered: the client had seen enough
         break;
@@ -115,7 +112,7 @@ void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
         respostas.falhou(4060, "Cannot open database \"" + entrada.base + "\" requested by the login.");
         respostas.falhou(18456, "Login failed for user '" + entrada.utilizador + "'.");
     } else {
-        ligacao.execucao.emplace(pasta, respostas, trancas_);
+        ligacao.execucao.emplace(pasta, respostas);
         respostas.entrada_aceite();
     }
     respostas.envia();

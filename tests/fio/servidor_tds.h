@@ -4,8 +4,6 @@
 // Each connection has a thread and an engine session of its own; one that drops rolls its transaction back.
 #pragma once
 
-#include "tests/fio/trancas.h"
-
 #include <atomic>
 #include <filesystem>
 #include <memory>
@@ -50,10 +48,7 @@ class ServidorTDS {
     std::string utilizador = "orvex";
     std::string palavra_passe = "segredo";
     std::string base = "EMPRESA"; // "master" is it too; those that clients create lie in folders inside it
-    // Where it falls silent on whoever connects: never, or when it should answer the first packet, the
-    // log-in, or with half of a packet's answer to it.
-    enum class Silencio { nunca, saudacao, entrada, meio };
-    std::atomic<Silencio> silencio{Silencio::nunca};
+    std::atomic<bool> cala_se = false; // to whoever logs in
 
     // At the n-th request from now, over all connections. Log-ins and the client's giving up are none.
     void avaria_no(int pedido, Avaria avaria);
@@ -84,7 +79,6 @@ class ServidorTDS {
     std::filesystem::path pasta_;
     int escuta_;
     int porta_ = 0;
-    tds::Trancas trancas_;
     mutable std::mutex tranca_; // guards what follows
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;
     std::vector<std::string> textos_;

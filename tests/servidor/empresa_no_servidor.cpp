@@ -1,7 +1,6 @@
 #include "tests/servidor/empresa_no_servidor.h"
 
 #include "base/texto.h"
-#include "platform/registos/conjunto.h"
 #include "platform/sqlite/empresa.h"
 #include "startup/esquema_livro.h"
 #include "tests/apoio/sessao_de_teste.h"
@@ -9,14 +8,8 @@
 
 #include <SQLiteCpp/Statement.h>
 
-#include <algorithm>
-#include <limits>
-
 namespace orvex::testes {
 namespace {
-
-using platform::registos::TipoSQL;
-using Familia = TipoSQL::Familia;
 
 constexpr const char* tabelas_do_livro[]{"xel_ORVEX", "xel_ORVEX_Mov"}; // as start-up makes them
 
@@ -27,19 +20,6 @@ bool do_livro(const std::string& sql) {
     const std::string maiusculo = base::maiusculas(sql);
     return maiusculo.find("XEL_ORVEX") != std::string::npos ||
            maiusculo.find("U_DOCGCLIN1") != std::string::npos;
-}
-
-std::string tipo_no_servidor(const TipoSQL& tipo) {
-    switch (tipo.familia) {
-    case Familia::inteiro:
-        return tipo.maximo == std::numeric_limits<std::int16_t>::max() ? "smallint" : "int";
-    case Familia::decimal:
-        return "money";
-    case Familia::data_hora:
-        return "datetime";
-    default:
-        return "nvarchar(" + std::to_string(tipo.comprimento) + ")";
-    }
 }
 
 std::string literal(const base::Variante& valor) {
@@ -78,14 +58,17 @@ EmpresaNoServidor::~EmpresaNoServidor() {
 // Those whose rows have a key: all of the ERP's, and U_DocGcLin1 with the ledger's.
 void EmpresaNoServidor::le_tabelas(const std::filesystem::path& ficheiro, bool do_erp) {
     const SQLite::Database bd = platform::sqlite::abre_base(ficheiro);
-    SQLite::Statement chaves(bd,
-                             "SELECT t.name, c.name FROM sqlite_schema t JOIN pragma_table_info(t.name) c "
-                             "WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite%' AND c.pk > 0 "
-                             "ORDER BY t.name, c.pk");
-    while (chaves.executeStep()) {
-        const std::string nome = chaves.getColumn(0);
+    SQLite::Statement colunas(bd,
+                              "SELECT t.name, c.name, c.type, c.pk FROM sqlite_schema t "
+                              "JOIN pragma_table_info(t.name) c "
+                              "WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite%' ORDER BY t.name, c.cid");
+    while (colunas.executeStep()) {
+        const std::string nome = colunas.getColumn(0), coluna = colunas.getColumn(1);
+        const bool da_chave = colunas.getColumn(3).getInt() > 0;
         if (tabelas_.empty() || tabelas_.back().nome != nome) tabelas_.push_back({nome, do_erp});
-        tabelas_.back().chave.push_back(chaves.getColumn(1));
+        if (da_chave) tabelas_.back().chave.push_back(coluna);
+        tabelas_.back().criacao +=
+            "[" + coluna + "] " + colunas.getColumn(2).getString() + (da_chave ? " NOT NULL, " : " NULL, ");
     }
 }
 
@@ -102,22 +85,14 @@ void EmpresaNoServidor::cria_tabelas() {
     }
 }
 
-// With the columns of the embedded company's table, in the server's types and with the same key.
+// With the columns of the embedded company's table and the same key; the article's note lies beside it there.
 void EmpresaNoServidor::cria(const Tabela& tabela) {
-    std::string corpo, chave;
+    std::string chave;
     for (const std::string& coluna : tabela.chave)
         chave += (chave.empty() ? "[" : ", [") + coluna + "] ASC";
-    const auto vazio = ficheiros_.Consulta("Select * from " + tabela.nome + " where 1=0");
-    const auto& conjunto = dynamic_cast<const platform::registos::Conjunto&>(*vazio);
-    for (std::size_t i = 0; i < conjunto.colunas(); ++i) {
-        const std::string coluna(conjunto.nome_coluna(i));
-        const bool da_chave =
-            std::find(tabela.chave.begin(), tabela.chave.end(), coluna) != tabela.chave.end();
-        corpo +=
-            "[" + coluna + "] " + tipo_no_servidor(conjunto.tipo(i)) + (da_chave ? " NOT NULL, " : " NULL, ");
-    }
-    SessaoODBC::Executa("CREATE TABLE [" + tabela.nome + "](" + corpo + "CONSTRAINT [PK_" + tabela.nome +
-                        "] PRIMARY KEY CLUSTERED (" + chave + "))");
+    SessaoODBC::Executa("CREATE TABLE [" + tabela.nome + "](" + tabela.criacao +
+                        (tabela.nome == "Artigos" ? "[Observ] nvarchar(35) NULL, " : "") + "CONSTRAINT [PK_" +
+                        tabela.nome + "] PRIMARY KEY CLUSTERED (" + chave + "))");
 }
 
 EmpresaNoServidor::Linhas EmpresaNoServidor::le(Tabela& tabela) {

@@ -34,6 +34,7 @@ class EmpresaNoServidor final : public platform::odbc::SessaoODBC {
     struct Tabela {
         std::string nome;
         bool do_erp;
+        std::string criacao{}; // its columns
         std::vector<std::string> chave{}, colunas{};
         Linhas linhas{}; // on the server, as last carried there
     };

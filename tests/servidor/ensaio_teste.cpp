@@ -8,7 +8,9 @@
 namespace orvex::testes {
 namespace {
 
-struct Ensaio : testing::Test {
+using namespace testing;
+
+struct Ensaio : Test {
     PastaTemporaria pasta;
     std::filesystem::path base = pasta.pasta() / "ENSAIO";
     std::string saida; // what the last command wrote
@@ -30,8 +32,7 @@ struct Ensaio : testing::Test {
     int corre(const std::string& comando) {
         const auto ficheiro = pasta.escreve("saida.txt", "");
         const int estado = std::system((comando + " >" + ficheiro.string() + " 2>&1").c_str());
-        std::ifstream lido(ficheiro);
-        saida.assign(std::istreambuf_iterator<char>(lido), {});
+        saida = conteudo_de(ficheiro);
         return WIFEXITED(estado) ? WEXITSTATUS(estado) : -1;
     }
     int ensaia(const std::string& guiao) { // of the shell, in place of the suites
@@ -41,15 +42,15 @@ struct Ensaio : testing::Test {
     }
 };
 
-TEST_F(Ensaio, the_suites_run_in_a_database_of_their_own_and_it_is_dropped) {
-    EXPECT_EQ(corre("GTEST_FILTER='Conjuntos.*:Linguagem.*:RegrasServidor.*:Transaccoes.*:*.the_texts_of_*:"
-                    "*two_workstations*' " ORVEX_ENSAIO_PROGRAMA),
+TEST_F(Ensaio, OsTestesCorremNumaBasePropriaQueEApagada) {
+    EXPECT_EQ(corre("GTEST_FILTER='Conjuntos.*:Linguagem.*:RegrasServidor.*:Transaccoes.*:TrfBobines.*'"
+                    " " ORVEX_ENSAIO_PROGRAMA),
               0)
         << saida;
     EXPECT_FALSE(std::filesystem::exists(base));
 }
 
-TEST_F(Ensaio, the_database_is_dropped_however_the_run_ends_unless_it_is_another_one) {
+TEST_F(Ensaio, ABaseApagaSeAcabeComoAcabarSalvoSeForOutra) {
     constexpr const char* outra = "cd $PASTA && rm -r ENSAIO && mkdir ENSAIO && cp livro.db erp.db ENSAIO";
     const struct {
         const char* guiao;
@@ -67,21 +68,18 @@ TEST_F(Ensaio, the_database_is_dropped_however_the_run_ends_unless_it_is_another
     for (const auto& caso : casos) {
         EXPECT_EQ(ensaia(caso.guiao), caso.resultado) << caso.guiao << saida;
         EXPECT_EQ(std::filesystem::exists(base), caso.fica) << caso.guiao << saida;
-        EXPECT_THAT(saida, testing::HasSubstr(caso.texto));
-        EXPECT_THAT(saida, testing::Not(testing::HasSubstr(servidor->palavra_passe)));
+        EXPECT_THAT(saida, AllOf(HasSubstr(caso.texto), Not(HasSubstr(servidor->palavra_passe))));
     }
 }
 
-TEST_F(Ensaio, no_test_touches_a_database_that_was_not_made_for_it) {
+TEST_F(Ensaio, NenhumTesteTocaNumaBaseQueNaoFoiFeitaParaEle) {
     setenv("ORVEX_TESTE_MOTOR", "servidor", 1);
     setenv("ORVEX_ENSAIO", "0", 1);
     setenv("ORVEX_BASE", "EMPRESA", 1);
     EXPECT_THROW(abre_empresa(pasta.pasta()), base::Falha);
     EXPECT_THROW(SessaoDeTeste().Abre(""), base::Falha);
-    for (const std::string& texto : servidor->textos())
-        EXPECT_TRUE(texto.starts_with("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION;") ||
-                    texto.starts_with("select n from orvex_ensaio_0"))
-            << texto;
+    EXPECT_THAT(servidor->textos(), Each(AnyOf(StartsWith("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION;"),
+                                               StartsWith("select n from orvex_ensaio_0"))));
     for (const char* nome : {"ORVEX_TESTE_MOTOR", "ORVEX_ENSAIO"})
         unsetenv(nome);
 }

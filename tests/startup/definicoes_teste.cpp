@@ -3,6 +3,7 @@
 #include "startup/definicoes.h"
 #include "startup/instalacao.h"
 #include "startup/parametros.h"
+#include "tests/apoio/falhas.h"
 #include "tests/apoio/pasta_temporaria.h"
 #include "tests/apoio/tabela.h"
 
@@ -16,13 +17,11 @@ using namespace orvex::testes;
 using orvex::base::Falha;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::ThrowsMessage;
 
-TEST(Parametros, the_first_line_with_the_key_and_an_equals_sign_gives_its_value_unchanged) {
+TEST(Parametros, APrimeiraLinhaComAChaveEOSinalDaOValorTalComoEsta) {
     const PastaTemporaria pasta;
     const Parametros parametros(pasta.pasta());
-    EXPECT_THAT([&] { parametros.LerParametros("TRF"); },
-                ThrowsMessage<Falha>(HasSubstr(ficheiro_parametros)));
+    EXPECT_THAT(falha([&] { parametros.LerParametros("TRF"); }), HasSubstr(ficheiro_parametros));
 
     pasta.escreve(ficheiro_parametros, "SOBRAS=a,1\r\nnota = livre\r\nsobras=b,2\r\nTRFX=1\r\nTRF=\r\n"
                                        "ARMAZEMORVEX=OR,Pr\xF3prio\r\narmazem=01 \r\n CONSUMOS=x\r\n"
@@ -43,14 +42,14 @@ TEST(Parametros, the_first_line_with_the_key_and_an_equals_sign_gives_its_value_
     }
 }
 
-TEST(Parametros, an_element_that_is_missing_or_no_series_is_reported_with_its_key) {
+TEST(Parametros, UmElementoEmFaltaOuQueNaoESerieDizSeComASuaChave) {
     const ListaParametros lista{"GUIASREMESSA", {"GR", "1a", "40000", " 2"}};
     for (const std::size_t i : {1U, 2U, 4U})
-        EXPECT_THAT([&] { lista.serie(i); }, ThrowsMessage<Falha>(HasSubstr("GUIASREMESSA")));
+        EXPECT_THAT(falha([&] { lista.serie(i); }), HasSubstr("GUIASREMESSA"));
     EXPECT_EQ(lista.serie(3), 2);
 }
 
-TEST(Definicoes, five_erp_values_are_completed_from_the_database_and_only_the_password_may_be_empty) {
+TEST(Definicoes, OsCincoValoresDoErpCompletamSeComOsDaBaseESoAPalavraPassePodeFaltar) {
     const PastaTemporaria pasta;
     const auto ficheiro = pasta.escreve("OrvexEXE.xel", "; nota\n[bd]\nServidor = sqlite\nBase=Dados\n"
                                                         "Utilizador=ana\nPalavraPasse=a;b={c}\n"
@@ -65,37 +64,33 @@ TEST(Definicoes, five_erp_values_are_completed_from_the_database_and_only_the_pa
     EXPECT_FALSE(erp.incompletas());
 }
 
-TEST(Ficheiro, what_is_no_text_file_of_ours_is_refused_at_once_and_says_why) {
+TEST(Ficheiro, OQueNaoEUmFicheiroDeTextoNossoERecusadoLogoEDizPorque) {
     const PastaTemporaria pasta;
     const auto em = [&](const std::string& nome) { return pasta.pasta() / nome; };
+    const auto recusa = [&](const std::string& nome) { return falha([&] { DefinicoesBD::le(em(nome)); }); };
     mkfifo(em("cano").c_str(), 0600);
     std::filesystem::create_symlink("volta", em("volta"));
     std::filesystem::resize_file(pasta.escreve("grande", "x"), 100 << 20);
     pasta.escreve("utf16", std::string("\xFF\xFE[\0B\0", 6));
     pasta.escreve("binario", std::string("abc\0", 4));
-    for (const auto& caso : tabela({"nenhum => não existe", "utf16/dentro => não existe", ". => é uma pasta",
-                                    "cano => não é um ficheiro comum", "/dev/zero => não é um ficheiro comum",
-                                    "volta => volta a si mesma", "grande => demasiado grande",
-                                    "utf16 => em UTF-16", "binario => não é um ficheiro de texto"}))
-        EXPECT_THAT([&] { DefinicoesBD::le(em(caso[0])); }, ThrowsMessage<Falha>(HasSubstr(caso[1])))
-            << caso[0];
-    EXPECT_THAT([&] { DefinicoesERP::le(em(std::string(300, 'x'))); },
-                ThrowsMessage<Falha>(HasSubstr("demasiado longo")));
+    for (const auto& caso :
+         tabela("nenhum => não existe | utf16/dentro => não existe | . => é uma pasta | "
+                "cano => não é um ficheiro comum | /dev/zero => não é um ficheiro comum | "
+                "volta => volta a si mesma | grande => demasiado grande | utf16 => em UTF-16 | "
+                "binario => não é um ficheiro de texto"))
+        EXPECT_THAT(recusa(caso[0]), HasSubstr(caso[1]));
+    EXPECT_THAT(recusa(std::string(300, 'x')), HasSubstr("demasiado longo"));
     // A common folder that cannot be asked for is not the program's own.
-    EXPECT_THAT(
-        [&] {
-            PastasInstalacao({em("volta"), em(".")}).ficheiro_definicoes();
-        },
-        ThrowsMessage<Falha>(HasSubstr("volta a si mesma")));
+    const PastasInstalacao em_volta{em("volta"), em(".")};
+    EXPECT_THAT(falha([&] { em_volta.ficheiro_definicoes(); }), HasSubstr("volta a si mesma"));
     EXPECT_EQ(PastasInstalacao({em("utf16"), em("a")}).ficheiro_definicoes(), em("a") / "OrvexEXE.xel");
     if (geteuid() == 0 && seteuid(65534) == 0) {
-        EXPECT_THAT([&] { DefinicoesBD::le(em("utf16")); },
-                    ThrowsMessage<Falha>(HasSubstr("não há permissão")));
+        EXPECT_THAT(recusa("utf16"), HasSubstr("não há permissão"));
         ASSERT_EQ(seteuid(0), 0);
     }
 }
 
-TEST(ConstrutorLigacao, every_value_comes_back_as_it_went_in) {
+TEST(ConstrutorLigacao, TodosOsValoresVoltamComoForam) {
     for (const char* valor : {"", "a", "}", "}}", "{a}", ";Pwd={x};", "a=b;c", "fim}", "ação'\""}) {
         const ConstrutorLigacao c{
             .servidor = valor, .base = valor, .utilizador = valor, .palavra_passe = valor};

@@ -4,6 +4,7 @@
 
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/tabela.h"
 
 #include <gmock/gmock.h>
 
@@ -38,13 +39,10 @@ class EmpresaErp : public testing::Test {
     static ReferenciaERP documento(SessaoERPEmbebida& na, const std::vector<Linha>& linhas) {
         auto novo = na.CriaObjecto("SageApiNextPlus.DocumentoComercial");
         auto cab = novo->obtem("Cab").objecto;
-        for (const auto& [membro, valor] : {std::pair{"Ano", "2026"},
-                                            {"Data", "05-03-2026"},
-                                            {"Serie", "1"},
-                                            {"TipoDocumento", "GR"},
-                                            {"TipoTerceiro", "2"},
-                                            {"Terceiro", "CL'1"}})
-            cab->poe(membro, valor);
+        for (const auto& membro :
+             tabela("Ano => 2026 | Data => 05-03-2026 | Serie => 1 | TipoDocumento => GR | "
+                    "TipoTerceiro => 2 | Terceiro => CL'1"))
+            cab->poe(membro[0], membro[1]);
         for (const Linha& pedida : linhas) {
             auto linha = na.CriaObjecto("SageApiNextPlus.DocumentosGcLin");
             linha->poe("TipoDeLinha", 1);

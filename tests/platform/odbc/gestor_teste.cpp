@@ -28,7 +28,7 @@ class Gestor : public Servidor {
     static void SetUpTestSuite() { outro(); }
 };
 
-TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
+TEST_F(Gestor, UmaLigacaoQueVoltaComecaSemNadaAberto) {
     BD.IniciaTransaccao();
     junta("B1");
     avaria(Efeito::demora);
@@ -47,7 +47,7 @@ TEST_F(Gestor, a_connection_that_comes_back_begins_with_nothing_open) {
     EXPECT_EQ(series(), "B3; B4; B6");
 }
 
-TEST_F(Gestor, a_driver_is_what_it_is_whatever_its_name_and_never_passes_over_encryption) {
+TEST_F(Gestor, UmControladorEOQueETenhaONomeQueTiverENuncaPassaPorCimaDaEncriptacao) {
     SessaoODBC outra;
     for (const char* qual : {"FreeTDS", "SQL Server", "Outro", ORVEX_TDSODBC, outro().c_str()}) {
         EXPECT_TRUE(outra.Abre(ligacao_com({{&C::controlador, qual}}))) << qual;

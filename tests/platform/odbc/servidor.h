@@ -3,6 +3,7 @@
 
 #include "startup/construtor_ligacao.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/apoio/falhas.h"
 
 #include <gmock/gmock.h>
 
@@ -18,17 +19,6 @@ using testing::Not;
 using C = startup::ConstrutorLigacao;
 using Efeito = Avaria::Efeito;
 namespace numeros = startup::numeros_bd;
-
-// What a procedure fails with; empty when it does not.
-template <typename Procedimento>
-std::string falha(Procedimento procedimento) {
-    try {
-        procedimento();
-    } catch (const Falha& apanhada) {
-        return apanhada.what();
-    }
-    return {};
-}
 
 class Servidor : public testing::Test {
   protected:

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(Comparacao, texts_are_ordered_without_case_and_trailing_blanks_and_accented_letters_with_plain_ones) {
+TEST(Comparacao, NaoVeMaiusculasNemBrancosNoFimEOrdenaAsLetrasComAcentoJuntoDasOutras) {
     using orvex::platform::sqlite::compara_servidor;
     for (const auto& [a, b] :
          {std::pair{"Bobina", "BOBINA  "}, {"ção", "ÇÃO"}, {"", "   "}, {"ÿ", "Ÿ"}, {"š", "Š"}})

@@ -21,7 +21,7 @@ class Instrucoes : public EmpresaVazia<platform::sqlite::SessaoSQLite> {
     }
 };
 
-TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_statement) {
+TEST_F(Instrucoes, OQueOServidorRecusariaOuNaoConhecemosEUmaInstrucaoErrada) {
     for (const std::string fim :
          {" limit 1", " where Nome='aberto", " where", "; delete Clientes", " -- x", " order by 1",
           " where Nome like 'x%'", " where CODIGO=?", " where Nome='a' 'b'"})
@@ -37,13 +37,20 @@ TEST_F(Instrucoes, what_the_server_would_refuse_or_we_do_not_know_is_a_faulty_st
     EXPECT_EQ(numero_da_falha([&] { BD.Executa("Delete Nenhuma where a=1"); }), numeros::tabela_em_falta);
 }
 
-TEST_F(Instrucoes, a_known_statement_sees_the_columns_that_others_added) {
+TEST_F(Instrucoes, UmaConhecidaVeAsColunasQueOutrosJuntaramEUmAlterJuntaTodasAsSuasOuNenhuma) {
     const std::size_t antes = BD.Consulta("select * from xel_ORVEX")->colunas();
     outra_ligacao().exec("ALTER TABLE xel_ORVEX ADD COLUMN b money");
-    EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->colunas(), antes + 1);
+    for (const bool em_transaccao : {false, true}) {
+        if (em_transaccao) BD.IniciaTransaccao();
+        EXPECT_EQ(
+            numero_da_falha([&] { BD.Executa("ALTER TABLE  xel_ORVEX ADD a money null, b money Null"); }),
+            numeros::instrucao_errada);
+        EXPECT_EQ(BD.EmTransaccao(), em_transaccao);
+        EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->colunas(), antes + 1);
+    }
 }
 
-TEST_F(Instrucoes, a_row_that_cannot_be_computed_fails_only_who_reads_it) {
+TEST_F(Instrucoes, UmaLinhaQueNaoSeCalculaSoFalhaAQuemALe) {
     outra_ligacao().exec("CREATE VIEW armadilha AS SELECT NumLinha, CASE NumLinha WHEN 2 THEN "
                          "abs(-9223372036854775807 - 1) ELSE NumLinha END AS v FROM xel_ORVEX_Mov");
     const auto sonda = BD.Consulta("select v from armadilha");
@@ -54,7 +61,7 @@ TEST_F(Instrucoes, a_row_that_cannot_be_computed_fails_only_who_reads_it) {
     EXPECT_NE(numero_da_falha([&] { interrompida->fim(); }), 0);
 }
 
-TEST_F(Instrucoes, no_lock_outlives_the_set_its_last_row_or_the_next_statement) {
+TEST_F(Instrucoes, NenhumaTrancaDuraMaisDoQueOConjuntoASuaUltimaLinhaOuAInstrucaoSeguinte) {
     {
         const auto meio_lido = BD.Consulta("select * from xel_ORVEX_Mov");
         EXPECT_TRUE(ha_leitor()) << "or the check below proves nothing";

@@ -14,7 +14,7 @@ void espera_falha(const std::function<void()>& procedimento, const std::string& 
     EXPECT_THAT(procedimento, testing::ThrowsMessage<Falha>(testing::HasSubstr(texto)));
 }
 
-TEST_F(SessaoErp, recusa_a_entrada_sem_dizer_qual_dos_valores_esta_errado) {
+TEST_F(SessaoErp, RecusaAEntradaSemDizerQualDosValoresEstaErrado) {
     for (const auto& [posicao, errado] : {std::pair{DefinicoesERP::empresa, "outra"},
                                           {DefinicoesERP::utilizador, "outro"},
                                           {DefinicoesERP::palavra_passe, "outra"},
@@ -27,25 +27,22 @@ TEST_F(SessaoErp, recusa_a_entrada_sem_dizer_qual_dos_valores_esta_errado) {
     }
 }
 
-TEST_F(SessaoErp, diz_o_que_falta_quando_a_empresa_nao_abre) {
-    auto outros = valores();
-    const auto espera_ao_ligar = [&](const char* texto) {
-        espera_falha([&] { SessaoERPEmbebida().Liga(outros); }, texto);
-    };
-    outros[DefinicoesERP::base].clear(); // not the folder we are in
-    espera_ao_ligar("Falta a pasta da empresa do ERP.");
+TEST_F(SessaoErp, DizOQueFaltaQuandoAEmpresaNaoAbre) {
     const PastaTemporaria pasta;
-    outros = valores();
-    outros[DefinicoesERP::base] = pasta.pasta().string();
-    espera_ao_ligar("Não existe uma empresa na pasta");
-    pasta.escreve(platform::sqlite::ficheiro_erp, std::string(4096, 'x'));
-    espera_ao_ligar("A empresa do ERP está danificada");
-    pasta.escreve(platform::sqlite::ficheiro_erp, "");
-    espera_ao_ligar("Falha na empresa do ERP"); // no tables
+    pasta.escreve("danificada/erp.db", std::string(4096, 'x'));
+    pasta.escreve("vazia/erp.db", "");
+    for (const auto& [onde, texto] :
+         {std::pair{"", "Falta a pasta da empresa do ERP."}, // not the folder we are in
+          {"nenhuma", "Não existe uma empresa na pasta"},
+          {"danificada", "A empresa do ERP está danificada"},
+          {"vazia", "Falha na empresa do ERP"}}) {
+        auto outros = valores();
+        outros[DefinicoesERP::base] = *onde == '\0' ? "" : (pasta.pasta() / onde).string();
+        espera_falha([&] { SessaoERPEmbebida().Liga(outros); }, texto);
+    }
 }
 
-TEST_F(SessaoErp,
-       os_membros_nao_distinguem_maiusculas_e_o_que_nao_se_conhece_ou_nao_cabe_falha_com_o_seu_nome) {
+TEST_F(SessaoErp, OsMembrosNaoDistinguemMaiusculasEOQueNaoSeConheceOuNaoCabeFalhaComOSeuNome) {
     auto novo = documento(sessao, {{"BOB2", "1"}});
     auto cab = novo->obtem("CAB").objecto;
     cab->poe("PROCESSO", "P7");
@@ -73,7 +70,7 @@ TEST_F(SessaoErp,
     espera_falha([&] { sessao.SubmeteDocumento(3, novo); }, ""); // an object of the session that was
 }
 
-TEST_F(SessaoErp, um_documento_recebe_o_cabecalho_de_outro_e_finalizar_devolve_o_numero_no_seu_argumento) {
+TEST_F(SessaoErp, UmDocumentoRecebeOCabecalhoDeOutroEFinalizarDevolveONumeroNoSeuArgumento) {
     auto novo = documento(sessao, {{"BOB2", "1"}});
     auto copia = sessao.CriaObjecto("SageApiNextPlus.DocumentoComercial");
     copia->poe("Cab", novo->obtem("Cab"));

@@ -1,4 +1,3 @@
-#include "tests/apoio/tabela.h"
 #include "tests/platform/erp/empresa_erp.h"
 
 namespace orvex::testes {
@@ -6,7 +5,7 @@ namespace {
 
 using DocumentosErp = EmpresaErp;
 
-TEST_F(DocumentosErp, o_numero_e_de_quem_grava_primeiro_e_nao_repete_com_dois_postos_ao_mesmo_tempo) {
+TEST_F(DocumentosErp, DaONumeroAQuemGravaPrimeiroENaoORepeteComDoisPostosAoMesmoTempo) {
     SessaoERPEmbebida outra;
     liga(outra);
     auto daqui = documento(sessao, {{"BOB2", "1"}});
@@ -18,7 +17,7 @@ TEST_F(DocumentosErp, o_numero_e_de_quem_grava_primeiro_e_nao_repete_com_dois_po
     EXPECT_EQ(numero(daqui), 2);
 }
 
-TEST_F(DocumentosErp, recusa_com_mensagem_o_que_nao_pode_gravar_e_nada_fica_gravado) {
+TEST_F(DocumentosErp, RecusaComMensagemOQueNaoPodeGravarENadaFicaGravado) {
     const auto antes = empresa.stock();
     // Artigo, quantidade, armazém => membro do cabeçalho => o que lá se põe => mensagem.
     for (const auto& caso :
@@ -45,7 +44,7 @@ TEST_F(DocumentosErp, recusa_com_mensagem_o_que_nao_pode_gravar_e_nada_fica_grav
     EXPECT_EQ(empresa.linhas("select * from DocGcCab") + empresa.stock(), antes);
 }
 
-TEST_F(DocumentosErp, uma_falha_a_meio_ou_um_erp_ocupado_nao_deixa_nada_gravado_nem_gasta_o_numero) {
+TEST_F(DocumentosErp, UmaFalhaAMeioOuUmErpOcupadoNaoDeixaNadaGravadoNemGastaONumero) {
     auto outra =
         platform::sqlite::abre_base(empresa.pasta() / platform::sqlite::ficheiro_erp, SQLite::OPEN_READWRITE);
     std::int64_t seguinte = 0;
@@ -64,7 +63,7 @@ TEST_F(DocumentosErp, uma_falha_a_meio_ou_um_erp_ocupado_nao_deixa_nada_gravado_
     }
 }
 
-TEST_F(DocumentosErp, pode_ficar_negativo_ao_ultimo_preco_e_o_custo_volta_a_ser_o_que_era_ao_anular) {
+TEST_F(DocumentosErp, DeixamOStockNegativoAoUltimoPrecoEOCustoVoltaASerOQueEraAoAnular) {
     EXPECT_EQ(emite(sessao, documento(sessao, {{"SEM", "2"}})), "");
     EXPECT_EQ(stock("SEM"), "-2 = -2|-100");
     EXPECT_EQ(emite(sessao, documento(sessao, {{"BOB2", "20"}})), "");
@@ -76,32 +75,26 @@ TEST_F(DocumentosErp, pode_ficar_negativo_ao_ultimo_preco_e_o_custo_volta_a_ser_
     EXPECT_EQ(sessao.AnulaDocumento(1, {2026, "SB", 1, 9}).mensagem, "O documento SB/1/9/2026 não existe.");
 }
 
-TEST_F(DocumentosErp, recusa_o_documento_de_stock_que_nao_pode_criar_e_nao_gasta_numero) {
-    startup::PedidoDocStock pedido;
-    pedido.sector = "1";
-    pedido.serie = 1;
-    pedido.processo = "P1";
-    pedido.armazem = "OR";
+TEST_F(DocumentosErp, RecusaODocumentoDeStockQueNaoPodeCriarENaoGastaNumero) {
+    startup::PedidoDocStock pedido{.sector = "1", .serie = 1, .processo = "P1", .armazem = "OR"};
     pedido.artigos = {"", "BOB2"};
     pedido.textos_15 = pedido.textos_18 = {"", ""};
     pedido.precos = {0, 100};
-    const auto cria = [&](const char* tipo, double quantidade, const char* data, const char* destino) {
-        pedido.tipo_documento = tipo;
-        pedido.quantidades = {0, quantidade};
-        pedido.data = data;
-        pedido.destino = destino;
-        return sessao.CriaDocStock(pedido);
-    };
     for (const auto& [tipo, quantidade, data, destino] : {std::tuple{"TR", 1, "05-03-2026", "A7"},
                                                           {"SB", 1, "ontem", "CL"},
                                                           {"FA", 1, "05-03-2026", "CL"},
                                                           {"ZZ", 1, "05-03-2026", "CL"},
-                                                          {"QB", -1, "05-03-2026", "CL"}}) {
-        EXPECT_EQ(cria(tipo, quantidade, data, destino), startup::ChaveDocumento{});
-        EXPECT_FALSE(sessao.ResultadoUltimo().sucesso || sessao.ResultadoUltimo().mensagem.empty());
+                                                          {"QB", -1, "05-03-2026", "CL"},
+                                                          {"SB", 1, "05-03-2026", "CL"}}) {
+        EXPECT_EQ(empresa.linhas("select * from DocGcCab"), "");
+        pedido.tipo_documento = tipo;
+        pedido.quantidades = {0, static_cast<double>(quantidade)};
+        pedido.data = data;
+        pedido.destino = destino;
+        const bool criado = sessao.CriaDocStock(pedido) == startup::ChaveDocumento{2026, "SB", 1, 1};
+        EXPECT_EQ(sessao.ResultadoUltimo().sucesso, criado) << tipo;
+        EXPECT_EQ(sessao.ResultadoUltimo().mensagem.empty(), criado) << tipo;
     }
-    EXPECT_EQ(empresa.linhas("select * from DocGcCab"), "");
-    EXPECT_EQ(cria("SB", 1, "05-03-2026", "CL"), (startup::ChaveDocumento{2026, "SB", 1, 1}));
     EXPECT_EQ(empresa.linhas("select TpTerc, Processo, Data, NVias from DocGcCab"),
               "1|P1|2026-03-05 00:00:00|0");
 }
