@@ -12,7 +12,7 @@ PACOTES_PACOTE := dpkg-dev fakeroot file lintian
 
 LINTER := clang-tidy
 LIDOS ?= 'src/*.cpp' 'tools/*.cpp' 'bench/*.cpp' 'bench/*.c' 'tests/apoio/*.cpp' 'tests/fio/*.cpp' 'tests/servidor/*.cpp' \
-	'tests/falhas/*.cpp' 'tests/propriedades/*.cpp' 'tests/contrato/*.cpp'
+	'tests/falhas/*.cpp' 'tests/propriedades/*.cpp' 'tests/contrato/*.cpp' ':!*_windows.cpp'
 
 PREFIX ?= /usr/local
 

@@ -63,7 +63,7 @@ bool GuiasRemessa::CriaCabecalho(const CabecalhoGuia& cab) {
 }
 
 ReferenciaERP GuiasRemessa::NovaLinha(const std::string& Artigo) {
-    const ReferenciaERP lin = CriaObjectoERP(classe_linha);
+    ReferenciaERP lin = CriaObjectoERP(classe_linha);
     lin->poe("TipoDeLinha", 1);
     lin->poe("Artigo", Artigo);
     return lin;

@@ -9,9 +9,6 @@
 
 namespace orvex::delivery {
 
-using base::Moeda;
-using base::Variante;
-
 GuiasRemessa::GuiasRemessa(common::ServicosEcra servicos) : Ecra(std::move(servicos), "Guias Remessa") {
     regista_controlos();
 }

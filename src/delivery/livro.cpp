@@ -7,9 +7,6 @@
 
 namespace orvex::delivery {
 
-using base::DataHora;
-using base::Moeda;
-
 namespace {
 
 bool mesmo_artigo(const std::string& a, const std::string& b) {

@@ -45,7 +45,7 @@ std::optional<ChaveLinha> le_chave(std::string_view texto) {
 
 std::optional<ChaveLinha> le_origem(const std::string& Origem, const ChaveLinha& linha) {
     if (Origem.empty()) return std::nullopt;
-    const auto chave = le_chave(Origem);
+    auto chave = le_chave(Origem);
     if (!chave)
         throw base::FalhaGuarda("A linha " + linha.texto() + " dos movimentos da ORVEX tem como origem «" +
                                 Origem +

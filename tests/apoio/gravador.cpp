@@ -94,7 +94,7 @@ std::string Diario::texto() const {
 }
 
 startup::ReferenciaERP SessaoERPQueRecusa::CriaObjecto(const std::string& classe) {
-    const startup::ReferenciaERP real = SessaoERPEmbebida::CriaObjecto(classe);
+    startup::ReferenciaERP real = SessaoERPEmbebida::CriaObjecto(classe);
     if (!classe.ends_with("Comercial")) return real;
     return std::make_shared<DocumentoQueRecusa>(real, diario_);
 }

@@ -17,7 +17,7 @@ constexpr int espera_ms = 1000; // for a lock another session holds
 // The number after a name; 0 when it is not there.
 int numero_depois_de(std::string_view nome, const std::string& sql) {
     const std::size_t i = sql.find(nome);
-    return i == std::string::npos ? 0 : std::atoi(sql.c_str() + i + nome.size());
+    return i == std::string::npos ? 0 : std::stoi(sql.substr(i + nome.size()));
 }
 
 // The number the real server gives the engine's failure.

@@ -86,7 +86,7 @@ Entrada le_entrada(std::string_view bytes) {
         Leitura lugar(bytes), leitura(bytes);
         lugar.bytes(36 + 4 * numero);
         leitura.bytes(lugar.u16());
-        return leitura.bytes(2u * lugar.u16());
+        return leitura.bytes(std::size_t{2} * lugar.u16());
     };
     const auto em_utf8 = [](std::string_view utf16) { return Leitura(utf16).texto(utf16.size()); };
     return {em_utf8(campo(1)), em_utf8(revela(campo(2))), em_utf8(campo(3)), em_utf8(campo(8))};
@@ -103,7 +103,7 @@ Pedido le_pedido(const Mensagem& mensagem) {
     if (mensagem.tipo != chamada) throw LigacaoPerdida();
     constexpr unsigned por_numero = 0xFFFF, executesql = 10;
     const unsigned unidades = leitura.u16();
-    pedido.procedimento = unidades != por_numero        ? leitura.texto(2 * unidades)
+    pedido.procedimento = unidades != por_numero        ? leitura.texto(std::size_t{2} * unidades)
                           : leitura.u16() == executesql ? "sp_executesql"
                                                         : "?";
     leitura.u16();

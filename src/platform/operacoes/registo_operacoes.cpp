@@ -25,7 +25,9 @@ std::string enumera(const std::vector<ChaveDocumento>& documentos) {
 std::string enumera(const std::vector<confirmacao::ArtigoMovido>& artigos) {
     std::string texto;
     for (const auto& [artigo, quantidade, armazem] : artigos)
-        texto += (texto.empty() ? "" : "; ") + artigo + " " + quantidade.texto() + " t " + armazem;
+        texto.append(texto.empty() ? "" : "; ")
+            .append(artigo + " " + quantidade.texto() + " t ")
+            .append(armazem);
     return texto;
 }
 

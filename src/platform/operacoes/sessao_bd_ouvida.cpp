@@ -38,7 +38,7 @@ class ConjuntoOuvido : public ConjuntoRegistos {
     }
     void actualiza() override {
         const std::string campos = std::exchange(campos_, altera);
-        com_ouvinte(ouvinte_, {Especie::altera, sql_, {}, [&campos] { return campos; }},
+        com_ouvinte(ouvinte_, {Especie::altera, sql_, {}, [&campos] { return std::string(campos); }},
                     [this] { real_->actualiza(); });
     }
 

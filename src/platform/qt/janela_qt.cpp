@@ -49,7 +49,9 @@ JanelaQt::JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao, QSize tamanho
     ecra.define_janela(*this);
 }
 
-JanelaQt::~JanelaQt() { ocupado(false); }
+JanelaQt::~JanelaQt() {
+    if (ocupado_) QGuiApplication::restoreOverrideCursor();
+}
 
 void JanelaQt::abre() {
     mostra();
@@ -122,7 +124,7 @@ void JanelaQt::ocupado(bool sim) {
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QGuiApplication::restoreOverrideCursor();
-    if (!sim && std::exchange(fecha_depois_, false)) descarrega();
+    if (!sim && std::exchange(fecha_depois_, false)) JanelaQt::descarrega();
 }
 
 void JanelaQt::descarrega() {

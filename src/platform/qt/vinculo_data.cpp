@@ -40,9 +40,9 @@ QDateTime mudada(const QDateTime& data, int parte, int passo) {
     case 2:
         return data.addYears(passo);
     case 3:
-        return data.addSecs(passo * hora);
+        return data.addSecs(qint64{passo} * hora);
     default:
-        return data.addSecs(passo * minuto);
+        return data.addSecs(qint64{passo} * minuto);
     }
 }
 
