@@ -112,7 +112,10 @@ Intencao MovStocks::IntencaoDe(const Ajuste& ajuste) const {
                       .artigos = {{campo(campos::artigo).Text, ajuste.Qtd, ArmazemActual}}};
     if (bCarregado) {
         intencao.fluxo = Fluxo::substitui_ajuste;
-        intencao.anula = {DocCarregado};
+        intencao.cria.Ano = static_cast<std::int16_t>(Carregado.Data.ano);
+        intencao.anula = {Carregado.Documento};
+        intencao.Cliente = Carregado.Cliente;
+        intencao.Data = Carregado.Data;
     }
     return intencao;
 }

@@ -62,7 +62,7 @@ void MovStocks::LerMovimento() {
         if (const auto do_erp = cabecalho->valor("Data"); !do_erp.nulo()) data = do_erp.data();
     }
     const auto existencia = livro::existencia(BD, artigo, armazem);
-    DocCarregado = registo->Documento;
+    Carregado = *registo;
 
     if (campo(campos::artigo).Text != artigo)
         Label2(rotulos::nome_artigo).Caption.clear(); // the name of another item

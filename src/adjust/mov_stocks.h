@@ -7,6 +7,7 @@
 
 #include "adjust/indices.h"
 #include "common/ecra.h"
+#include "livro/detentores.h"
 #include "startup/modos.h"
 
 #include <cstdint>
@@ -118,8 +119,8 @@ class MovStocks : public common::Ecra {
     std::string ArmazemActual; // where its stock is read and moved
     std::int32_t lRegisto = 0; // of the adjustment loaded
     bool bCarregado = false;
-    startup::ChaveDocumento DocCarregado;
-    base::Moeda cQtdCarregada; // tonnes
+    livro::LinhaDetentor Carregado; // its row, as it was loaded
+    base::Moeda cQtdCarregada;      // tonnes
 };
 
 } // namespace orvex::adjust

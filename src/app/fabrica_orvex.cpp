@@ -32,11 +32,10 @@ class JanelaRegistada : public TJanela {
 
     int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
               common::Botoes botoes) override {
-        const bool pergunta = botoes != common::Botoes::ok;
-        if (registo_ != nullptr && !pergunta) registo_->caixa(texto);
+        if (registo_ != nullptr) registo_->caixa(texto);
         const int resposta = TJanela::caixa(texto, titulo, icone, botoes);
         const bool sim = resposta == common::resposta_ok || resposta == common::resposta_sim;
-        if (registo_ != nullptr && pergunta) registo_->caixa(texto, sim ? "sim" : "não");
+        if (registo_ != nullptr && botoes != common::Botoes::ok) registo_->resposta(sim ? "sim" : "não");
         return resposta;
     }
 

@@ -113,7 +113,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
         return;
     }
 
-    MudaEstado(EstadoGuia::vazia);
+    if (Estado != EstadoGuia::vazia) MudaEstado(EstadoGuia::a_fazer); // the client stays, if there is one
     Act_Gr();
     Act_Detalhe();
     define_estado({});

@@ -55,7 +55,7 @@ bool aceite(const std::string& ficheiro, const std::string& incluido, bool do_si
                        [&](const std::string& um) { return um == incluido || um == camada(incluido); });
 }
 
-// The core is the same on every compiler and system, but for the one file that asks the system.
+// The core is the same on every compiler and system, but for the two files that ask the system.
 bool so_de_um_compilador(const std::string& ficheiro, const std::string& sem_brancos) {
     return !ficheiro.starts_with("platform/") && ficheiro != "base/caminho.cpp" &&
            ficheiro != "base/datahora.cpp" &&

@@ -55,9 +55,28 @@ std::string sem_valores(const Operacao& operacao) {
     case Operacao::Especie::poe:
     case Operacao::Especie::chama:
         return std::string(operacao.nome) + "." + std::string(operacao.membro);
-    default:
+    case Operacao::Especie::cria_stock:
+        return std::string(operacao.nome); // what it was to hold is in the confirmation's own line
+    case Operacao::Especie::abre:
+    case Operacao::Especie::consulta:
+    case Operacao::Especie::abre_actualizavel:
+    case Operacao::Especie::executa:
+    case Operacao::Especie::comprimento:
+    case Operacao::Especie::inicia:
+    case Operacao::Especie::tranca:
+    case Operacao::Especie::confirma:
+    case Operacao::Especie::desfaz:
+    case Operacao::Especie::em_transaccao:
+    case Operacao::Especie::liga:
+    case Operacao::Especie::cria_objecto:
+    case Operacao::Especie::prepara_stock:
+    case Operacao::Especie::submete:
+    case Operacao::Especie::submetido:
+    case Operacao::Especie::anula:
+    case Operacao::Especie::resultado:
         return operacao.texto();
     }
+    return {};
 }
 
 } // namespace
@@ -88,9 +107,9 @@ void RegistoOperacoes::empresa(const std::string& nome, const std::string& motor
         linha("empresa").com_texto("nome", nome).com("motor", motor).com_texto("controlador", controlador));
 }
 
-void RegistoOperacoes::caixa(const std::string& texto, const std::string& resposta) {
-    escreve(linha("caixa").com_texto("texto", texto).com("resposta", resposta));
-}
+void RegistoOperacoes::caixa(const std::string& texto) { escreve(linha("caixa").com_texto("texto", texto)); }
+
+void RegistoOperacoes::resposta(const std::string& dada) { escreve(linha("resposta").com("dada", dada)); }
 
 void RegistoOperacoes::falha(const std::string& texto) { escreve(linha("falha").com_texto("erro", texto)); }
 
@@ -150,6 +169,11 @@ void RegistoOperacoes::feita() noexcept {
 }
 
 void RegistoOperacoes::compensada(const confirmacao::Compensacao& compensacao) noexcept {
+    if (confirmacao_) // what the compensation cancelled has a place of its own
+        std::erase_if(confirmacao_->anulados, [&](const ChaveDocumento& chave) {
+            return std::find(compensacao.anulados.begin(), compensacao.anulados.end(), chave) !=
+                   compensacao.anulados.end();
+        });
     Linha esta = linha_da_confirmacao(compensacao.por_saber ? "por_saber" : "desfeita");
     esta.com_texto("erro", compensacao.erro)
         .com("compensados", enumera(compensacao.anulados))

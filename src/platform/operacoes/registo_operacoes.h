@@ -30,9 +30,10 @@ class RegistoOperacoes : public Ouvinte, public confirmacao::Observador {
 
     void inicio(const std::string& versao, const std::string& modo);
     void empresa(const std::string& nome, const std::string& motor, const std::string& controlador);
-    // A box that the user saw, and what he answered where there was a choice.
-    void caixa(const std::string& texto, const std::string& resposta = {});
-    void falha(const std::string& texto); // that ends the program, or an event
+    // A box, before it is shown; and what the user answered where he had a choice.
+    void caixa(const std::string& texto);
+    void resposta(const std::string& dada);
+    void falha(const std::string& texto); // that ends the program; one that ends a screen is told in its box
     void engolida(const std::string& texto) noexcept
         override; // that nobody is told of: the program knows what to do about it
     void fim(const std::string& como);

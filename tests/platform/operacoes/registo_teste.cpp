@@ -113,10 +113,13 @@ TEST_F(Registo, DizOQueFalhouOuDemorouSemValoresNemPalavrasPasseENaoMudaFalhaNen
     EXPECT_THROW(linha->define("Descritivo", std::string(99, 'n')), base::Falha);
     registo.depois({Operacao::Especie::poe, "doc", "Nome", [] { return "Nome='Rita'"; }},
                    {std::chrono::seconds(2)});
+    registo.depois({Operacao::Especie::cria_stock, "STOCK", {}, [] { return "STOCK PES-2041"; }},
+                   {std::chrono::seconds(3)});
     registo.depois({Operacao::Especie::inicia, "INICIA"}, {std::chrono::milliseconds(999)});
     EXPECT_THAT(linhas().substr(antes),
                 testing::MatchesRegex("operacao_falhou operacao=\"ALTERA Select [^\n]* numero=\"-2147217833\""
-                                      "[^\n]*\noperacao_lenta operacao=\"doc.Nome\" ms=\"2000\"\n"));
+                                      "[^\n]*\noperacao_lenta operacao=\"doc.Nome\" ms=\"2000\"\n"
+                                      "operacao_lenta operacao=\"STOCK\" ms=\"3000\"\n"));
 }
 
 TEST_F(Registo, NaoPerdeLinhasDeProgramasQueEscrevemAoMesmoTempoEGuardaCincoFicheiros) {
