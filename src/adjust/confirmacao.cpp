@@ -51,8 +51,9 @@ void MovStocks::btConf_Click() {
         if (!bCarregado && !AceitaDatas({&DTPicker1})) return;
         if (Pergunta(ajuste)) Confirma(ajuste, confirmacao);
     };
-    if (!confirmacao.executa(trabalho, [this](const std::exception& falha) { return erro_a_mostrar(falha); }))
-        RecomecaEcra();
+    const auto fim =
+        confirmacao.executa(trabalho, [this](const std::exception& falha) { return erro_a_mostrar(falha); });
+    if (fim == Confirmacao::Fim::falhou) RecomecaEcra();
 }
 
 MovStocks::Ajuste MovStocks::ajuste_pedido() {
@@ -177,9 +178,10 @@ std::optional<std::string> MovStocks::DetentorActual() {
     return ultimo->Cliente;
 }
 
-// What the user decided on must still be so: another program may have moved the item since it was typed.
+// What the user decided on must still be so: another program may have moved the item since it was typed, or
+// while it was being looked at, between the warehouse and the holder.
 void MovStocks::ConfereArtigo() {
-    const bool mesmo = DetentorActual() == Detentor;
+    const bool mesmo = DetentorActual() == Detentor && ArmazemDe(Detentor) == ArmazemActual;
     const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
     const bool igual =
         existencia && (existencia->nulo() ? Moeda() : existencia->moeda()) == valor(campos::existencia);
@@ -246,8 +248,8 @@ void MovStocks::btAnular_Click() {
         return RecomecaEcra();
     Confirmacao confirmacao(meios());
     bool ha_movimento = true;
-    confirmacao.executa([&] { ha_movimento = Anula(confirmacao); }, &base::descricao);
-    if (ha_movimento) RecomecaEcra();
+    const auto fim = confirmacao.executa([&] { ha_movimento = Anula(confirmacao); }, &base::descricao);
+    if (ha_movimento && fim != Confirmacao::Fim::recusada) RecomecaEcra();
 }
 
 // False, with the screen as it is, when there is nothing to cancel.

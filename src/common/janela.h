@@ -12,6 +12,7 @@ enum class Icone { nenhum, exclamacao, informacao, critico };
 enum class Botoes { ok, ok_cancelar, sim_nao };
 
 // Results of a message box.
+inline constexpr int resposta_nenhuma = 0; // an information that went unread, because the program is ending
 inline constexpr int resposta_ok = 1;
 inline constexpr int resposta_cancelar = 2;
 inline constexpr int resposta_sim = 6;

@@ -15,15 +15,25 @@ Janela& Servicos::janela() const {
     return *janela_;
 }
 
+namespace {
+
+constexpr const char* titulo = "Informação";
+
+} // namespace
+
+bool Servicos::AvisaLido(const std::string& Aviso) {
+    janela().mostra();
+    return janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok) == resposta_ok;
+}
+
 std::int32_t Servicos::Avisa(const std::string& campo, const std::string& Aviso, std::int16_t Tipo) {
-    constexpr const char* titulo = "Informação";
     janela().mostra();
     switch (Tipo) {
     case aviso_obrigatorio:
         janela().caixa("Campo obrigatório [" + campo + "].", titulo, Icone::exclamacao, Botoes::ok);
         return 0;
     case aviso_informacao:
-        janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok);
+        AvisaLido(Aviso);
         return 0;
     case aviso_ok_cancelar:
         return janela().caixa(Aviso, titulo, Icone::informacao, Botoes::ok_cancelar);

@@ -51,6 +51,8 @@ class Servicos {
     // `campo` is a field's caption and is all that the first kind shows; the others show `Aviso`. Gives the
     // answer to a question, 0 otherwise.
     std::int32_t Avisa(const std::string& campo, const std::string& Aviso, std::int16_t Tipo);
+    // An information that something depends on: false when it went unread, because the program is ending.
+    bool AvisaLido(const std::string& Aviso);
     // Kinds of MostraMensagem, whose boxes are titled with the program's description; any other shows
     // nothing.
     enum TipoMensagem { mensagem_exclamacao = 0, mensagem_informacao = 1, mensagem_critica = 2 };

@@ -16,8 +16,9 @@ bool fala_por_si(const std::exception& falha) {
 } // namespace
 
 confirmacao::Meios Ecra::meios() {
-    return {BD, gERP, observador(), formato(),
-            [this](const std::string& texto) { Avisa("", texto, aviso_informacao); }};
+    return {BD, gERP, observador(), formato(), [this](const std::string& texto) {
+                if (!AvisaLido(texto)) throw base::Falha("O aviso não chegou a ser lido: " + texto);
+            }};
 }
 
 void Ecra::com_ultimo_erro(const std::function<void()>& procedimento) {

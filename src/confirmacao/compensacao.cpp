@@ -24,7 +24,12 @@ std::string lista_de(const std::vector<ChaveDocumento>& documentos) {
 void Confirmacao::compensa(const std::exception& falha, const std::string& texto_erro) {
     falhou_ = true;
     const std::string anomala = "Situação Anómala\n\rErro: " + texto_erro;
-    if (confirmada_) return meios_.avisa(anomala); // only what came after it failed
+    if (confirmada_) { // only what came after it failed
+        avisa(anomala);
+        avisa_por_anular(PorAnular);
+        if (!caixa_falhada_) conta_feita();
+        return relanca_caixa();
+    }
     Compensacao fim{.erro = texto_erro,
                     .por_saber = dynamic_cast<const startup::ConfirmacaoDesconhecida*>(&falha) != nullptr};
     desfaz_transaccao();
@@ -34,8 +39,10 @@ void Confirmacao::compensa(const std::exception& falha, const std::string& texto
     else
         anula_criados(fim);
     for (const std::string& documento : por_nomear_)
-        avisa_por_verificar("Não se sabe se o ERP criou o documento " + documento +
-                                ". Procure-o no ERP e, se existir, anule-o.",
+        avisa_por_verificar(fim.por_saber ? "Se não, o ERP pode ter criado o documento " + documento +
+                                                " e não se sabe o seu número: procure-o no ERP e anule-o."
+                                          : "Não se sabe se o ERP criou o documento " + documento +
+                                                ". Procure-o no ERP e, se existir, anule-o.",
                             fim);
     for (const auto& [chave, certa] : anulacoes_)
         avisa_por_verificar("O documento " + chave.texto() +
@@ -43,7 +50,12 @@ void Confirmacao::compensa(const std::exception& falha, const std::string& texto
                                        : " pode ter ficado anulado no ERP, e continua nos movimentos da "
                                          "ORVEX: veja o seu estado no ERP."),
                             fim);
+    fim.avisado = caixa_falhada_ == nullptr;
     meios_.observador.compensada(fim);
+    relanca_caixa();
+}
+
+void Confirmacao::relanca_caixa() {
     if (caixa_falhada_) std::rethrow_exception(std::exchange(caixa_falhada_, nullptr));
 }
 
@@ -63,6 +75,7 @@ void Confirmacao::anula_criados(Compensacao& fim) {
     for (const ChaveDocumento& chave : DocsCriados) {
         bool anulado = false;
         try {
+            anuncia_anulacao(chave);
             anulado = pede_anulacao(chave, Leitura::resposta).sucesso;
         } catch (const std::exception&) { // the observer was told, and the user is
         }
@@ -85,7 +98,9 @@ void Confirmacao::avisa_por_saber(Compensacao& fim) {
                                 "\n\r" + pergunta + ": se sim, está tudo feito; se não, anule-os no ERP.",
                             fim);
     else if (anulacoes_.empty())
-        avisa_por_verificar(pergunta + ": se sim, está tudo feito; se não, nada ficou.", fim);
+        avisa_por_verificar(pergunta + ": se sim, está tudo feito" +
+                                (por_nomear_.empty() ? "; se não, nada ficou." : "."),
+                            fim);
     if (!PorAnular.empty())
         avisa_por_verificar("Se sim, os documentos seguintes, que o ERP não anulou, devem ser anulados "
                             "manualmente - " +

@@ -3,6 +3,8 @@
 #include "base/descricao.h"
 #include "startup/parametros.h"
 
+#include <utility>
+
 namespace orvex::confirmacao {
 
 using startup::ChaveDocumento;
@@ -21,12 +23,16 @@ std::string nome_de(const ChaveDocumento& pedida, const std::string& conteudo) {
 
 } // namespace
 
-bool Confirmacao::executa(const std::function<void()>& trabalho,
-                          const std::function<std::string(const std::exception&)>& erro) {
+Confirmacao::Fim Confirmacao::executa(const std::function<void()>& trabalho,
+                                      const std::function<std::string(const std::exception&)>& erro) {
     try {
         trabalho();
-        if (!iniciada_ || confirmada_) return true;
+        if (!iniciada_ || confirmada_) return Fim::acabou;
         throw base::FalhaGuarda("A operação não chegou a ser gravada.");
+    } catch (const Recusada& recusa) {
+        meios_.observador.compensada({.erro = recusa.what()});
+        meios_.avisa(recusa.what());
+        return Fim::recusada;
     } catch (const startup::FalhaParametro& falha) {
         if (!iniciada_) throw;
         compensa(falha, erro(falha));
@@ -36,7 +42,7 @@ bool Confirmacao::executa(const std::function<void()>& trabalho,
         const base::Falha falha("Ocorreu um erro inesperado.");
         compensa(falha, falha.what());
     }
-    return false;
+    return Fim::falhou;
 }
 
 void Confirmacao::Inicia(const Intencao& intencao) {
@@ -76,11 +82,18 @@ ResultadoERP Confirmacao::Cria(const ChaveDocumento& pedida, const Criacao& cria
     if (!criado || DocsCriados.size() > antes) por_nomear_.pop_back();
     if (!criado) DocsCriados.resize(antes);
     ResultadoERP resultado{criado, {}};
-    if (!criado && criacao.porque) resultado.mensagem = criacao.porque();
+    std::exception_ptr sem_texto; // its refusal is settled, whatever its text
+    try {
+        if (!criado && criacao.porque) resultado.mensagem = criacao.porque();
+    } catch (const std::exception& falha) {
+        resultado.mensagem = base::descricao(falha);
+        sem_texto = std::current_exception();
+    }
     conta([&](Observador& observador) {
         observador.depois_do_erp(
             pedido, {criado ? Desfecho::feito : Desfecho::recusado, chave(), resultado.mensagem});
     });
+    if (sem_texto) std::rethrow_exception(sem_texto);
     return resultado;
 }
 
@@ -105,9 +118,12 @@ ChaveDocumento Confirmacao::CriaDocStock(const startup::PedidoDocStock& pedido) 
     return criada;
 }
 
+void Confirmacao::anuncia_anulacao(const ChaveDocumento& chave) {
+    conta([&](Observador& observador) { observador.antes_do_erp({AccaoERP::anula, chave}); });
+}
+
 ResultadoERP Confirmacao::pede_anulacao(const ChaveDocumento& chave, Leitura leitura) {
     const PedidoERP pedido{AccaoERP::anula, chave};
-    conta([&](Observador& observador) { observador.antes_do_erp(pedido); });
     ResultadoERP resultado;
     try {
         resultado = meios_.gERP.AnulaDocumento(1, chave);
@@ -127,6 +143,7 @@ ResultadoERP Confirmacao::pede_anulacao(const ChaveDocumento& chave, Leitura lei
 }
 
 ResultadoERP Confirmacao::Anula(const ChaveDocumento& chave, Leitura leitura) {
+    anuncia_anulacao(chave); // one that is refused there is never asked for
     anulacoes_.push_back({chave});
     ResultadoERP resultado = pede_anulacao(chave, leitura);
     if (resultado.sucesso)
@@ -146,9 +163,22 @@ void Confirmacao::Confirma() {
     meios_.observador.antes_de_confirmar();
     meios_.BD.ConfirmaTransaccao();
     confirmada_ = true;
-    meios_.observador.feita();
+    if (PorAnular.empty()) conta_feita();
 }
 
-void Confirmacao::AvisaPorAnular() { avisa_por_anular(PorAnular); }
+void Confirmacao::Desiste(const std::string& porque) {
+    meios_.BD.ConfirmaTransaccao();
+    confirmada_ = feita_ = true;
+    meios_.observador.compensada({.erro = porque});
+}
+
+void Confirmacao::AvisaPorAnular() {
+    avisa_por_anular(PorAnular);
+    conta_feita();
+}
+
+void Confirmacao::conta_feita() {
+    if (!std::exchange(feita_, true)) meios_.observador.feita();
+}
 
 } // namespace orvex::confirmacao

@@ -3,13 +3,12 @@
 // cannot follow, and what is then left differing is named to the user.
 //
 //     Confirmacao confirmacao(meios);
-//     if (!confirmacao.executa([&] {
-//             ...                              // checks that may still refuse; nothing has begun
-//             confirmacao.Inicia(intencao);
-//             ...                              // the ledger's lock and guards, its rows, Cria..., Anula
-//             confirmacao.Confirma();
-//         }, erro_a_mostrar))
-//         ...                                  // rolled back, compensated and told
+//     const auto fim = confirmacao.executa([&] {
+//         ...                              // checks that may still refuse; nothing has begun
+//         confirmacao.Inicia(intencao);
+//         ...                              // the ledger's lock and guards, its rows, Cria..., Anula
+//         confirmacao.Confirma();
+//     }, erro_a_mostrar);                  // falhou: rolled back, compensated and told
 //
 // Every document is noted before the ERP is asked for it and settled by its answer; a call that raises, or
 // whose outcome cannot be read, leaves it noted, and a failure names it.
@@ -58,12 +57,17 @@ class Confirmacao {
     Confirmacao(const Confirmacao&) = delete;
     Confirmacao& operator=(const Confirmacao&) = delete;
 
-    // Runs it whole. False when it failed: it was then rolled back, shown with the text that `erro` gives,
-    // and compensated. Also a failure before it began is shown so, except that of the parameters file
-    // (FalhaParametro), which goes to the caller: it costs the user nothing. Work that began and returns
-    // without having committed has failed.
-    bool executa(const std::function<void()>& trabalho,
-                 const std::function<std::string(const std::exception&)>& erro);
+    enum class Fim {
+        acabou,   // committed, or never begun
+        recusada, // before it began, and the user told why: the screen keeps everything
+        falhou    // rolled back, shown and compensated
+    };
+
+    // Runs it whole. A failure is shown with the text that `erro` gives, also one before it began, except
+    // that of the parameters file (FalhaParametro), which goes to the caller: it costs the user nothing. Work
+    // that began and returns without having committed has failed.
+    Fim executa(const std::function<void()>& trabalho,
+                const std::function<std::string(const std::exception&)>& erro);
 
     // Tells the observer, and begins the transaction. Locks nothing yet.
     void Inicia(const Intencao& intencao);
@@ -86,11 +90,14 @@ class Confirmacao {
     // Has a failure offer this document to the ERP for cancellation, as if it had been created here.
     void Anota(const startup::ChaveDocumento& chave) { DocsCriados.push_back(chave); }
 
-    // Commits; what ERP and ledger hold now agrees.
+    // Commits; what ERP and ledger hold now agrees, but for replaced documents that the ERP kept in force.
     void Confirma();
 
-    // Names the replaced documents that the ERP kept in force. After Confirma.
+    // Names those. After Confirma: until they are named, the confirmation is not done.
     void AvisaPorAnular();
+
+    // Ends a transaction that nothing was written in, by committing it: the user was told why.
+    void Desiste(const std::string& porque);
 
   private:
     // A cancellation asked of the ERP, and whether it is known to have been carried out.
@@ -99,6 +106,7 @@ class Confirmacao {
         bool certa = false;
     };
 
+    void anuncia_anulacao(const startup::ChaveDocumento& chave);
     startup::ResultadoERP pede_anulacao(const startup::ChaveDocumento& chave, Leitura leitura);
     void compensa(const std::exception& falha, const std::string& texto_erro);
     void desfaz_transaccao();
@@ -106,7 +114,9 @@ class Confirmacao {
     void avisa_por_saber(Compensacao& fim);
     void avisa_por_anular(const std::vector<startup::ChaveDocumento>& documentos);
     void avisa(const std::string& texto);
+    void relanca_caixa();
     void avisa_por_verificar(const std::string& texto, Compensacao& fim);
+    void conta_feita();
     void conta(const std::function<void(Observador&)>& passo);
 
     Meios meios_;
@@ -116,6 +126,7 @@ class Confirmacao {
     std::vector<startup::ChaveDocumento> PorAnular; // that this confirmation replaces and the ERP kept
     bool iniciada_ = false;
     bool confirmada_ = false;
+    bool feita_ = false;
     bool falhou_ = false;
     std::exception_ptr caixa_falhada_; // the first box of a compensation that could not be shown
 };

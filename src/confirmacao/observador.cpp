@@ -24,9 +24,50 @@ const char* nome(Fluxo fluxo) {
     return "";
 }
 
+std::optional<Fluxo> le_fluxo(std::string_view texto) {
+    for (const Fluxo fluxo : fluxos)
+        if (texto == nome(fluxo)) return fluxo;
+    return std::nullopt;
+}
+
 Observador& sem_observador() {
     static Observador nenhum;
     return nenhum;
+}
+
+void Observadores::intencao(const Intencao& intencao) {
+    for (Observador* um : todos_)
+        um->intencao(intencao);
+}
+
+void Observadores::antes_do_erp(const PedidoERP& pedido) {
+    for (Observador* um : todos_)
+        um->antes_do_erp(pedido);
+}
+
+void Observadores::depois_do_erp(const PedidoERP& pedido, const RespostaERP& resposta) {
+    for (Observador* um : todos_)
+        um->depois_do_erp(pedido, resposta);
+}
+
+void Observadores::antes_de_confirmar() {
+    for (Observador* um : todos_)
+        um->antes_de_confirmar();
+}
+
+void Observadores::feita() noexcept {
+    for (Observador* um : todos_)
+        um->feita();
+}
+
+void Observadores::compensada(const Compensacao& compensacao) noexcept {
+    for (Observador* um : todos_)
+        um->compensada(compensacao);
+}
+
+void Observadores::engolida(const std::string& texto) noexcept {
+    for (Observador* um : todos_)
+        um->engolida(texto);
 }
 
 } // namespace orvex::confirmacao

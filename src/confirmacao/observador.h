@@ -2,10 +2,13 @@
 #pragma once
 
 #include "base/datahora.h"
+#include "base/falha.h"
 #include "base/moeda.h"
 #include "startup/sessao_erp.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvex::confirmacao {
@@ -21,8 +24,18 @@ enum class Fluxo {
     transfere_para_cliente,
 };
 
-// The name that records keep of a flow: "emite_guia".
+inline constexpr Fluxo fluxos[] = {Fluxo::emite_guia,
+                                   Fluxo::anula_guia,
+                                   Fluxo::devolve,
+                                   Fluxo::ajusta,
+                                   Fluxo::substitui_ajuste,
+                                   Fluxo::anula_ajuste,
+                                   Fluxo::transfere_para_orvex,
+                                   Fluxo::transfere_para_cliente};
+
+// The name that records keep of a flow: "emite_guia". Read back, nothing for a name that is none.
 const char* nome(Fluxo fluxo);
+std::optional<Fluxo> le_fluxo(std::string_view texto);
 
 // What of an article a confirmation is to move.
 struct ArtigoMovido {
@@ -65,6 +78,7 @@ struct RespostaERP {
 // How a confirmation ended that was not carried out. Told once its boxes were dismissed.
 struct Compensacao {
     std::string erro{};     // as shown to the user
+    bool avisado = true;    // every box of it was shown, and dismissed by the user
     bool por_saber = false; // nobody knows whether the commit happened: nothing was cancelled
     std::vector<startup::ChaveDocumento> anulados{};   // created here, and cancelled again
     std::vector<startup::ChaveDocumento> por_anular{}; // created here, named to the user for him to cancel
@@ -72,12 +86,20 @@ struct Compensacao {
     std::vector<std::string> por_verificar{};
 };
 
+// Thrown by an observer that cannot keep its record of an intention: the confirmation is refused before it
+// begins, and costs the user nothing.
+class Recusada : public base::FalhaGuarda {
+  public:
+    using FalhaGuarda::FalhaGuarda;
+};
+
 // Steps come in this order: intencao; antes_do_erp and depois_do_erp around every call that creates or
 // cancels a document, those of the compensation too; antes_de_confirmar; feita or compensada. A failure
 // before the transaction begins ends in compensada too, with or without an intention.
 //
-// What throws in intencao keeps the transaction from beginning; in the three after it, has the confirmation
-// rolled back and compensated. feita and compensada must not throw.
+// What throws in intencao keeps the transaction from beginning, and what throws Recusada there leaves the
+// screen as it is; in the three after it, what throws has the confirmation rolled back and compensated. feita
+// and compensada must not throw.
 class Observador {
   public:
     virtual ~Observador() = default;
@@ -95,5 +117,24 @@ class Observador {
 
 // One that keeps no record.
 Observador& sem_observador();
+
+// Several, told in their order. One that throws keeps those after it from being told; what must not throw is
+// told to all.
+class Observadores : public Observador {
+  public:
+    // They outlive it.
+    void junta(Observador& outro) { todos_.push_back(&outro); }
+
+    void intencao(const Intencao& intencao) override;
+    void antes_do_erp(const PedidoERP& pedido) override;
+    void depois_do_erp(const PedidoERP& pedido, const RespostaERP& resposta) override;
+    void antes_de_confirmar() override;
+    void feita() noexcept override;
+    void compensada(const Compensacao& compensacao) noexcept override;
+    void engolida(const std::string& texto) noexcept override;
+
+  private:
+    std::vector<Observador*> todos_;
+};
 
 } // namespace orvex::confirmacao

@@ -24,11 +24,8 @@ void GuiasRemessa::btGV_Click(int Index) {
     }
     if (Index == devolucoes::confirmar && !AceitaDatas({&DTPicker3})) return;
     if (Index == devolucoes::confirmar && Avisa("", "Vai proceder à Devolução.\n\rPretende continuar?",
-                                                aviso_ok_cancelar) == common::resposta_ok) {
-        GravaDevolucao();
-        Frame3.Visible = false;
-        return;
-    }
+                                                aviso_ok_cancelar) == common::resposta_ok)
+        return GravaDevolucao();
     Frame3.Visible = false;
     DesInibe();
     MudaEstado(EstadoGuia::carregada);
@@ -108,14 +105,16 @@ bool GuiasRemessa::Devolvida(int linha) const {
 
 void GuiasRemessa::GravaDevolucao() {
     confirmacao::Confirmacao confirmacao(meios());
-    confirmacao.executa(
+    const auto fim = confirmacao.executa(
         [&] {
             ArmazemGuia = ArmazemEscolhido();
             CriaERegista(DevolucaoNoEcra(), confirmacao);
         },
         [this](const std::exception& falha) { return erro_a_mostrar(falha); });
+    if (fim == confirmacao::Confirmacao::Fim::recusada) return;
     DesInibe();
     Recomeca();
+    Frame3.Visible = false;
 }
 
 void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa) {
@@ -161,7 +160,7 @@ void GuiasRemessa::TestaDevolucao(bool& Boa) {
         if (Gr.valor(i, "Artigo").vazio()) continue;
         TestaGR(Gr.texto(i, "Artigo"), static_cast<std::int16_t>(Gr.valor(i, "NumLinha").inteiro()));
         if (!bDevolvido) continue;
-        Avisa("", "Esta GR já foi devolvida!", aviso_informacao);
+        Avisa("", ja_devolvida, aviso_informacao);
         Boa = true;
     }
 }

@@ -13,9 +13,10 @@ using confirmacao::Confirmacao;
 
 void GuiasRemessa::btConf_Click(int Index) {
     Confirmacao confirmacao(meios());
-    if (!confirmacao.executa([&] { Confirma(Index, confirmacao); },
-                             [this](const std::exception& falha) { return erro_a_mostrar(falha); }))
-        Recomeca();
+    const auto fim =
+        confirmacao.executa([&] { Confirma(Index, confirmacao); },
+                            [this](const std::exception& falha) { return erro_a_mostrar(falha); });
+    if (fim == Confirmacao::Fim::falhou) Recomeca();
 }
 
 void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
@@ -126,7 +127,7 @@ void GuiasRemessa::Anula(Confirmacao& confirmacao) {
     confirmacao.Inicia(GuiaNoEcra().intencao_de_anular(NumGuia));
     bool Boa = false;
     TestaDevolucao(Boa);
-    if (Boa) return confirmacao.Confirma();
+    if (Boa) return confirmacao.Desiste(ja_devolvida);
 
     const startup::ChaveDocumento chave = ChaveDe(DocActual);
     LibertaDocumento();

@@ -62,6 +62,7 @@ class GuiasRemessa : public common::Ecra {
         bool mostrada = false;
     };
     static constexpr std::int16_t submeter = 1; // TipoEnvio: also hand the document to the ERP
+    static constexpr const char* ja_devolvida = "Esta GR já foi devolvida!";
     static constexpr int pagina_movimentos = 0;
     static constexpr int pagina_diversos = 1;
     static constexpr std::int16_t mercado_nacional = 1; // of MercadoCliente: the tax number is verified

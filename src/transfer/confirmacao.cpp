@@ -27,7 +27,7 @@ void TrfBobines::btConf_Click() {
     ExigeParametros();
     if (!AceitaDatas({&DTPicker1})) return;
     Confirmacao confirmacao(meios_da_transferencia());
-    confirmacao.executa(
+    const auto fim = confirmacao.executa(
         [&] {
             confirmacao.Inicia(IntencaoDeTransferir());
             BD.Tranca();
@@ -48,6 +48,7 @@ void TrfBobines::btConf_Click() {
             completa_erro(falha);
             return erro_a_mostrar(falha);
         });
+    if (fim == Confirmacao::Fim::recusada) return;
     RecomecaEcra();
 }
 

@@ -372,3 +372,14 @@ TEST(Ajustes, UmaGravacaoDesconhecidaNomeiaOQueHaQueVerESoIsso) {
             EXPECT_EQ(caixas.find(texto) != std::string::npos, dito) << texto << "\n" << caixas;
     }
 }
+
+TEST_F(Sobras, ODocumentoDeUmaAnulacaoQueFalhaEOferecidoOutraVezAoErp) {
+    ajusta("REEL'1", "5,2");
+    carrega("1");
+    caixas();
+    diario.espia = [](const std::string& linha) {
+        if (linha.starts_with("EXECUTA Delete")) throw base::Falha("Falhou.");
+    };
+    anula();
+    EXPECT_THAT(caixas(), testing::HasSubstr("devem ser anulados manualmente - \n\r'SB/1/1/2019 '"));
+}

@@ -15,8 +15,10 @@ class Rasto : public confirmacao::Observador {
     std::string passos;
     bool falha_ao_confirmar = false;
     bool falha_a_compensar = false;
+    bool recusa = false;
 
     void intencao(const confirmacao::Intencao& i) override {
+        if (recusa) throw confirmacao::Recusada("O registo não abre.");
         passos += std::string(nome(i.fluxo)) + " " + i.artigos.at(0).Artigo + "\n";
     }
     void antes_do_erp(const confirmacao::PedidoERP& pedido) override {
@@ -56,6 +58,7 @@ struct Confirmacoes : testing::Test {
     Confirmacao confirmacao{{BD, ERP, rasto, formato, [this](const std::string& texto) {
                                  if (caixas_falham) throw base::Falha("A caixa não abriu.");
                                  caixas += texto + "\n";
+                                 rasto.passos += "caixa\n";
                              }}};
 
     Confirmacoes() {
@@ -83,7 +86,8 @@ struct Confirmacoes : testing::Test {
         });
     }
     bool executa(const std::function<void()>& trabalho) {
-        return confirmacao.executa(trabalho, [](const std::exception& falha) { return falha.what(); });
+        return confirmacao.executa(trabalho, [](const std::exception& falha) { return falha.what(); }) ==
+               Confirmacao::Fim::acabou;
     }
     std::string em_vigor() { return empresa.linhas("select TpDoc, NNumDoc from DocGcCab where NVias<>-1"); }
 };
@@ -93,6 +97,24 @@ struct Confirmacoes : testing::Test {
 TEST_F(Confirmacoes, ContamCadaPassoPelaSuaOrdem) {
     EXPECT_TRUE(ajusta([&] { confirmacao.Confirma(); }));
     EXPECT_EQ(rasto.passos, "ajusta BOB'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
+}
+
+TEST_F(Confirmacoes, ORegistoQueNaoSeAbreRecusaAntesDeComecar) {
+    rasto.recusa = true;
+    diario.recomeca();
+    EXPECT_FALSE(ajusta([] {}));
+    EXPECT_EQ(caixas, "O registo não abre.\n");
+    EXPECT_EQ(diario.texto(), "\n"); // neither the database nor the ERP was asked for anything
+}
+
+TEST_F(Confirmacoes, UmSubstituidoQueFicouEmVigorENomeadoAntesDeEstarFeita) {
+    EXPECT_TRUE(ajusta([&] {
+        EXPECT_FALSE(confirmacao.AnulaSubstituido({2019, "SB", 1, 99}));
+        confirmacao.Confirma();
+        confirmacao.AvisaPorAnular();
+    }));
+    EXPECT_THAT(caixas, testing::HasSubstr("'SB/1/99/2019 '"));
+    EXPECT_THAT(rasto.passos, testing::EndsWith("confirma\ncaixa\nfeita\n"));
 }
 
 TEST_F(Confirmacoes, OQueORegistoRecusaNaoSeFazENuncaDeixaUmDocumentoEmVigor) {

@@ -139,3 +139,13 @@ TEST_F(Guias, SoAGuiaCarregadaEAnuladaESoSeOUtilizadorQuiser) {
         op.prime(ecra.btCancelar);
     }
 }
+
+// What comes back of a note is what its lines on the screen say.
+TEST_F(Guias, UmaGuiaCarregadaNaoSeAltera) {
+    emite({1});
+    carrega("1");
+    caixas();
+    EXPECT_FALSE(edita(3, "Quant", "1"));
+    EXPECT_EQ(caixas(), "A guia carregada não pode ser alterada!");
+    EXPECT_EQ(ecra.Gr.moeda(2, "Quant"), m("2.5"));
+}

@@ -68,7 +68,11 @@ TEST_F(Registo, TemUmaLinhaParaCadaAcontecimentoDeUmaConfirmacao) {
     registo.intencao(guia);
     registo.depois_do_erp(cria, {Desfecho::recusado, cria.chave, "O ERP\r\nrecusou."});
     registo.depois_do_erp(anula, {Desfecho::sem_resposta, anula.chave, std::string(9999, 'x')});
-    registo.compensada({"Erro", true, {{2019, "GR", 1, 13}}, {{2019, "GR", 1, 12}}, {"Veja A.", "Veja B."}});
+    registo.compensada({.erro = "Erro",
+                        .por_saber = true,
+                        .anulados = {{2019, "GR", 1, 13}},
+                        .por_anular = {{2019, "GR", 1, 12}},
+                        .por_verificar = {"Veja A.", "Veja B."}});
     registo.compensada({"Antes de tudo.", false, {}, {}, {}});
     registo.fim("fechado");
     const std::string artigos =
