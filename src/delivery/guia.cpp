@@ -1,6 +1,7 @@
 #include "delivery/guia.h"
 
 #include "delivery/guias_remessa.h"
+#include "livro/detencao.h"
 
 namespace orvex::delivery {
 
@@ -54,7 +55,8 @@ CabecalhoGuia GuiasRemessa::CabecalhoNoEcra(const startup::ParametroDocumento& d
             .Descarga = DTPicker2(momentos::descarga).Value,
             .Armazem = ArmazemGuia,
             .Detentor =
-                ARMAZEM.Codigo() != ArmazemGuia ? CLIENTEORVEX.Codigo() : campo(campos::cliente).Text};
+                livro::Lugares{ARMAZEM.Codigo(), ARMAZEMORVEX.Codigo(), CLIENTEORVEX.Codigo()}.detentor(
+                    ArmazemGuia, campo(campos::cliente).Text)};
 }
 
 Guia GuiasRemessa::GuiaNoEcra() const {

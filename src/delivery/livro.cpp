@@ -71,13 +71,7 @@ void GuiasRemessa::ActualizaMov(const Guia& guia, std::int32_t NoDoc) {
 void GuiasRemessa::ActualizaMovGR(std::int32_t NoDoc) {
     com_ultimo_erro([&] {
         BD.Tranca();
-        for (const livro::MovimentoLido& linha : livro::linhas_a_anular(BD, DocumentoDaGuia(NoDoc))) {
-            if (const auto origem = linha.origem()) livro::repoe(BD, *origem, linha.pesos);
-            if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(), linha.chave))
-                throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NoDoc) +
-                                        " já foi devolvido.");
-        }
-        livro::apaga_linhas(BD, DocumentoDaGuia(NoDoc));
+        livro::retira_guia(BD, DocumentoDaGuia(NoDoc), GUIADEVOLUCAO.TpDoc());
     });
 }
 

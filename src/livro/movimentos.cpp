@@ -22,11 +22,14 @@ void soma(startup::ConjuntoRegistos& linha, const char* coluna, Moeda peso) {
     if (!valor.nulo()) linha.define(coluna, valor.moeda() + peso);
 }
 
+std::string linha_com(const ChaveLinha& chave) {
+    return "Select * from xel_ORVEX_MOV where Ano=" + chave.Ano +
+           " and TpDoc=" + base::entre_plicas(chave.TpDoc) + "     and NumDoc=" + chave.NumDoc +
+           " and SerieDoc=" + chave.Serie + " and NumLinha=" + chave.NumLinha;
+}
+
 void soma(startup::SessaoBD& BD, const ChaveLinha& origem, const Pesos& pesos) {
-    const auto linha =
-        BD.AbreActualizavel("Select * from xel_ORVEX_MOV where Ano=" + origem.Ano + " and TpDoc=" +
-                            base::entre_plicas(origem.TpDoc) + "     and NumDoc=" + origem.NumDoc +
-                            " and SerieDoc=" + origem.Serie + " and NumLinha=" + origem.NumLinha);
+    const auto linha = BD.AbreActualizavel(linha_com(origem));
     if (linha->fim()) return;
     if (pesos.Qtd < Moeda() && moeda_ou_zero(linha->valor("Qtd")) + pesos.Qtd < Moeda())
         throw base::FalhaGuarda("A linha " + origem.texto() + " já não tem em aberto a quantidade pedida.");
@@ -147,6 +150,28 @@ std::vector<MovimentoLido> linhas_a_devolver(startup::SessaoBD& BD, const Docume
 void apaga_linhas(startup::SessaoBD& BD, const Documento& guia) {
     BD.Executa("Delete xel_ORVEX_MOV" + condicao(guia, "SerieDoc", "NumDoc"));
     BD.Executa("Delete xel_ORVEX" + condicao(guia, "Serie", "NNumDoc"));
+}
+
+void retira_guia(startup::SessaoBD& BD, const Documento& guia, const std::string& TpDocDevolucao) {
+    for (const MovimentoLido& linha : linhas_a_anular(BD, guia)) {
+        if (const auto origem = linha.origem()) repoe(BD, *origem, linha.pesos);
+        if (devolvida(BD, TpDocDevolucao, linha.chave))
+            throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(guia.Numero) +
+                                    " já foi devolvido.");
+    }
+    apaga_linhas(BD, guia);
+}
+
+void retira_devolucao(startup::SessaoBD& BD, const Documento& devolucao) {
+    for (const MovimentoLido& linha : linhas_a_anular(BD, devolucao)) {
+        const auto da_guia = linha.origem();
+        if (!da_guia) continue;
+        const auto guia = BD.Consulta(linha_com(*da_guia));
+        if (guia->fim()) continue;
+        if (const auto origem = le_origem(guia->valor("Origem").texto(), *da_guia))
+            retira(BD, *origem, linha.pesos);
+    }
+    apaga_linhas(BD, devolucao);
 }
 
 bool devolvida_pelo_cliente(startup::SessaoBD& BD, const std::string& Cliente, const std::string& TpDoc,

@@ -85,6 +85,13 @@ std::vector<MovimentoLido> linhas_a_anular(startup::SessaoBD& BD, const Document
 std::vector<MovimentoLido> linhas_a_devolver(startup::SessaoBD& BD, const Documento& guia);
 // The note's rows of both tables.
 void apaga_linhas(startup::SessaoBD& BD, const Documento& guia);
+// Takes a note that is cancelled in the ERP out of the ledger: what its lines took is given back to where it
+// came from, and its rows go. Throws FalhaGuarda when a return of type `TpDocDevolucao` brought one of its
+// lines back.
+void retira_guia(startup::SessaoBD& BD, const Documento& guia, const std::string& TpDocDevolucao);
+// The same of a return: what it gave back to the lines that the note had taken from is taken from them again.
+// Throws FalhaGuarda when a later note has sent it meanwhile.
+void retira_devolucao(startup::SessaoBD& BD, const Documento& devolucao);
 
 // Whether a line of a note came back, by the returns of type `TpDoc`: those that name this client and
 // article, which is how the user is told of it beforehand; or any, which is the guard, since the ledger may
