@@ -2,8 +2,8 @@
 
 CONSTRUCAO := build
 PASTA_DEMO := demo
-PACOTES := g++ cmake ninja-build qt6-base-dev libsqlite3-dev libsqlitecpp-dev unixodbc-dev tdsodbc \
-	fonts-dejavu-core
+PACOTES := g++ cmake ninja-build qt6-base-dev libsqlite3-dev libsqlitecpp-dev unixodbc-dev tdsodbc zlib1g-dev \
+	nlohmann-json3-dev fonts-dejavu-core
 PACOTES_TESTE := libgtest-dev libgmock-dev clang-format
 EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 	dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done)

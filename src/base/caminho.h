@@ -5,12 +5,16 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace orvex::base {
 
 std::filesystem::path caminho_de(std::string_view utf8);
 std::string texto_de(const std::filesystem::path& caminho);
+
+// Why the system would not write a file: "«C:\x»: não há permissão"; empty without an error.
+std::string causa(const std::filesystem::path& ficheiro, const std::error_code& erro);
 
 // A path that the environment names; empty when it names none. To be asked before there is any thread.
 std::filesystem::path caminho_do_ambiente(const std::string& nome);

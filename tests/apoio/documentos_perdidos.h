@@ -7,7 +7,8 @@
 
 namespace orvex::testes {
 
-// Documents in force that the ledger does not know and that no box named.
+// Documents in force that the ledger does not know and that no box named: of the confirmation that failed, or
+// of the recovery.
 inline std::string documentos_perdidos(EmpresaTeste& empresa, const std::string& caixas) {
     std::string perdidos;
     for (const std::string& chave :
@@ -17,7 +18,9 @@ inline std::string documentos_perdidos(EmpresaTeste& empresa, const std::string&
         // Where the failure was to read the number the ERP gave, the document is named without it.
         const bool nomeado =
             caixas.find("\n\r'" + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3] + " '") != std::string::npos ||
-            caixas.find("o documento " + p[0] + "/" + p[1] + " de " + p[3] + " (") != std::string::npos;
+            caixas.find("o documento " + p[0] + "/" + p[1] + " de " + p[3] + " (") != std::string::npos ||
+            caixas.find("em vigor o documento " + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3] + ",") !=
+                std::string::npos;
         // A transfer's rows carry no number: they stand for the document that moved their item.
         const std::string no_livro =
             empresa.linhas("select Artigo from xel_ORVEX_MOV" + onde + " and SerieDoc=" + p[1] +
@@ -46,9 +49,10 @@ inline std::string linhas_sem_documento(EmpresaTeste& empresa, const std::string
                  .linhas("select Ano from DocGcCab where NVias<>-1 and TpDoc='" + p[0] +
                          "' and Serie=" + p[1] + " and NNumDoc=" + p[2] + " and Ano=" + p[3])
                  .empty();
-        const std::string nome = "O documento " + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3];
-        const bool dito = caixas.find(nome + " ficou anulado no ERP") != std::string::npos ||
-                          caixas.find(nome + " pode ter ficado anulado no ERP") != std::string::npos;
+        const std::string nome = " documento " + p[0] + "/" + p[1] + "/" + p[2] + "/" + p[3];
+        const bool dito = caixas.find("O" + nome + " ficou anulado no ERP") != std::string::npos ||
+                          caixas.find("O" + nome + " pode ter ficado anulado no ERP") != std::string::npos ||
+                          caixas.find("o" + nome + " está anulado no ERP, e continua") != std::string::npos;
         if (!em_vigor && !dito) sem += chave + " ";
     }
     return sem;

@@ -47,21 +47,25 @@ void preenche(startup::SessaoBD& BD) {
 
 // Made once, and copied for every test.
 const std::filesystem::path& modelo() {
+    if (!modelo_feito.empty()) return modelo_feito;
     static const PastaTemporaria pasta;
-    if (!std::filesystem::is_empty(pasta.pasta())) return pasta.pasta();
-    cria_empresa_vazia(pasta.pasta());
-    pasta.escreve(startup::ficheiro_parametros, parametros);
+    if (std::filesystem::is_empty(pasta.pasta())) faz_modelo(pasta.pasta());
+    return pasta.pasta();
+}
+
+} // namespace
+
+void faz_modelo(const std::filesystem::path& pasta) {
+    cria_empresa_vazia(pasta);
+    std::ofstream(pasta / startup::ficheiro_parametros, std::ios::binary) << parametros;
     platform::sqlite::SessaoSQLite BD;
-    BD.Abre(ligacao(pasta.pasta()));
+    BD.Abre(ligacao(pasta));
     startup::VerificaTabelas(BD);
     startup::VerificaPesos(BD);
     BD.IniciaTransaccao();
     preenche(BD);
     BD.ConfirmaTransaccao();
-    return pasta.pasta();
 }
-
-} // namespace
 
 void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<const char*>& colunas,
             const std::vector<std::vector<base::Variante>>& linhas) {
@@ -93,8 +97,10 @@ void cria_empresa_vazia(const std::filesystem::path& pasta) {
     platform::erp::cria_esquema_erp(erp);
 }
 
-EmpresaTeste::EmpresaTeste() {
-    std::filesystem::copy(modelo(), pasta());
+EmpresaTeste::EmpresaTeste() : EmpresaTeste(modelo()) {}
+
+EmpresaTeste::EmpresaTeste(const std::filesystem::path& outra) {
+    std::filesystem::copy(outra, pasta());
     outra_ = abre_empresa(pasta());
 }
 

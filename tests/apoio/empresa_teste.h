@@ -49,9 +49,16 @@ void insere_linha(startup::SessaoBD& BD, const LinhaAberta& l);
 // The files of a company without tables of the ledger and without rows.
 void cria_empresa_vazia(const std::filesystem::path& pasta);
 
+// The company that all others are copies of, and where it lies when another process has made it: one that
+// forks must not have opened any.
+void faz_modelo(const std::filesystem::path& pasta);
+inline std::filesystem::path modelo_feito;
+
 class EmpresaTeste {
   public:
     EmpresaTeste();
+    // A copy of another one, which nobody is writing to.
+    explicit EmpresaTeste(const std::filesystem::path& outra);
 
     const std::filesystem::path& pasta() const { return pasta_.pasta(); }
     void escreve_parametros(const std::string& texto) { pasta_.escreve(startup::ficheiro_parametros, texto); }
@@ -83,6 +90,7 @@ struct Bancada {
     SessaoDeTeste BD{diario};
     SessaoERPGravada ERP{diario};
     JanelaGuiao janela;
+    confirmacao::Observadores observadores;
     TEcra ecra;
     Operador op{ecra};
 
@@ -93,7 +101,8 @@ struct Bancada {
     template <typename... Argumentos>
     explicit Bancada(EmpresaTeste* partilhada, Argumentos... argumentos)
         : empresa(partilhada != nullptr ? *partilhada : propria.emplace()),
-          ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [this] { return agora; }}, argumentos...) {
+          ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [this] { return agora; }, observadores},
+               argumentos...) {
         if (!BD.Abre(ligacao(empresa.pasta())) ||
             !ERP.Liga({"E", "", "ana", "sqlite", base::texto_de(empresa.pasta())}))
             throw std::runtime_error("the company did not open");

@@ -52,6 +52,7 @@ class DocumentoQueRecusa : public startup::ObjectoERP {
 } // namespace
 
 void Diario::antes(const Operacao& esta) {
+    if (momento) momento(esta);
     if (esta.especie == Especie::em_transaccao && tambem(Depois::tudo_lanca)) lanca();
     if (esta.especie == Especie::anula) {
         if (tambem(Depois::tudo_lanca)) lanca();

@@ -34,6 +34,7 @@ struct Diario : platform::operacoes::Ouvinte {
     bool falhou = false;
     bool a_recusar = false;                              // the operation that begins
     std::function<void(const std::string& linha)> espia; // sees each statement or operation before it runs
+    std::function<void(const Operacao&)> momento;        // before anything at all is asked for
 
     void antes(const Operacao& esta) override;
     void depois(const Operacao& esta, const platform::operacoes::Fim& fim) override;

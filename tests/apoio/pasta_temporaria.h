@@ -17,12 +17,15 @@ inline std::string conteudo_de(const std::filesystem::path& ficheiro) {
 
 class PastaTemporaria {
   public:
-    PastaTemporaria() {
-        std::string modelo = (std::filesystem::temp_directory_path() / "orvex-XXXXXX").string();
+    explicit PastaTemporaria(const std::filesystem::path& onde = std::filesystem::temp_directory_path()) {
+        std::string modelo = (onde / "orvex-XXXXXX").string();
         if (mkdtemp(modelo.data()) == nullptr) throw std::runtime_error("no temporary folder");
         pasta_ = modelo;
     }
-    ~PastaTemporaria() { std::filesystem::remove_all(pasta_); }
+    ~PastaTemporaria() {
+        std::error_code ignorado; // a server that still lives may be taking its own files away
+        std::filesystem::remove_all(pasta_, ignorado);
+    }
     PastaTemporaria(const PastaTemporaria&) = delete;
     PastaTemporaria& operator=(const PastaTemporaria&) = delete;
 

@@ -17,6 +17,22 @@ bool motor_pedido(std::string_view qual) {
     return motor != nullptr && motor == qual;
 }
 
+struct ServidorAlheio {
+    int porta;
+    std::filesystem::path raiz;
+};
+std::optional<ServidorAlheio> alheio;
+
+std::string ligacao_a(int porta, const std::string& base_de_dados, const std::string& utilizador,
+                      const std::string& palavra_passe) {
+    return startup::ConstrutorLigacao{.servidor = "127.0.0.1," + std::to_string(porta),
+                                      .base = base_de_dados,
+                                      .utilizador = utilizador,
+                                      .palavra_passe = palavra_passe,
+                                      .encriptacao = "nao"}
+        .constroi();
+}
+
 std::unique_ptr<startup::SessaoBD> do_motor_pedido() {
     if (pelo_fio() || no_servidor()) return std::make_unique<platform::odbc::SessaoODBC>();
     return std::make_unique<platform::sqlite::SessaoSQLite>();
@@ -34,12 +50,7 @@ std::string ligacao(const std::filesystem::path& pasta) {
 }
 
 std::string ligacao(const ServidorTDS& servidor, const std::string& palavra_passe) {
-    return startup::ConstrutorLigacao{.servidor = "127.0.0.1," + std::to_string(servidor.porta()),
-                                      .base = servidor.base,
-                                      .utilizador = servidor.utilizador,
-                                      .palavra_passe = palavra_passe,
-                                      .encriptacao = "nao"}
-        .constroi();
+    return ligacao_a(servidor.porta(), servidor.base, servidor.utilizador, palavra_passe);
 }
 
 std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pasta) {
@@ -49,6 +60,8 @@ std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pas
     return sessao;
 }
 
+void usa_servidor_em(int porta, const std::filesystem::path& raiz) { alheio = {porta, raiz}; }
+
 SessaoDeTeste::SessaoDeTeste(Diario& diario) : SessaoBDOuvida(do_motor_pedido(), diario) {}
 
 bool SessaoDeTeste::Abre(const std::string& texto) {
@@ -57,7 +70,12 @@ bool SessaoDeTeste::Abre(const std::string& texto) {
         return true;
     }
     if (!pelo_fio()) return SessaoBDOuvida::Abre(texto);
-    servidor_.emplace(startup::ConstrutorLigacao::le(texto)["Database"]);
+    const std::string pasta = startup::ConstrutorLigacao::le(texto)["Database"];
+    if (alheio)
+        return SessaoBDOuvida::Abre(
+            ligacao_a(alheio->porta, base::texto_de(base::caminho_de(pasta).lexically_relative(alheio->raiz)),
+                      "orvex", "segredo"));
+    servidor_.emplace(pasta);
     return SessaoBDOuvida::Abre(ligacao(*servidor_));
 }
 

@@ -23,6 +23,10 @@ bool no_servidor();
 std::string ligacao(const std::filesystem::path& pasta); // to the company's files
 std::string ligacao(const ServidorTDS& servidor, const std::string& palavra_passe = "segredo");
 
+// On the wire: sessions talk to a server in another process, which serves the companies in the folders of
+// `raiz`, and have none of their own.
+void usa_servidor_em(int porta, const std::filesystem::path& raiz);
+
 // A company made of these files, as a session of its own sees it, which another workstation has. On a server
 // its rows are copied there now.
 std::unique_ptr<startup::SessaoBD> abre_empresa(const std::filesystem::path& pasta);

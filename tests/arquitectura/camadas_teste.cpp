@@ -34,6 +34,7 @@ const std::map<std::string, std::string> permitidas{
     {"transfer", "base startup livro confirmacao common"},
     {"platform/registos", "base startup"},
     {"platform/operacoes", "base startup livro confirmacao"},
+    {"platform/diario", "base startup livro confirmacao"},
     {"platform/sqlite", "base startup common platform/registos"},
     {"platform/odbc", "base startup common platform/registos"},
     // The emulation's file lies beside the ledger's and is opened and spoken to the same way.

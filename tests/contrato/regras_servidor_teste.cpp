@@ -52,7 +52,9 @@ TEST_F(RegrasServidor, OsValoresFicamComoAColunaOsGuardaEOsQueNaoCabemSaoRecusad
         const auto conjunto = BD.AbreActualizavel("Select * from xel_ORVEX where Ano=-1");
         conjunto->acrescenta();
         conjunto->define("NumSerie", "B1");
-        EXPECT_EQ(numero_da_falha([&] { conjunto->define(coluna, dado); }), recusa);
+        EXPECT_EQ(
+            numero_da_falha([&, nome = coluna, valor_dado = dado] { conjunto->define(nome, valor_dado); }),
+            recusa);
         if (recusa != 0) continue;
         EXPECT_THAT(falha([&] { conjunto->define("Preco", 9e11 + 0.5); }), HasSubstr("900000000000,5"));
         conjunto->actualiza();

@@ -4,26 +4,11 @@
 #pragma once
 
 #include "tests/apoio/documentos_perdidos.h"
+#include "tests/apoio/fluxos.h"
 
 #include <gmock/gmock.h>
 
 namespace orvex::testes {
-
-template <typename TBancada>
-struct Fluxo {
-    std::function<void(TBancada&)> prepara;
-    std::function<void(TBancada&)> age; // the last press
-    const char* seguinte;               // typed into the first field afterwards
-    int etiqueta;                       // which then has its name
-    bool segue_com_recusa = false;      // a refused cancellation does not stop it
-
-    bool utilizavel(TBancada& bancada) const {
-        if (!bancada.vazio() || !bancada.no_campo(0)) return false;
-        bancada.op.preenche(bancada.ecra.campo(0), seguinte);
-        return !bancada.ecra.Label2(etiqueta).Caption.empty() && bancada.caixas().empty() &&
-               !bancada.janela.ocupada;
-    }
-};
 
 // One way for a step to fail.
 template <typename TBancada>

@@ -3,6 +3,7 @@
 #include "tests/fio/execucao.h"
 
 #include <arpa/inet.h>
+#include <csignal>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -139,10 +140,15 @@ void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
         return execucao->nega_tranca(avaria.numero);
     case Efeito::vitima:
         return execucao->vitima(avaria.texto);
+    case Efeito::morre:
+        kill(getpid(), SIGKILL);
+        break;
+    case Efeito::morre_depois:
     case Efeito::nenhuma:
         break;
     }
     execucao->executa(pedido);
+    if (avaria.efeito == Efeito::morre_depois) kill(getpid(), SIGKILL);
 }
 
 } // namespace orvex::testes

@@ -27,7 +27,9 @@ struct Avaria {
         surdez,       // the answer waits, whatever the client does
         erro,         // refused with `numero` and `texto`, nothing carried out
         tranca,       // a lock that it asks for is answered with `numero`
-        vitima        // the connection's transaction is rolled back as the victim of a deadlock
+        vitima,       // the connection's transaction is rolled back as the victim of a deadlock
+        morre,        // the server's process ends, before the request is carried out
+        morre_depois  // it is carried out, and the process ends before the answer
     };
     Efeito efeito = Efeito::nenhuma;
     int numero = 0;

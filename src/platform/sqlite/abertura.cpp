@@ -68,18 +68,39 @@ void verifica_ficheiros(const fs::path& pasta, int espera_ms) {
     }
 }
 
-void anexa_erp(SQLite::Database& base, const fs::path& erp) {
+void anexa_erp(SQLite::Database& base, const std::string& erp, const char* memoria = memoria_paginas) {
     SQLite::Statement anexa(base, "ATTACH ? AS erp");
-    anexa.bind(1, texto_de(erp));
+    anexa.bind(1, erp);
     anexa.exec();
     base.exec("SELECT 1 FROM erp.sqlite_schema LIMIT 1");
-    base.exec(std::string("PRAGMA erp.") + memoria_paginas);
+    base.exec(std::string("PRAGMA erp.") + memoria);
+    base.exec(std::string("PRAGMA erp.") + duravel);
 }
 
 void exige_escrita(SQLite::Database& base, const fs::path& pasta) {
     for (const char* nome : {"main", "erp"})
         if (sqlite3_db_readonly(base.getHandle(), nome) != 0)
             nao_abre("A empresa só pode ser lida: não há permissão para gravar em " + texto_de(pasta));
+}
+
+// --- For who only reads
+// -------------------------------------------------------------------------------------
+
+fs::path registo_de(fs::path ficheiro) { return ficheiro += "-wal"; }
+
+std::string nome_para_ler(const fs::path& ficheiro) {
+    constexpr std::string_view digitos = "0123456789ABCDEF";
+    std::string nome = ficheiro.has_root_name() ? "file:/" : "file:";
+    for (const char c : texto_de(ficheiro)) {
+        if (std::string_view("%?#").find(c) == std::string_view::npos) {
+            nome += c == '\\' && ficheiro.has_root_name() ? '/' : c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        nome += std::string("%") + digitos[byte >> 4] + digitos[byte & 15];
+    }
+    std::error_code erro;
+    return nome + (fs::exists(registo_de(ficheiro), erro) ? "?mode=ro" : "?immutable=1");
 }
 
 // --- What lies with the ledger -----------------------------------------------------------------------------
@@ -166,7 +187,7 @@ SQLite::Database abre_empresa(const fs::path& pasta, int espera_ms) {
             auto base = abre_base(livro, SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, espera_ms);
             base.exec("SELECT 1 FROM sqlite_schema LIMIT 1"); // opening alone reads nothing
             em_causa = &erp;
-            anexa_erp(base, erp);
+            anexa_erp(base, texto_de(erp));
             exige_escrita(base, pasta);
             verifica_comeco(base, livro);
             em_causa = &livro;
@@ -177,6 +198,45 @@ SQLite::Database abre_empresa(const fs::path& pasta, int espera_ms) {
     } catch (const SQLite::Exception& erro) {
         nao_abre(texto_de(*em_causa) + ": " + falha_de(erro).what());
     }
+}
+
+SQLite::Database abre_empresa_para_ler(const fs::path& pasta, int espera_ms) {
+    constexpr const char* memoria = "cache_size = -3072"; // rows are read once, one after the other
+    const fs::path livro = pasta / ficheiro_livro;
+    const fs::path erp = pasta / ficheiro_erp;
+    if (const std::string defeito = startup::defeito_da_pasta(pasta); !defeito.empty())
+        nao_abre("A pasta da empresa não pode ser usada: " + texto_de(pasta) + " " + defeito + ".");
+    for (const fs::path& ficheiro : {erp, livro})
+        if (const std::string defeito = startup::defeito_do_ficheiro(ficheiro); !defeito.empty())
+            nao_abre("Um ficheiro da empresa não pode ser usado: " + texto_de(ficheiro) + " " + defeito +
+                     ".");
+    const fs::path* em_causa = &livro;
+    try {
+        return insiste(espera_ms, [&] {
+            em_causa = &livro;
+            auto base = abre_base(nome_para_ler(livro),
+                                  SQLite::OPEN_READONLY | SQLite::OPEN_URI | SQLite::OPEN_NOMUTEX, espera_ms);
+            base.exec("SELECT 1 FROM sqlite_schema LIMIT 1");
+            base.exec(std::string("PRAGMA main.") + memoria);
+            em_causa = &erp;
+            anexa_erp(base, nome_para_ler(erp), memoria);
+            if (tem_notas(base)) mostra_artigos(base);
+            return base;
+        });
+    } catch (const SQLite::Exception& erro) {
+        nao_abre(texto_de(*em_causa) + ": " + falha_de(erro).what());
+    }
+}
+
+std::string aspecto(const fs::path& pasta) {
+    std::string visto;
+    for (const char* nome : {ficheiro_livro, ficheiro_erp}) {
+        std::error_code erro;
+        visto += std::to_string(fs::file_size(pasta / nome, erro)) + " ";
+        visto += std::to_string(fs::last_write_time(pasta / nome, erro).time_since_epoch().count()) + " ";
+        visto += fs::exists(registo_de(pasta / nome), erro) ? "aberto " : "fechado ";
+    }
+    return visto;
 }
 
 // Where it cannot be set now, the next opening does it.

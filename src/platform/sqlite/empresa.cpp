@@ -45,6 +45,7 @@ SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadore
         sqlite3_create_collation_v2(base.getHandle(), "SERVIDOR", SQLITE_UTF8, nullptr, compara, nullptr));
     base.createFunction(funcao_soma, 2, true, nullptr, soma_servidor);
     base.exec(std::string("PRAGMA ") + memoria_paginas);
+    base.exec(std::string("PRAGMA ") + duravel);
     // A long note is not made to wait while its log is copied into the file; closing does that.
     base.exec("PRAGMA wal_autocheckpoint = 8000");
     if ((indicadores & SQLite::OPEN_CREATE) != 0) base.exec("PRAGMA journal_mode = WAL");

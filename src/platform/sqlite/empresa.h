@@ -13,6 +13,7 @@
 #include <SQLiteCpp/Database.h>
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 namespace orvex::platform::sqlite {
@@ -31,6 +32,10 @@ SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadore
 // and again.
 inline constexpr const char* memoria_paginas = "cache_size = -16384"; // a pragma; negative is KB
 
+// What was confirmed is on the disk, whatever the engine was built to do by itself: the ERP's documents and
+// the ledger's rows are told apart by who was first.
+inline constexpr const char* duravel = "synchronous = FULL"; // a pragma
+
 // Makes the ledger's file with the gross weights of the ERP's lines (U_DocGcLin1) and the articles' notes
 // (ObservArtigos), which live beside the ledger because they are written with it. The two ledger tables are
 // made by start-up. What exists already is kept.
@@ -42,6 +47,14 @@ void cria_livro(const std::filesystem::path& pasta);
 // before the notes lay with the ledger, or before the mark, gets both. Throws Falha, naming the file at fault
 // and the cause.
 SQLite::Database abre_empresa(const std::filesystem::path& pasta, int espera_ms);
+
+// The same for who only reads: nothing is written, made or moved from a log into a file, and whoever works on
+// the company is in nobody's way. A file that nobody has open is read as it stands, without the engine's
+// marks beside it (in a folder that may not be written too): whoever reads that way looks at `aspecto` before
+// and after, and begins again when it changed, since somebody may then have written under him.
+SQLite::Database abre_empresa_para_ler(const std::filesystem::path& pasta, int espera_ms);
+// Size and time of the two files, and whether somebody has them open.
+std::string aspecto(const std::filesystem::path& pasta);
 
 // Sets the mark once there are tables of the ledger; `empresa` as abre_empresa gave it.
 void marca_comecado(SQLite::Database& empresa);

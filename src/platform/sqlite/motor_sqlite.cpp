@@ -34,15 +34,17 @@ class CursorPreparada final : public registos::Cursor {
 
 } // namespace
 
-MotorSQLite::MotorSQLite(const std::filesystem::path& pasta, int espera_ms)
-    : pasta_(pasta), espera_ms_(espera_ms) {
+MotorSQLite::MotorSQLite(const std::filesystem::path& pasta, int espera_ms, Acesso acesso)
+    : pasta_(pasta), espera_ms_(espera_ms), acesso_(acesso) {
     ligacao();
 }
 
 MotorSQLite::~MotorSQLite() { liberta(); }
 
 MotorSQLite::Ligacao& MotorSQLite::ligacao() {
-    if (ligacao_ == nullptr) ligacao_.reset(new Ligacao{abre_empresa(pasta_, espera_ms_)});
+    if (ligacao_ == nullptr)
+        ligacao_.reset(new Ligacao{acesso_ == Acesso::escrita ? abre_empresa(pasta_, espera_ms_)
+                                                              : abre_empresa_para_ler(pasta_, espera_ms_)});
     return *ligacao_;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/sqlite/empresa.h"
 #include "platform/sqlite/guardadas.h"
 #include "platform/sqlite/preparada.h"
+#include "platform/sqlite/sessao_sqlite.h"
 
 #include <filesystem>
 #include <memory>
@@ -15,7 +16,7 @@ namespace orvex::platform::sqlite {
 class MotorSQLite final : public registos::Motor {
   public:
     // Opens both files of the folder, neither of which is created. Throws Falha, naming the cause.
-    MotorSQLite(const std::filesystem::path& pasta, int espera_ms);
+    MotorSQLite(const std::filesystem::path& pasta, int espera_ms, Acesso acesso);
     ~MotorSQLite() override;
 
     std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
@@ -61,6 +62,7 @@ class MotorSQLite final : public registos::Motor {
 
     const std::filesystem::path pasta_;
     const int espera_ms_;
+    const Acesso acesso_;
     std::unique_ptr<Ligacao> ligacao_;
     bool iniciada_ = false; // by the program, which has not ended it
     bool trancada_ = false; // the open transaction has the ledger's lock

@@ -10,7 +10,7 @@ SessaoSQLite::SessaoSQLite() : SessaoSQLite(espera_normal_ms) {}
 
 std::unique_ptr<registos::Motor> SessaoSQLite::abre_motor(const std::string& ligacao) {
     const std::string pasta = startup::ConstrutorLigacao::le(ligacao)["Database"];
-    return std::make_unique<MotorSQLite>(base::caminho_de(pasta), espera_ms_);
+    return std::make_unique<MotorSQLite>(base::caminho_de(pasta), espera_ms_, acesso_);
 }
 
 } // namespace orvex::platform::sqlite

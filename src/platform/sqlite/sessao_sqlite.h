@@ -12,16 +12,21 @@
 
 namespace orvex::platform::sqlite {
 
+// Who only reads changes neither file (abre_empresa_para_ler).
+enum class Acesso { escrita, leitura };
+
 class SessaoSQLite : public registos::Sessao {
   public:
     SessaoSQLite(); // waits five seconds for a lock held by another program
-    explicit SessaoSQLite(int espera_ms) : espera_ms_(espera_ms) {}
+    explicit SessaoSQLite(int espera_ms, Acesso acesso = Acesso::escrita)
+        : espera_ms_(espera_ms), acesso_(acesso) {}
 
   protected:
     std::unique_ptr<registos::Motor> abre_motor(const std::string& ligacao) override;
 
   private:
     int espera_ms_;
+    Acesso acesso_;
 };
 
 } // namespace orvex::platform::sqlite
