@@ -1,6 +1,7 @@
 #include "app/fabrica_orvex.h"
 
 #include "app/fabrica_erp.h"
+#include "app/gaveta_da_empresa.h"
 #include "base/descricao.h"
 #include "delivery/guias_remessa.h"
 #include "platform/odbc/sessao_odbc.h"
@@ -66,6 +67,21 @@ using EcraGuiasRemessa = EcraComJanela<delivery::GuiasRemessa, platform::qt::Jan
 using EcraMovStocks = EcraComJanela<adjust::MovStocks, platform::qt::JanelaMovStocks>;
 using EcraTrfBobines = EcraComJanela<transfer::TrfBobines, platform::qt::JanelaTrfBobines>;
 
+bool embebida(const startup::DefinicoesBD& definicoes) {
+    return definicoes.servidor == startup::servidor_embebido;
+}
+
+std::unique_ptr<platform::registos::Sessao> nova_sessao(const startup::DefinicoesBD& definicoes) {
+    if (embebida(definicoes)) return std::make_unique<platform::sqlite::SessaoSQLite>();
+    return std::make_unique<platform::odbc::SessaoODBC>();
+}
+
+std::unique_ptr<startup::SessaoBD> abre_outra(const startup::DefinicoesBD& definicoes) {
+    auto sessao = nova_sessao(definicoes);
+    sessao->Abre(startup::texto_ligacao(definicoes)); // one that did not open says so when it is asked
+    return sessao;
+}
+
 bool alguem_ve() {
     if (QCoreApplication::startingUp() ||
         qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
@@ -92,32 +108,41 @@ std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp(const startup:
 }
 
 std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::DefinicoesBD& definicoes) {
-    const bool embebida = definicoes.servidor == startup::servidor_embebido;
-    sessao_.motor = embebida ? "SQLite" : "SQL Server";
+    definicoes_ = definicoes;
+    sessao_.motor = embebida(definicoes) ? "SQLite" : "SQL Server";
     sessao_.utilizador = definicoes.utilizador;
-    controlador_ = definicoes.controlador;
-    std::unique_ptr<platform::registos::Sessao> sessao;
-    if (embebida)
-        sessao = std::make_unique<platform::sqlite::SessaoSQLite>();
-    else
-        sessao = std::make_unique<platform::odbc::SessaoODBC>();
+    auto sessao = nova_sessao(definicoes);
     if (registo_ == nullptr) return sessao;
     sessao->define_ao_engolir(
         [this](const std::exception& falha) { registo_->engolida(base::descricao(falha)); });
     return std::make_unique<platform::operacoes::SessaoBDOuvida>(std::move(sessao), *registo_);
 }
 
-std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
-                                                               startup::SessaoERP& gERP, int modo) {
+void FabricaOrvex::recupera(startup::SessaoBD& BD, startup::SessaoERP& gERP) {
     if (const startup::ReferenciaERP empresa = gERP.Empresa())
         sessao_.empresa = empresa->obtem("Nome").valor.texto();
+    if (registo_ == nullptr) return;
+    regista_empresa();
+    diario_ = std::make_unique<DiarioOrvex>(
+        DiarioOrvex::Meios{.BD = BD,
+                           .gERP = gERP,
+                           .gaveta = gaveta_da_empresa(definicoes_),
+                           .programa = programa_,
+                           .empresa = sessao_.empresa,
+                           .abre_sessao = [definicoes = definicoes_] { return abre_outra(definicoes); },
+                           .registo = *registo_});
+    observadores_.junta(diario_->observador());
+    diario_->recupera();
+}
+
+std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra tipo, startup::SessaoBD& BD,
+                                                               startup::SessaoERP& gERP, int modo) {
     common::ServicosEcra servicos{BD,
                                   gERP,
                                   startup::Parametros(programa_),
                                   platform::qt::formato_do_sistema(),
                                   base::DataHora::agora,
-                                  observador()};
-    regista_empresa();
+                                  observadores_};
     const auto Modo = static_cast<std::int16_t>(modo);
     switch (tipo) {
     case startup::TipoEcra::GuiasRemessa:
@@ -130,13 +155,9 @@ std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra
     throw base::Falha("Ecrã desconhecido.");
 }
 
-confirmacao::Observador& FabricaOrvex::observador() {
-    return registo_ != nullptr ? *registo_ : confirmacao::sem_observador();
-}
-
 void FabricaOrvex::regista_empresa() {
-    if (registo_ == nullptr) return;
-    registo_->empresa(sessao_.empresa, sessao_.motor, controlador_);
+    observadores_.junta(*registo_);
+    registo_->empresa(sessao_.empresa, sessao_.motor, definicoes_.controlador);
     sessao_.aviso = [this] { return registo_->avariado() ? "SEM REGISTO DE OPERAÇÕES" : ""; };
 }
 

@@ -44,6 +44,7 @@ std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
 
     for (const Tarefa& tarefa : tarefas) {
         if (argumento != tarefa.argumento) continue;
+        fabrica_.recupera(*gBD, *gERP);
         auto ecra = fabrica_.cria_ecra(tarefa.ecra, *gBD, *gERP, tarefa.modo);
         ecra->Load();
         ecra->Show();

@@ -32,6 +32,9 @@ class Fabrica {
     virtual ~Fabrica() = default;
     virtual std::unique_ptr<SessaoERP> cria_sessao_erp(const DefinicoesERP& definicoes) = 0;
     virtual std::unique_ptr<SessaoBD> cria_sessao_bd(const DefinicoesBD& definicoes) = 0;
+    // Before a screen is made, once the tables were checked: what earlier runs of the program left unfinished
+    // is settled.
+    virtual void recupera(SessaoBD& /*BD*/, SessaoERP& /*gERP*/) {}
     // `modo` as in modos.h; sem_modo for the screen without modes.
     virtual std::shared_ptr<EcraArranque> cria_ecra(TipoEcra tipo, SessaoBD& BD, SessaoERP& gERP,
                                                     int modo) = 0;

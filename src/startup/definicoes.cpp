@@ -6,21 +6,30 @@
 namespace orvex::startup {
 namespace {
 
-std::string base_completa(const std::string& servidor, const std::string& pasta,
-                          const std::filesystem::path& ficheiro) {
-    if (servidor != servidor_embebido || pasta.empty()) return pasta;
+std::string pasta_completa(const std::string& pasta, const std::filesystem::path& ficheiro) {
+    if (pasta.empty()) return pasta;
     std::error_code erro; // the folder we are in has gone: the path stays relative, and is not found
     const auto completo = std::filesystem::absolute(ficheiro, erro);
     return base::texto_de(
         ((erro ? ficheiro : completo).parent_path() / base::caminho_de(pasta)).lexically_normal());
 }
 
+std::string base_completa(const std::string& servidor, const std::string& base,
+                          const std::filesystem::path& ficheiro) {
+    return servidor == servidor_embebido ? pasta_completa(base, ficheiro) : base;
+}
+
 } // namespace
 
 DefinicoesBD DefinicoesBD::le(const std::filesystem::path& ficheiro) {
     auto valores = le_ini(ficheiro);
-    DefinicoesBD lidas{valores["BD.SERVIDOR"],     valores["BD.BASE"],        valores["BD.UTILIZADOR"],
-                       valores["BD.PALAVRAPASSE"], valores["BD.CONTROLADOR"], valores["BD.ENCRIPTACAO"]};
+    DefinicoesBD lidas{valores["BD.SERVIDOR"],
+                       valores["BD.BASE"],
+                       valores["BD.UTILIZADOR"],
+                       valores["BD.PALAVRAPASSE"],
+                       valores["BD.CONTROLADOR"],
+                       valores["BD.ENCRIPTACAO"],
+                       pasta_completa(valores["DIARIO.PASTA"], ficheiro)};
     lidas.base = base_completa(lidas.servidor, lidas.base, ficheiro);
     return lidas;
 }

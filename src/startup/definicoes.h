@@ -13,6 +13,11 @@
 //
 //     Controlador=ODBC Driver 18 for SQL Server
 //     Encriptacao=sim                              sem_certificado: the certificate is not checked; nao
+//
+// Where journals of confirmations are kept, when it is not the user's own folder (a share, say):
+//
+//     [Diario]
+//     Pasta=...                                    relative to the settings file
 #pragma once
 
 #include <array>
@@ -36,6 +41,7 @@ struct DefinicoesBD {
     std::string palavra_passe; // may be empty
     std::string controlador;   // of SQL Server: the ODBC driver; may be empty
     std::string encriptacao;   // of SQL Server: sim, sem_certificado or nao; may be empty
+    std::string diario;        // folder of the journals of confirmations, absolute; empty for the usual one
 
     static DefinicoesBD le(const std::filesystem::path& ficheiro);
     bool incompletas() const { return servidor.empty() || base.empty() || utilizador.empty(); }

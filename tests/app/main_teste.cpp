@@ -85,7 +85,7 @@ TEST(Programa, TrabalhaNumaPastaComAcentosEBrancos) {
     for (const std::string& programa :
          {ORVEX_PROGRAMAS "/orvex-empresa " + instalacao + " --clientes 2 --artigos 5 --linhas 3",
           ORVEX_PROGRAMAS "/orvex-diagnostico " + instalacao, instalacao + "/orvex-diagnostico",
-          instalacao + "/orvex 0"}) {
+          instalacao + "/orvex-auditoria", instalacao + "/orvex 0"}) {
         const Fim fim = corre(programa, "");
         EXPECT_EQ(fim.codigo, 0) << programa << fim.texto;
     }

@@ -7,6 +7,7 @@
 #include "erp.h"
 #include "parametros.h"
 
+#include "app/gaveta_da_empresa.h"
 #include "base/caminho.h"
 #include "platform/operacoes/ficheiro_rotativo.h"
 #include "platform/operacoes/sistema.h"
@@ -28,6 +29,25 @@ Resultado verifica_registo() {
                 "sua onde possa escrever."};
 }
 
+// Confirmations that the next start of the program settles, or its user puts off.
+Resultado verifica_diario(const startup::DefinicoesBD& definicoes) {
+    constexpr const char* nome = "diário das confirmações";
+    const auto gaveta = app::gaveta_da_empresa(definicoes);
+    const auto& pasta = gaveta.pasta();
+    try {
+        const std::size_t por_acabar = gaveta.por_acabar().size();
+        if (const auto erro = platform::operacoes::pode_acrescentar(pasta / "novo"))
+            return {nome, Estado::erro,
+                    "não pode ser escrito, e sem ele nada se confirma: " + base::causa(pasta, erro) + "."};
+        if (por_acabar == 0) return {nome, Estado::ok, base::texto_de(pasta)};
+        return {nome, Estado::aviso,
+                std::to_string(por_acabar) + " por acabar em «" + base::texto_de(pasta) +
+                    "». Se o programa não está a confirmar nada, volte a abri-lo: diz o que é feito delas."};
+    } catch (const base::Falha& falha) {
+        return {nome, Estado::erro, std::string("não pode ser lido: ") + falha.what()};
+    }
+}
+
 } // namespace
 
 Resultados diagnostica(const startup::PastasInstalacao& pastas) {
@@ -39,6 +59,7 @@ Resultados diagnostica(const startup::PastasInstalacao& pastas) {
     verifica_erp(definicoes, BD.get(), resultados);
     if (com_parametros) verifica_codigos(parametros, definicoes.erp, BD.get(), resultados);
     resultados.push_back(verifica_registo());
+    if (definicoes.bd) resultados.push_back(verifica_diario(*definicoes.bd));
     return resultados;
 }
 

@@ -10,17 +10,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* sem_pasta = "o sistema não diz qual é a pasta do utilizador";
 
-std::string causa(const fs::path& ficheiro, const std::error_code& erro) {
-    if (!erro) return {};
-    std::string porque = "erro " + std::to_string(erro.value()) + " do sistema";
-    if (erro == std::errc::permission_denied || erro == std::errc::read_only_file_system)
-        porque = "não há permissão";
-    if (erro == std::errc::no_space_on_device) porque = "não há espaço no disco";
-    if (erro == std::errc::not_a_directory || erro == std::errc::is_a_directory)
-        porque = "há um ficheiro no lugar de uma pasta, ou uma pasta no dele";
-    return "«" + base::texto_de(ficheiro) + "»: " + porque;
-}
-
 bool cheio(const fs::path& ficheiro, std::size_t com_mais) {
     std::error_code erro;
     const std::uintmax_t bytes = fs::file_size(ficheiro, erro);
@@ -39,7 +28,7 @@ std::string FicheiroRotativo::escreve(const std::string& linha) {
     std::error_code erro;
     if (fs::create_directories(pasta_, erro)) fs::permissions(pasta_, fs::perms::owner_all, erro);
     roda(linha.size());
-    return causa(caminho(), acrescenta(caminho(), linha));
+    return base::causa(caminho(), acrescenta(caminho(), linha));
 }
 
 // While another program is at it, what is written still goes to the file that it moves away.
@@ -53,7 +42,7 @@ void FicheiroRotativo::roda(std::size_t bytes) {
 }
 
 std::string FicheiroRotativo::defeito() const {
-    return pasta_.empty() ? sem_pasta : causa(caminho(), pode_acrescentar(caminho()));
+    return pasta_.empty() ? sem_pasta : base::causa(caminho(), pode_acrescentar(caminho()));
 }
 
 } // namespace orvex::platform::operacoes

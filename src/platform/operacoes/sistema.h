@@ -12,6 +12,7 @@ namespace orvex::platform::operacoes {
 std::filesystem::path pasta_do_registo();
 
 std::string utilizador_da_maquina();
+std::string nome_da_maquina();
 long numero_do_processo();
 
 // Adds the bytes to the end of the file in one write, whoever else adds to it; makes it, for the user alone,

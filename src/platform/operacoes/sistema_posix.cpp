@@ -2,6 +2,7 @@
 
 #include "base/caminho.h"
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <pwd.h>
@@ -33,6 +34,11 @@ fs::path pasta_do_registo() {
 std::string utilizador_da_maquina() {
     const passwd* conta = ::getpwuid(::getuid()); // NOLINT(concurrency-mt-unsafe)
     return conta != nullptr ? conta->pw_name : std::to_string(::getuid());
+}
+
+std::string nome_da_maquina() {
+    std::array<char, 256> nome{};
+    return ::gethostname(nome.data(), nome.size() - 1) == 0 ? nome.data() : "";
 }
 
 long numero_do_processo() { return ::getpid(); }

@@ -33,6 +33,12 @@ std::string utilizador_da_maquina() {
     return ::GetUserNameW(nome.data(), &tamanho) != 0 ? base::texto_de(fs::path(nome.data())) : "";
 }
 
+std::string nome_da_maquina() {
+    std::array<wchar_t, MAX_COMPUTERNAME_LENGTH + 1> nome{};
+    DWORD tamanho = static_cast<DWORD>(nome.size());
+    return ::GetComputerNameW(nome.data(), &tamanho) != 0 ? base::texto_de(fs::path(nome.data())) : "";
+}
+
 long numero_do_processo() { return static_cast<long>(::GetCurrentProcessId()); }
 
 std::error_code acrescenta(const fs::path& ficheiro, const std::string& bytes) {

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace orvex::platform::qt {
 namespace {
@@ -38,7 +39,7 @@ int resposta(int botao, common::Botoes botoes) {
     default: // it went without an answer, because the program is ending: nothing was agreed to
         return botoes == common::Botoes::ok_cancelar ? common::resposta_cancelar
                : botoes == common::Botoes::sim_nao   ? common::resposta_nao
-                                                     : common::resposta_ok;
+                                                     : common::resposta_nenhuma;
     }
 }
 
@@ -68,24 +69,39 @@ void alarga(QMessageBox& caixa) {
         grelha->addItem(new QSpacerItem(largura_minima, 0), grelha->rowCount(), 0, 1, grelha->columnCount());
 }
 
-} // namespace
-
-int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titulo, common::Icone icone,
-                 common::Botoes botoes) {
-    QMessageBox caixa(pai);
+int abre(QMessageBox& caixa, const std::string& texto, const std::string& titulo, common::Icone icone) {
     caixa.setObjectName("caixa");
     caixa.setWindowTitle(qs(titulo));
     caixa.setTextFormat(Qt::PlainText);
     caixa.setText(com_quebras(texto));
     caixa.setIcon(icone_qt(icone));
-    poe_botoes(caixa, botoes);
     for (QAbstractButton* botao : caixa.buttons())
         botao->setIcon({});
     // Wide enough for its title; nothing to minimise or to enlarge.
     alarga(caixa);
     caixa.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                          Qt::WindowCloseButtonHint);
-    return resposta(caixa.exec(), botoes);
+    return caixa.exec();
+}
+
+} // namespace
+
+int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titulo, common::Icone icone,
+                 common::Botoes botoes) {
+    QMessageBox caixa(pai);
+    poe_botoes(caixa, botoes);
+    return resposta(abre(caixa, texto, titulo, icone), botoes);
+}
+
+bool mostra_escolha(QWidget* pai, const std::string& texto, const std::string& titulo, const char* sim,
+                    const char* nao) {
+    QMessageBox caixa(pai);
+    const QPushButton* primeiro = caixa.addButton(qs(sim), QMessageBox::AcceptRole);
+    QPushButton* segundo = caixa.addButton(qs(nao), QMessageBox::RejectRole);
+    caixa.setDefaultButton(segundo);
+    caixa.setEscapeButton(segundo);
+    abre(caixa, texto, titulo, common::Icone::exclamacao);
+    return caixa.clickedButton() == primeiro;
 }
 
 } // namespace orvex::platform::qt
