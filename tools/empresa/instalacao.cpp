@@ -45,7 +45,7 @@ void escreve_ficheiros(const std::filesystem::path& pasta) {
 
 bool copia_programa(const std::filesystem::path& de, const std::filesystem::path& para) {
     bool encontrado = false;
-    for (const std::string programa : {"orvex", "orvex-diagnostico"})
+    for (const std::string programa : {"orvex", "orvex-auditoria", "orvex-diagnostico"})
         for (const char* fim : {"", ".exe"}) {
             const std::string nome = programa + fim;
             if (!startup::defeito_do_ficheiro(de / nome).empty()) continue;

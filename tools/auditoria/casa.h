@@ -1,0 +1,39 @@
+// What the parameters file says is ours: types and series of documents, warehouses, and the client that is
+// ORVEX.
+#pragma once
+
+#include "livro/detencao.h"
+#include "startup/parametros.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::auditoria {
+
+struct Numeracao { // a type and series
+    std::string TpDoc;
+    std::int16_t Serie = 0;
+
+    bool e(const std::string& tipo, std::int64_t serie) const;
+    std::string documento(std::int64_t numero) const; // GR/1/7
+    std::string texto() const { return TpDoc + "/" + std::to_string(Serie); }
+};
+
+struct Casa {
+    Numeracao guias, devolucoes, sobras, quebras, consumos, transferencias;
+    std::vector<Numeracao> facturas;
+    livro::Lugares lugares;
+
+    // Throws FalhaParametro for a key that is missing or incomplete.
+    static Casa le(const startup::Parametros& parametros);
+
+    bool ajuste(const std::string& tipo, std::int64_t serie) const {
+        return sobras.e(tipo, serie) || quebras.e(tipo, serie) || consumos.e(tipo, serie);
+    }
+    bool factura(const std::string& tipo, std::int64_t serie) const;
+    bool e_orvex(const std::string& cliente) const;
+    const std::string& armazem(const std::string& detentor) const; // where its stock lies
+};
+
+} // namespace orvex::auditoria
