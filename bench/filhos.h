@@ -9,9 +9,10 @@ namespace orvex::bench {
 // Each prints milliseconds first; gives the exit code.
 int mede_facturas(const std::filesystem::path& instalacao, const std::string& cliente);
 int mede_facturas_fio(const std::filesystem::path& instalacao, const std::string& cliente); // over the wire
-int mede_emissao(const std::filesystem::path& instalacao, const std::string& cliente, int linhas);
+int mede_emissao(const std::filesystem::path& instalacao, const std::string& cliente, int linhas,
+                 bool com_diario);
 // Of one of so many consumptions of the item of the newest ledger row.
-int mede_ajuste(const std::filesystem::path& instalacao, int vezes);
+int mede_ajuste(const std::filesystem::path& instalacao, int vezes, bool com_diario);
 
 // Open a window and end the process at its first paint; the caller measures the whole process.
 int mostra_ecra(const std::filesystem::path& instalacao);

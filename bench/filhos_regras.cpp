@@ -3,6 +3,7 @@
 #include "adjust/mov_stocks.h"
 #include "base/texto.h"
 #include "delivery/guias_remessa.h"
+#include "platform/diario/diario.h"
 #include "platform/erp/sessao_erp_embebida.h"
 #include "platform/odbc/sessao_odbc.h"
 #include "platform/sqlite/sessao_sqlite.h"
@@ -10,6 +11,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <optional>
 
 namespace orvex::bench {
 namespace {
@@ -41,7 +43,8 @@ struct Posto {
                 {},
                 [] {
                     return base::DataHora{2026, 1, 2, 10};
-                }},
+                },
+                observadores},
                argumentos...) {
         const auto definicoes = instalacao / "OrvexEXE.xel";
         BD.Abre(startup::texto_ligacao(startup::DefinicoesBD::le(definicoes)));
@@ -52,12 +55,32 @@ struct Posto {
         ecra.utilizador_abre();
     }
 
+    // Beside the company, so that it is flushed to the same disk.
+    void com_diario(const std::filesystem::path& instalacao) {
+        gaveta.emplace(instalacao / "diarios");
+        diario.emplace(*gaveta, platform::diario::Diario::Meios{
+                                    .identidade = {"E", "u", "m"},
+                                    .abre_sessao =
+                                        [instalacao] {
+                                            auto outra = std::make_unique<TSessao>();
+                                            outra->Abre(startup::texto_ligacao(
+                                                startup::DefinicoesBD::le(instalacao / "OrvexEXE.xel")));
+                                            return outra;
+                                        },
+                                    .resolve = [](auto&) { return platform::diario::Tratamento(); },
+                                    .engole = [](const std::string& texto) { throw base::Falha(texto); }});
+        observadores.junta(*diario);
+    }
+
     // Types into the first field and leaves it: the client, which lists its open lines, or the item.
     void escolhe(const std::string& codigo) {
         ecra.utilizador_edita(ecra.campo(0), codigo);
         ecra.utilizador_avanca(+1);
     }
 
+    confirmacao::Observadores observadores;
+    std::optional<platform::diario::Gaveta> gaveta;
+    std::optional<platform::diario::Diario> diario;
     TSessao BD;
     platform::erp::SessaoERPEmbebida gERP;
     JanelaMuda janela;
@@ -96,8 +119,10 @@ int mede_facturas_fio(const std::filesystem::path& instalacao, const std::string
     return mede_facturas_de<platform::odbc::SessaoODBC>(instalacao, cliente);
 }
 
-int mede_emissao(const std::filesystem::path& instalacao, const std::string& cliente, int linhas) {
+int mede_emissao(const std::filesystem::path& instalacao, const std::string& cliente, int linhas,
+                 bool com_diario) {
     Posto<delivery::GuiasRemessa> posto(instalacao);
+    if (com_diario) posto.com_diario(instalacao);
     posto.escolhe(cliente);
     for (int linha = 1; linha <= linhas; ++linha) {
         posto.ecra.utilizador_celula(posto.ecra.Detalhe, linha, 0);
@@ -112,8 +137,9 @@ int mede_emissao(const std::filesystem::path& instalacao, const std::string& cli
     return 0;
 }
 
-int mede_ajuste(const std::filesystem::path& instalacao, int vezes) {
+int mede_ajuste(const std::filesystem::path& instalacao, int vezes, bool com_diario) {
     Posto<adjust::MovStocks> posto(instalacao, std::int16_t{3});
+    if (com_diario) posto.com_diario(instalacao);
     const std::string artigo =
         posto.BD.Consulta("Select top 1 * from xel_ORVEX order by Registo desc")->valor("NumSerie").texto();
     double ms = 0;

@@ -30,6 +30,7 @@ constexpr int linhas_do_cliente = 10'000;
 constexpr int linhas_da_guia = 500;
 constexpr int linhas_pelo_fio = 1'800;
 constexpr int ajustes = 200;
+constexpr int linhas_do_diario = 20;
 
 struct Par {
     std::vector<Corrida> nosso, nu;
@@ -181,6 +182,12 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     mostra("arranque com muitas linhas / com 1 000", mede({eu, "--ecra", grande}, {eu, "--ecra", pequena}),
            parede, "ms", 1.1);
 
+    // Of the company as it was made: what is clean is read once.
+    const Par auditoria = mede({texto_de(programas / "orvex-auditoria"), grande},
+                               {texto_de(programas / "auditoria_nua"), empresa});
+    mostra("auditoria de todas as linhas / as suas consultas", auditoria, parede, "ms", 3);
+    mostra("  memória no máximo", auditoria, memoria, "MB", 0);
+
     const Par facturas =
         mede({eu, "--facturas", grande, cliente},
              {texto_de(programas / "facturas_nuas"), empresa, cliente, orvex::demo::armazem_orvex});
@@ -200,6 +207,16 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
            mede({eu, "--emissao", grande, cliente, std::to_string(linhas_da_guia)},
                 {texto_de(programas / "emissao_nua"), empresa, cliente, std::to_string(linhas_da_guia)}),
            impresso, "ms", 1.5);
+
+    mostra("uma regularização com diário / sem ele",
+           mede({eu, "--ajuste", grande, std::to_string(ajustes), "diario"},
+                {eu, "--ajuste", grande, std::to_string(ajustes)}),
+           impresso, "ms", 1.3);
+    const std::string poucas = std::to_string(linhas_do_diario);
+    mostra("uma guia de 20 linhas com diário / sem ele",
+           mede({eu, "--emissao", grande, cliente, poucas, "diario"},
+                {eu, "--emissao", grande, cliente, poucas}),
+           impresso, "ms", 1.3);
 
     mede_lista("lista de 100 000 clientes", {eu, "--clientes", clientes});
     mede_lista("lista de 100 000 artigos", {eu, "--artigos", artigos});
@@ -226,10 +243,11 @@ int main(int argc, char** argv) {
         if (modo == "--facturas" && argc == 4) return mede_facturas(caminho_de(argumentos[2]), argumentos[3]);
         if (modo == "--facturas-fio" && argc == 4)
             return mede_facturas_fio(caminho_de(argumentos[2]), argumentos[3]);
-        if (modo == "--emissao" && argc == 5)
-            return mede_emissao(caminho_de(argumentos[2]), argumentos[3], static_cast<int>(numero(4)));
-        if (modo == "--ajuste" && argc == 4)
-            return mede_ajuste(caminho_de(argumentos[2]), static_cast<int>(numero(3)));
+        if (modo == "--emissao" && argc >= 5)
+            return mede_emissao(caminho_de(argumentos[2]), argumentos[3], static_cast<int>(numero(4)),
+                                argc == 6);
+        if (modo == "--ajuste" && argc >= 4)
+            return mede_ajuste(caminho_de(argumentos[2]), static_cast<int>(numero(3)), argc == 5);
         if (modo == "--clientes" && argc == 3) return mede_lista_clientes(caminho_de(argumentos[2]));
         if (modo == "--artigos" && argc == 3) return mede_lista_artigos(caminho_de(argumentos[2]));
         mede_tudo(fs::canonical("/proc/self/exe").parent_path(), argc > 1 ? numero(1) : 1'000'000);
