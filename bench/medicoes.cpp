@@ -5,6 +5,7 @@
 #include "base/falha.h"
 #include "bench/filhos.h"
 #include "bench/processo.h"
+#include "tests/apoio/pasta_temporaria.h"
 #include "tests/fio/servidor_tds.h"
 #include "tools/empresa/empresa_demo.h"
 
@@ -154,11 +155,8 @@ void mede_fio(const fs::path& instalacao, const fs::path& programas, const std::
 }
 
 void mede_tudo(const fs::path& programas, std::int64_t linhas) {
-    const fs::path raiz = fs::temp_directory_path() / ("orvex-medicoes-" + std::to_string(std::rand()));
-    struct Limpeza {
-        fs::path pasta;
-        ~Limpeza() { fs::remove_all(pasta); }
-    } const limpeza{raiz};
+    const orvex::testes::PastaTemporaria temporaria;
+    const fs::path& raiz = temporaria.pasta();
     const std::string eu = texto_de(programas / "orvex-medicoes");
     const std::string grande = texto_de(raiz / "grande"), pequena = texto_de(raiz / "pequena"),
                       clientes = texto_de(raiz / "clientes"), artigos = texto_de(raiz / "artigos");
