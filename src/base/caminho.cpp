@@ -1,6 +1,14 @@
 #include "base/caminho.h"
 
+#include "base/texto.h"
+
 #include <cstdlib>
+
+#ifdef _WIN32
+#include <windows.h>
+
+#include <shellapi.h>
+#endif
 
 namespace orvex::base {
 
@@ -19,6 +27,48 @@ std::filesystem::path caminho_do_ambiente(const std::string& nome) {
 #endif
     return valor == nullptr ? std::filesystem::path() : std::filesystem::path(valor);
 }
+
+std::string chave_do_caminho(const std::filesystem::path& caminho) {
+    const bool letras_contam = std::filesystem::path::preferred_separator == '/';
+    return letras_contam ? texto_de(caminho) : maiusculas(texto_de(caminho));
+}
+
+#ifdef _WIN32
+// The standard paths of this compiler take \\server\share for a folder of the current drive.
+std::filesystem::path caminho_completo(const std::filesystem::path& caminho,
+                                       const std::filesystem::path& pasta) {
+    const std::wstring& texto = caminho.native();
+    const auto barra = [&](std::size_t onde) { return texto[onde] == L'\\' || texto[onde] == L'/'; };
+    const bool de_rede = texto.size() > 2 && barra(0) && barra(1);
+    const std::filesystem::path junto = de_rede || pasta.empty() ? caminho : pasta / caminho;
+    std::wstring completo(::GetFullPathNameW(junto.c_str(), 0, nullptr, nullptr), L'\0'); // with its end
+    const DWORD tamanho =
+        ::GetFullPathNameW(junto.c_str(), static_cast<DWORD>(completo.size()), completo.data(), nullptr);
+    if (tamanho == 0 || tamanho >= completo.size()) return junto;
+    completo.resize(tamanho);
+    return completo;
+}
+
+std::vector<std::string> linha_de_comando(int argc, const char* const* argv) {
+    int quantos = 0;
+    LPWSTR* largos = ::CommandLineToArgvW(::GetCommandLineW(), &quantos);
+    if (largos == nullptr) return {argv, argv + argc};
+    std::vector<std::string> argumentos;
+    for (int i = 0; i < quantos; ++i)
+        argumentos.push_back(texto_de(largos[i]));
+    ::LocalFree(static_cast<HLOCAL>(largos));
+    return argumentos;
+}
+#else
+std::filesystem::path caminho_completo(const std::filesystem::path& caminho,
+                                       const std::filesystem::path& pasta) {
+    std::error_code erro; // the folder we are in has gone: the path stays relative, and is not found
+    const std::filesystem::path completo = std::filesystem::absolute(pasta / caminho, erro);
+    return (erro ? pasta / caminho : completo).lexically_normal();
+}
+
+std::vector<std::string> linha_de_comando(int argc, const char* const* argv) { return {argv, argv + argc}; }
+#endif
 
 std::string causa(const std::filesystem::path& ficheiro, const std::error_code& erro) {
     if (!erro) return {};

@@ -19,15 +19,16 @@ std::string causa(const std::filesystem::path& ficheiro, const std::error_code& 
 // A path that the environment names; empty when it names none. To be asked before there is any thread.
 std::filesystem::path caminho_do_ambiente(const std::string& nome);
 
-// The command line, the program's name first. A letter is what the system hands to main: where that is wide
-// characters, no accent is lost on the way.
-template <typename Letra>
-std::vector<std::string> linha_de_comando(int argc, Letra* const* argv) {
-    std::vector<std::string> argumentos;
-    argumentos.reserve(static_cast<std::size_t>(argc));
-    for (int i = 0; i < argc; ++i)
-        argumentos.push_back(texto_de(std::filesystem::path(argv[i])));
-    return argumentos;
-}
+// Absolute, without "." and "..", as far as the system can tell. What is relative is so to `pasta`, or to
+// where the program was started.
+std::filesystem::path caminho_completo(const std::filesystem::path& caminho,
+                                       const std::filesystem::path& pasta = {});
+
+// The same text for all ways to write a complete path where the system takes them for one.
+std::string chave_do_caminho(const std::filesystem::path& caminho);
+
+// The command line, the program's name first. What main was given has lost letters on some systems; there
+// the system is asked again.
+std::vector<std::string> linha_de_comando(int argc, const char* const* argv);
 
 } // namespace orvex::base

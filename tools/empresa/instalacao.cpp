@@ -25,6 +25,38 @@ std::vector<std::string> seccao_bd(const std::string& base) {
             "PalavraPasse="};
 }
 
+void copia(const std::filesystem::path& ficheiro, const std::filesystem::path& para) {
+    std::error_code erro;
+    if (!std::filesystem::copy_file(ficheiro, para / ficheiro.filename(), erro))
+        throw base::Falha("Não foi possível copiar o programa para «" +
+                          base::texto_de(para / ficheiro.filename()) + "».");
+}
+
+// What a program for Windows needs beside it.
+void copia_bibliotecas(const std::filesystem::path& de, const std::filesystem::path& para) {
+    for (const auto& entrada : std::filesystem::directory_iterator(de))
+        if (entrada.path().extension() == ".dll") copia(entrada.path(), para);
+    if (!startup::defeito_da_pasta(de / "platforms").empty()) return;
+    std::filesystem::create_directory(para / "platforms");
+    for (const auto& entrada : std::filesystem::directory_iterator(de / "platforms"))
+        copia(entrada.path(), para / "platforms");
+}
+
+// One starter a task, for who has no other menu. Their lines are ASCII, whatever the folder is called.
+void escreve_arranques(const std::filesystem::path& pasta) {
+    struct Arranque {
+        const char *nome, *argumento;
+    };
+    for (const Arranque& um :
+         {Arranque{"Sobras", "1"}, Arranque{"Guias de remessa", "2"}, Arranque{"Quebras", "3"},
+          Arranque{"Consumos internos", "4"}, Arranque{"Transferência para a ORVEX", "5"},
+          Arranque{"Transferência para outro cliente", "6"}})
+        escreve(pasta / base::caminho_de(std::string(um.nome) + ".cmd"),
+                {std::string("@start \"\" \"%~dp0orvex.exe\" ") + um.argumento});
+    escreve(pasta / base::caminho_de("Verificar a instalação.cmd"),
+            {"@\"%~dp0orvex-diagnostico.exe\"", "@pause"});
+}
+
 } // namespace
 
 void escreve_ficheiros(const std::filesystem::path& pasta) {
@@ -46,15 +78,15 @@ void escreve_ficheiros(const std::filesystem::path& pasta) {
 bool copia_programa(const std::filesystem::path& de, const std::filesystem::path& para) {
     bool encontrado = false;
     for (const std::string programa : {"orvex", "orvex-auditoria", "orvex-diagnostico"})
-        for (const char* fim : {"", ".exe"}) {
-            const std::string nome = programa + fim;
-            if (!startup::defeito_do_ficheiro(de / nome).empty()) continue;
-            std::error_code erro;
-            if (!std::filesystem::copy_file(de / nome, para / nome, erro))
-                throw base::Falha("Não foi possível copiar o programa para «" + base::texto_de(para / nome) +
-                                  "».");
-            encontrado = encontrado || programa == "orvex";
-        }
+        for (const char* fim : {"", ".exe"})
+            if (startup::defeito_do_ficheiro(de / (programa + fim)).empty()) {
+                copia(de / (programa + fim), para);
+                encontrado = encontrado || programa == "orvex";
+            }
+    if (startup::defeito_do_ficheiro(para / "orvex.exe").empty()) {
+        copia_bibliotecas(de, para);
+        escreve_arranques(para);
+    }
     return encontrado;
 }
 

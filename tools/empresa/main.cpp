@@ -4,6 +4,7 @@
 #include "empresa_demo.h"
 #include "instalacao.h"
 #include "linha_comando.h"
+#include "platform/consola/consola.h"
 #include "tools/comum/pasta_do_programa.h"
 
 #include <iostream>
@@ -14,10 +15,8 @@ namespace fs = std::filesystem;
 
 int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
     orvex::demo::faz_empresa(opcoes);
-    std::error_code erro;
-    const fs::path completa = fs::absolute(opcoes.pasta, erro);
-    std::cout << "Empresa criada em "
-              << orvex::base::texto_de((erro ? opcoes.pasta : completa).lexically_normal()) << "\n";
+    std::cout << "Empresa criada em " << orvex::base::texto_de(orvex::base::caminho_completo(opcoes.pasta))
+              << "\n";
     if (!orvex::demo::copia_programa(programas, opcoes.pasta))
         std::cout << "O programa orvex não foi encontrado em " << orvex::base::texto_de(programas)
                   << ": copie-o para a pasta da instalação.\n";
@@ -27,6 +26,7 @@ int faz(const orvex::demo::OpcoesEmpresa& opcoes, const fs::path& programas) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const orvex::platform::consola::Consola consola;
     const auto linha = orvex::base::linha_de_comando(argc, argv);
     orvex::demo::OpcoesEmpresa opcoes;
     try {

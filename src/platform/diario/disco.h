@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvex::platform::diario {
 
@@ -31,7 +32,9 @@ class Disco {
     virtual std::unique_ptr<FicheiroTrancado> cria(const std::filesystem::path& novo) = 0;
     // None when another program holds it, or it is no longer there.
     virtual std::unique_ptr<FicheiroTrancado> tranca(const std::filesystem::path& ficheiro) = 0;
-    virtual std::string le(const std::filesystem::path& ficheiro) = 0;     // whoever holds it
+    virtual std::string le(const std::filesystem::path& ficheiro) = 0; // whoever holds it
+    // Of a folder that does not exist, none.
+    virtual std::vector<std::filesystem::path> ficheiros(const std::filesystem::path& pasta) = 0;
     virtual void descarrega_pasta(const std::filesystem::path& pasta) = 0; // the names in it
 };
 

@@ -123,6 +123,15 @@ class DiscoPosix : public Disco {
         return le_tudo(aberto.numero(), ficheiro);
     }
 
+    std::vector<fs::path> ficheiros(const fs::path& pasta) override {
+        std::vector<fs::path> todos;
+        std::error_code erro;
+        for (fs::directory_iterator este(pasta, erro), fim; !erro && este != fim; este.increment(erro))
+            todos.push_back(este->path());
+        if (erro && erro != std::errc::no_such_file_or_directory) throw base::Falha(base::causa(pasta, erro));
+        return todos;
+    }
+
     void descarrega_pasta(const fs::path& pasta) override {
         const Descritor aberta(::open(pasta.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         // Some shares flush their folders by themselves and refuse to be asked.

@@ -80,10 +80,11 @@ class FicheiroWindows : public FicheiroTrancado {
         if (::FlushFileBuffers(aberto_.valor()) == 0) falha(caminho_);
     }
 
-    // The file system puts the name on the disk before it returns.
+    // What flushes a file also flushes the file system's log, which has the name.
     void muda_nome(const fs::path& novo) override {
         if (::MoveFileExW(caminho_.c_str(), novo.c_str(), MOVEFILE_WRITE_THROUGH) == 0) falha(novo);
         caminho_ = novo;
+        descarrega();
     }
 
   private:
@@ -114,6 +115,27 @@ class DiscoWindows : public Disco {
                                           FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!aberto.valido()) falha(ficheiro);
         return le_tudo(aberto.valor(), ficheiro);
+    }
+
+    // The library's own iterator knows no folder with a name beyond 260 letters.
+    std::vector<fs::path> ficheiros(const fs::path& pasta) override {
+        WIN32_FIND_DATAW este{};
+        const HANDLE procura = ::FindFirstFileW((pasta / L"*").c_str(), &este);
+        if (procura == INVALID_HANDLE_VALUE) {
+            const DWORD erro = ::GetLastError();
+            if (erro == ERROR_FILE_NOT_FOUND || erro == ERROR_PATH_NOT_FOUND) return {};
+            falha(pasta);
+        }
+        std::vector<fs::path> todos;
+        do
+            if ((este.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+                todos.push_back(pasta / este.cFileName);
+        while (::FindNextFileW(procura, &este) != 0);
+        const DWORD erro = ::GetLastError();
+        ::FindClose(procura);
+        if (erro == ERROR_NO_MORE_FILES) return todos;
+        ::SetLastError(erro);
+        falha(pasta);
     }
 
     void descarrega_pasta(const fs::path&) override {} // done by what changed the name

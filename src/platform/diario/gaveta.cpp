@@ -104,10 +104,8 @@ std::unique_ptr<FicheiroDiario> Gaveta::cria(const std::string& intencao) {
 std::vector<fs::path> Gaveta::por_acabar() const {
     exige_raiz();
     std::vector<fs::path> ficheiros;
-    std::error_code erro;
-    for (fs::directory_iterator entrada(pasta_, erro), fim; !erro && entrada != fim; entrada.increment(erro))
-        if (entrada->path().extension() == aberto) ficheiros.push_back(entrada->path());
-    if (erro && erro != std::errc::no_such_file_or_directory) throw base::Falha(base::causa(pasta_, erro));
+    for (fs::path& este : disco_.ficheiros(pasta_))
+        if (este.extension() == aberto) ficheiros.push_back(std::move(este));
     std::sort(ficheiros.begin(), ficheiros.end());
     return ficheiros;
 }
@@ -139,11 +137,11 @@ void Gaveta::arruma() noexcept {
     try {
         const auto agora = fs::file_time_type::clock::now();
         std::error_code erro;
-        for (const fs::directory_entry& entrada : fs::directory_iterator(pasta_, erro)) {
-            const auto extensao = entrada.path().extension();
+        for (const fs::path& este : disco_.ficheiros(pasta_)) {
+            const auto extensao = este.extension();
             if (extensao != acabado && extensao != por_fazer) continue;
-            if (agora - entrada.last_write_time() < guarda) continue;
-            fs::remove(entrada.path(), erro);
+            if (agora - fs::last_write_time(este) < guarda) continue;
+            fs::remove(este, erro);
         }
     } catch (const std::exception&) { // it is looked at again at the next start
     }

@@ -23,8 +23,8 @@ constexpr DWORD com_todos = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 } // namespace
 
 fs::path pasta_do_registo() {
-    const fs::path local = base::caminho_do_ambiente("LOCALAPPDATA");
-    return local.is_absolute() ? local / "orvex" : fs::path();
+    const fs::path local = base::caminho_do_ambiente("LOCALAPPDATA"); // may be on a share
+    return local.empty() ? local : local / "orvex";
 }
 
 std::string utilizador_da_maquina() {
@@ -60,7 +60,14 @@ std::error_code pode_acrescentar(const fs::path& ficheiro) {
         return {};
     }
     const std::error_code erro = erro_do_sistema();
-    return erro == std::errc::no_such_file_or_directory ? std::error_code() : erro;
+    if (erro != std::errc::no_such_file_or_directory) return erro;
+    // The system says the same where a file stands in the place of a folder.
+    std::error_code sem_nada;
+    fs::path acima = ficheiro.parent_path();
+    while (acima.has_relative_path() && !fs::exists(acima, sem_nada))
+        acima = acima.parent_path();
+    return fs::is_directory(acima, sem_nada) ? std::error_code()
+                                             : std::make_error_code(std::errc::not_a_directory);
 }
 
 Vez::Vez(const fs::path& ficheiro) {

@@ -214,7 +214,7 @@ SQLite::Database abre_empresa_para_ler(const fs::path& pasta, int espera_ms) {
     try {
         return insiste(espera_ms, [&] {
             em_causa = &livro;
-            auto base = abre_base(nome_para_ler(livro),
+            auto base = abre_base(base::caminho_de(nome_para_ler(livro)),
                                   SQLite::OPEN_READONLY | SQLite::OPEN_URI | SQLite::OPEN_NOMUTEX, espera_ms);
             base.exec("SELECT 1 FROM sqlite_schema LIMIT 1");
             base.exec(std::string("PRAGMA main.") + memoria);
