@@ -1,10 +1,12 @@
 #include "base_de_dados.h"
+#include "definicoes.h"
 #include "livro/tabelas.h"
 
 #include "base/texto.h"
 #include "platform/odbc/controladores.h"
 #include "platform/odbc/sessao_odbc.h"
 #include "platform/odbc/texto_ligacao.h"
+#include "platform/operacoes/sistema.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
 #include <algorithm>
@@ -25,10 +27,13 @@ std::string porque_nao_abriu(SessaoBD& BD) {
     return {};
 }
 
-Resultado ligacao_recusada(SessaoBD& BD) {
+Resultado ligacao_recusada(SessaoBD& BD, const DefinicoesBD& definicoes) {
+    const std::string entrada = definicoes.utilizador_do_sistema
+                                    ? "Autenticacao (entra quem trabalha na máquina: " +
+                                          platform::operacoes::utilizador_da_maquina() + ")"
+                                    : "Utilizador, PalavraPasse";
     return {"ligação", Estado::erro,
-            porque_nao_abriu(BD) +
-                " Verifique em [BD] Servidor, Base, Utilizador, PalavraPasse e Encriptacao."};
+            porque_nao_abriu(BD) + " Verifique em [BD] Servidor, Base, " + entrada + " e Encriptacao."};
 }
 
 bool instalado(const std::string& controlador) {
@@ -39,14 +44,13 @@ bool instalado(const std::string& controlador) {
                        [&](const auto& este) { return base::mesmo_nome(este.nome, controlador); });
 }
 
-Resultado controlador_em_falta(const std::string& controlador) {
-    std::string instalados;
+Resultado controladores() {
+    std::vector<std::string> nomes;
     for (const auto& este : platform::odbc::controladores_instalados())
-        instalados += (instalados.empty() ? "" : ", ") + este.nome;
-    return {"controlador ODBC", Estado::erro,
-            "«" + controlador +
-                "» não está instalado. Instale-o, ou corrija Controlador em [BD]. Instalados: " +
-                (instalados.empty() ? "nenhum" : instalados) + "."};
+        nomes.push_back(este.nome);
+    return {"controladores ODBC", Estado::informacao,
+            "para programas de " + de_bits(bits_do_programa) + ": " +
+                (nomes.empty() ? "nenhum" : enumera(nomes))};
 }
 
 std::unique_ptr<SessaoBD> verifica_servidor(const DefinicoesBD& definicoes, Resultados& resultados) {
@@ -55,7 +59,9 @@ std::unique_ptr<SessaoBD> verifica_servidor(const DefinicoesBD& definicoes, Resu
     auto BD = std::make_unique<platform::odbc::SessaoODBC>();
     const bool aberta = BD->Abre(startup::texto_ligacao(definicoes));
     if (!aberta && !instalado(controlador)) {
-        resultados.push_back(controlador_em_falta(controlador));
+        resultados.push_back(
+            {"controlador ODBC", Estado::erro,
+             "«" + controlador + "» não está instalado. Instale-o, ou corrija Controlador em [BD]."});
         resultados.push_back({"ligação", Estado::nao_verificado, "depende do controlador"});
         return nullptr;
     }
@@ -63,11 +69,11 @@ std::unique_ptr<SessaoBD> verifica_servidor(const DefinicoesBD& definicoes, Resu
     resultados.push_back(
         {"controlador ODBC", Estado::ok, controlador + (aberta ? " (" + servidor.controlador + ")" : "")});
     if (!aberta) {
-        resultados.push_back(ligacao_recusada(*BD));
+        resultados.push_back(ligacao_recusada(*BD, definicoes));
         return nullptr;
     }
     resultados.push_back({"ligação", Estado::ok,
-                          definicoes.base + " em " + definicoes.servidor + " como " + definicoes.utilizador +
+                          definicoes.base + " em " + definicoes.servidor + ", " + quem_entra(definicoes) +
                               ", " + servidor.versao});
     verifica_encriptacao(*BD, definicoes, resultados);
     return BD;
@@ -78,7 +84,7 @@ std::unique_ptr<SessaoBD> verifica_embebida(const DefinicoesBD& definicoes, Resu
     const bool aberta = BD->Abre(startup::texto_ligacao(definicoes));
     resultados.push_back(
         aberta ? Resultado{"ligação", Estado::ok, "empresa embebida " + definicoes.base + " (SQLite)"}
-               : ligacao_recusada(*BD));
+               : ligacao_recusada(*BD, definicoes));
     if (!aberta) return nullptr;
     return BD;
 }
@@ -87,6 +93,8 @@ std::unique_ptr<SessaoBD> verifica_embebida(const DefinicoesBD& definicoes, Resu
 
 std::unique_ptr<SessaoBD> verifica_base_de_dados(const std::optional<DefinicoesBD>& definicoes,
                                                  Resultados& resultados) {
+    if (!definicoes || definicoes->servidor != startup::servidor_embebido)
+        resultados.push_back(controladores());
     if (!definicoes) {
         resultados.push_back({"base de dados", Estado::nao_verificado, "depende das definições"});
         return nullptr;

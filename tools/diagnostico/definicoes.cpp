@@ -2,6 +2,8 @@
 
 #include "base/caminho.h"
 #include "base/falha.h"
+#include "platform/operacoes/sistema.h"
+#include "platform/proteccao/proteccao.h"
 
 namespace orvex::diagnostico {
 namespace {
@@ -61,17 +63,21 @@ std::optional<DefinicoesBD> verifica_bd(const startup::PastasInstalacao& pastas,
     const DefinicoesBD proprias = DefinicoesBD::le(ficheiro);
     std::string porque;
     try {
-        const DefinicoesBD usadas = startup::definicoes_bd(ficheiro, catalogo);
+        const DefinicoesBD usadas = startup::definicoes_bd(ficheiro, catalogo, platform::proteccao::abre);
         if (!usadas.incompletas()) {
             const std::string de = proprias.incompletas() ? " (de " + base::texto_de(catalogo) + ")" : "";
-            resultados.push_back({nome, Estado::ok,
-                                  "servidor " + usadas.servidor + ", base " + usadas.base + ", utilizador " +
-                                      usadas.utilizador + de});
+            resultados.push_back(
+                {nome, Estado::ok,
+                 "servidor " + usadas.servidor + ", base " + usadas.base + ", " + quem_entra(usadas) + de});
             return usadas;
         }
         porque = "«" + base::texto_de(catalogo) + "» também está incompleto.";
     } catch (const base::Falha& falha) {
         porque = falha.what();
+    }
+    if (!proprias.incompletas()) { // what fails of them is the password
+        resultados.push_back({nome, Estado::erro, porque});
+        return std::nullopt;
     }
     resultados.push_back({nome, Estado::erro,
                           "Preencha em [BD] de «" + base::texto_de(ficheiro) + "»: " +
@@ -82,6 +88,15 @@ std::optional<DefinicoesBD> verifica_bd(const startup::PastasInstalacao& pastas,
     return std::nullopt;
 }
 
+std::optional<DefinicoesERP> verifica_erp(const fs::path& ficheiro, Resultados& resultados) {
+    try {
+        return startup::definicoes_erp(ficheiro, platform::proteccao::abre);
+    } catch (const base::Falha& falha) { // the password's
+        resultados.push_back({"definições do ERP", Estado::erro, falha.what()});
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 Definicoes verifica_definicoes(const startup::PastasInstalacao& pastas, Resultados& resultados) {
@@ -89,8 +104,14 @@ Definicoes verifica_definicoes(const startup::PastasInstalacao& pastas, Resultad
     if (!verifica_ficheiro(definicoes.ficheiro, resultados)) return definicoes;
     verifica_permissoes(pastas, resultados);
     definicoes.bd = verifica_bd(pastas, resultados);
-    definicoes.erp = startup::definicoes_erp(definicoes.ficheiro);
+    definicoes.erp = verifica_erp(definicoes.ficheiro, resultados);
     return definicoes;
+}
+
+std::string quem_entra(const DefinicoesBD& definicoes) {
+    return definicoes.utilizador_do_sistema
+               ? "sessão do sistema de " + platform::operacoes::utilizador_da_maquina()
+               : "utilizador " + definicoes.utilizador;
 }
 
 std::string em_falta(std::initializer_list<Valor> valores) {

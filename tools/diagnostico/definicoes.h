@@ -14,6 +14,9 @@ struct Definicoes {
 };
 Definicoes verifica_definicoes(const startup::PastasInstalacao& pastas, Resultados& resultados);
 
+// "utilizador orvex", or whose session of the system logs in.
+std::string quem_entra(const startup::DefinicoesBD& definicoes);
+
 // Names of the values that are empty: "Base, Utilizador".
 struct Valor {
     const char* nome;

@@ -51,7 +51,8 @@ Resultado verifica_diario(const startup::DefinicoesBD& definicoes) {
 } // namespace
 
 Resultados diagnostica(const startup::PastasInstalacao& pastas) {
-    Resultados resultados{{"programa", Estado::informacao, std::string("ORVEX ") + base::versao()}};
+    Resultados resultados{{"programa", Estado::informacao,
+                           std::string("ORVEX ") + base::versao() + ", " + de_bits(bits_do_programa)}};
     const Definicoes definicoes = verifica_definicoes(pastas, resultados);
     const auto BD = verifica_base_de_dados(definicoes.bd, resultados);
     const startup::Parametros parametros(pastas.programa);

@@ -8,6 +8,10 @@
 
 namespace orvex::diagnostico {
 
+// What a program loads, drivers and components, is of its own word size.
+inline constexpr int bits_do_programa = sizeof(void*) * 8;
+inline std::string de_bits(int bits) { return std::to_string(bits) + " bits"; }
+
 enum class Estado {
     ok,
     erro,           // the program would fail, or write what is wrong; the text says what to do

@@ -1,5 +1,7 @@
 #include "erp.h"
 
+#include "componente.h"
+
 #include "app/fabrica_erp.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
@@ -12,6 +14,15 @@ namespace {
 using startup::DefinicoesBD;
 using startup::DefinicoesERP;
 using startup::SessaoBD;
+
+// What of it can be seen without loading it; on other systems the log-in itself says that there is none.
+void verifica_o_componente([[maybe_unused]] const DefinicoesERP& erp,
+                           [[maybe_unused]] Resultados& resultados) {
+#ifdef _WIN32
+    if (erp.tipo() == startup::TipoERP::producao)
+        resultados.push_back(verifica_componente(erp.componente, classe_registada(erp.componente)));
+#endif
+}
 
 void verifica_entrada(const Definicoes& definicoes, Resultados& resultados) {
     constexpr const char* nome = "entrada no ERP";
@@ -34,14 +45,16 @@ void verifica_entrada(const Definicoes& definicoes, Resultados& resultados) {
         const auto sessao = app::cria_sessao_erp(*definicoes.erp);
         sessao->ModoLigacao(startup::modo_ligacao);
         const bool aceite = sessao->Liga(v);
-        sessao->Desliga();
+        if (aceite) sessao->Desliga();
         resultados.push_back({nome, aceite ? Estado::ok : Estado::erro,
                               aceite ? quem
                                      : "O ERP recusou " + quem +
                                            ": corrija Empresa, Utilizador ou PalavraPasse" + em_erp + "."});
     } catch (const std::exception& falha) {
-        resultados.push_back(
-            {nome, Estado::erro, std::string(falha.what()) + " Corrija Servidor e Base" + em_erp + "."});
+        const char* o_que = definicoes.erp->tipo() == startup::TipoERP::emulacao
+                                ? " Corrija Servidor e Base"
+                                : " Verifique Componente, Servidor e Base";
+        resultados.push_back({nome, Estado::erro, falha.what() + (o_que + em_erp) + "."});
     }
 }
 
@@ -84,8 +97,10 @@ Resultado compara_bases(const DefinicoesBD& bd, const DefinicoesERP& erp, Sessao
                               erp.tipo() == startup::TipoERP::emulacao};
     if (embebidos[1] && !embebidos[0]) return do_servidor_e_da_emulacao(erp, *BD);
     std::error_code erro;
-    const bool mesma = embebidos[0] && embebidos[1] ? std::filesystem::equivalent(bd.base, base, erro)
-                                                    : base::mesmo_nome(bd.base, base);
+    const bool mesma =
+        embebidos[0] && embebidos[1]
+            ? std::filesystem::equivalent(base::caminho_de(bd.base), base::caminho_de(base), erro)
+            : base::mesmo_nome(bd.base, base);
     if (!mesma || embebidos[0] != embebidos[1])
         return {"", Estado::erro,
                 "o ERP grava os documentos em " + base + " (servidor " + servidor +
@@ -104,6 +119,7 @@ void verifica_erp(const Definicoes& definicoes, SessaoBD* BD, Resultados& result
         resultados.push_back({"entrada no ERP", Estado::nao_verificado, "depende das definições"});
         return;
     }
+    verifica_o_componente(*definicoes.erp, resultados);
     verifica_entrada(definicoes, resultados);
     if (!definicoes.bd || definicoes.erp->incompletas()) return;
     resultados.push_back(compara_bases(*definicoes.bd, *definicoes.erp, BD));

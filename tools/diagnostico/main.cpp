@@ -2,28 +2,48 @@
 #include "base/caminho.h"
 #include "base/descricao.h"
 #include "diagnostico.h"
-#include "startup/ficheiro.h"
-#include "tools/comum/pasta_do_programa.h"
+#include "palavras_passe.h"
+#include "platform/consola/consola.h"
+#include "tools/comum/instalacao_pedida.h"
 
 #include <iostream>
 
+namespace {
+
+using namespace orvex;
+
+constexpr const char* uso =
+    "Uso: orvex-diagnostico [--protege-palavras-passe] [PASTA]\n"
+    "Verifica a instalação em PASTA, ou na pasta deste programa, sem nada alterar.\n"
+    "  --protege-palavras-passe  em vez disso, guarda as palavras-passe das definições de modo\n"
+    "                            que só esta máquina as abra (Windows)\n";
+
+int corre(bool protege, const startup::PastasInstalacao& pastas) {
+    if (protege) {
+        diagnostico::protege_palavras_passe(pastas, std::cout);
+        return 0;
+    }
+    const auto resultados = diagnostico::diagnostica(pastas);
+    std::cout << diagnostico::texto(resultados);
+    return diagnostico::tem_erros(resultados) ? 1 : 0;
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
-    using namespace orvex;
-    const auto argumentos = base::linha_de_comando(argc, argv);
-    if (argumentos.size() > 2 || (argumentos.size() == 2 && argumentos[1].starts_with("-"))) {
-        std::cerr << "Uso: orvex-diagnostico [PASTA]\n"
-                     "Verifica a instalação em PASTA, ou na pasta deste programa, sem nada alterar.\n";
+    const platform::consola::Consola consola;
+    auto argumentos = base::linha_de_comando(argc, argv);
+    const std::string programa = argumentos[0];
+    argumentos.erase(argumentos.begin());
+    const bool protege = std::erase(argumentos, "--protege-palavras-passe") > 0;
+    if (argumentos.size() > 1 || (argumentos.size() == 1 && argumentos[0].starts_with("-"))) {
+        std::cerr << uso;
         return 2;
     }
     try {
-        const auto pasta = argumentos.size() == 2 ? base::caminho_de(argumentos[1])
-                                                  : pasta_do_programa(base::caminho_de(argumentos[0]));
-        if (const std::string defeito = startup::defeito_da_pasta(pasta); !defeito.empty())
-            throw base::Falha("«" + base::texto_de(pasta) + "» " + defeito + ".");
-        const auto resultados = diagnostico::diagnostica(
-            startup::PastasInstalacao::de(std::filesystem::absolute(pasta).lexically_normal()));
-        std::cout << diagnostico::texto(resultados);
-        return diagnostico::tem_erros(resultados) ? 1 : 0;
+        return corre(protege, instalacao_pedida(argumentos.empty() ? std::filesystem::path()
+                                                                   : base::caminho_de(argumentos[0]),
+                                                programa));
     } catch (const std::exception& falha) {
         std::cerr << base::descricao(falha) << "\n";
         return 1;

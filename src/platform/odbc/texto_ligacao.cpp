@@ -55,6 +55,13 @@ void servidor_freetds(Texto& texto, std::string servidor) {
     if (instancia == std::string::npos && porta == std::string::npos) texto.par("Port", "1433");
 }
 
+void entrada(Texto& texto, std::map<std::string, std::string>& pares) {
+    if (pares["Option"] == std::to_string(startup::ConstrutorLigacao::do_sistema))
+        return texto.par("Trusted_Connection", "Yes");
+    texto.par("UID", pares["Uid"]);
+    texto.par("PWD", pares["Pwd"]);
+}
+
 } // namespace
 
 Fala fala_do_controlador(const std::string& ligacao) {
@@ -78,8 +85,7 @@ std::string texto_odbc(const std::string& ligacao, Fala fala) {
         texto.par("SERVER", pares["Server"]);
     }
     texto.par("DATABASE", pares["Database"]);
-    texto.par("UID", pares["Uid"]);
-    texto.par("PWD", pares["Pwd"]);
+    entrada(texto, pares);
     texto.par("APP", "ORVEX");
     if (freetds)
         return texto.com("TDS_Version=7.4;ClientCharset=UTF-8;Encryption=" +
