@@ -7,8 +7,11 @@
 #include "platform/odbc/sessao_odbc.h"
 #include "platform/operacoes/sessao_bd_ouvida.h"
 #include "platform/operacoes/sessao_erp_ouvida.h"
+#include "platform/operacoes/sistema.h"
+#include "platform/proteccao/proteccao.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
+#include "platform/qt/espera_erp.h"
 #include "platform/qt/janela_guias_remessa.h"
 #include "platform/qt/janela_mov_stocks.h"
 #include "platform/qt/janela_trf_bobines.h"
@@ -100,9 +103,13 @@ void diz(const std::string& texto, const std::string& titulo, common::Icone icon
     }
 }
 
+std::string FabricaOrvex::abre_protegida(const std::string& protegida) {
+    return platform::proteccao::abre(protegida);
+}
+
 std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp(const startup::DefinicoesERP& definicoes) {
     sessao_.demonstracao = definicoes.tipo() == startup::TipoERP::emulacao;
-    auto sessao = app::cria_sessao_erp(definicoes);
+    auto sessao = app::cria_sessao_erp(definicoes, platform::qt::espera_nas_janelas());
     if (registo_ == nullptr) return sessao;
     return std::make_unique<platform::operacoes::SessaoERPOuvida>(std::move(sessao), *registo_);
 }
@@ -110,7 +117,8 @@ std::unique_ptr<startup::SessaoERP> FabricaOrvex::cria_sessao_erp(const startup:
 std::unique_ptr<startup::SessaoBD> FabricaOrvex::cria_sessao_bd(const startup::DefinicoesBD& definicoes) {
     definicoes_ = definicoes;
     sessao_.motor = embebida(definicoes) ? "SQLite" : "SQL Server";
-    sessao_.utilizador = definicoes.utilizador;
+    sessao_.utilizador = definicoes.utilizador_do_sistema ? platform::operacoes::utilizador_da_maquina()
+                                                          : definicoes.utilizador;
     auto sessao = nova_sessao(definicoes);
     if (registo_ == nullptr) return sessao;
     sessao->define_ao_engolir(

@@ -24,6 +24,7 @@ class FabricaOrvex : public startup::Fabrica {
                           platform::operacoes::RegistoOperacoes* registo = nullptr)
         : programa_(std::move(programa)), registo_(registo) {}
 
+    std::string abre_protegida(const std::string& protegida) override;
     std::unique_ptr<startup::SessaoERP> cria_sessao_erp(const startup::DefinicoesERP& definicoes) override;
     std::unique_ptr<startup::SessaoBD> cria_sessao_bd(const startup::DefinicoesBD& definicoes) override;
     void recupera(startup::SessaoBD& BD, startup::SessaoERP& gERP) override;

@@ -3,6 +3,7 @@
 #include "base/caminho.h"
 #include "base/descricao.h"
 #include "base/versao.h"
+#include "platform/consola/consola.h"
 #include "platform/operacoes/registo_operacoes.h"
 #include "platform/operacoes/sistema.h"
 #include "platform/qt/aplicacao.h"
@@ -75,8 +76,9 @@ void sem_sistema_de_janelas(QtMsgType gravidade, const QMessageLogContext&, cons
 // `aplicacao` runs the screen, if the argument names one.
 int corre(const std::string& argumento, Aplicacao* aplicacao) {
     try {
-        const auto pastas = startup::PastasInstalacao::de(
-            base::caminho_de(QCoreApplication::applicationDirPath().toStdString()));
+        const auto programa =
+            base::caminho_completo(base::caminho_de(QCoreApplication::applicationDirPath().toStdString()));
+        const auto pastas = startup::PastasInstalacao::de(startup::pasta_da_instalacao(programa));
         app::FabricaOrvex fabrica(pastas.programa, &registo());
         startup::Arranque arranque(fabrica, pastas);
         const auto ecra = arranque.Main(argumento);
@@ -93,6 +95,7 @@ int corre(const std::string& argumento, Aplicacao* aplicacao) {
 
 // What opens no screen needs no window system.
 int main(int argc, char* argv[]) {
+    const platform::consola::Consola consola;
     const std::string argumento = argumento_de(base::linha_de_comando(argc, argv));
     registo().inicio(base::versao(), argumento);
     if (!startup::Arranque::abre_ecra(argumento)) {

@@ -97,6 +97,10 @@ ResultadoERP Confirmacao::Cria(const ChaveDocumento& pedida, const Criacao& cria
     return resultado;
 }
 
+void ExigeNumero(const ChaveDocumento& criada) {
+    if (criada.NossoNoDocumento <= 0) throw base::Falha("O ERP não disse o número do documento que criou.");
+}
+
 ChaveDocumento Confirmacao::CriaDocStock(const startup::PedidoDocStock& pedido) {
     const auto data = base::DataHora::le(pedido.data);
     const ChaveDocumento pedida{static_cast<std::int16_t>(data ? data->ano : 0), pedido.tipo_documento,
@@ -109,8 +113,9 @@ ChaveDocumento Confirmacao::CriaDocStock(const startup::PedidoDocStock& pedido) 
                       .pede =
                           [&](const auto& anota) {
                               criada = meios_.gERP.CriaDocStock(pedido);
-                              if (criada.NossoNoDocumento != 0) anota(criada);
+                              if (criada.NossoNoDocumento > 0) anota(criada);
                               ultimo = meios_.gERP.ResultadoUltimo();
+                              if (ultimo.sucesso) ExigeNumero(criada);
                               return ultimo.sucesso;
                           },
                       .porque = [&] { return ultimo.mensagem; }});

@@ -51,6 +51,10 @@ struct Criacao {
 // Where the outcome of a cancellation stands: the ERP tells it twice.
 enum class Leitura { resposta, resultado_ultimo };
 
+// Throws Falha for the key of a document that the ERP says it created without telling its number. Thrown
+// where it was asked for, the document is named by what it holds.
+void ExigeNumero(const startup::ChaveDocumento& criada);
+
 class Confirmacao {
   public:
     explicit Confirmacao(Meios meios) : meios_(std::move(meios)) {}

@@ -188,7 +188,9 @@ bool GuiasRemessa::EnviaDocumento(Confirmacao& confirmacao, std::int16_t TipoEnv
         const auto r =
             doc->chama("Finalizar", {pedida.NossoNoDocumento, 0, pedida.TipoDocumento, pedida.Ano});
         if (r.valor.inteiro() != 0) return false;
-        anota(ChaveDe(doc));
+        const startup::ChaveDocumento criada = ChaveDe(doc);
+        confirmacao::ExigeNumero(criada);
+        anota(criada);
         return true;
     };
     const auto porque = [&] {

@@ -53,8 +53,12 @@ std::shared_ptr<EcraArranque> Arranque::Main(const std::string& argumento) {
     return nullptr;
 }
 
+AbreProtegida Arranque::abre_protegidas() const {
+    return [this](const std::string& protegida) { return fabrica_.abre_protegida(protegida); };
+}
+
 bool Arranque::LigaERP() {
-    const DefinicoesERP definicoes = definicoes_erp(gFicheiroDefinicoes);
+    const DefinicoesERP definicoes = definicoes_erp(gFicheiroDefinicoes, abre_protegidas());
     gERP = fabrica_.cria_sessao_erp(definicoes);
     gERP->ModoLigacao(modo_ligacao);
     if (gERP->Liga(definicoes.valores)) return true;
@@ -63,7 +67,7 @@ bool Arranque::LigaERP() {
 }
 
 void Arranque::AbreBaseDados() {
-    const DefinicoesBD definicoes = definicoes_bd(gFicheiroDefinicoes, pastas_.catalogo());
+    const DefinicoesBD definicoes = definicoes_bd(gFicheiroDefinicoes, pastas_.catalogo(), abre_protegidas());
     gBD = fabrica_.cria_sessao_bd(definicoes);
     gBD->Abre(texto_ligacao(definicoes));
 }

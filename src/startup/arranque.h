@@ -30,6 +30,8 @@ class EcraArranque {
 class Fabrica {
   public:
     virtual ~Fabrica() = default;
+    // A password of the settings that the system keeps (AbreProtegida).
+    virtual std::string abre_protegida(const std::string& protegida) = 0;
     virtual std::unique_ptr<SessaoERP> cria_sessao_erp(const DefinicoesERP& definicoes) = 0;
     virtual std::unique_ptr<SessaoBD> cria_sessao_bd(const DefinicoesBD& definicoes) = 0;
     // Before a screen is made, once the tables were checked: what earlier runs of the program left unfinished
@@ -57,6 +59,7 @@ class Arranque {
     const std::filesystem::path& ficheiro_definicoes() const { return gFicheiroDefinicoes; }
 
   private:
+    AbreProtegida abre_protegidas() const;
     bool LigaERP();
     void AbreBaseDados();
 

@@ -10,7 +10,8 @@ namespace orvex::startup {
 
 struct ConstrutorLigacao {
     std::string fornecedor = "MSDataShape";
-    int opcao = 1; // kind of log-in: 1, user name and password
+    static constexpr int com_palavra_passe = 1, do_sistema = 2; // the session of whoever works at the machine
+    int opcao = com_palavra_passe;                              // kind of log-in
     std::string servidor;
     std::string base;
     std::string utilizador;

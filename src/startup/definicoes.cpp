@@ -1,6 +1,8 @@
 #include "startup/definicoes.h"
 
 #include "base/caminho.h"
+#include "base/falha.h"
+#include "base/texto.h"
 #include "startup/ficheiro.h"
 
 namespace orvex::startup {
@@ -8,15 +10,24 @@ namespace {
 
 std::string pasta_completa(const std::string& pasta, const std::filesystem::path& ficheiro) {
     if (pasta.empty()) return pasta;
-    std::error_code erro; // the folder we are in has gone: the path stays relative, and is not found
-    const auto completo = std::filesystem::absolute(ficheiro, erro);
-    return base::texto_de(
-        ((erro ? ficheiro : completo).parent_path() / base::caminho_de(pasta)).lexically_normal());
+    return base::texto_de(base::caminho_completo(base::caminho_de(pasta), ficheiro.parent_path()));
 }
 
 std::string base_completa(const std::string& servidor, const std::string& base,
                           const std::filesystem::path& ficheiro) {
     return servidor == servidor_embebido ? pasta_completa(base, ficheiro) : base;
+}
+
+// User and password beside the system's log-in would be passed over in silence; so the settings must choose.
+std::string defeito_da_autenticacao(const std::string& autenticacao, const DefinicoesBD& lidas) {
+    if (autenticacao.empty()) return {};
+    if (!base::mesmo_nome(autenticacao, "windows"))
+        return "Autenticacao só pode ser windows; para utilizador e palavra-passe, retire a linha.";
+    if (lidas.servidor == servidor_embebido)
+        return "Autenticacao=windows é de um servidor, e não de uma empresa embebida: retire a linha.";
+    if (!lidas.utilizador.empty() || !lidas.palavra_passe.empty())
+        return "Autenticacao=windows dispensa Utilizador e PalavraPasse: retire uma coisa ou as outras.";
+    return {};
 }
 
 } // namespace
@@ -29,7 +40,10 @@ DefinicoesBD DefinicoesBD::le(const std::filesystem::path& ficheiro) {
                        valores["BD.PALAVRAPASSE"],
                        valores["BD.CONTROLADOR"],
                        valores["BD.ENCRIPTACAO"],
-                       pasta_completa(valores["DIARIO.PASTA"], ficheiro)};
+                       pasta_completa(valores["DIARIO.PASTA"], ficheiro),
+                       !valores["BD.AUTENTICACAO"].empty()};
+    if (const auto defeito = defeito_da_autenticacao(valores["BD.AUTENTICACAO"], lidas); !defeito.empty())
+        throw base::Falha("Em [BD] de «" + base::texto_de(ficheiro) + "», " + defeito);
     lidas.base = base_completa(lidas.servidor, lidas.base, ficheiro);
     return lidas;
 }
@@ -37,7 +51,8 @@ DefinicoesBD DefinicoesBD::le(const std::filesystem::path& ficheiro) {
 DefinicoesERP DefinicoesERP::le(const std::filesystem::path& ficheiro) {
     auto valores = le_ini(ficheiro);
     DefinicoesERP lidas{{valores["ERP.EMPRESA"], valores["ERP.PALAVRAPASSE"], valores["ERP.UTILIZADOR"],
-                         valores["ERP.SERVIDOR"], valores["ERP.BASE"]}};
+                         valores["ERP.SERVIDOR"], valores["ERP.BASE"]},
+                        valores["ERP.COMPONENTE"]};
     lidas.valores[base] = base_completa(lidas.valores[servidor], lidas.valores[base], ficheiro);
     return lidas;
 }

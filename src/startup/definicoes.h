@@ -13,6 +13,12 @@
 //
 //     Controlador=ODBC Driver 18 for SQL Server
 //     Encriptacao=sim                              sem_certificado: the certificate is not checked; nao
+//     Autenticacao=windows                         whoever works at the machine, instead of user and password
+//
+// Beside an ERP whose server is not `sqlite`, [ERP] names the class of the component that reaches it, as it
+// is registered in the system (or its number in braces):
+//
+//     Componente=Fabrica.SessaoERP
 //
 // Where journals of confirmations are kept, when it is not the user's own folder (a share, say):
 //
@@ -42,15 +48,20 @@ struct DefinicoesBD {
     std::string controlador;   // of SQL Server: the ODBC driver; may be empty
     std::string encriptacao;   // of SQL Server: sim, sem_certificado or nao; may be empty
     std::string diario;        // folder of the journals of confirmations, absolute; empty for the usual one
+    bool utilizador_do_sistema = false; // of SQL Server: the log-in is that of the system's session
 
+    // Throws Falha, with the file, for a way of logging in that is not known, or not possible with the rest.
     static DefinicoesBD le(const std::filesystem::path& ficheiro);
-    bool incompletas() const { return servidor.empty() || base.empty() || utilizador.empty(); }
+    bool incompletas() const {
+        return servidor.empty() || base.empty() || (utilizador.empty() && !utilizador_do_sistema);
+    }
 };
 
 // The five log-in values, in the order SessaoERP::Liga takes them.
 struct DefinicoesERP {
     enum Valor { empresa, palavra_passe, utilizador, servidor, base };
     std::array<std::string, 5> valores; // only the password may be empty
+    std::string componente{};           // of an ERP other than the emulation: the class of its session
 
     static DefinicoesERP le(const std::filesystem::path& ficheiro);
     bool incompletas() const;

@@ -5,6 +5,7 @@
 #include "base/pagina_codigo.h"
 #include "base/texto.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <iterator>
@@ -50,7 +51,7 @@ std::string defeito_dos_bytes(const std::string& bytes) {
     return bytes.find('\0') == std::string::npos ? "" : "não é um ficheiro de texto";
 }
 
-std::string le_bytes(const fs::path& ficheiro, std::string& bytes) {
+std::string le_se(const fs::path& ficheiro, std::string& bytes) {
     std::error_code erro;
     if (std::string este = defeito_do_ficheiro(ficheiro); !este.empty()) return este;
     if (fs::file_size(ficheiro, erro) > maior_ficheiro) return erro ? causa(erro) : demasiado_grande;
@@ -67,21 +68,29 @@ std::string le_bytes(const fs::path& ficheiro, std::string& bytes) {
 std::string defeito_do_ficheiro(const fs::path& caminho) { return defeito(caminho, false); }
 std::string defeito_da_pasta(const fs::path& caminho) { return defeito(caminho, true); }
 
-std::vector<std::string> le_linhas(const fs::path& ficheiro, const std::string& qual) {
+std::string le_bytes(const fs::path& ficheiro, const std::string& qual) {
     std::string bytes;
-    if (const std::string este = le_bytes(ficheiro, bytes); !este.empty())
+    if (const std::string este = le_se(ficheiro, bytes); !este.empty())
         throw base::Falha("Não foi possível abrir o ficheiro " + qual + " «" + base::texto_de(ficheiro) +
                           "»: " + este + ".");
-    std::vector<std::string> linhas = base::divide(base::texto_de_ficheiro(bytes), '\n');
+    return bytes;
+}
+
+std::vector<std::string> le_linhas(const fs::path& ficheiro, const std::string& qual) {
+    std::vector<std::string> linhas = base::divide(base::texto_de_ficheiro(le_bytes(ficheiro, qual)), '\n');
     for (std::string& linha : linhas)
         if (!linha.empty() && linha.back() == '\r') linha.pop_back();
     return linhas;
 }
 
-std::map<std::string, std::string> le_ini(const std::filesystem::path& ficheiro) {
-    std::map<std::string, std::string> valores;
+std::vector<LinhaINI> linhas_ini(std::string_view texto) {
+    std::vector<LinhaINI> linhas;
     std::string seccao;
-    for (const std::string& linha : le_linhas(ficheiro, "de definições")) {
+    for (std::size_t inicio = 0; inicio < texto.size();) {
+        const std::size_t fim = std::min(texto.find('\n', inicio), texto.size());
+        std::string_view linha = texto.substr(inicio, fim - inicio);
+        inicio = fim + 1;
+        if (linha.ends_with('\r')) linha.remove_suffix(1);
         const std::string_view util = base::apara(linha);
         if (util.empty() || util.front() == ';' || util.front() == '#') continue;
         if (util.front() == '[' && util.back() == ']') {
@@ -90,9 +99,17 @@ std::map<std::string, std::string> le_ini(const std::filesystem::path& ficheiro)
         }
         const std::size_t igual = util.find('=');
         if (igual == std::string_view::npos) continue;
-        valores.try_emplace(seccao + base::maiusculas(base::apara(util.substr(0, igual))),
-                            base::apara(util.substr(igual + 1)));
+        linhas.push_back({seccao + base::maiusculas(base::apara(util.substr(0, igual))),
+                          base::apara(util.substr(igual + 1))});
     }
+    return linhas;
+}
+
+std::map<std::string, std::string> le_ini(const std::filesystem::path& ficheiro) {
+    std::map<std::string, std::string> valores;
+    const std::string texto = base::texto_de_ficheiro(le_bytes(ficheiro, "de definições"));
+    for (const auto& [chave, valor] : linhas_ini(texto))
+        valores.try_emplace(chave, valor);
     return valores;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvex::startup {
@@ -14,13 +15,22 @@ namespace orvex::startup {
 std::string defeito_do_ficheiro(const std::filesystem::path& caminho);
 std::string defeito_da_pasta(const std::filesystem::path& caminho);
 
-// Lines of a text file in UTF-8, without their line ends. Throws Falha, naming the file, what it is (such as
-// "de parâmetros") and why it cannot be read.
+// A text file as it lies there. Throws Falha, naming the file, what it is (such as "de parâmetros") and why
+// it cannot be read.
+std::string le_bytes(const std::filesystem::path& ficheiro, const std::string& qual);
+// Its lines in UTF-8, without their line ends.
 std::vector<std::string> le_linhas(const std::filesystem::path& ficheiro, const std::string& qual);
 
-// An INI file: [section] lines, name=value lines (the value is everything after the first "=", blanks at its
-// ends dropped), remarks that start with ";" or "#". Keys of the result are "section.name", both in upper
-// case.
+// An INI text: [section] lines, name=value lines (the value is everything after the first "=", blanks at its
+// ends dropped), remarks that start with ";" or "#". Keys are "section.name", both in upper case; the values
+// are parts of the text.
+struct LinhaINI {
+    std::string chave;
+    std::string_view valor;
+};
+std::vector<LinhaINI> linhas_ini(std::string_view texto);
+
+// The values of a file by their keys; of two lines with one key the first counts.
 std::map<std::string, std::string> le_ini(const std::filesystem::path& ficheiro);
 
 } // namespace orvex::startup

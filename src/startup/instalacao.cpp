@@ -4,8 +4,41 @@
 #include "base/falha.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/ficheiro.h"
+#include "startup/parametros.h"
 
 namespace orvex::startup {
+namespace {
+
+constexpr const char* nome_definicoes = "OrvexEXE.xel";
+
+void abre_palavra_passe(std::string& palavra_passe, const char* seccao, const std::filesystem::path& ficheiro,
+                        const AbreProtegida& abre) {
+    if (!protegida(palavra_passe)) return;
+    try {
+        palavra_passe = abre(palavra_passe.substr(marca_protegida.size()));
+    } catch (const base::Falha& falha) {
+        throw base::Falha(std::string("A palavra-passe de ") + seccao + " em «" + base::texto_de(ficheiro) +
+                          "» está protegida, e não se abre aqui: " + falha.what() +
+                          " Só a abre a máquina onde foi protegida. Escreva-a de novo em PalavraPasse.");
+    }
+}
+
+} // namespace
+
+std::filesystem::path pasta_da_maquina() {
+    const std::filesystem::path dados = base::caminho_do_ambiente("ProgramData");
+    std::error_code erro;
+    return !dados.empty() && std::filesystem::is_directory(dados / "ORVEX", erro) ? dados / "ORVEX"
+                                                                                  : std::filesystem::path();
+}
+
+std::filesystem::path pasta_da_instalacao(const std::filesystem::path& programa) {
+    std::error_code erro;
+    for (const char* nome : {nome_definicoes, ficheiro_parametros})
+        if (std::filesystem::exists(programa / nome, erro)) return programa;
+    const std::filesystem::path maquina = pasta_da_maquina();
+    return maquina.empty() ? programa : maquina;
+}
 
 PastasInstalacao PastasInstalacao::de(const std::filesystem::path& programa) {
     const std::filesystem::path comum = base::caminho_do_ambiente("ORVEX_PASTA_COMUM");
@@ -20,24 +53,31 @@ std::filesystem::path PastasInstalacao::ficheiro_definicoes() const {
     if (tipo == std::filesystem::file_type::none)
         throw base::Falha("Não foi possível procurar as definições: «" + base::texto_de(pasta) + "» " +
                           defeito_da_pasta(pasta) + ".");
-    return (tipo == std::filesystem::file_type::directory ? pasta : programa) / "OrvexEXE.xel";
+    return (tipo == std::filesystem::file_type::directory ? pasta : programa) / nome_definicoes;
 }
 
 std::filesystem::path PastasInstalacao::catalogo() const { return programa / "Catalogos" / "bd.sql"; }
 
-DefinicoesBD definicoes_bd(const std::filesystem::path& ficheiro, const std::filesystem::path& catalogo) {
-    const DefinicoesBD definicoes = DefinicoesBD::le(ficheiro);
-    return definicoes.incompletas() ? DefinicoesBD::le(catalogo) : definicoes;
+DefinicoesBD definicoes_bd(const std::filesystem::path& ficheiro, const std::filesystem::path& catalogo,
+                           const AbreProtegida& abre) {
+    DefinicoesBD definicoes = DefinicoesBD::le(ficheiro);
+    const bool do_catalogo = definicoes.incompletas();
+    if (do_catalogo) definicoes = DefinicoesBD::le(catalogo);
+    abre_palavra_passe(definicoes.palavra_passe, "[BD]", do_catalogo ? catalogo : ficheiro, abre);
+    return definicoes;
 }
 
-DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro) {
+DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro, const AbreProtegida& abre) {
     DefinicoesERP definicoes = DefinicoesERP::le(ficheiro);
     if (definicoes.incompletas()) definicoes.completa(ficheiro);
+    abre_palavra_passe(definicoes.valores[DefinicoesERP::palavra_passe], "[ERP]", ficheiro, abre);
     return definicoes;
 }
 
 std::string texto_ligacao(const DefinicoesBD& definicoes) {
-    return ConstrutorLigacao{.servidor = definicoes.servidor,
+    return ConstrutorLigacao{.opcao = definicoes.utilizador_do_sistema ? ConstrutorLigacao::do_sistema
+                                                                       : ConstrutorLigacao::com_palavra_passe,
+                             .servidor = definicoes.servidor,
                              .base = definicoes.base,
                              .utilizador = definicoes.utilizador,
                              .palavra_passe = definicoes.palavra_passe,

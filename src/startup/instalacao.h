@@ -2,15 +2,24 @@
 #pragma once
 
 #include "startup/definicoes.h"
+#include "startup/palavra_passe.h"
 
 #include <filesystem>
 #include <string>
 
 namespace orvex::startup {
 
+// What an administrator keeps for all users of a machine: %ProgramData%\ORVEX, which the installer makes.
+// Empty where there is none.
+std::filesystem::path pasta_da_maquina();
+
+// The folder of the installation that the program in `programa` works on: its own, if there are settings or
+// parameters in it; else the machine's, if there is one.
+std::filesystem::path pasta_da_instalacao(const std::filesystem::path& programa);
+
 struct PastasInstalacao {
     std::filesystem::path comum;    // base folder shared by the maker's programs
-    std::filesystem::path programa; // folder of the executable, with the parameters file
+    std::filesystem::path programa; // folder with the parameters file, as a rule that of the executable
 
     // The common folder is the one ORVEX_PASTA_COMUM names in the environment, or else the program's.
     static PastasInstalacao de(const std::filesystem::path& programa);
@@ -22,9 +31,11 @@ struct PastasInstalacao {
     std::filesystem::path catalogo() const;
 };
 
-// Each throws Falha, naming the file that cannot be read. What they give may be incomplete all the same.
-DefinicoesBD definicoes_bd(const std::filesystem::path& ficheiro, const std::filesystem::path& catalogo);
-DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro);
+// With passwords that can be used. Each throws Falha, naming the file that cannot be read, or whose password
+// cannot be opened. What they give may be incomplete all the same.
+DefinicoesBD definicoes_bd(const std::filesystem::path& ficheiro, const std::filesystem::path& catalogo,
+                           const AbreProtegida& abre);
+DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro, const AbreProtegida& abre);
 
 // The connection text that SessaoBD::Abre takes.
 std::string texto_ligacao(const DefinicoesBD& definicoes);

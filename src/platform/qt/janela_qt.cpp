@@ -128,6 +128,10 @@ void JanelaQt::ocupado(bool sim) {
 }
 
 void JanelaQt::descarrega() {
+    if (ocupado_) {
+        fecha_depois_ = true;
+        return;
+    }
     QMetaObject::invokeMethod(
         this, [this] { close(); }, Qt::QueuedConnection);
 }

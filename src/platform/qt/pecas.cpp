@@ -109,8 +109,13 @@ void LinhaEstado::mostra_estado(const QString& texto) {
     mostra();
 }
 
+void LinhaEstado::mostra_espera(const QString& texto) {
+    espera_ = texto;
+    mostra();
+}
+
 void LinhaEstado::mostra() {
-    texto_->setText(estado_.isEmpty() ? ajuda_ : estado_);
+    texto_->setText(!espera_.isEmpty() ? espera_ : !estado_.isEmpty() ? estado_ : ajuda_);
     const std::string aviso = sessao_.aviso ? sessao_.aviso() : "";
     quem_->setText(qs((aviso.empty() ? "" : aviso + "   ") + "Empresa: " + sessao_.empresa +
                       "   BD: " + sessao_.motor + "   Utilizador: " + sessao_.utilizador +

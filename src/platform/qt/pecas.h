@@ -54,6 +54,7 @@ class LinhaEstado : public QWidget {
     explicit LinhaEstado(const EstadoSessao& sessao);
     void mostra_ajuda(const QString& texto);
     void mostra_estado(const QString& texto); // empty for nothing
+    void mostra_espera(const QString& texto); // in the place of both; empty when there is nothing to wait for
 
   private:
     void mostra();
@@ -63,6 +64,7 @@ class LinhaEstado : public QWidget {
     QLabel* quem_;
     QString ajuda_;
     QString estado_;
+    QString espera_;
 };
 
 } // namespace orvex::platform::qt

@@ -1,0 +1,17 @@
+// The session that the settings name, of an ERP that is reached through automation.
+#pragma once
+
+#include "platform/automacao/espera.h"
+#include "startup/definicoes.h"
+#include "startup/sessao_erp.h"
+
+#include <memory>
+
+namespace orvex::platform::automacao {
+
+// Throws Falha where the system has no automation, where the settings name no component, and where the
+// component cannot be had.
+std::unique_ptr<startup::SessaoERP> sessao_das_definicoes(const startup::DefinicoesERP& definicoes,
+                                                          const Espera& espera);
+
+} // namespace orvex::platform::automacao
