@@ -4,6 +4,7 @@
 #include "base/caminho.h"
 #include "livro/tabelas.h"
 #include "platform/odbc/sessao_odbc.h"
+#include "platform/proteccao/proteccao.h"
 #include "platform/sqlite/empresa.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
@@ -33,7 +34,8 @@ std::unique_ptr<SessaoBD> abre(const DefinicoesBD& definicoes) {
 } // namespace
 
 void abre_instalacao(const startup::PastasInstalacao& pastas, Pedido& pedido, std::string& empresa) {
-    const DefinicoesBD definicoes = startup::definicoes_bd(pastas.ficheiro_definicoes(), pastas.catalogo());
+    const DefinicoesBD definicoes =
+        startup::definicoes_bd(pastas.ficheiro_definicoes(), pastas.catalogo(), platform::proteccao::abre);
     if (definicoes.incompletas())
         throw base::Falha("Em [BD] de «" + base::texto_de(pastas.ficheiro_definicoes()) +
                           "» faltam Servidor, Base ou Utilizador.");

@@ -4,10 +4,10 @@
 #include "base/descricao.h"
 #include "instalacao.h"
 #include "linha_comando.h"
+#include "platform/consola/consola.h"
 #include "progresso_terminal.h"
 #include "saida.h"
-#include "startup/ficheiro.h"
-#include "tools/comum/pasta_do_programa.h"
+#include "tools/comum/instalacao_pedida.h"
 
 #include <iostream>
 
@@ -18,10 +18,7 @@ using namespace orvex::auditoria;
 
 enum Fim { limpo = 0, nao_viu = 1, ha_que_corrigir = 2 };
 
-int audita_instalacao(const Opcoes& opcoes, const std::filesystem::path& pasta) {
-    if (const std::string defeito = startup::defeito_da_pasta(pasta); !defeito.empty())
-        throw base::Falha("«" + base::texto_de(pasta) + "» " + defeito + ".");
-    const auto pastas = startup::PastasInstalacao::de(std::filesystem::absolute(pasta).lexically_normal());
+int audita_instalacao(const Opcoes& opcoes, const startup::PastasInstalacao& pastas) {
     const auto agora = base::DataHora::agora();
     Pedido pedido{.casa = Casa::le(startup::Parametros(pastas.programa)),
                   .hoje = agora,
@@ -45,6 +42,7 @@ int audita_instalacao(const Opcoes& opcoes, const std::filesystem::path& pasta) 
 } // namespace
 
 int main(int argc, char** argv) {
+    const platform::consola::Consola consola;
     const auto argumentos = base::linha_de_comando(argc, argv);
     try {
         const Opcoes opcoes = le_argumentos(std::span(argumentos).subspan(1));
@@ -52,8 +50,7 @@ int main(int argc, char** argv) {
             std::cout << uso() << "\n";
             return limpo;
         }
-        return audita_instalacao(
-            opcoes, opcoes.pasta.empty() ? pasta_do_programa(base::caminho_de(argumentos[0])) : opcoes.pasta);
+        return audita_instalacao(opcoes, instalacao_pedida(opcoes.pasta, argumentos[0]));
     } catch (const std::exception& falha) {
         std::cerr << base::descricao(falha) << "\nNada foi verificado.\n";
         return nao_viu;

@@ -88,7 +88,9 @@ void cria_ensaio() {
     // Texts compare as the program's own rules and the embedded company compare them: without case, with
     // accents.
     mestre.Executa("CREATE DATABASE [" + base + "] COLLATE Latin1_General_CI_AS");
-    setenv("ORVEX_ENSAIO", nova_marca().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    static std::string marca; // the environment keeps the text itself
+    marca = "ORVEX_ENSAIO=" + nova_marca();
+    putenv(marca.data()); // NOLINT(concurrency-mt-unsafe)
     try {
         SessaoODBC nova;
         nova.Abre(ligacao_ao_servidor(base));
