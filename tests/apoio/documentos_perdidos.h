@@ -3,7 +3,6 @@
 #pragma once
 
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
 
 namespace orvex::testes {
 

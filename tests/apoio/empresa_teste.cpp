@@ -47,25 +47,12 @@ void preenche(startup::SessaoBD& BD) {
 
 // Made once, and copied for every test.
 const std::filesystem::path& modelo() {
-    if (!modelo_feito.empty()) return modelo_feito;
     static const PastaTemporaria pasta;
     if (std::filesystem::is_empty(pasta.pasta())) faz_modelo(pasta.pasta());
     return pasta.pasta();
 }
 
 } // namespace
-
-void faz_modelo(const std::filesystem::path& pasta) {
-    cria_empresa_vazia(pasta);
-    std::ofstream(pasta / startup::ficheiro_parametros, std::ios::binary) << parametros;
-    platform::sqlite::SessaoSQLite BD;
-    BD.Abre(ligacao(pasta));
-    startup::VerificaTabelas(BD);
-    startup::VerificaPesos(BD);
-    BD.IniciaTransaccao();
-    preenche(BD);
-    BD.ConfirmaTransaccao();
-}
 
 void insere(startup::SessaoBD& BD, const std::string& tabela, const std::vector<const char*>& colunas,
             const std::vector<std::vector<base::Variante>>& linhas) {
@@ -97,10 +84,23 @@ void cria_empresa_vazia(const std::filesystem::path& pasta) {
     platform::erp::cria_esquema_erp(erp);
 }
 
+void faz_modelo(const std::filesystem::path& pasta) {
+    cria_empresa_vazia(pasta);
+    std::ofstream(pasta / startup::ficheiro_parametros, std::ios::binary) << parametros;
+    platform::sqlite::SessaoSQLite BD;
+    BD.Abre(ligacao(pasta));
+    startup::VerificaTabelas(BD);
+    startup::VerificaPesos(BD);
+    BD.IniciaTransaccao();
+    preenche(BD);
+    BD.ConfirmaTransaccao();
+}
+
 EmpresaTeste::EmpresaTeste() : EmpresaTeste(modelo()) {}
 
 EmpresaTeste::EmpresaTeste(const std::filesystem::path& outra) {
-    std::filesystem::copy(outra, pasta());
+    for (const auto& ficheiro : std::filesystem::directory_iterator(outra))
+        std::filesystem::copy(ficheiro, pasta() / ficheiro.path().filename());
     outra_ = abre_empresa(pasta());
 }
 
@@ -109,6 +109,31 @@ void EmpresaTeste::com_ajustes_e_transferencias(const std::string& primeiros) {
                        "SOBRAS=SB,1,SS\r\nQUEBRAS=QB,2,SQ\r\nCONSUMOS=CI,3,SC\r\nTRF=TR,6,ST\r\n");
     insere(*outra_, "TiposDocumento", {"Codigo", "MovStock"}, {{"SB", 1}, {"QB", -1}, {"CI", -1}, {"TR", 2}});
     insere(*outra_, "Series", {"TpDoc", "Serie"}, {{"SB", 1}, {"QB", 2}, {"CI", 3}, {"TR", 6}});
+}
+
+void EmpresaTeste::recomeca() {
+    for (const char* tabela : {"xel_ORVEX_MOV", "U_DocGcLin1", "DocGcLin", "Artigos", "artarm"})
+        outra_->Executa(std::string("Delete ") + tabela);
+    com_ajustes_e_transferencias();
+}
+
+void EmpresaTeste::insere_item(const std::string& codigo, const std::string& detentor, base::Moeda stock) {
+    insere_artigo(codigo, stock, detentor == "ORVEX" ? "OR" : "CL");
+    insere(*outra_, "xel_ORVEX",
+           {"NumSerie", "Cliente", "CliFinal", "Data", "Quantidade", "Ano", "TpDoc", "Serie", "NNumDoc"},
+           {{codigo, detentor, detentor, base::DataHora{2018, 5, 2}, stock, 2018, "FC", 1, 7}});
+}
+
+void EmpresaTeste::insere_factura(const LinhaAberta& l) {
+    insere_linha(*outra_, l);
+    const std::string numero = std::to_string(l.numero);
+    outra_->Executa("update DocGcLin set Quant=" + l.original.texto() + " where NNumDoc=" + numero +
+                    " and NumLinha=" + std::to_string(l.linha));
+    insere(*outra_, "U_DocGcLin1", {"Ano", "TpDocUM", "Serie", "NNumDoc", "NumLinha", "PesoBruto"},
+           {{2019, l.tipo, l.serie, l.numero, l.linha, l.bruto}});
+    if (linhas("select NNumDoc from DocGcCab where NNumDoc=" + numero).empty())
+        insere(*outra_, "DocGcCab", {"Ano", "TpDoc", "Serie", "NNumDoc", "Data", "Terceiro"},
+               {{2019, l.tipo, l.serie, l.numero, base::DataHora{2019, 3, 1}, l.cliente}});
 }
 
 void EmpresaTeste::insere_artigo(const std::string& codigo, base::Moeda stock, const std::string& armazem,

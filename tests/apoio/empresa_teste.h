@@ -22,10 +22,15 @@
 #include "tests/apoio/janela_guiao.h"
 #include "tests/apoio/pasta_temporaria.h"
 #include "tests/apoio/sessao_de_teste.h"
+#include "tests/apoio/tabela.h"
+
+#include <gmock/gmock.h>
 
 #include <optional>
 
 namespace orvex::testes {
+
+using testing::ElementsAre, testing::EndsWith, testing::HasSubstr, testing::StartsWith;
 
 inline constexpr base::DataHora relogio{2019, 3, 15, 10, 20, 30};
 
@@ -48,11 +53,8 @@ void insere_linha(startup::SessaoBD& BD, const LinhaAberta& l);
 
 // The files of a company without tables of the ledger and without rows.
 void cria_empresa_vazia(const std::filesystem::path& pasta);
-
-// The company that all others are copies of, and where it lies when another process has made it: one that
-// forks must not have opened any.
+// The company that all others are copies of.
 void faz_modelo(const std::filesystem::path& pasta);
-inline std::filesystem::path modelo_feito;
 
 class EmpresaTeste {
   public:
@@ -66,6 +68,11 @@ class EmpresaTeste {
     // Parameters, kinds of document and series of adjustments and transfers too; the first line of a key
     // counts.
     void com_ajustes_e_transferencias(const std::string& parametros = "");
+    // With articles and lines that what follows puts there, and no others. What they hold agrees with the
+    // ERP.
+    void recomeca();
+    void insere_item(const std::string& codigo, const std::string& detentor, base::Moeda stock);
+    void insere_factura(const LinhaAberta& l);
     // One more article, worth 100 euro a tonne.
     void insere_artigo(const std::string& codigo, base::Moeda stock, const std::string& armazem,
                        bool inactivo = false);
@@ -88,18 +95,16 @@ struct Bancada {
     base::DataHora agora = relogio;
     Diario diario;
     SessaoDeTeste BD{diario};
-    SessaoERPGravada ERP{diario};
+    std::unique_ptr<startup::SessaoERP> pedida = erp_gravado(diario);
+    startup::SessaoERP& ERP = *pedida;
     JanelaGuiao janela;
     confirmacao::Observadores observadores;
     TEcra ecra;
     Operador op{ecra};
 
     // With what the screen's constructor takes besides its services.
-    template <typename... Argumentos>
-    explicit Bancada(Argumentos... argumentos)
-        : Bancada(static_cast<EmpresaTeste*>(nullptr), argumentos...) {}
-    template <typename... Argumentos>
-    explicit Bancada(EmpresaTeste* partilhada, Argumentos... argumentos)
+    explicit Bancada(auto... argumentos) : Bancada(static_cast<EmpresaTeste*>(nullptr), argumentos...) {}
+    explicit Bancada(EmpresaTeste* partilhada, auto... argumentos)
         : empresa(partilhada != nullptr ? *partilhada : propria.emplace()),
           ecra({BD, ERP, startup::Parametros(empresa.pasta()), {}, [this] { return agora; }, observadores},
                argumentos...) {
@@ -115,6 +120,12 @@ struct Bancada {
     }
     std::string caixas() { return janela.retira_caixas(); }
     bool no_campo(int indice) { return ecra.foco().actual() == &ecra.campo(indice); }
+};
+
+// A screen in one of its modes.
+template <typename TEcra, int Modo>
+struct NoModo : testing::Test, TEcra {
+    NoModo() : TEcra(Modo) {}
 };
 
 } // namespace orvex::testes

@@ -7,8 +7,7 @@
 
 namespace orvex::testes {
 
-template <typename Procedimento>
-base::Falha falha_de(Procedimento procedimento) {
+base::Falha falha_de(const auto& procedimento) {
     try {
         procedimento();
     } catch (const base::Falha& apanhada) {
@@ -17,14 +16,8 @@ base::Falha falha_de(Procedimento procedimento) {
     return base::Falha("", 0);
 }
 
-template <typename Procedimento>
-std::int32_t numero_da_falha(Procedimento procedimento) {
-    return falha_de(procedimento).numero();
-}
+std::int32_t numero_da_falha(const auto& procedimento) { return falha_de(procedimento).numero(); }
 
-template <typename Procedimento>
-std::string falha(Procedimento procedimento) {
-    return falha_de(procedimento).what();
-}
+std::string falha(const auto& procedimento) { return falha_de(procedimento).what(); }
 
 } // namespace orvex::testes

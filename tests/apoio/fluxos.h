@@ -14,6 +14,7 @@ struct Fluxo {
     const char* seguinte;               // typed into the first field afterwards
     int etiqueta;                       // which then has its name
     bool segue_com_recusa = false;      // a refused cancellation does not stop it
+    bool pede_ao_erp = true;
 
     bool utilizavel(TBancada& bancada) const {
         if (!bancada.vazio() || !bancada.no_campo(0)) return false;
@@ -39,10 +40,7 @@ struct Quebras : EcraAjuste {
 };
 
 struct GuiaCarregada : EcraGuias {
-    GuiaCarregada() {
-        emite({1, 3});
-        carrega("1");
-    }
+    GuiaCarregada() { carrega_uma({1, 3}); }
 };
 
 template <int Modo>
@@ -87,7 +85,9 @@ inline Fluxo<Quebras> anula_ajuste() { return {&Quebras::carregada, &Quebras::an
 
 inline Fluxo<Trf<1>> transfere_para_orvex() { return {&Trf<1>::indicado, &EcraTrf::confirma, "OUTRA", 3}; }
 
-inline Fluxo<Trf<2>> transfere_para_cliente() { return {&Trf<2>::indicado, &EcraTrf::confirma, "OUTRA", 3}; }
+inline Fluxo<Trf<2>> transfere_para_cliente() {
+    return {&Trf<2>::indicado, &EcraTrf::confirma, "OUTRA", 3, false, false};
+}
 
 } // namespace fluxos
 } // namespace orvex::testes

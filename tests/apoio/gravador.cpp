@@ -1,25 +1,38 @@
 #include "tests/apoio/gravador.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace orvex::testes {
 namespace {
 
 using Especie = Diario::Especie;
 
-template <std::size_t N>
-bool um_de(const Diario::Operacao& esta, const Especie (&especies)[N]) {
-    return std::find(std::begin(especies), std::end(especies), esta.especie) != std::end(especies);
+template <typename Valor, std::size_t N>
+bool um_de(const Valor& este, const Valor (&valores)[N]) {
+    return std::find(std::begin(valores), std::end(valores), este) != std::end(valores);
 }
 
-bool e_passo(const Diario::Operacao& esta) {
-    return !um_de(esta, {Especie::abre, Especie::le, Especie::conta, Especie::comprimento, Especie::desfaz,
-                         Especie::em_transaccao, Especie::liga});
+bool so_da_automacao(Diario::Maneira maneira) { return maneira >= Diario::Maneira::sem_descricao; }
+
+bool conta_sempre(const Diario::Operacao& esta) {
+    return !um_de(esta.especie, {Especie::abre, Especie::le, Especie::conta, Especie::comprimento,
+                                 Especie::desfaz, Especie::em_transaccao, Especie::liga});
 }
+
+} // namespace
+
+bool Diario::sai_do_programa(const Operacao& esta) {
+    return !um_de(esta.especie,
+                  {Especie::abre, Especie::le, Especie::conta, Especie::comprimento, Especie::em_transaccao,
+                   Especie::liga, Especie::cria_objecto, Especie::obtem, Especie::poe, Especie::prepara_stock,
+                   Especie::submetido, Especie::resultado});
+}
+
+namespace {
 
 bool recusavel(const Diario::Operacao& esta) {
-    return um_de(esta, {Especie::cria_stock, Especie::submete, Especie::anula}) || esta.membro == "Finalizar";
+    return um_de(esta.especie, {Especie::cria_stock, Especie::submete, Especie::anula}) ||
+           esta.membro == "Finalizar";
 }
 
 [[noreturn]] void lanca() { throw base::Falha("Falha provocada."); }
@@ -27,10 +40,10 @@ bool recusavel(const Diario::Operacao& esta) {
     throw startup::ConfirmacaoDesconhecida("Não se sabe se o que estava a ser gravado ficou.");
 }
 
-class DocumentoQueRecusa : public startup::ObjectoERP {
+class DocumentoDesviado : public startup::ObjectoERP {
   public:
-    DocumentoQueRecusa(startup::ReferenciaERP real, Diario& diario)
-        : real_(std::move(real)), diario_(diario) {}
+    DocumentoDesviado(startup::ReferenciaERP real, SessaoERPDesviada& sessao)
+        : real_(std::move(real)), sessao_(sessao) {}
 
     startup::ValorERP obtem(std::string_view membro) override { return real_->obtem(membro); }
     void poe(std::string_view membro, const startup::ValorERP& valor) override { real_->poe(membro, valor); }
@@ -38,18 +51,19 @@ class DocumentoQueRecusa : public startup::ObjectoERP {
 
   private:
     startup::ValorERP invoca(std::string_view membro, Argumentos& argumentos) override {
-        if (recusado_ && membro == "UltimaMensagem") return "O ERP recusou.";
-        recusado_ = std::exchange(diario_.a_recusar, false);
-        if (recusado_) return -1;
-        return real_->chama(membro, argumentos);
+        return sessao_.chama(real_, membro, argumentos);
     }
 
     startup::ReferenciaERP real_;
-    Diario& diario_;
-    bool recusado_ = false;
+    SessaoERPDesviada& sessao_;
 };
 
 } // namespace
+
+bool Diario::e_passo(const Operacao& esta) const {
+    return conta_sempre(esta) &&
+           (!so_do_erp || (esta.especie >= Especie::liga && esta.especie != Especie::poe));
+}
 
 void Diario::antes(const Operacao& esta) {
     if (momento) momento(esta);
@@ -61,11 +75,19 @@ void Diario::antes(const Operacao& esta) {
     }
     if (!e_passo(esta)) return;
     if (espia) espia(esta.texto());
+    if (esta.especie == Especie::confirma && do_commit) {
+        falha_no = passos + 1;
+        maneira = *do_commit;
+    }
     if (++passos != falha_no) return escreve(esta);
     falhou = true;
     if (maneira == Maneira::perde && esta.especie == Especie::confirma) perde();
     a_recusar = maneira == Maneira::recusa && recusavel(esta);
-    if (!a_recusar && maneira != Maneira::faz_e_lanca) lanca();
+    if (so_da_automacao(maneira)) a_estragar = maneira;
+    const bool feito =
+        maneira == Maneira::faz_e_lanca ||
+        (so_da_automacao(maneira) && !um_de(maneira, {Maneira::sem_descricao, Maneira::termina}));
+    if (!a_recusar && !feito) lanca();
 }
 
 void Diario::depois(const Operacao& esta, const platform::operacoes::Fim& fim) {
@@ -80,7 +102,7 @@ void Diario::depois(const Operacao& esta, const platform::operacoes::Fim& fim) {
 
 // Values put one after the other into one object share a line; what is only asked for has none.
 void Diario::escreve(const Operacao& esta) {
-    if (um_de(esta, {Especie::obtem, Especie::submetido, Especie::resultado})) return;
+    if (um_de(esta.especie, {Especie::obtem, Especie::submetido, Especie::resultado})) return;
     if (esta.especie != Especie::poe) return linhas.push_back(esta.texto());
     const std::string objecto(esta.nome);
     if (linhas.empty() || !linhas.back().starts_with(objecto + " ")) linhas.push_back(objecto);
@@ -94,20 +116,32 @@ std::string Diario::texto() const {
     return tudo;
 }
 
-startup::ReferenciaERP SessaoERPQueRecusa::CriaObjecto(const std::string& classe) {
+startup::ReferenciaERP SessaoERPDesviada::CriaObjecto(const std::string& classe) {
     startup::ReferenciaERP real = SessaoERPEmbebida::CriaObjecto(classe);
     if (!classe.ends_with("Comercial")) return real;
-    return std::make_shared<DocumentoQueRecusa>(real, diario_);
+    return std::make_shared<DocumentoDesviado>(real, *this);
 }
 
-std::int16_t SessaoERPQueRecusa::SubmeteDocumento(std::int16_t especie,
-                                                  const startup::ReferenciaERP& documento) {
-    if (recusa()) return -1;
-    return SessaoERPEmbebida::SubmeteDocumento(especie, dynamic_cast<DocumentoQueRecusa&>(*documento).real());
+std::int16_t SessaoERPDesviada::SubmeteDocumento(std::int16_t especie,
+                                                 const startup::ReferenciaERP& documento) {
+    return SessaoERPEmbebida::SubmeteDocumento(especie, dynamic_cast<DocumentoDesviado&>(*documento).real());
 }
 
-startup::ReferenciaERP SessaoERPQueRecusa::DocumentoSubmetido() {
-    return std::make_shared<DocumentoQueRecusa>(SessaoERPEmbebida::DocumentoSubmetido(), diario_);
+startup::ReferenciaERP SessaoERPDesviada::DocumentoSubmetido() {
+    return std::make_shared<DocumentoDesviado>(SessaoERPEmbebida::DocumentoSubmetido(), *this);
+}
+
+startup::ValorERP SessaoERPQueRecusa::chama(const startup::ReferenciaERP& real, std::string_view membro,
+                                            Argumentos& argumentos) {
+    if (documento_ && membro == "UltimaMensagem") return recusado.mensagem;
+    documento_ = std::exchange(diario_.a_recusar, false);
+    return documento_ ? startup::ValorERP(-1) : real->chama(membro, argumentos);
+}
+
+std::unique_ptr<startup::SessaoERP> erp_gravado(Diario& diario) {
+    return pelo_caminho_pedido(std::make_unique<platform::operacoes::SessaoERPOuvida>(
+                                   std::make_unique<SessaoERPQueRecusa>(diario), diario),
+                               diario);
 }
 
 } // namespace orvex::testes

@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -59,7 +60,7 @@ class JanelaGuiao : public common::Janela {
     int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
               common::Botoes botoes) override {
         pede("caixa");
-        caixas.push_back({texto, titulo, icone, botoes});
+        caixas.push_back({sem_nomes(texto), titulo, icone, botoes});
         if (com_a_caixa_aberta) com_a_caixa_aberta();
         const int primeira = botoes == common::Botoes::sim_nao ? common::resposta_sim : common::resposta_ok;
         return botoes == common::Botoes::ok ? primeira : retira(respostas, primeira);
@@ -82,6 +83,11 @@ class JanelaGuiao : public common::Janela {
     }
 
   private:
+    // What a component says stands between the operation that it says it of and its own name.
+    static std::string sem_nomes(const std::string& texto) {
+        static const std::regex dito(R"(([A-Z]\w+\.)?[A-Z]\w+: ([^:]*) \(Orvex\.SessaoERP\))");
+        return std::regex_replace(texto, dito, "$2");
+    }
     bool pede(const char* coisa) const {
         return falha_em != coisa ? true : throw base::Falha("A janela falhou.");
     }
@@ -98,14 +104,12 @@ class Operador {
   public:
     explicit Operador(common::Ecra& ecra) : ecra_(ecra) {}
 
-    template <typename TControlo> // a field or a date picker
-    void escreve(TControlo& controlo, const std::string& texto) {
+    void escreve(auto& controlo, const std::string& texto) { // a field or a date picker
         ecra_.utilizador_foca(controlo);
         ecra_.utilizador_edita(controlo, texto);
     }
     void sai() { ecra_.utilizador_avanca(+1); }
-    template <typename TControlo>
-    void preenche(TControlo& controlo, const std::string& texto) {
+    void preenche(auto& controlo, const std::string& texto) {
         escreve(controlo, texto);
         sai();
     }

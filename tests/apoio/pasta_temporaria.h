@@ -1,10 +1,9 @@
 // A folder of its own for one test, gone with it.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
+#include <random>
 #include <string>
 
 namespace orvex::testes {
@@ -18,9 +17,11 @@ inline std::string conteudo_de(const std::filesystem::path& ficheiro) {
 class PastaTemporaria {
   public:
     explicit PastaTemporaria(const std::filesystem::path& onde = std::filesystem::temp_directory_path()) {
-        std::string modelo = (onde / "orvex-XXXXXX").string();
-        if (mkdtemp(modelo.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        pasta_ = modelo;
+        std::random_device acaso;
+        do
+            pasta_ = onde / ("orvex-" + std::to_string(acaso()));
+        while (!std::filesystem::create_directory(pasta_));
+        std::filesystem::permissions(pasta_, std::filesystem::perms::owner_all);
     }
     ~PastaTemporaria() {
         std::error_code ignorado; // a server that still lives may be taking its own files away

@@ -75,7 +75,7 @@ bool SessaoDeTeste::Abre(const std::string& texto) {
         return SessaoBDOuvida::Abre(
             ligacao_a(alheio->porta, base::texto_de(base::caminho_de(pasta).lexically_relative(alheio->raiz)),
                       "orvex", "segredo"));
-    servidor_.emplace(pasta);
+    servidor_.emplace(base::caminho_de(pasta));
     return SessaoBDOuvida::Abre(ligacao(*servidor_));
 }
 

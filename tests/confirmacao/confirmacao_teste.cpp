@@ -1,8 +1,10 @@
 #include "confirmacao/confirmacao.h"
 
-#include "tests/apoio/empresa_teste.h"
+#include "tests/adjust/ecra_ajuste.h"
 
 #include <gmock/gmock.h>
+
+#include <set>
 
 using namespace orvex;
 using namespace orvex::testes;
@@ -13,19 +15,17 @@ namespace {
 class Rasto : public confirmacao::Observador {
   public:
     std::string passos;
-    bool falha_ao_confirmar = false;
-    bool falha_a_compensar = false;
-    bool recusa = false;
+    std::set<std::string> falha_em; // "intencao", "anula", "confirma"
+    std::function<void()> ao_confirmar;
 
     void intencao(const confirmacao::Intencao& i) override {
-        if (recusa) throw confirmacao::Recusada("O registo não abre.");
+        if (falha_em.contains("intencao")) throw confirmacao::Recusada("O registo não abre.");
         passos += std::string(nome(i.fluxo)) + " " + i.artigos.at(0).Artigo + "\n";
     }
     void antes_do_erp(const confirmacao::PedidoERP& pedido) override {
-        if (falha_a_compensar && pedido.accao == confirmacao::AccaoERP::anula)
-            throw base::Falha("O registo falhou.");
-        passos +=
-            (pedido.accao == confirmacao::AccaoERP::cria ? "cria " : "anula ") + pedido.chave.texto() + "\n";
+        const std::string accao = pedido.accao == confirmacao::AccaoERP::cria ? "cria" : "anula";
+        if (falha_em.contains(accao)) throw base::Falha("O registo falhou.");
+        passos += accao + " " + pedido.chave.texto() + "\n";
     }
     void depois_do_erp(const confirmacao::PedidoERP&, const confirmacao::RespostaERP& resposta) override {
         constexpr const char* desfechos[] = {"feito", "recusado", "sem resposta"};
@@ -34,7 +34,8 @@ class Rasto : public confirmacao::Observador {
     }
     void antes_de_confirmar() override {
         passos += "confirma\n";
-        if (falha_ao_confirmar) throw base::Falha("O registo está cheio.");
+        if (ao_confirmar) ao_confirmar();
+        if (falha_em.contains("confirma")) throw base::Falha("O registo está cheio.");
     }
     void feita() noexcept override { passos += "feita\n"; }
     void compensada(const confirmacao::Compensacao& fim) noexcept override {
@@ -45,81 +46,56 @@ class Rasto : public confirmacao::Observador {
     void engolida(const std::string& texto) noexcept override { passos += "engolida " + texto + "\n"; }
 };
 
-// A surplus of 1.5 t of one item.
-struct Confirmacoes : testing::Test {
-    EmpresaTeste empresa;
-    Diario diario;
-    SessaoDeTeste BD{diario};
-    SessaoERPGravada ERP{diario};
+// A surplus of 0.1 t, ready to be confirmed on its screen; and a confirmation without one.
+struct Confirmacoes : testing::Test, EcraAjuste {
     Rasto rasto;
     base::FormatoRegional formato;
-    std::string caixas;
-    bool caixas_falham = false;
-    Confirmacao confirmacao{{BD, ERP, rasto, formato, [this](const std::string& texto) {
-                                 if (caixas_falham) throw base::Falha("A caixa não abriu.");
-                                 caixas += texto + "\n";
-                                 rasto.passos += "caixa\n";
-                             }}};
+    Confirmacao sem_ecra{
+        {BD, ERP, rasto, formato, [this](const auto& texto) { rasto.passos += texto + "\n"; }}};
 
-    Confirmacoes() {
-        empresa.com_ajustes_e_transferencias();
-        if (!BD.Abre(ligacao(empresa.pasta())) ||
-            !ERP.Liga({"E", "", "ana", "sqlite", empresa.pasta().string()}))
-            throw std::runtime_error("the company did not open");
-    }
-    // The document of the surplus, and what comes after it; whether all of it was done.
-    bool ajusta(const std::function<void()>& depois) {
-        return executa([&] {
-            confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("1.5"), "OR"}}});
-            confirmacao.CriaDocStock({.tipo_documento = "SB",
-                                      .sector = "1",
-                                      .serie = 1,
-                                      .destino = "1",
-                                      .data = "15-03-2019",
-                                      .armazem = "OR",
-                                      .artigos = {"", "BOB'1"},
-                                      .textos_15 = {"", ""},
-                                      .quantidades = {0, 1.5},
-                                      .precos = {0, 100},
-                                      .textos_18 = {"", ""}});
-            depois();
-        });
+    Confirmacoes() : EcraAjuste(1) {
+        observadores.junta(rasto);
+        item("REEL'1");
+        quantidade("5,1");
     }
     bool executa(const std::function<void()>& trabalho) {
-        return confirmacao.executa(trabalho, [](const std::exception& falha) { return falha.what(); }) ==
+        return sem_ecra.executa(trabalho, [](const std::exception& falha) { return falha.what(); }) ==
                Confirmacao::Fim::acabou;
     }
+    void inicia() { sem_ecra.Inicia({.artigos = {{"REEL'1", m("3.5"), "OR"}}}); }
     std::string em_vigor() { return empresa.linhas("select TpDoc, NNumDoc from DocGcCab where NVias<>-1"); }
 };
 
 } // namespace
 
 TEST_F(Confirmacoes, ContamCadaPassoPelaSuaOrdem) {
-    EXPECT_TRUE(ajusta([&] { confirmacao.Confirma(); }));
-    EXPECT_EQ(rasto.passos, "ajusta BOB'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
+    confirma();
+    EXPECT_EQ(rasto.passos, "ajusta REEL'1\ncria SB/1/0/2019\nfeito SB/1/1/2019 \nconfirma\nfeita\n");
 }
 
-TEST_F(Confirmacoes, ORegistoQueNaoSeAbreRecusaAntesDeComecar) {
-    rasto.recusa = true;
+TEST_F(Confirmacoes, ORegistoQueNaoSeAbreRecusaAntesDeComecarENadaSePerde) {
+    rasto.falha_em = {"intencao"};
     diario.recomeca();
-    EXPECT_FALSE(ajusta([] {}));
-    EXPECT_EQ(caixas, "O registo não abre.\n");
-    EXPECT_EQ(diario.texto(), "\n"); // neither the database nor the ERP was asked for anything
+    confirma();
+    EXPECT_THAT(caixas(), testing::EndsWith("|O registo não abre."));
+    EXPECT_THAT(diario.linhas, testing::Each(testing::StartsWith("CONSULTA "))); // what the screen checks
+    EXPECT_EQ(ecra.campo(3).Text, "5,1");
 }
 
 TEST_F(Confirmacoes, UmSubstituidoQueFicouEmVigorENomeadoAntesDeEstarFeita) {
-    EXPECT_TRUE(ajusta([&] {
-        EXPECT_FALSE(confirmacao.AnulaSubstituido({2019, "SB", 1, 99}));
-        confirmacao.Confirma();
-        confirmacao.AvisaPorAnular();
+    EXPECT_TRUE(executa([&] {
+        inicia();
+        EXPECT_FALSE(sem_ecra.AnulaSubstituido({2019, "SB", 1, 99}));
+        sem_ecra.Confirma();
+        sem_ecra.AvisaPorAnular();
     }));
-    EXPECT_THAT(caixas, testing::HasSubstr("'SB/1/99/2019 '"));
-    EXPECT_THAT(rasto.passos, testing::EndsWith("confirma\ncaixa\nfeita\n"));
+    EXPECT_THAT(rasto.passos, testing::EndsWith("confirma\nOs documentos seguintes devem ser anulados "
+                                                "manualmente - \n\r'SB/1/99/2019 '\nfeita\n"));
 }
 
 TEST_F(Confirmacoes, OQueORegistoRecusaNaoSeFazENuncaDeixaUmDocumentoEmVigor) {
-    rasto.falha_ao_confirmar = rasto.falha_a_compensar = true;
-    EXPECT_FALSE(ajusta([&] { confirmacao.Confirma(); }));
+    rasto.falha_em = {"confirma", "anula"};
+    confirma();
     EXPECT_FALSE(BD.EmTransaccao());
     EXPECT_EQ(em_vigor(), "");
     EXPECT_THAT(rasto.passos, testing::EndsWith("engolida O registo falhou.\nfeito SB/1/1/2019 \ncompensada "
@@ -127,33 +103,30 @@ TEST_F(Confirmacoes, OQueORegistoRecusaNaoSeFazENuncaDeixaUmDocumentoEmVigor) {
 }
 
 TEST_F(Confirmacoes, UmaCaixaQueNaoAbreNaoDeixaUmDocumentoEmVigor) {
-    caixas_falham = true;
-    EXPECT_THROW(ajusta([] { throw base::Falha("Falhou."); }), base::Falha);
+    rasto.falha_em = {"confirma"};
+    rasto.ao_confirmar = [&] { janela.falha_em = "caixa"; };
+    EXPECT_THROW(confirma(), base::Falha);
     EXPECT_EQ(em_vigor(), "");
-    EXPECT_THAT(rasto.passos, testing::EndsWith("compensada 1/0/0 Falhou.\n"));
+    EXPECT_THAT(rasto.passos, testing::EndsWith("compensada 1/0/0 O registo está cheio.\n"));
 }
 
 TEST_F(Confirmacoes, OTrabalhoQueAcabaSemTerGravadoFalhou) {
     EXPECT_TRUE(executa([] {})); // nothing began
-    EXPECT_FALSE(ajusta([] {}));
+    EXPECT_FALSE(executa([&] { inicia(); }));
     EXPECT_FALSE(BD.EmTransaccao());
-    EXPECT_EQ(caixas, "Situação Anómala\n\rErro: A operação não chegou a ser gravada.\n");
+    EXPECT_THAT(rasto.passos, testing::HasSubstr("Erro: A operação não chegou a ser gravada.\n"));
 }
 
 TEST_F(Confirmacoes, UmDocumentoQueTalvezExistaDizSePeloNumeroPedidoOuPeloQueTem) {
     EXPECT_FALSE(executa([&] {
-        confirmacao.Inicia({.fluxo = confirmacao::Fluxo::ajusta, .artigos = {{"BOB'1", m("3.5"), "OR"}}});
+        inicia();
         // Created, but its number stays unknown.
-        confirmacao.Cria({2019, "GR", 1},
-                         {.conteudo = "BOB'1 1,5 t", .pede = [](const auto&) { return true; }});
-        confirmacao.Cria({2019, "GR", 1, 7}, {.conteudo = "BOB'1 2 t", .pede = [](const auto&) -> bool {
-                                                  throw base::Falha("Sem resposta.");
-                                              }});
+        sem_ecra.Cria({2019, "GR", 1}, {.conteudo = "BOB'1 1,5 t", .pede = [](const auto&) { return true; }});
+        sem_ecra.Cria({2019, "GR", 1, 7}, {.conteudo = "BOB'1 2 t", .pede = [](const auto&) -> bool {
+                                               throw base::Falha("Sem resposta.");
+                                           }});
     }));
-    EXPECT_EQ(caixas,
-              "Situação Anómala\n\rErro: Sem resposta.\n"
-              "Não se sabe se o ERP criou o documento GR/1 de 2019 (BOB'1 1,5 t). Procure-o no ERP e, "
-              "se existir, anule-o.\n"
-              "Não se sabe se o ERP criou o documento GR/1/7/2019 (BOB'1 2 t). Procure-o no ERP e, se "
-              "existir, anule-o.\n");
+    for (const char* nome : {"GR/1 de 2019 (BOB'1 1,5 t)", "GR/1/7/2019 (BOB'1 2 t)"})
+        EXPECT_THAT(rasto.passos, testing::HasSubstr(std::string("Não se sabe se o ERP criou o documento ") +
+                                                     nome + ". Procure-o no ERP e, se existir, anule-o.\n"));
 }

@@ -1,40 +1,13 @@
 #include "tests/ordem/erp_teimoso.h"
 
-#include "base/falha.h"
 #include "platform/sqlite/empresa.h"
 
 namespace orvex::testes {
 namespace {
 
-const startup::ResultadoERP recusado{false, "O ERP recusou."};
-
 [[noreturn]] void lanca() { throw base::Falha("O ERP não respondeu."); }
 
-class DocumentoTeimoso : public startup::ObjectoERP {
-  public:
-    DocumentoTeimoso(startup::ReferenciaERP real, ErpTeimoso& erp) : real_(std::move(real)), erp_(erp) {}
-
-    startup::ValorERP obtem(std::string_view membro) override { return real_->obtem(membro); }
-    void poe(std::string_view membro, const startup::ValorERP& valor) override { real_->poe(membro, valor); }
-    const startup::ReferenciaERP& real() const { return real_; }
-
-  private:
-    startup::ValorERP invoca(std::string_view membro, Argumentos& argumentos) override {
-        if (membro != "Finalizar") return real_->chama(membro, argumentos);
-        const bool feito =
-            erp_.cria([real = real_, copia = argumentos]() mutable { real->chama("Finalizar", copia); });
-        return feito ? 0 : -1;
-    }
-
-    startup::ReferenciaERP real_;
-    ErpTeimoso& erp_;
-};
-
 } // namespace
-
-void ErpTeimoso::faz_o_que_falta() {
-    if (falta_) falta_();
-}
 
 void ErpTeimoso::na_base(const char* sql) {
     platform::sqlite::abre_base(empresa_ / platform::sqlite::ficheiro_erp).exec(sql);
@@ -57,25 +30,16 @@ bool ErpTeimoso::cria(const std::function<void()>& faz) {
     return !recusou_;
 }
 
-startup::ReferenciaERP ErpTeimoso::CriaObjecto(const std::string& classe) {
-    const startup::ReferenciaERP real = SessaoERPEmbebida::CriaObjecto(classe);
-    if (!classe.ends_with("Comercial")) return real;
-    return std::make_shared<DocumentoTeimoso>(real, *this);
+startup::ValorERP ErpTeimoso::chama(const startup::ReferenciaERP& real, std::string_view membro,
+                                    Argumentos& argumentos) {
+    if (membro != "Finalizar") return real->chama(membro, argumentos);
+    return cria([real, copia = argumentos]() mutable { real->chama("Finalizar", copia); }) ? 0 : -1;
 }
 
 startup::ChaveDocumento ErpTeimoso::CriaDocStock(const startup::PedidoDocStock& pedido) {
     const auto criada = std::make_shared<startup::ChaveDocumento>();
     const bool feito = cria([this, pedido, criada] { *criada = SessaoERPEmbebida::CriaDocStock(pedido); });
     return feito ? *criada : startup::ChaveDocumento{};
-}
-
-std::int16_t ErpTeimoso::SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) {
-    recusou_ = false;
-    return SessaoERPEmbebida::SubmeteDocumento(especie, dynamic_cast<DocumentoTeimoso&>(*documento).real());
-}
-
-startup::ReferenciaERP ErpTeimoso::DocumentoSubmetido() {
-    return std::make_shared<DocumentoTeimoso>(SessaoERPEmbebida::DocumentoSubmetido(), *this);
 }
 
 startup::ResultadoERP ErpTeimoso::AnulaDocumento(std::int16_t um, const startup::ChaveDocumento& chave) {

@@ -1,10 +1,9 @@
 // An ERP that does not do what it says, or does not say what it does.
 #pragma once
 
-#include "platform/erp/sessao_erp_embebida.h"
+#include "tests/apoio/gravador.h"
 
 #include <filesystem>
-#include <functional>
 
 namespace orvex::testes {
 
@@ -22,29 +21,26 @@ enum class Manha {
     diz_que_anula
 };
 
-class ErpTeimoso : public platform::erp::SessaoERPEmbebida {
+class ErpTeimoso : public SessaoERPDesviada {
   public:
     // Skips numbers before each document.
     ErpTeimoso(Manha manha, std::filesystem::path empresa) : manha_(manha), empresa_(std::move(empresa)) {}
 
-    void faz_o_que_falta();
+    void faz_o_que_falta() { falta_(); }
 
-    startup::ReferenciaERP CriaObjecto(const std::string& classe) override;
     startup::ChaveDocumento CriaDocStock(const startup::PedidoDocStock& pedido) override;
-    std::int16_t SubmeteDocumento(std::int16_t especie, const startup::ReferenciaERP& documento) override;
-    startup::ReferenciaERP DocumentoSubmetido() override;
     startup::ResultadoERP AnulaDocumento(std::int16_t um, const startup::ChaveDocumento& chave) override;
     startup::ResultadoERP ResultadoUltimo() override;
-
-    // Has a document created, in its way. False when it says that it refuses.
-    bool cria(const std::function<void()>& faz);
+    startup::ValorERP chama(const startup::ReferenciaERP& real, std::string_view membro,
+                            Argumentos& argumentos) override;
 
   private:
+    bool cria(const std::function<void()>& faz); // false when it says that it refuses
     void na_base(const char* sql);
 
     Manha manha_;
     std::filesystem::path empresa_;
-    std::function<void()> falta_;
+    std::function<void()> falta_ = [] {};
     bool recusou_ = false; // the last operation, or so it says
 };
 

@@ -1,10 +1,9 @@
 // Whatever the ERP does beside what it says: what ERP and ledger do not agree in is named to the user, by a
 // box of the confirmation or by the next start; and once the ERP does what it is told, he can have all of it
 // settled.
-#include "platform/operacoes/sessao_bd_ouvida.h"
 #include "tests/apoio/documentos_perdidos.h"
+#include "tests/apoio/programas.h"
 #include "tests/ordem/erp_teimoso.h"
-#include "tests/ordem/programas.h"
 
 #include <gtest/gtest.h>
 
@@ -38,46 +37,29 @@ const Caso casos[] = {
     {"says that it cancels, and the commit fails", Manha::diz_que_anula, true},
 };
 
-struct FalhaAoConfirmar : platform::operacoes::Ouvinte {
-    bool sim = false;
-
-    void antes(const platform::operacoes::Operacao& esta) override {
-        if (sim && esta.especie == platform::operacoes::Operacao::Especie::confirma)
-            throw base::Falha("A base de dados não confirmou.");
-    }
-};
-
-constexpr std::chrono::sys_seconds primeira_vista{};
-constexpr auto segunda_vista = primeira_vista + platform::diario::Recuperacao::segunda_vista;
-constexpr auto terceira_vista = segunda_vista + platform::diario::Recuperacao::segunda_vista;
-
 void percorre(Fluxo fluxo, const Caso& caso) {
     SCOPED_TRACE(std::string(nome(fluxo)) + ": " + caso.nome);
-    EmpresaTeste empresa(empresa_disputada(fluxo == Fluxo::emite_guia ? Linha::aberta : Linha::fechada));
+    EmpresaTeste empresa(empresa_disputada(linha_para({fluxo})));
     platform::diario::Gaveta gaveta(empresa.pasta() / "diario");
-    FalhaAoConfirmar ouvinte;
+    Diario gravacao;
     const auto teimoso = std::make_shared<ErpTeimoso>(caso.manha, empresa.pasta());
-    auto este = programa(fluxo, {empresa, gaveta,
-                                 [&] {
-                                     auto BD = std::make_unique<platform::operacoes::SessaoBDOuvida>(
-                                         std::make_unique<platform::sqlite::SessaoSQLite>(), ouvinte);
-                                     BD->Abre(ligacao(empresa.pasta()));
-                                     return BD;
-                                 },
-                                 [&] { return teimoso; }});
-    ouvinte.sim = caso.falha_ao_confirmar;
-    este->age();
-    ouvinte.sim = false;
-    EXPECT_FALSE(este->BD().EmTransaccao());
-    const std::string caixas = este->janela.retira_caixas();
-    este.reset();
+    Posto este = posto(empresa.pasta(), gaveta, gravacao);
+    este.abre_erp = [&] { return teimoso; };
+    std::optional<Programa> programa(std::in_place, este, fluxo);
+    if (caso.falha_ao_confirmar) gravacao.do_commit = Diario::Maneira::lanca;
+    programa->age();
+    gravacao.recomeca();
+    EXPECT_FALSE(programa->BD().EmTransaccao());
+    const std::string caixas = programa->janela.retira_caixas();
+    programa.reset();
 
-    platform::erp::SessaoERPEmbebida direito;
-    liga(direito, empresa);
     // The list for manual cancellation was dismissed: nothing is left to be found out.
     EXPECT_TRUE(caso.manha != Manha::recusa_anular || gaveta.por_acabar().empty());
     const std::string antes = empresa.livro() + empresa.stock();
-    const std::string ditos = recupera(empresa, gaveta, direito, Resposta::depois, primeira_vista);
+    const auto recupera = [&](bool aceita_tudo, int minutos, std::shared_ptr<ErpTeimoso> erp = nullptr) {
+        return Arranque(empresa.pasta(), gaveta, aceita_tudo, std::move(erp)).recupera(minutos);
+    };
+    const std::string ditos = recupera(false, 0);
     EXPECT_EQ(empresa.livro() + empresa.stock(), antes);
     EXPECT_EQ(ditos.find("Cliente: \r"), std::string::npos) << ditos;
     const auto nomeia = [&](const std::string& chaves) {
@@ -96,11 +78,11 @@ void percorre(Fluxo fluxo, const Caso& caso) {
     teimoso->faz_o_que_falta();
     // One that is asked to settle it, and does not do it either, leaves it for the next.
     if (caso.manha == Manha::diz_que_anula) {
-        recupera(empresa, gaveta, *teimoso, Resposta::sim, segunda_vista);
+        recupera(true, 10, teimoso);
         EXPECT_EQ(gaveta.por_acabar().empty(), documentos_perdidos(empresa, caixas).empty());
     }
-    recupera(empresa, gaveta, direito, Resposta::sim, segunda_vista);
-    recupera(empresa, gaveta, direito, Resposta::sim, terceira_vista);
+    recupera(true, 10);
+    recupera(true, 20);
     const bool a_mao = caixas.find("devem ser anulados manualmente") != std::string::npos;
     EXPECT_EQ(documentos_perdidos(empresa, a_mao ? caixas : ""), "") << caixas << "\n" << ditos;
     EXPECT_EQ(linhas_sem_documento(empresa, ""), "") << caixas << "\n" << ditos;

@@ -64,8 +64,7 @@ struct Modelo {
         ++chave.numero;
         return actos.emplace_back(Acto{chave, cliente});
     }
-    template <typename Funcao>
-    void em_vigor(Funcao funcao) const {
+    void em_vigor(const auto& funcao) const {
         for (const Acto& acto : actos)
             for (const Movimento& movimento : acto.movimentos)
                 if (!acto.anulado) funcao(movimento);
@@ -94,8 +93,7 @@ struct Modelo {
         });
         return resto;
     }
-    template <typename Condicao>
-    std::vector<Chave> abertas(Condicao condicao) const {
+    std::vector<Chave> abertas(const auto& condicao) const {
         std::vector<Chave> chaves;
         for (const auto& [chave, factura] : facturas)
             if (condicao(factura) && aberto(chave).first > 0) chaves.push_back(chave);

@@ -1,7 +1,8 @@
 // A random user plays the eight writing flows on one company, each on a start of the program of its own, and
 // tries what must be refused. After every step ledger and ERP hold what the model says.
 //
-// ORVEX_SEMENTE=<seed> plays that sequence alone.
+// ORVEX_SEMENTE=<seed> plays that sequence alone; ORVEX_CONFIRMACOES=<n> has two programs at once confirm
+// that often.
 #include "adjust/mov_stocks.h"
 #include "delivery/guias_remessa.h"
 #include "tests/apoio/auditada.h"
@@ -15,6 +16,7 @@
 #include <iostream>
 #include <random>
 #include <set>
+#include <thread>
 
 using namespace orvex;
 using namespace orvex::testes;
@@ -28,8 +30,7 @@ constexpr int passos = 40;
 
 template <typename TEcra>
 struct Arranque : Bancada<TEcra> { // of the program, for one step
-    template <typename... Argumentos>
-    Arranque(EmpresaTeste& jogada, const base::DataHora& hoje, Argumentos... argumentos)
+    Arranque(EmpresaTeste& jogada, const base::DataHora& hoje, auto... argumentos)
         : Bancada<TEcra>(&jogada, argumentos...) {
         this->agora = hoje;
         this->abre();
@@ -60,8 +61,8 @@ struct Jogo {
         return varios.at(gerador() % varios.size());
     }
     // Mostly one with which the flow goes through.
-    template <typename T, typename Boa>
-    T escolhe(const std::vector<T>& varios, Boa boa) {
+    template <typename T>
+    T escolhe(const std::vector<T>& varios, const auto& boa) {
         std::vector<T> boas;
         std::copy_if(varios.begin(), varios.end(), std::back_inserter(boas), boa);
         return um_de(boas.empty() || em_cem(25) ? varios : boas);
@@ -71,38 +72,23 @@ struct Jogo {
     explicit Jogo(std::uint32_t semente) : gerador(semente) {
         startup::SessaoBD& BD = empresa.outra();
         BD.IniciaTransaccao();
-        for (const char* tabela : {"xel_ORVEX_MOV", "U_DocGcLin1", "DocGcLin", "Artigos", "artarm"})
-            BD.Executa(std::string("Delete ") + tabela);
-        empresa.com_ajustes_e_transferencias();
+        empresa.recomeca();
         for (int i = 0; i < 10; ++i) {
             const std::string artigo = artigos.emplace_back("REEL'" + std::to_string(i));
             const std::string cliente = em_cem(30) ? "ORVEX" : um_de(clientes);
             const std::string armazem = Modelo::armazem_de(cliente);
             const Kg stock = 1000 + ate(9000);
             modelo.actos.push_back({{}, "", {{{2018, "FC", 1, 7}, artigo, cliente, armazem, stock}}});
-            empresa.insere_artigo(artigo, peso(stock), armazem);
-            insere(BD, "xel_ORVEX",
-                   {"NumSerie", "Cliente", "CliFinal", "Quantidade", "Ano", "TpDoc", "Serie", "NNumDoc"},
-                   {{artigo, cliente, cliente, peso(stock), 2018, "FC", 1, 7}});
+            empresa.insere_item(artigo, cliente, peso(stock));
             for (int n = static_cast<int>(ate(3)); n > 0; --n) {
                 const Chave fa{2019, "FA", 1, 1 + i / 3, 10 * i + n};
                 const Kg kg = 500 + ate(2000), bruto = kg + ate(50);
                 const Factura& f =
                     modelo.facturas[fa] = {artigo, um_de(clientes), em_cem(50) ? "OR" : "CL", kg, bruto};
-                insere_linha(BD, {"FA", 1, fa.numero, fa.linha, artigo, peso(kg), peso(bruto), f.armazem,
-                                  f.cliente, peso(kg)});
-                const std::string numero = std::to_string(fa.numero), linha = std::to_string(fa.linha);
-                BD.Executa("update DocGcLin set Quant=" + tn(kg) + " where NNumDoc=" + numero +
-                           " and NumLinha=" + linha);
-                insere(BD, "U_DocGcLin1", {"Ano", "TpDocUM", "Serie", "NNumDoc", "NumLinha", "PesoBruto"},
-                       {{2019, "FA", 1, fa.numero, fa.linha, peso(bruto)}});
+                empresa.insere_factura({"FA", 1, fa.numero, fa.linha, artigo, peso(kg), peso(bruto),
+                                        f.armazem, f.cliente, peso(kg)});
             }
         }
-        std::set<int> numeros;
-        for (const auto& [chave, factura] : modelo.facturas)
-            if (numeros.insert(chave.numero).second)
-                insere(BD, "DocGcCab", {"Ano", "TpDoc", "Serie", "NNumDoc", "Data"},
-                       {{2019, "FA", 1, chave.numero, base::DataHora{2019, 3, 1}}});
         BD.ConfirmaTransaccao();
     }
 
@@ -146,8 +132,7 @@ struct Jogo {
         return todos;
     }
     // Ends a step; one that must not be done was refused in some box, of the failure path where `anomalia`.
-    template <typename TEcra>
-    void confere(Arranque<TEcra>& programa, Fluxo fluxo, bool feito, bool anomalia) {
+    void confere(auto& programa, Fluxo fluxo, bool feito, bool anomalia) {
         const std::string caixas = programa.caixas();
         relato += "\n  " + std::to_string(fluxo) + (feito ? "" : ", not to be done") + " => " + caixas;
         feitos[fluxo] += feito;
@@ -362,7 +347,112 @@ struct Jogo {
     }
 };
 
+// Somebody at a workstation, whose programs stay open from one confirmation to the next, and who does
+// whatever they let him.
+class Desprevenido : confirmacao::Observador {
+  public:
+    Desprevenido(Jogo& jogo, std::uint32_t semente) : jogo_(jogo), sorte_(semente) {}
+
+    void confirma(int vezes) {
+        while (feitas_ < vezes) {
+            const int antes = feitas_;
+            const std::int16_t modo = static_cast<std::int16_t>(1 + ate(3));
+            const std::int64_t qual = ate(8);
+            if (qual < 4) guia(aberto(guias_), qual);
+            if (qual == 4 || qual == 5) ajusta(aberto(ajustes_[modo], modo), modo);
+            if (qual == 6) altera(aberto(ajustes_[modo], modo));
+            if (qual == 7) transfere(modo > 1 ? std::int16_t{2} : std::int16_t{1});
+            if (feitas_ == antes) { // what was refused is left
+                guias_.reset();
+                ajustes_.clear();
+                trf_.clear();
+            }
+        }
+    }
+
+  private:
+    template <typename TEcra>
+    using Programa = std::optional<Bancada<TEcra>>;
+
+    void feita() noexcept override { ++feitas_; }
+    std::int64_t ate(std::int64_t limite) { return static_cast<std::int64_t>(sorte_()) % limite; }
+    std::string peso_ao_acaso() { return tn(1 + ate(50)); }
+    const std::string& artigo() { return jogo_.artigos[static_cast<std::size_t>(ate(10))]; }
+    const std::string& cliente() { return clientes[static_cast<std::size_t>(ate(3))]; }
+
+    template <typename TEcra, typename... Modo>
+    Bancada<TEcra>& aberto(Programa<TEcra>& programa, Modo... modo) {
+        if (programa) return *programa;
+        programa.emplace(&jogo_.empresa, modo...);
+        programa->observadores.junta(*this);
+        programa->abre();
+        return *programa;
+    }
+    void guia(Bancada<delivery::GuiasRemessa>& b, std::int64_t qual) {
+        if (qual < 2) {
+            b.ecra.utilizador_escolhe(b.ecra.cb1(0), static_cast<int>(qual));
+            b.op.preenche(b.ecra.campo(0), cliente());
+            if (b.ecra.Detalhe.texto(0, "Artigo").empty()) return;
+            b.op.duplo_clique(b.ecra.Detalhe, 1);
+            b.op.edita(b.ecra.Gr, 1, "Quant", peso_ao_acaso());
+            return b.op.prime(b.ecra.btConf(0));
+        }
+        const auto ultima =
+            b.BD.Consulta("select top 1 NNumDoc from DocGcCab where TpDoc='GR' order by NNumDoc desc");
+        if (ultima->fim()) return;
+        b.op.preenche(b.ecra.campo(1), std::to_string(1 + ate(ultima->valor(0).inteiro())));
+        if (qual == 2) return b.op.prime(b.ecra.btConf(1));
+        b.op.prime(b.ecra.btGV(0));
+        if (!b.ecra.Frame3.Visible) return;
+        b.op.edita(b.ecra.Final, 1, "Transf", "-1");
+        b.op.prime(b.ecra.btGV(1));
+    }
+    void ajusta(Bancada<adjust::MovStocks>& b, int modo) {
+        b.op.preenche(b.ecra.campo(0), artigo());
+        const base::Moeda stock = base::Moeda::le(b.ecra.campo(1).Text).value_or(base::Moeda());
+        const base::Moeda peso = m(peso_ao_acaso().c_str());
+        b.op.escreve(b.ecra.campo(3), (modo == 1 ? stock + peso : modo == 2 ? stock - peso : peso).texto());
+        b.op.prime(b.ecra.btConf);
+    }
+    void altera(Bancada<adjust::MovStocks>& b) {
+        b.janela.escolhas.push_back([this](auto&) { return ate(5) == 0; });
+        b.op.prime(b.ecra.btFx(5));
+        if (b.ecra.campo(5).Text.empty()) return;
+        if (ate(2) == 0) return b.op.prime(b.ecra.btAnular);
+        b.op.escreve(b.ecra.campo(3), peso_ao_acaso());
+        b.op.prime(b.ecra.btConf);
+    }
+    void transfere(std::int16_t modo) {
+        auto& b = aberto(trf_[modo], modo);
+        b.op.preenche(b.ecra.campo(0), artigo());
+        if (modo == 2) b.op.preenche(b.ecra.campo(2), cliente());
+        b.op.prime(b.ecra.btConf);
+    }
+
+    Jogo& jogo_;
+    std::mt19937 sorte_;
+    int feitas_ = 0;
+    Programa<delivery::GuiasRemessa> guias_;
+    std::map<int, Programa<adjust::MovStocks>> ajustes_;
+    std::map<int, Programa<transfer::TrfBobines>> trf_;
+};
+
 } // namespace
+
+TEST(Sequencias, DoQueDoisProgramasConfirmamAoMesmoTempoOAuditorNadaTemADizer) {
+    if (no_servidor()) GTEST_SKIP() << "its engine is that of the trial";
+    const char* vezes = std::getenv("ORVEX_CONFIRMACOES");
+    const std::uint32_t semente = std::random_device()();
+    Jogo jogo(semente);
+    std::vector<std::thread> programas;
+    for (const std::uint32_t qual : {1U, 2U})
+        programas.emplace_back([&jogo, semente, qual, n = vezes != nullptr ? std::stoi(vezes) : 200] {
+            Desprevenido(jogo, semente + qual).confirma(n / 2);
+        });
+    for (std::thread& programa : programas)
+        programa.join();
+    EXPECT_EQ(auditada(jogo.empresa.pasta(), relogio), "") << "seed " << semente;
+}
 
 TEST(Sequencias, FacamOQueFizeremOsUtilizadoresLivroEErpTemOQueOModeloDiz) {
     const char* pedida = std::getenv("ORVEX_SEMENTE");

@@ -1,134 +1,90 @@
 #include "platform/diario/decisao.h"
+#include "tests/apoio/tabela.h"
 
 #include <gtest/gtest.h>
 
-using namespace orvex;
-using namespace orvex::platform::diario;
+namespace orvex::testes {
+namespace {
+
+using namespace platform::diario;
 using confirmacao::AccaoERP;
 using livro::EstadoERP;
 using startup::ChaveDocumento;
 
-namespace {
+// The documents are known by their numbers: 3 is to be cancelled, 8 and 9 are of the kind that is created.
+ChaveDocumento documento(char numero) { return {2019, numero == '3' ? "SB" : "GR", 1, numero - '0'}; }
 
-const ChaveDocumento novo{2019, "GR", 1, 8}, outro{2019, "GR", 1, 9}, velho{2019, "SB", 1, 3};
-
-using RespostaDoERP = std::optional<confirmacao::Desfecho>;
-
-Chamada cria(RespostaDoERP desfecho) {
-    Chamada chamada{.pedido = {AccaoERP::cria, {2019, "GR", 1}}};
-    if (desfecho) chamada.resposta = {*desfecho, novo, ""};
-    return chamada;
+// "anula+ cria?": what the ERP was asked for, and whether it did it (+), refused (-) or did not answer (?).
+Passos passos(const std::string& chamadas) {
+    Passos ditos;
+    for (const std::string& uma : partes(chamadas, " ")) {
+        const bool cria = uma.starts_with("cria");
+        const ChaveDocumento chave = documento(cria ? '8' : '3');
+        Chamada chamada{.pedido = {cria ? AccaoERP::cria : AccaoERP::anula, chave}};
+        if (cria) ditos.intencao.cria = chave;
+        if (cria) chamada.pedido.chave.NossoNoDocumento = 0;
+        if (uma.back() == '+') chamada.resposta = {confirmacao::Desfecho::feito, chave, ""};
+        if (uma.back() == '-') chamada.resposta = {confirmacao::Desfecho::recusado, chave, ""};
+        ditos.chamadas.push_back(chamada);
+    }
+    return ditos;
 }
 
-Chamada anula(RespostaDoERP desfecho) {
-    Chamada chamada{.pedido = {AccaoERP::anula, velho}};
-    if (desfecho) chamada.resposta = {*desfecho, velho, ""};
-    return chamada;
+// "8V-": in force (V) or cancelled (A), with rows (+) or without; "~9": may be the one; "T": a transfer's
+// rows.
+Factos factos(const std::string& vistos) {
+    Factos lidos;
+    for (const std::string& um : partes(vistos, " ")) {
+        if (um == "T") {
+            lidos.transferida = true;
+        } else if (um[0] == '~') {
+            lidos.candidatos.push_back(documento(um[1]));
+        } else {
+            const auto estado = um[1] == 'V' ? EstadoERP::em_vigor : EstadoERP::anulado;
+            const FactosDocumento este{documento(um[0]), estado, um[2] == '+'};
+            um[0] == '3' ? lidos.anulados.push_back(este) : void(lidos.criado = este);
+        }
+    }
+    return lidos;
 }
 
-constexpr RespostaDoERP sem{};
-constexpr auto feito = confirmacao::Desfecho::feito, recusado = confirmacao::Desfecho::recusado;
-constexpr auto em_vigor = EstadoERP::em_vigor, anulado = EstadoERP::anulado;
-using Documentos = std::vector<ChaveDocumento>;
-
-struct Linha {
-    const char* morreu;
-    std::vector<Chamada> chamadas;
-    Factos factos;
-    Desfecho desfecho;
-    Documentos feitos{}, a_anular{}, a_completar{}, a_procurar{};
-};
-
-const Linha linhas[] = {
-    {"before any call", {}, {}, Desfecho::nada},
-    {"while the ERP worked, and nothing came of it", {cria(sem)}, {}, Desfecho::nada},
-    {"the ERP refused", {cria(recusado)}, {}, Desfecho::desfeita},
-    {"created, its answer lost", {cria(sem)}, {.candidatos = {novo}}, Desfecho::por_decidir, {}, {novo}},
-    {"created twice, it seems",
-     {cria(sem)},
-     {.candidatos = {novo, outro}},
-     Desfecho::por_decidir,
-     {},
-     {},
-     {},
-     {novo, outro}},
-    {"answered, not committed",
-     {cria(feito)},
-     {.criado = {{novo, em_vigor, false}}},
-     Desfecho::por_decidir,
-     {},
-     {novo}},
-    {"answered and committed", {cria(feito)}, {.criado = {{novo, em_vigor, true}}}, Desfecho::feita, {novo}},
-    {"created, and cancelled again", {cria(feito)}, {.criado = {{novo, anulado, false}}}, Desfecho::desfeita},
-    {"committed, and cancelled in the ERP since",
-     {cria(feito)},
-     {.criado = {{novo, anulado, true}}},
-     Desfecho::por_decidir,
-     {},
-     {},
-     {novo}},
-    {"cancelling, and it did not happen",
-     {anula(sem)},
-     {.anulados = {{velho, em_vigor, true}}},
-     Desfecho::nada},
-    {"cancelling was refused",
-     {anula(recusado)},
-     {.anulados = {{velho, em_vigor, true}}},
-     Desfecho::desfeita},
-    {"cancelled, its rows still there",
-     {anula(sem)},
-     {.anulados = {{velho, anulado, true}}},
-     Desfecho::por_decidir,
-     {},
-     {},
-     {velho}},
-    {"cancelled whole", {anula(feito)}, {.anulados = {{velho, anulado, false}}}, Desfecho::feita, {velho}},
-    {"the ERP said it cancelled, and did not, and the rows went",
-     {anula(feito)},
-     {.anulados = {{velho, em_vigor, false}}},
-     Desfecho::por_decidir,
-     {},
-     {velho}},
-    {"a replacement, half done",
-     {anula(feito), cria(feito)},
-     {.criado = {{novo, em_vigor, false}}, .anulados = {{velho, anulado, true}}},
-     Desfecho::por_decidir,
-     {},
-     {novo},
-     {velho}},
-    {"a replacement, the new document asked for and not there",
-     {anula(recusado), cria(sem)},
-     {.anulados = {{velho, em_vigor, true}}},
-     Desfecho::nada},
-    {"a replacement, before the new document was asked for",
-     {anula(recusado)},
-     {.anulados = {{velho, em_vigor, true}}},
-     Desfecho::desfeita},
-    {"a replacement, only the old document withdrawn",
-     {anula(feito), cria(feito)},
-     {.criado = {{novo, anulado, false}}, .anulados = {{velho, anulado, false}}},
-     Desfecho::desfeita,
-     {velho}},
-    {"a replacement, committed",
-     {anula(feito), cria(feito)},
-     {.criado = {{novo, em_vigor, true}}, .anulados = {{velho, anulado, false}}},
-     Desfecho::feita,
-     {novo, velho}},
-    {"a transfer to a client, committed", {}, {.transferida = true}, Desfecho::feita},
-};
-
-} // namespace
+std::string texto(const Decisao& decisao) {
+    constexpr const char* desfechos[] = {"feita", "desfeita", "nada", "por decidir"};
+    std::string tudo = desfechos[static_cast<int>(decisao.desfecho)];
+    for (const auto& [nome, documentos] : {std::pair{", feito ", decisao.feitos},
+                                           {", anula ", decisao.a_anular},
+                                           {", completa ", decisao.a_completar},
+                                           {", procura ", decisao.a_procurar},
+                                           {", ver ", decisao.a_ver}})
+        for (const ChaveDocumento& um : documentos)
+            tudo += nome + std::to_string(um.NossoNoDocumento);
+    return tudo;
+}
 
 TEST(Decisao, CadaJanelaTemASuaResposta) {
-    for (const Linha& linha : linhas) {
-        SCOPED_TRACE(linha.morreu);
-        const bool cria_documento = criacao({.chamadas = linha.chamadas}) != nullptr;
-        const confirmacao::Intencao intencao{.cria = cria_documento ? novo : ChaveDocumento{}};
-        const Decisao decisao = decide({.intencao = intencao, .chamadas = linha.chamadas}, linha.factos);
-        EXPECT_EQ(decisao.desfecho, linha.desfecho);
-        EXPECT_EQ(decisao.feitos, linha.feitos);
-        EXPECT_EQ(decisao.a_anular, linha.a_anular);
-        EXPECT_EQ(decisao.a_completar, linha.a_completar);
-        EXPECT_EQ(decisao.a_procurar, linha.a_procurar);
-    }
+    for (
+        const auto& caso : tabela(
+            {"before any call =>  =>  => nada",
+             "while the ERP worked, and nothing came of it => cria? =>  => nada",
+             "the ERP refused => cria- =>  => desfeita",
+             "created, its answer lost => cria? => ~8 => por decidir, anula 8",
+             "created twice, it seems => cria? => ~8 ~9 => por decidir, procura 8, procura 9",
+             "answered, not committed => cria+ => 8V- => por decidir, anula 8",
+             "answered and committed => cria+ => 8V+ => feita, feito 8",
+             "created, and cancelled again => cria+ => 8A- => desfeita",
+             "committed, and cancelled in the ERP since => cria+ => 8A+ => por decidir, completa 8",
+             "cancelling, and it did not happen => anula? => 3V+ => nada",
+             "cancelling was refused => anula- => 3V+ => desfeita",
+             "cancelled, its rows still there => anula? => 3A+ => por decidir, completa 3",
+             "cancelled whole => anula+ => 3A- => feita, feito 3",
+             "the ERP said it cancelled, and did not; the rows went => anula+ => 3V- => por decidir, anula 3",
+             "a replacement, half done => anula+ cria+ => 8V- 3A+ => por decidir, anula 8, completa 3",
+             "a replacement, the new document asked for and not there => anula- cria? => 3V+ => nada",
+             "a replacement, only the old document withdrawn => anula+ cria+ => 8A- 3A- => desfeita, feito 3",
+             "a replacement, committed => anula+ cria+ => 8V+ 3A- => feita, feito 8, feito 3",
+             "a transfer to a client, committed =>  => T => feita"}))
+        EXPECT_EQ(texto(decide(passos(caso[1]), factos(caso[2]))), caso[3]) << caso[0];
 }
+
+} // namespace
+} // namespace orvex::testes

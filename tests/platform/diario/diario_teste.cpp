@@ -1,12 +1,15 @@
 #include "platform/diario/diario.h"
 #include "platform/diario/recuperacao.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/morte/disco_contado.h"
 
 #include <gmock/gmock.h>
+#include <zlib.h>
 
 namespace fs = std::filesystem;
 using namespace orvex;
 using namespace orvex::platform::diario;
+using DiarioDaMaquina = platform::diario::Diario;
 using confirmacao::AccaoERP;
 
 namespace {
@@ -16,22 +19,20 @@ struct NoDiario : testing::Test {
     Gaveta gaveta{pasta.pasta() / "diários" / "empresa"};
     testes::EmpresaTeste empresa;
     fs::path outra_sessao = empresa.pasta();
-    std::string engolidas;
     int resolvidos = 0;
     bool resolve = false;
-    std::unique_ptr<platform::diario::Diario> diario = novo();
+    std::unique_ptr<DiarioDaMaquina> diario = novo();
 
-    std::unique_ptr<platform::diario::Diario> novo() {
-        return std::make_unique<platform::diario::Diario>(
-            gaveta, platform::diario::Diario::Meios{
-                        .identidade = {"ORVEX", "ana", "PC'1"},
-                        .abre_sessao = [this] { return testes::abre_empresa(outra_sessao); },
-                        .resolve =
-                            [this](FicheiroDiario&) {
-                                ++resolvidos;
-                                return Tratamento{resolve, false};
-                            },
-                        .engole = [this](const std::string& texto) { engolidas += texto; }});
+    std::unique_ptr<DiarioDaMaquina> novo() {
+        DiarioDaMaquina::Meios meios;
+        meios.identidade = {"ORVEX", "ana", "PC'1"};
+        meios.abre_sessao = [this] { return testes::abre_empresa(outra_sessao); };
+        meios.resolve = [this](FicheiroDiario&) {
+            ++resolvidos;
+            return Tratamento{resolve, false};
+        };
+        meios.engole = [](const std::string&) {};
+        return std::make_unique<DiarioDaMaquina>(gaveta, meios);
     }
     static confirmacao::Intencao intencao() {
         return {.fluxo = confirmacao::Fluxo::substitui_ajuste,
@@ -54,6 +55,16 @@ struct NoDiario : testing::Test {
     }
 };
 
+// Its first line of that version, and summed anew.
+std::string com_versao(char versao, std::string diario) {
+    diario[diario.find("\"versao\":") + 9] = versao;
+    const std::string passo = diario.substr(9, diario.find('\n') - 9);
+    char soma[9];
+    std::snprintf(soma, sizeof soma, "%08lx",
+                  crc32_z(0, reinterpret_cast<const Bytef*>(passo.data()), passo.size()));
+    return diario.replace(0, 8, soma);
+}
+
 } // namespace
 
 TEST_F(NoDiario, OQueUmaConfirmacaoDizSerLeSeTalComoFoiDito) {
@@ -63,6 +74,7 @@ TEST_F(NoDiario, OQueUmaConfirmacaoDizSerLeSeTalComoFoiDito) {
     chama_e_responde();
     diario->antes_de_confirmar();
     const Passos lidos = gaveta.le(unico());
+    EXPECT_NE(linha_da_intencao({}, {.Cliente = "\xff"}), ""); // as another program may have left it
     EXPECT_EQ(lidos.cabecalho.maquina, "PC'1");
     EXPECT_EQ(lidos.cabecalho.ultimo_numero, 127); // of the invoices there are
     EXPECT_EQ(lidos.intencao.fluxo, intencao().fluxo);
@@ -84,6 +96,8 @@ TEST_F(NoDiario, QuemViveTemOSeuFicheiroEQuemMorreuNao) {
     EXPECT_TRUE(diario->a_meio());
     diario.reset();
     EXPECT_NE(gaveta.tranca(unico()), nullptr);
+    EXPECT_EQ(gaveta.tranca(gaveta.pasta() / "outro.diario"),
+              nullptr); // settled by another program meanwhile
 }
 
 TEST_F(NoDiario, UmaUltimaLinhaRasgadaEComoSeNaoFosseComecada) {
@@ -105,18 +119,56 @@ TEST_F(NoDiario, UmaUltimaLinhaRasgadaEComoSeNaoFosseComecada) {
     EXPECT_EQ(gaveta.le(ficheiro).encontrado->NossoNoDocumento, 900);
 }
 
-TEST_F(NoDiario, UmFicheiroDanificadoEDitoEFica) {
+TEST_F(NoDiario, UmFicheiroDanificadoOuMaisRecenteEDitoEFicaComoEsta) {
     diario->intencao(intencao());
+    chama_e_responde();
     const fs::path ficheiro = unico();
     diario.reset();
     const std::string inteiro = testes::conteudo_de(ficheiro);
-    for (const std::size_t onde : {std::size_t{0}, inteiro.find("ORVEX")}) {
-        std::string danificado = inteiro;
-        danificado.replace(onde, 3, "zzz");
-        std::ofstream(ficheiro) << danificado;
+    ASSERT_EQ(com_versao('1', inteiro), inteiro);
+    std::vector<std::string> ilegiveis{com_versao('2', inteiro)};
+    for (const std::size_t onde : {std::size_t{0}, inteiro.find("ORVEX"), inteiro.find("chamada")})
+        ilegiveis.push_back(std::string(inteiro).replace(onde, 3, "zzz"));
+    for (const std::string& ilegivel : ilegiveis) {
+        std::ofstream(ficheiro, std::ios::binary) << ilegivel;
         EXPECT_THROW(gaveta.tranca(ficheiro)->passos(), base::Falha);
+        EXPECT_EQ(testes::conteudo_de(ficheiro), ilegivel);
     }
     EXPECT_EQ(gaveta.por_acabar().size(), 1);
+}
+
+TEST_F(NoDiario, UmDiscoCheioNaoDeixaMeioFicheiroNemMeiaLinhaNemOutraDepoisDela) {
+    int faltam = 0;
+    testes::DiscoContado disco(
+        [&] {
+            if (faltam-- == 0) throw base::Falha("O disco está cheio.");
+        },
+        true);
+    Gaveta cheia(gaveta.pasta(), {}, disco);
+    const std::string primeira = linha_da_intencao({.empresa = "ORVEX"}, intencao());
+    std::unique_ptr<FicheiroDiario> ficheiro;
+    for (int passo = 0; ficheiro == nullptr; ++passo) {
+        faltam = passo;
+        try {
+            ficheiro = cheia.cria(primeira);
+        } catch (const base::Falha&) {
+            EXPECT_TRUE(!fs::exists(gaveta.pasta()) || fs::is_empty(gaveta.pasta())) << passo;
+        }
+    }
+    faltam = 1; // in the middle of the line
+    EXPECT_THROW(ficheiro->escreve(linha_de_confirmar(), Descarga::nao), base::Falha);
+    EXPECT_THROW(ficheiro->escreve(linha_do_fim(), Descarga::nao), base::Falha);
+    ficheiro.reset();
+    EXPECT_EQ(testes::conteudo_de(unico()), primeira);
+}
+
+TEST_F(NoDiario, UmaPastaQueNaoSeAlcancaNaoEUmaPastaVazia) {
+    const fs::path longe = pasta.pasta() / "partilha", ficheiro = pasta.escreve("ficheiro", "");
+    for (Gaveta esta : {Gaveta(longe / "empresa", longe), Gaveta(""), Gaveta(ficheiro)}) {
+        EXPECT_THROW(esta.por_acabar(), base::Falha) << esta.pasta();
+        EXPECT_THROW(esta.cria("x"), base::Falha) << esta.pasta();
+    }
+    EXPECT_FALSE(fs::exists(longe));
 }
 
 TEST_F(NoDiario, UmAcabadoQueFicouComONomeAntigoNaoSeVeOutraVez) {
@@ -172,4 +224,9 @@ TEST_F(NoDiario, OQueAssentouGuardaSeNoventaDias) {
         gaveta.arruma();
         EXPECT_EQ(fs::exists(acabado), dias < 90);
     }
+    diario->intencao(intencao()); // what did not is kept for ever
+    diario.reset();
+    fs::last_write_time(unico(), fs::file_time_type::clock::now() - std::chrono::days(900));
+    gaveta.arruma();
+    EXPECT_EQ(gaveta.por_acabar().size(), 1);
 }
