@@ -1,12 +1,10 @@
 #include "tests/fio/canal.h"
 
 #include "base/texto.h"
-
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "tests/fio/soquetes.h"
 
 #include <cstring>
+#include <utility>
 
 namespace orvex::testes::tds {
 
@@ -50,14 +48,17 @@ std::string utf16_de(std::string_view utf8) {
     return escrita.bytes;
 }
 
-Canal::~Canal() { close(descritor_); }
+Canal::~Canal() { fecha(descritor_); }
 
-void Canal::corta() { shutdown(descritor_, SHUT_RDWR); }
+void Canal::corta() { acaba_conversa(descritor_); }
 
 std::string Canal::recebe(std::size_t quantos) {
     std::string bytes(quantos, '\0');
-    if (recv(descritor_, bytes.data(), quantos, MSG_WAITALL) != static_cast<ssize_t>(quantos))
-        throw LigacaoPerdida();
+    for (std::size_t lidos = 0; lidos < quantos;) {
+        const auto agora = recv(descritor_, bytes.data() + lidos, static_cast<Tamanho>(quantos - lidos), 0);
+        if (agora <= 0) throw LigacaoPerdida();
+        lidos += static_cast<std::size_t>(agora);
+    }
     return bytes;
 }
 
@@ -78,21 +79,22 @@ void Canal::envia(std::string_view bytes, bool ultimo) {
     const std::size_t tamanho = bytes.size() + 8;
     Escrita pacote;
     pacote.u8(resposta).u8(ultimo ? 1 : 0).u8(tamanho >> 8).u8(tamanho).u32(0).junta(bytes);
-    if (send(descritor_, pacote.bytes.data(), pacote.bytes.size(), MSG_NOSIGNAL) !=
-        static_cast<ssize_t>(pacote.bytes.size()))
+    const auto enviados =
+        send(descritor_, pacote.bytes.data(), static_cast<Tamanho>(pacote.bytes.size()), MSG_NOSIGNAL);
+    if (!std::in_range<std::size_t>(enviados) || static_cast<std::size_t>(enviados) != pacote.bytes.size())
         throw LigacaoPerdida();
 }
 
 bool Canal::desistiu(int espera_ms) {
     pollfd escuta{descritor_, POLLIN, 0};
-    if (poll(&escuta, 1, espera_ms) <= 0) return false;
+    if (espera_por(escuta, espera_ms) <= 0) return false;
     if (le().tipo != atencao) throw LigacaoPerdida(); // nothing else may come before the answer
     return true;
 }
 
 void Canal::espera(int milissegundos) {
     pollfd so_o_fim{descritor_, 0, 0};
-    poll(&so_o_fim, 1, milissegundos);
+    espera_por(so_o_fim, milissegundos);
 }
 
 } // namespace orvex::testes::tds

@@ -55,12 +55,18 @@ struct Mensagem {
     std::string bytes; // of all its packets
 };
 
+#ifdef _WIN32
+using Soquete = std::uintptr_t;
+#else
+using Soquete = int;
+#endif
+
 // A connection. Everything but `corta` belongs to the thread that serves it; all throw LigacaoPerdida.
 class Canal {
   public:
     static constexpr std::size_t cabe = 4096 - 8; // in a packet, after its header
 
-    explicit Canal(int descritor) : descritor_(descritor) {}
+    explicit Canal(Soquete descritor) : descritor_(descritor) {}
     ~Canal();
     Canal(Canal&&) = delete;
 
@@ -73,7 +79,7 @@ class Canal {
   private:
     std::string recebe(std::size_t quantos);
 
-    int descritor_;
+    Soquete descritor_;
 };
 
 } // namespace orvex::testes::tds

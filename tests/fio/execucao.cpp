@@ -1,5 +1,6 @@
 #include "tests/fio/execucao.h"
 
+#include "base/caminho.h"
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
 
@@ -56,6 +57,26 @@ constexpr const char* colunas_da_chave =
     "WHERE NOT t.[notnull]) ORDER BY c.seqno";
 constexpr const char* larga_o_da_sessao =
     "IF APPLOCK_MODE(N'public',N'xel_ORVEX_tabelas',N'Session')<>N'NoLock' EXEC sp_releaseapplock ";
+
+std::string entre(const std::string& sql, char abre, char fecha) {
+    const std::size_t inicio = sql.find(abre) + 1;
+    return sql.substr(inicio, sql.find(fecha, inicio) - inicio);
+}
+
+void cria_base(const std::filesystem::path& pasta) {
+    std::filesystem::create_directory(pasta);
+    for (const char* ficheiro : {ficheiro_livro, ficheiro_erp})
+        abre_base(pasta / ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+}
+
+// Beside the ledger's file go the ERP's tables: each file has one writer at a time, the real server's tables
+// many.
+void cria_tabela(const std::string& sql, const std::string& tabela, SQLite::Database& motor) {
+    std::string criacao = traduz(sql).instrucoes.at(0);
+    constexpr std::string_view no_livro = "CREATE TABLE main.";
+    if (tabela != "U_DocGcLin1") criacao.replace(0, no_livro.size(), "CREATE TABLE erp.");
+    motor.exec(criacao);
+}
 
 } // namespace
 
@@ -144,7 +165,7 @@ void Execucao::pede_tranca(const std::string& sql) {
     const int espera = numero_depois_de("@LockTimeout=", sql);
     if (sql.find("@LockOwner=N'Session'") != std::string::npos) {
         const int cria = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
-        tranca_da_sessao_.emplace((pasta_ / "sessao.lock").string(), cria, espera);
+        tranca_da_sessao_.emplace(base::texto_de(pasta_ / "sessao.lock"), cria, espera);
         trancada_ = tranca_da_sessao_->tryExec("BEGIN IMMEDIATE") == SQLITE_BUSY ? -1 : 0;
         return;
     }
@@ -209,6 +230,31 @@ void Execucao::chave(const Pedido& pedido) {
     preparada.instrucao.bind(1, pedido.parametros.at(0).valor.texto());
     preparada.instrucao.bind(2, pedido.procedimento == "sp_special_columns" ? 1 : 0);
     corre(preparada);
+}
+
+// What only the trials on a real server ask of a server: databases of their own, and tables for the ERP's
+// rows.
+bool Execucao::administra(const std::string& sql) {
+    const std::string nome = entre(sql, '[', ']');
+    if (sql.starts_with("SELECT DB_ID(N'")) {
+        const std::vector<Coluna> colunas{{.nome = "n", .tipo = TipoSQL::le("int")}};
+        const bool existe = std::filesystem::is_directory(pasta_ / entre(sql, '\'', '\''));
+        respostas_.colunas(colunas);
+        respostas_.linha(colunas, {existe ? base::Variante(7) : base::Variante()});
+        respostas_.feita(1);
+    } else if (sql.starts_with("CREATE DATABASE ")) {
+        cria_base(pasta_ / nome);
+    } else if (sql.starts_with("DROP DATABASE ")) {
+        std::filesystem::remove_all(pasta_ / nome);
+    } else if (sql.starts_with("CREATE TABLE [")) {
+        cria_tabela(sql, nome, motor_);
+    } else if (sql.starts_with("TRUNCATE TABLE ")) {
+        motor_.exec("DELETE FROM [" + nome + "]");
+        motor_.exec("DELETE FROM main.sqlite_sequence WHERE name = '" + nome + "'");
+    } else {
+        return sql.starts_with("ALTER DATABASE ");
+    }
+    return true;
 }
 
 } // namespace orvex::testes::tds

@@ -5,8 +5,7 @@
 #pragma once
 
 #include "platform/sqlite/preparada.h"
-#include "tests/fio/pedidos.h"
-#include "tests/fio/respostas.h"
+#include "tests/fio/mensagens.h"
 
 #include <SQLiteCpp/Database.h>
 

@@ -1,12 +1,7 @@
 #include "tests/fio/servidor_tds.h"
 
 #include "tests/fio/execucao.h"
-
-#include <arpa/inet.h>
-#include <csignal>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "tests/fio/soquetes.h"
 
 #include <stdexcept>
 
@@ -16,7 +11,7 @@ using namespace tds;
 using Efeito = Avaria::Efeito;
 
 struct ServidorTDS::Ligacao {
-    explicit Ligacao(int descritor) : canal(descritor) {}
+    explicit Ligacao(Soquete descritor) : canal(descritor) {}
 
     void pedido(const Pedido& pedido, const Avaria& avaria);
 
@@ -27,7 +22,7 @@ struct ServidorTDS::Ligacao {
 };
 
 ServidorTDS::ServidorTDS(std::filesystem::path pasta_empresa, const char* morada, int porta)
-    : pasta_(std::move(pasta_empresa)), escuta_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    : pasta_(std::move(pasta_empresa)), escuta_((inicia_soquetes(), abre_soquete())) {
     sockaddr_in propria{};
     propria.sin_family = AF_INET;
     propria.sin_addr.s_addr = inet_addr(morada);
@@ -35,8 +30,8 @@ ServidorTDS::ServidorTDS(std::filesystem::path pasta_empresa, const char* morada
     socklen_t tamanho = sizeof propria;
     auto* generica = reinterpret_cast<sockaddr*>(&propria);
     const int ja_usada = 1; // by a server that has just gone
-    setsockopt(escuta_, SOL_SOCKET, SO_REUSEADDR, &ja_usada, sizeof ja_usada);
-    if (escuta_ < 0 || bind(escuta_, generica, tamanho) != 0 || listen(escuta_, SOMAXCONN) != 0 ||
+    setsockopt(escuta_, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&ja_usada), sizeof ja_usada);
+    if (!valido(escuta_) || bind(escuta_, generica, tamanho) != 0 || listen(escuta_, SOMAXCONN) != 0 ||
         getsockname(escuta_, generica, &tamanho) != 0)
         throw std::runtime_error("the test server cannot listen");
     porta_ = ntohs(propria.sin_port);
@@ -44,9 +39,7 @@ ServidorTDS::ServidorTDS(std::filesystem::path pasta_empresa, const char* morada
 }
 
 ServidorTDS::~ServidorTDS() {
-    shutdown(escuta_, SHUT_RDWR);
-    aceitador_.join();
-    close(escuta_);
+    acaba_escuta(escuta_, aceitador_);
     for (const auto& ligacao : ligacoes_) {
         ligacao->canal.corta();
         ligacao->linha.join();
@@ -54,7 +47,7 @@ ServidorTDS::~ServidorTDS() {
 }
 
 void ServidorTDS::aceita() {
-    for (int descritor; (descritor = accept4(escuta_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+    for (Soquete descritor; valido(descritor = aceita_em(escuta_));) {
         const std::lock_guard guarda(tranca_);
         Ligacao& ligacao = *ligacoes_.emplace_back(std::make_unique<Ligacao>(descritor));
         ligacao.linha = std::thread([this, &ligacao] {
@@ -141,14 +134,14 @@ void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
     case Efeito::vitima:
         return execucao->vitima(avaria.texto);
     case Efeito::morre:
-        kill(getpid(), SIGKILL);
+        acaba_processo();
         break;
     case Efeito::morre_depois:
     case Efeito::nenhuma:
         break;
     }
     execucao->executa(pedido);
-    if (avaria.efeito == Efeito::morre_depois) kill(getpid(), SIGKILL);
+    if (avaria.efeito == Efeito::morre_depois) acaba_processo();
 }
 
 } // namespace orvex::testes

@@ -4,6 +4,8 @@
 // Each connection has a thread and an engine session of its own; one that drops rolls its transaction back.
 #pragma once
 
+#include "tests/fio/canal.h"
+
 #include <atomic>
 #include <filesystem>
 #include <memory>
@@ -79,7 +81,7 @@ class ServidorTDS {
     Avaria regista(const std::string& texto);
 
     std::filesystem::path pasta_;
-    int escuta_;
+    tds::Soquete escuta_;
     int porta_ = 0;
     mutable std::mutex tranca_; // guards what follows
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;

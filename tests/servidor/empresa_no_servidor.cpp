@@ -66,12 +66,18 @@ void EmpresaNoServidor::le_tabelas(const std::filesystem::path& ficheiro, bool d
         const std::string nome = colunas.getColumn(0), coluna = colunas.getColumn(1);
         const bool da_chave = colunas.getColumn(3).getInt() > 0;
         if (tabelas_.empty() || tabelas_.back().nome != nome) tabelas_.push_back({nome, do_erp});
-        if (da_chave) tabelas_.back().chave.push_back(coluna);
+        if (da_chave) {
+            tabelas_.back().chave_primaria +=
+                (tabelas_.back().chave.empty() ? "[" : ", [") + coluna + "] ASC";
+            tabelas_.back().chave.push_back(coluna);
+        }
         tabelas_.back().criacao +=
             "[" + coluna + "] " + colunas.getColumn(2).getString() + (da_chave ? " NOT NULL, " : " NULL, ");
     }
 }
 
+// With the columns of the embedded company's tables and the same keys; the article's note lies beside it
+// there.
 void EmpresaNoServidor::cria_tabelas() {
     startup::VerificaTabelas(*this);
     startup::VerificaPesos(*this);
@@ -80,19 +86,12 @@ void EmpresaNoServidor::cria_tabelas() {
             Consulta("Select * from " + tabela.nome + " where 1=0");
         } catch (const base::Falha& falha) {
             if (falha.numero() != startup::numeros_bd::tabela_em_falta) throw;
-            cria(tabela);
+            SessaoODBC::Executa("CREATE TABLE [" + tabela.nome + "](" + tabela.criacao +
+                                (tabela.nome == "Artigos" ? "[Observ] nvarchar(35) NULL, " : "") +
+                                "CONSTRAINT [PK_" + tabela.nome + "] PRIMARY KEY CLUSTERED (" +
+                                tabela.chave_primaria + "))");
         }
     }
-}
-
-// With the columns of the embedded company's table and the same key; the article's note lies beside it there.
-void EmpresaNoServidor::cria(const Tabela& tabela) {
-    std::string chave;
-    for (const std::string& coluna : tabela.chave)
-        chave += (chave.empty() ? "[" : ", [") + coluna + "] ASC";
-    SessaoODBC::Executa("CREATE TABLE [" + tabela.nome + "](" + tabela.criacao +
-                        (tabela.nome == "Artigos" ? "[Observ] nvarchar(35) NULL, " : "") + "CONSTRAINT [PK_" +
-                        tabela.nome + "] PRIMARY KEY CLUSTERED (" + chave + "))");
 }
 
 EmpresaNoServidor::Linhas EmpresaNoServidor::le(Tabela& tabela) {

@@ -34,14 +34,13 @@ class EmpresaNoServidor final : public platform::odbc::SessaoODBC {
     struct Tabela {
         std::string nome;
         bool do_erp;
-        std::string criacao{}; // its columns
+        std::string criacao{}, chave_primaria{}; // its columns
         std::vector<std::string> chave{}, colunas{};
         Linhas linhas{}; // on the server, as last carried there
     };
 
     void le_tabelas(const std::filesystem::path& ficheiro, bool do_erp);
     void cria_tabelas();
-    void cria(const Tabela& tabela);
     void esvazia(const std::string& tabela) { SessaoODBC::Executa("TRUNCATE TABLE [" + tabela + "]"); }
     Linhas le(Tabela& tabela);
     void leva(Tabela& tabela);

@@ -1,9 +1,8 @@
 // The trial on a real server, against the server of the tests.
 #include "tests/apoio/empresa_teste.h"
+#include "tests/tools/comando.h"
 
 #include <gmock/gmock.h>
-
-#include <sys/wait.h>
 
 namespace orvex::testes {
 namespace {
@@ -13,7 +12,6 @@ using namespace testing;
 struct Ensaio : Test {
     PastaTemporaria pasta;
     std::filesystem::path base = pasta.pasta() / "ENSAIO";
-    std::string saida; // what the last command wrote
     std::unique_ptr<ServidorTDS> servidor;
 
     Ensaio() {
@@ -29,13 +27,7 @@ struct Ensaio : Test {
             setenv(nome, valor.c_str(), 1);
     }
 
-    int corre(const std::string& comando) {
-        const auto ficheiro = pasta.escreve("saida.txt", "");
-        const int estado = std::system((comando + " >" + ficheiro.string() + " 2>&1").c_str());
-        saida = conteudo_de(ficheiro);
-        return WIFEXITED(estado) ? WEXITSTATUS(estado) : -1;
-    }
-    int ensaia(const std::string& guiao) { // of the shell, in place of the suites
+    Fim ensaia(const std::string& guiao) { // of the shell, in place of the suites
         const auto programa = pasta.escreve("programa.sh", "#!/bin/sh\n" + guiao + "\n");
         std::filesystem::permissions(programa, std::filesystem::perms::owner_all);
         return corre(ORVEX_ENSAIO_PROGRAMA " " + programa.string());
@@ -43,10 +35,9 @@ struct Ensaio : Test {
 };
 
 TEST_F(Ensaio, OsTestesCorremNumaBasePropriaQueEApagada) {
-    EXPECT_EQ(corre("GTEST_FILTER='Conjuntos.*:Linguagem.*:RegrasServidor.*:Transaccoes.*:TrfBobines.*'"
-                    " " ORVEX_ENSAIO_PROGRAMA),
-              0)
-        << saida;
+    const Fim fim = corre("GTEST_FILTER='Conjuntos.*:Linguagem.*:RegrasServidor.*:Transaccoes.*:TrfBobines.*'"
+                          " " ORVEX_ENSAIO_PROGRAMA);
+    EXPECT_EQ(fim.codigo, 0) << fim.texto;
     EXPECT_FALSE(std::filesystem::exists(base));
 }
 
@@ -66,9 +57,10 @@ TEST_F(Ensaio, ABaseApagaSeAcabeComoAcabarSalvoSeForOutra) {
         {"exit 0", 1, true, "já existe"}, // the one that was just left
     };
     for (const auto& caso : casos) {
-        EXPECT_EQ(ensaia(caso.guiao), caso.resultado) << caso.guiao << saida;
-        EXPECT_EQ(std::filesystem::exists(base), caso.fica) << caso.guiao << saida;
-        EXPECT_THAT(saida, AllOf(HasSubstr(caso.texto), Not(HasSubstr(servidor->palavra_passe))));
+        const auto [codigo, texto] = ensaia(caso.guiao);
+        EXPECT_EQ(codigo, caso.resultado) << caso.guiao << texto;
+        EXPECT_EQ(std::filesystem::exists(base), caso.fica) << caso.guiao << texto;
+        EXPECT_THAT(texto, AllOf(HasSubstr(caso.texto), Not(HasSubstr(servidor->palavra_passe))));
     }
 }
 

@@ -1,4 +1,5 @@
-// The answer to one request after another: tokens, sent in packets as they fill.
+// What a client asks, the messages of its requests taken apart, and what it is answered. Bytes that are no
+// request of the driver's throw LigacaoPerdida.
 #pragma once
 
 #include "platform/registos/conjunto.h"
@@ -10,7 +11,30 @@
 namespace orvex::testes::tds {
 
 using platform::registos::Coluna;
+using platform::registos::TipoSQL;
 
+struct Entrada { // what a client logs in with
+    std::string utilizador, palavra_passe, programa, base;
+};
+
+Entrada le_entrada(std::string_view bytes);
+
+struct Parametro {
+    TipoSQL tipo;
+    base::Variante valor;
+};
+
+struct Pedido {
+    std::string procedimento; // none for a batch of statements
+    std::string texto;        // the statements; of a procedure that runs none, its name
+    std::vector<Parametro> parametros;
+
+    std::string registado() const; // as it reads in the list of what was received
+};
+
+Pedido le_pedido(const Mensagem& mensagem);
+
+// The answer to one request after another: tokens, sent in packets as they fill.
 class Respostas {
   public:
     explicit Respostas(Canal& canal) : canal_(canal) {}
