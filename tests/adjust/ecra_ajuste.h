@@ -11,9 +11,6 @@
 
 #include "adjust/mov_stocks.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
-
-#include <gmock/gmock.h>
 
 namespace orvex::testes {
 

@@ -1,15 +1,11 @@
 #include "startup/arranque.h"
-#include "tests/apoio/tabela.h"
 #include "tests/common/ecra_ensaio.h"
-
-#include <gmock/gmock.h>
 
 #include <map>
 
 using namespace orvex;
 using namespace orvex::testes;
 using namespace orvex::common;
-using testing::ElementsAre;
 
 namespace {
 
@@ -160,11 +156,4 @@ TEST_F(Ecras, UmaDataEscritaELidaASaidaEPerguntadaUmaVezQuandoEstaLonge) {
     EXPECT_EQ(pergunta(resposta_ok), "");
     op.escreve(ecra.data, "15-03-20");
     EXPECT_EQ(pergunta(resposta_ok), "");
-}
-
-TEST(Vector, RecusaUmIndiceQueNaoTem) {
-    Vector<Campo> campo{"campo"};
-    campo.cria(1).nome = "campo(1)";
-    EXPECT_THAT([&] { campo(7); },
-                testing::ThrowsMessage<base::Falha>("O ecrã não tem o controlo campo(7)."));
 }

@@ -4,9 +4,7 @@ using namespace orvex;
 using namespace orvex::testes;
 
 TEST_F(Guias, UmaLinhaVoltaUmaVezEASuaGuiaJaNaoSeAnulaSemPrenderOsOutrosComACaixaAberta) {
-    emite({1, 3});
-    carrega("1");
-    caixas();
+    carrega_uma({1, 3});
     devolve({1});
     EXPECT_EQ(caixas(), "Vai proceder à Devolução.\n\rPretende continuar?|Foi criado o documento Nº  1");
     EXPECT_TRUE(vazio());
@@ -78,10 +76,8 @@ CONFIRMA
 
 TEST(Devolucoes, OQueOutroPostoFezEntretantoAGuiaCarregadaRecusaADevolucaoEAAnulacao) {
     for (const auto& caso :
-         tabela({"devolve => devolve => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
-                 "devolve a outro => devolve => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
+         tabela({"devolve a outro => devolve => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
                  "anula => devolve => Erro: A guia 1 foi anulada depois de carregada.",
-                 "devolve => anula => Esta GR já foi devolvida!",
                  "devolve a outro => anula => Erro: O artigo BOB'1 da guia 1 já foi devolvido.",
                  "anula => anula => Erro: "})) {
         SCOPED_TRACE(caso[0] + ", " + caso[1]);
@@ -90,21 +86,19 @@ TEST(Devolucoes, OQueOutroPostoFezEntretantoAGuiaCarregadaRecusaADevolucaoEAAnul
         este.emite({1, 3});
         for (EcraGuias* posto : {&este, &outro})
             posto->carrega("1");
-        este.abre_devolucao();
-        EXPECT_TRUE(este.marca(2));
-        EXPECT_TRUE(este.marca(1));
-        if (caso[1] == "anula") este.op.prime(este.ecra.btGV(2));
+        if (caso[1] == "devolve") {
+            este.abre_devolucao();
+            EXPECT_TRUE(este.marca(1));
+        }
         caso[0] == "anula" ? outro.anula() : outro.devolve({1});
         if (caso[0] == "devolve a outro")
             outro.BD.Executa("Update xel_ORVEX_MOV set Cliente='CL2' where TpDoc='GV'");
-        const auto livro = este.empresa.livro(), stock = este.empresa.stock();
+        const auto livro = este.empresa.livro() + este.empresa.stock();
         este.caixas();
         caso[1] == "anula" ? este.anula() : este.op.prime(este.ecra.btGV(1));
         EXPECT_THAT(este.caixas(), HasSubstr(caso[2]));
         EXPECT_TRUE(este.vazio());
-        EXPECT_FALSE(este.BD.EmTransaccao());
-        EXPECT_EQ(este.empresa.livro(), livro);
-        EXPECT_EQ(este.empresa.stock(), stock);
+        EXPECT_EQ(este.empresa.livro() + este.empresa.stock(), livro);
     }
 }
 
@@ -131,29 +125,21 @@ TEST_F(Guias, UmaGuiaQueNaoFoiLidaPorInteiroDizOENaoSeAnulaNemDevolve) {
     EXPECT_EQ(empresa.linhas("select PesoBruto from xel_ORVEX_MOV where TpDoc='GV'"), "2.6; 0");
 }
 
-TEST(Devolucoes, UmDocumentoDeQueOErpNaoMostraAsLinhasEAnuladoEOLivroFica) {
-    for (const std::string tipo : {"GR", "GV"}) {
-        EcraGuias guias;
-        if (tipo == "GV") guias.emite({1, 3});
-        guias.cliente("CL'1"); // which repairs a weight
-        const auto livro = guias.empresa.livro();
-        guias.caixas();
-        guias.diario.espia = [&](const std::string& linha) {
-            if (linha.starts_with("CONSULTA Select * from DocGcLin where ano="))
-                guias.empresa.outra().Executa("Delete DocGcLin where Artigo='BOB3' and NNumDoc=1");
-        };
-        if (tipo == "GV") guias.carrega("1");
-        tipo == "GR" ? guias.emite({1, 3}) : guias.devolve({1, 2});
-        EXPECT_THAT(guias.caixas(), HasSubstr("Erro: O ERP não mostra o artigo BOB3 no documento " + tipo +
-                                              "/1/1/2019 que acabou de criar."));
-        EXPECT_EQ(guias.empresa.livro(), livro);
-        EXPECT_EQ(guias.empresa.linhas("select NVias from DocGcCab where TpDoc='" + tipo + "'"), "-1");
-    }
+TEST_F(Guias, UmDocumentoDeQueOErpNaoMostraAsLinhasEAnuladoEOLivroFica) {
+    cliente("CL'1"); // which repairs a weight
+    const auto livro = empresa.livro();
+    diario.espia = [&](const std::string& linha) {
+        if (linha.starts_with("CONSULTA Select * from DocGcLin where ano="))
+            empresa.outra().Executa("Delete DocGcLin where Artigo='BOB3' and NNumDoc=1");
+    };
+    emite({1, 3});
+    EXPECT_THAT(caixas(), HasSubstr("Erro: O ERP não mostra o artigo BOB3 no documento GR/1/1/2019"));
+    EXPECT_EQ(empresa.livro(), livro);
+    EXPECT_EQ(empresa.linhas("select NVias from DocGcCab where TpDoc='GR'"), "-1");
 }
 
 TEST_F(Guias, OPainelPrendeOEcraEnquantoEstaAbertoEDeixaAGuiaComoEstava) {
-    emite({1});
-    carrega("1");
+    carrega_uma({1});
     const auto cancela = [&] {
         janela.respostas = {common::resposta_cancelar};
         op.prime(ecra.btGV(1));
@@ -189,8 +175,7 @@ TEST_F(Guias, OPainelPrendeOEcraEnquantoEstaAbertoEDeixaAGuiaComoEstava) {
 TEST_F(Guias, AsGrelhasPassamDas30LinhasOPainelOfereceTodosOsArtigosESoVoltaOQueFicouMarcado) {
     for (int numero = 201; numero <= 228; ++numero)
         insere_linha(empresa.outra(), {"FA", 1, numero, 1, "BOB2", m("0.1"), m("0.1")});
-    emite({1, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 31});
-    carrega("1");
+    carrega_uma({1, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 31});
     abre_devolucao();
     EXPECT_EQ(linhas(ecra.Final, {"Artigo"}),
               "BOB'1; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB2; BOB3");

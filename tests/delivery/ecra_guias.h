@@ -3,9 +3,6 @@
 
 #include "delivery/guias_remessa.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
-
-#include <gmock/gmock.h>
 
 namespace orvex::testes {
 
@@ -28,6 +25,11 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
         for (const int linha : linhas)
             escolhe(linha);
         confirma();
+    }
+    void carrega_uma(std::initializer_list<int> linhas) {
+        emite(linhas);
+        carrega("1");
+        caixas();
     }
 
     void abre_devolucao() { op.prime(ecra.btGV(0)); }
@@ -80,9 +82,5 @@ struct EcraGuias : Bancada<delivery::GuiasRemessa> {
 };
 
 struct Guias : testing::Test, EcraGuias {};
-
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
 
 } // namespace orvex::testes

@@ -142,9 +142,7 @@ TEST_F(Guias, SoAGuiaCarregadaEAnuladaESoSeOUtilizadorQuiser) {
 
 // What comes back of a note is what its lines on the screen say.
 TEST_F(Guias, UmaGuiaCarregadaNaoSeAltera) {
-    emite({1});
-    carrega("1");
-    caixas();
+    carrega_uma({1});
     EXPECT_FALSE(edita(3, "Quant", "1"));
     EXPECT_EQ(caixas(), "A guia carregada não pode ser alterada!");
     EXPECT_EQ(ecra.Gr.moeda(2, "Quant"), m("2.5"));

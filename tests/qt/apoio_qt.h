@@ -4,23 +4,13 @@
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/janela_qt.h"
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QPointer>
-#include <QSettings>
-#include <QTableView>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gmock/gmock.h>
 
 #include <deque>
 #include <functional>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace orvex::testes {
 

@@ -1,14 +1,6 @@
 // Fields, pickers, buttons and tabs: who has the keyboard, and what is validated when it moves.
 #include "tests/qt/na_janela.h"
 
-#include <QAction>
-#include <QCalendarWidget>
-#include <QClipboard>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QTabBar>
-
 namespace orvex::testes {
 namespace {
 

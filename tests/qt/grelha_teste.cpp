@@ -1,10 +1,6 @@
 // Grids: the current cell, edits, tick boxes, and how they end when the keyboard leaves.
 #include "tests/qt/na_janela.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QLineEdit>
-
 namespace orvex::testes {
 namespace {
 

@@ -8,9 +8,6 @@
 #include "tests/qt/na_janela.h"
 #include "tests/transfer/ecra_trf.h"
 
-#include <QLabel>
-#include <QLineEdit>
-
 #include <map>
 
 namespace orvex::testes {

@@ -1,16 +1,7 @@
 // Modal windows: boxes and search lists.
 #include "platform/qt/caixa.h"
 #include "platform/qt/modelo_lista.h"
-#include "tests/apoio/tabela.h"
 #include "tests/qt/na_janela.h"
-
-#include <QAbstractButton>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
 
 namespace orvex::testes {
 namespace {
@@ -224,7 +215,7 @@ TEST_F(Listas, UmRegistoSemChaveDizQueNaoPodeSerEscolhidoEAListaFica) {
 
 TEST_F(Listas, UmaConsultaQueFalhaMostraAFalhaENaoEscolheNada) {
     diario.falha_no = diario.passos + 1;
-    EXPECT_THAT(tecla(Qt::Key_F4, {}, {ok}), testing::ElementsAre("Falha provocada."));
+    EXPECT_THAT(tecla(Qt::Key_F4, {}, {ok}), ElementsAre("Falha provocada."));
     EXPECT_EQ(com_teclado(), "campo(0)");
 }
 

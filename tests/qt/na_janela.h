@@ -2,12 +2,8 @@
 #pragma once
 
 #include "platform/qt/vista_grelha.h"
-#include "tests/apoio/tabela.h"
 #include "tests/common/ecra_ensaio.h"
 #include "tests/qt/apoio_qt.h"
-
-#include <QTabWidget>
-#include <QVBoxLayout>
 
 namespace orvex::testes {
 
@@ -16,8 +12,7 @@ inline const std::vector<Qt::Key> para_ok{Qt::Key_Left, Qt::Key_Return}; // from
 
 template <typename TBancada, typename TJanela>
 struct NaJanela : TBancada {
-    template <typename... Argumentos>
-    explicit NaJanela(Argumentos... argumentos)
+    explicit NaJanela(auto... argumentos)
         : TBancada(argumentos...), qt(this->ecra, {"Bobines, Lda.", "SQLite", "demo", true}) {
         qt.abre();
         activa();

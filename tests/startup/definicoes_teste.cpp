@@ -1,4 +1,5 @@
 #include "base/falha.h"
+#include "base/texto.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/definicoes.h"
 #include "startup/instalacao.h"
@@ -9,12 +10,12 @@
 
 #include <gmock/gmock.h>
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include <regex>
 
 using namespace orvex::startup;
 using namespace orvex::testes;
 using orvex::base::Falha;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -62,32 +63,87 @@ TEST(Definicoes, OsCincoValoresDoErpCompletamSeComOsDaBaseESoAPalavraPassePodeFa
     erp.completa(ficheiro);
     EXPECT_THAT(erp.valores, ElementsAre("Évora", "", "ana", "sqlite", bd.base));
     EXPECT_FALSE(erp.incompletas());
+    // A production ERP is reached by its component; its database is no folder.
+    pasta.escreve("OrvexEXE.xel", "[BD]\nServidor=srv\nBase=EMPRESA\n[ERP]\nComponente = {1A} \nBase=ERP\n");
+    erp = DefinicoesERP::le(ficheiro);
+    erp.completa(ficheiro);
+    EXPECT_EQ(erp.tipo(), TipoERP::producao);
+    EXPECT_EQ(erp.componente + erp.valores[DefinicoesERP::base], "{1A}ERP");
+}
+
+TEST(Definicoes, QuemEntraPelaSessaoDoSistemaNaoPrecisaDeUtilizadorENadaEAmbiguo) {
+    const PastaTemporaria pasta;
+    const auto ficheiro = pasta.pasta() / "OrvexEXE.xel";
+    const auto le = [&](const std::string& bd) {
+        pasta.escreve("OrvexEXE.xel", "[BD]\nBase=B\n" + std::regex_replace(bd, std::regex("; "), "\n"));
+        return DefinicoesBD::le(ficheiro);
+    };
+    const auto bd = le("Servidor=srv; Autenticacao=Windows");
+    EXPECT_FALSE(bd.incompletas());
+    EXPECT_EQ(ConstrutorLigacao::le(texto_ligacao(bd))["Option"], "2");
+    EXPECT_EQ(ConstrutorLigacao::le(texto_ligacao(le("Servidor=srv; Utilizador=u")))["Option"], "1");
+    for (const auto& caso :
+         tabela("Servidor=srv; Autenticacao=window => só pode ser windows | "
+                "Servidor=srv; Autenticacao=windows; Utilizador=u => dispensa Utilizador | "
+                "Servidor=srv; Autenticacao=windows; PalavraPasse=p => dispensa Utilizador | "
+                "Servidor=sqlite; Autenticacao=windows => é de um servidor"))
+        EXPECT_THAT(falha([&] { le(caso[0]); }), AllOf(HasSubstr("OrvexEXE.xel"), HasSubstr(caso[1])));
+}
+
+TEST(Definicoes, UmaPalavraPasseProtegidaAbreSeEOutraQueComeceAssimFicaComoEsta) {
+    const PastaTemporaria pasta;
+    const auto abre = [](const std::string& texto) -> std::string {
+        if (texto == "estragada") throw Falha("porque sim.");
+        return "aberta " + texto;
+    };
+    const auto bd = [&](const std::string& palavra_passe) {
+        const auto ficheiro =
+            pasta.escreve("d", "[BD]\nServidor=s\nBase=b\nUtilizador=u\nPalavraPasse=" + palavra_passe +
+                                   "\n[ERP]\nPalavraPasse=" + palavra_passe);
+        EXPECT_EQ(definicoes_erp(ficheiro, abre).valores[DefinicoesERP::palavra_passe],
+                  definicoes_bd(ficheiro, "", abre).palavra_passe);
+        return definicoes_bd(ficheiro, "", abre).palavra_passe;
+    };
+    const std::string marca(marca_protegida);
+    EXPECT_EQ(bd(marca + "x"), "aberta x");
+    for (const char* simples : {"", "segredo", "protegida:", "protegida:segredo", " protegida:x="})
+        EXPECT_EQ(bd(simples), orvex::base::apara(simples));
+    EXPECT_THAT(
+        falha([&] { bd(marca + "estragada"); }),
+        AllOf(HasSubstr("palavra-passe de ["), HasSubstr("porque sim."), HasSubstr("Escreva-a de novo")));
 }
 
 TEST(Ficheiro, OQueNaoEUmFicheiroDeTextoNossoERecusadoLogoEDizPorque) {
     const PastaTemporaria pasta;
     const auto em = [&](const std::string& nome) { return pasta.pasta() / nome; };
     const auto recusa = [&](const std::string& nome) { return falha([&] { DefinicoesBD::le(em(nome)); }); };
-    mkfifo(em("cano").c_str(), 0600);
-    std::filesystem::create_symlink("volta", em("volta"));
     std::filesystem::resize_file(pasta.escreve("grande", "x"), 100 << 20);
     pasta.escreve("utf16", std::string("\xFF\xFE[\0B\0", 6));
     pasta.escreve("binario", std::string("abc\0", 4));
     for (const auto& caso :
          tabela("nenhum => não existe | utf16/dentro => não existe | . => é uma pasta | "
-                "cano => não é um ficheiro comum | /dev/zero => não é um ficheiro comum | "
-                "volta => volta a si mesma | grande => demasiado grande | utf16 => em UTF-16 | "
-                "binario => não é um ficheiro de texto"))
+                "grande => demasiado grande | utf16 => em UTF-16 | binario => não é um ficheiro de texto"))
         EXPECT_THAT(recusa(caso[0]), HasSubstr(caso[1]));
-    EXPECT_THAT(recusa(std::string(300, 'x')), HasSubstr("demasiado longo"));
-    // A common folder that cannot be asked for is not the program's own.
-    const PastasInstalacao em_volta{em("volta"), em(".")};
-    EXPECT_THAT(falha([&] { em_volta.ficheiro_definicoes(); }), HasSubstr("volta a si mesma"));
     EXPECT_EQ(PastasInstalacao({em("utf16"), em("a")}).ficheiro_definicoes(), em("a") / "OrvexEXE.xel");
-    if (geteuid() == 0 && seteuid(65534) == 0) {
-        EXPECT_THAT(recusa("utf16"), HasSubstr("não há permissão"));
-        ASSERT_EQ(seteuid(0), 0);
+}
+
+TEST(Instalacao, OQueEstaJuntoDoProgramaVemAntesDoQueEDaMaquina) {
+    // The environment is written here in the code page alone, which has not all letters.
+    const PastaTemporaria programa, dados(std::filesystem::current_path());
+    const auto instalacao = [&] { return pasta_da_instalacao(programa.pasta()); };
+    static std::string nenhuns = "ProgramData=", estes = nenhuns + dados.pasta().string();
+    putenv(nenhuns.data());
+    EXPECT_EQ(instalacao(), programa.pasta());
+    putenv(estes.data());
+    EXPECT_EQ(instalacao(), programa.pasta()); // nobody installed anything
+    std::filesystem::create_directory(dados.pasta() / "ORVEX");
+    EXPECT_EQ(instalacao(), dados.pasta() / "ORVEX");
+    for (const char* nome : {ficheiro_parametros, "OrvexEXE.xel"}) {
+        const auto ficheiro = programa.escreve(nome, "");
+        EXPECT_EQ(instalacao(), programa.pasta()) << nome;
+        std::filesystem::remove(ficheiro);
     }
+    putenv(nenhuns.data());
 }
 
 TEST(ConstrutorLigacao, TodosOsValoresVoltamComoForam) {

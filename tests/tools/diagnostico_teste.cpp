@@ -1,6 +1,7 @@
 // orvex-diagnostico: the truth on a good installation and on broken ones, on both engines.
 #include "tools/diagnostico/diagnostico.h"
 
+#include "app/gaveta_da_empresa.h"
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
@@ -107,7 +108,7 @@ const char* const casos[] = {
     "ambos => sql drop table U_DocGcLin1 => tabela U_DocGcLin1 => é o ERP que a cria => tabela Vendedor",
     "ambos => sql alter table xel_ORVEX drop column Preco => tabela xel_ORVEX => falta Preco => ligação",
     "aqui => ERP\\]\nServidor=sqlite -> ERP]\nServidor=SRV01 => entrada no ERP; base de dados do ERP => "
-    "não a ligação ao ERP do servidor «SRV01» => ligação",
+    "Só no Windows há a automação por que se chega ao ERP do servidor «SRV01» => ligação",
     "aqui => SB,1,S -> SB,1 => parâmetro SOBRAS => incompleto: falta o elemento 3 => parâmetro QUEBRAS",
     "aqui => TRF=TR,1 -> TRF=TR,x => parâmetro TRF => não é um número de série => parâmetro SOBRAS",
     "aqui => GUIADEV -> \xFF\xFEGUIADEV => parâmetros => está gravado em UTF-16 => ligação",
@@ -132,6 +133,11 @@ const char* const casos[] = {
     "aqui => FA,1,X;FR,2,Y; -> FA,1, =>  => parâmetro FACTURAS: FA,1, => códigos no ERP",
     "aqui => ,Y; ->  => parâmetro FACTURAS => falta o elemento 6 => entrada no ERP",
     "aqui => CLIENTEORVEX=.* ->  => parâmetro CLIENTEORVEX => precisam dele: guias, aj => parâmetro ARMAZEM",
+    "fio => PalavraPasse=S3.*\nC -> Autenticacao=windows\nC => definições => dispensa Utilizador => "
+    "parâmetro TRF",
+    "fio => Utilizador=orvex -> Autenticacao=windows; => definições => só pode ser windows => parâmetro TRF",
+    "aqui => Outr0Segred0 -> protegida:T1JWRVgBAQ== => definições do ERP => não se abre aqui: só o Windows "
+    "=> ligação",
     "ambos => Outr0Segred0 -> outra => entrada no ERP => recusou ana na empresa E => ligação",
     "fio => FreeTDS -> Falta => controlador ODBC => «Falta» não está instalado => entrada no ERP",
 };
@@ -313,6 +319,23 @@ TEST(InstalacaoSQL, FazAsTabelasDoArranqueEDaOsDireitosQueSeVerificam) {
     for (const TabelaUsada& tabela : tabelas_usadas())
         EXPECT_THAT(script, HasSubstr("\nGRANT " + enumera({tabela.direitos.begin(), tabela.direitos.end()}) +
                                       " ON [dbo].[" + tabela.nome + "] TO [$(Utilizador)];\n"));
+}
+
+// What one user's program left is then found by the next start of another.
+TEST(DiariosDaMaquina, SaoDeTodosOndeOInstaladorFezAPasta) {
+    const PastaTemporaria dados;
+    static std::string estes = "ProgramData=" + dados.pasta().string(), nenhuns = "ProgramData=";
+    startup::DefinicoesBD definicoes{};
+    const auto onde = [&] { return app::gaveta_da_empresa(definicoes).pasta().parent_path(); };
+    const fs::path do_utilizador = onde();
+    putenv(estes.data());
+    fs::create_directory(dados.pasta() / "ORVEX");
+    EXPECT_EQ(onde(), do_utilizador); // nobody gave rights to anything
+    fs::create_directory(dados.pasta() / "ORVEX" / "diario");
+    EXPECT_EQ(onde(), dados.pasta() / "ORVEX" / "diario");
+    definicoes.diario = dados.pasta().string();
+    EXPECT_EQ(onde(), dados.pasta());
+    putenv(nenhuns.data());
 }
 
 } // namespace

@@ -1,15 +1,14 @@
 // orvex-auditoria as it is called, on a demo company; and what it puts in order.
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
+#include "tests/tools/comando.h"
 #include "tools/auditoria/ordenados.h"
 #include "tools/empresa/empresa_demo.h"
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <map>
 #include <random>
-#include <sys/wait.h>
 
 namespace orvex::testes {
 namespace {
@@ -25,11 +24,10 @@ TEST(Auditoria, OsRegistosSaemPorOrdemMesmoQuandoNaoCabem) {
         ordenados.junta(este = static_cast<std::int64_t>(gerador() % 1'000'000));
     std::sort(todos.begin(), todos.end());
     for (int vez = 0; vez < 2; ++vez) {
-        std::size_t i = 0;
-        bool iguais = true;
-        for (ordenados.comeca(); ordenados.ha(); ordenados.avanca(), ++i)
-            iguais = iguais && i < todos.size() && ordenados.actual() == todos[i];
-        EXPECT_TRUE(iguais && i == todos.size()) << vez;
+        std::vector<std::int64_t> saidos;
+        for (ordenados.comeca(); ordenados.ha(); ordenados.avanca())
+            saidos.push_back(ordenados.actual());
+        EXPECT_TRUE(saidos == todos) << vez;
     }
 }
 
@@ -39,26 +37,15 @@ struct Programas : Test {
     fs::path pasta = raiz.pasta() / "i",
              livro = pasta / demo::pasta_empresa / platform::sqlite::ficheiro_livro;
 
-    void SetUp() override {
-        demo::OpcoesEmpresa opcoes;
-        opcoes.pasta = pasta;
-        opcoes.hoje = base::DataHora::agora();
-        demo::faz_empresa(opcoes);
-    }
+    void SetUp() override { demo::faz_empresa({.pasta = pasta, .hoje = base::DataHora::agora()}); }
     std::pair<int, std::string> corre(const std::string& opcoes = "") const {
-        const fs::path saida = raiz.pasta() / "saida";
-        const int fim = std::system(("'" ORVEX_AUDITORIA "' '" + pasta.string() + "' --espera 0 " + opcoes +
-                                     " >'" + saida.string() + "' 2>&1")
-                                        .c_str());
-        std::ifstream lida(saida);
-        return {WEXITSTATUS(fim), {std::istreambuf_iterator<char>(lida), {}}};
+        const Fim fim = testes::corre("'" ORVEX_AUDITORIA "' '" + pasta.string() + "' --espera 0 " + opcoes);
+        return {fim.codigo, fim.texto};
     }
     std::map<fs::path, std::string> ficheiros() const {
         std::map<fs::path, std::string> todos;
-        for (const auto& este : fs::directory_iterator(livro.parent_path())) {
-            std::ifstream lido(este.path(), std::ios::binary);
-            todos[este.path()] = {std::istreambuf_iterator<char>(lido), {}};
-        }
+        for (const auto& este : fs::directory_iterator(livro.parent_path()))
+            todos[este.path()] = conteudo_de(este.path());
         return todos;
     }
 };

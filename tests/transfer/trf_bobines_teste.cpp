@@ -1,23 +1,14 @@
 #include "tests/transfer/ecra_trf.h"
 
 #include "platform/sqlite/empresa.h"
-#include "tests/apoio/tabela.h"
-
-#include <gmock/gmock.h>
 
 using namespace orvex;
 using namespace orvex::testes;
-using testing::EndsWith;
-using testing::HasSubstr;
 
 static const std::string anomalia = "Situação Anómala\n\rErro: ";
 
-template <int Modo>
-struct NoModo : testing::Test, EcraTrf {
-    NoModo() : EcraTrf(Modo) {}
-};
-using ParaOrvex = NoModo<1>;
-using ParaCliente = NoModo<2>;
+using ParaOrvex = NoModo<EcraTrf, 1>;
+using ParaCliente = NoModo<EcraTrf, 2>;
 
 TEST(TrfBobines, CadaRecusaDizPorqueESoLimpaOQueTemDeLimpar) {
     // Mode, field, what is typed => the box => the labels 2, 3, 4 and the fields 1, 2, 4, 5 afterwards.
@@ -61,7 +52,7 @@ TEST_F(ParaOrvex, UmArtigoVoltaAOrvex) {
     ecra.utilizador_data(ecra.DTPicker1, {2017, 12, 31, 9, 5, 0});
     janela.respostas = {common::resposta_cancelar};
     confirma();
-    EXPECT_THAT(caixas(), testing::StartsWith("A data 31-12-2017 está a mais de um ano"));
+    EXPECT_THAT(caixas(), StartsWith("A data 31-12-2017 está a mais de um ano"));
     ecra.utilizador_data(ecra.DTPicker1, {2018, 12, 31, 9, 5, 0});
     confirma();
     EXPECT_EQ(diario.texto(), R"(
@@ -121,9 +112,7 @@ TEST(TrfBobines, UmaFalhaEMostradaComOSeuNumeroEFicaParaAsQueVemSemTexto) {
          tabela({"QUEBRAS=LONGO,1,S => 3671 - ", "- => Primeira.",
                  "TRF=XX,1,S => 2147226504 - O tipo de documento «XX» não movimenta stocks."})) {
         EcraTrf trf(1, caso[0] + "\r\n");
-        trf.diario.espia = [&](const std::string& linha) {
-            if (linha == "INICIA" && caso[0] == "-") throw base::Falha("Primeira.");
-        };
+        if (caso[0] == "-") trf.diario.lanca_em("INICIA", base::Falha("Primeira."));
         for (const bool segunda : {false, true}) {
             trf.item("REEL'1");
             if (segunda) trf.diario.recomeca();
@@ -181,9 +170,7 @@ TEST(TrfBobines, UmaGravacaoDesconhecidaDizOndeVer) {
         EcraTrf trf(modo);
         trf.item("REEL'1");
         if (modo == 2) trf.destino("CL2");
-        trf.diario.espia = [](const std::string& linha) {
-            if (linha == "CONFIRMA") throw startup::ConfirmacaoDesconhecida("Não se sabe.");
-        };
+        trf.diario.lanca_em("CONFIRMA", startup::ConfirmacaoDesconhecida("Não se sabe."));
         trf.confirma();
         EXPECT_THAT(trf.caixas(),
                     EndsWith("veja se o último movimento do artigo REEL'1 é o desta transferência: "
@@ -236,5 +223,5 @@ TEST_F(ParaCliente, AsListasTemTodosOsArtigosDoLivroEOsClientesEmUso) {
     ecra.utilizador_lista(ecra.campo(4)); // none
     ASSERT_EQ(janela.listas.size(), 2U);
     EXPECT_EQ(janela.listas[0].primeira_coluna.size(), 7U);
-    EXPECT_THAT(janela.listas[1].primeira_coluna, testing::ElementsAre("CL'1", "CL2", "CL3"));
+    EXPECT_THAT(janela.listas[1].primeira_coluna, ElementsAre("CL'1", "CL2", "CL3"));
 }

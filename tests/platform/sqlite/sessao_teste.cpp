@@ -1,14 +1,100 @@
+// What is the embedded engine's own: its language, its statements, its locks, its files.
 #include "platform/sqlite/falhas.h"
+#include "platform/sqlite/sessao_sqlite.h"
 #include "tests/contrato/empresa_vazia.h"
 
 #include <fstream>
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 namespace orvex::testes {
 namespace {
 
+TEST(Comparacao, NaoVeMaiusculasNemBrancosNoFimEOrdenaAsLetrasComAcentoJuntoDasOutras) {
+    using platform::sqlite::compara_servidor;
+    for (const auto& [a, b] :
+         {std::pair{"Bobina", "BOBINA  "}, {"ção", "ÇÃO"}, {"", "   "}, {"ÿ", "Ÿ"}, {"š", "Š"}})
+        EXPECT_EQ(compara_servidor(a, b), 0) << a << " " << b;
+    for (const auto& [a, b] : {std::pair{"a", " a"}, {"é", "e"}, {"×", "÷"}, {"ab", "a b"}})
+        EXPECT_NE(compara_servidor(a, b), 0) << a << " " << b;
+    const std::vector<std::string> ordenados{"",      "10",     "9",      "Agua", "Água",
+                                             "aguas", "Águeda", "BOBINA", "zé",   "Zea"};
+    for (std::size_t i = 1; i < ordenados.size(); ++i)
+        EXPECT_LT(compara_servidor(ordenados[i - 1], ordenados[i]), 0) << ordenados[i];
+}
+
 using platform::sqlite::SessaoSQLite;
+
+class Instrucoes : public EmpresaVazia<SessaoSQLite> {
+  protected:
+    Instrucoes() {
+        for (const int linha : {1, 2, 3})
+            junta_movimento(linha);
+    }
+
+    // Whether a reader holds the log back in either file.
+    bool ha_leitor() const {
+        auto outra = outra_ligacao();
+        SQLite::Statement ponto(outra, "PRAGMA wal_checkpoint(TRUNCATE)");
+        ponto.executeStep();
+        return ponto.getColumn(0).getInt() != 0;
+    }
+};
+
+TEST_F(Instrucoes, OQueOServidorRecusariaOuNaoConhecemosEUmaInstrucaoErrada) {
+    for (const std::string fim :
+         {" limit 1", " where Nome='aberto", " where", "; delete Clientes", " -- x", " order by 1",
+          " where Nome like 'x%'", " where CODIGO=?", " where Nome='a' 'b'"})
+        EXPECT_EQ(numero_da_falha([&] { BD.Consulta("select * from Clientes" + fim); }),
+                  numeros::instrucao_errada)
+            << fim;
+    for (const char* sql : {"", "select", "select Nada from Clientes", "select \"Nada\" from Clientes",
+                            "select top x * from Clientes", "drop table Clientes", "delete Clientes",
+                            "select convert(nvarchar(10),Data,103) from DocGcCab",
+                            "create table t([a] [xml] null)", "alter table xel_ORVEX add Novo text"})
+        EXPECT_EQ(numero_da_falha([&] { BD.Consulta(sql); }), numeros::instrucao_errada) << sql;
+    EXPECT_EQ(linhas("Clientes"), 2) << "a query that is none is not run";
+    EXPECT_EQ(numero_da_falha([&] { BD.Executa("Delete Nenhuma where a=1"); }), numeros::tabela_em_falta);
+}
+
+TEST_F(Instrucoes, UmaConhecidaVeAsColunasQueOutrosJuntaramEUmAlterJuntaTodasAsSuasOuNenhuma) {
+    const std::size_t antes = BD.Consulta("select * from xel_ORVEX")->colunas();
+    outra_ligacao().exec("ALTER TABLE xel_ORVEX ADD COLUMN b money");
+    for (const bool em_transaccao : {false, true}) {
+        if (em_transaccao) BD.IniciaTransaccao();
+        EXPECT_EQ(
+            numero_da_falha([&] { BD.Executa("ALTER TABLE  xel_ORVEX ADD a money null, b money Null"); }),
+            numeros::instrucao_errada);
+        EXPECT_EQ(BD.EmTransaccao(), em_transaccao);
+        EXPECT_EQ(BD.Consulta("select * from xel_ORVEX")->colunas(), antes + 1);
+    }
+}
+
+TEST_F(Instrucoes, UmaLinhaQueNaoSeCalculaSoFalhaAQuemALe) {
+    outra_ligacao().exec("CREATE VIEW armadilha AS SELECT NumLinha, CASE NumLinha WHEN 2 THEN "
+                         "abs(-9223372036854775807 - 1) ELSE NumLinha END AS v FROM xel_ORVEX_Mov");
+    const auto sonda = BD.Consulta("select v from armadilha");
+    EXPECT_EQ(sonda->valor(0).inteiro(), 1) << "a probe reads one row";
+    EXPECT_NE(numero_da_falha([&] { sonda->move_seguinte(); }), 0);
+    const auto interrompida = BD.Consulta("select v from armadilha");
+    EXPECT_EQ(linhas("xel_ORVEX_Mov"), 3) << "another statement does not fail for what is put by";
+    EXPECT_NE(numero_da_falha([&] { interrompida->fim(); }), 0);
+}
+
+TEST_F(Instrucoes, NenhumaTrancaDuraMaisDoQueOConjuntoASuaUltimaLinhaOuAInstrucaoSeguinte) {
+    {
+        const auto meio_lido = BD.Consulta("select * from xel_ORVEX_Mov");
+        EXPECT_TRUE(ha_leitor()) << "or the check below proves nothing";
+    }
+    EXPECT_FALSE(ha_leitor());
+    const auto lido = BD.Consulta("select * from xel_ORVEX_Mov");
+    while (!lido->fim())
+        lido->move_seguinte();
+    EXPECT_FALSE(ha_leitor());
+    EXPECT_EQ(lido->contagem(), 3);
+    const auto interrompido = BD.Consulta("select * from xel_ORVEX_Mov");
+    const auto vazio = BD.Consulta("select * from Clientes where CODIGO='nenhum'");
+    EXPECT_FALSE(ha_leitor());
+}
 
 class Sessao : public EmpresaVazia<SessaoSQLite> {
   protected:
@@ -47,8 +133,8 @@ TEST_F(Sessao, UmaEmpresaQueNaoAbreDizPorqueENadaSeCria) {
     std::ofstream(pasta / "livro.db") << std::string(4096, 'x');
     EXPECT_THAT(tenta(), HasSubstr("livro.db"));
     std::filesystem::remove(pasta / "erp.db");
-    mkfifo((pasta / "erp.db").c_str(), 0600);
-    EXPECT_THAT(tenta(), testing::AllOf(HasSubstr("erp.db"), HasSubstr("não é um ficheiro comum")));
+    std::filesystem::create_directory(pasta / "erp.db");
+    EXPECT_THAT(tenta(), testing::AllOf(HasSubstr("erp.db"), HasSubstr("é uma pasta")));
     std::filesystem::remove_all(pasta);
     EXPECT_THAT(tenta(), HasSubstr("pasta"));
     EXPECT_FALSE(std::filesystem::exists(pasta));
