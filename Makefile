@@ -10,14 +10,19 @@ EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 
 PACOTES_PACOTE := dpkg-dev fakeroot file lintian
 
-# The programs for Windows, of either word size, are built by a compiler of this machine.
+# The programs for Windows are built by a compiler of this machine, of either word size; `ambos` is both.
 BITS ?= 64
 PACOTES_MINGW := g++-mingw-w64-$(if $(filter 32,$(BITS)),i686,x86-64)-posix libz-mingw-w64-dev dpkg-dev googletest tcl \
 	icoutils librsvg2-bin
+# A Wine for programs of that size; its driver manager is the machine's own, of the same size.
+PACOTES_WINE := wine wine64 $(if $(filter 32,$(BITS)),wine32:i386 libodbc2:i386 tdsodbc:i386)
 PACOTES_WINDOWS := $(PACOTES_MINGW) qt6-base-dev-tools nsis
 PRESET_WINDOWS := $(if $(filter 64,$(BITS)),windows,windows-$(BITS))
 PRESET_TESTES_WINDOWS := windows-testes$(if $(filter 32,$(BITS)),-32)
-export ORVEX_WINDOWS_DEPENDENCIAS ?= $(or $(XDG_CACHE_HOME),$(HOME)/.cache)/orvex-windows/$(BITS)
+PASTA_WINDOWS := $(or $(XDG_CACHE_HOME),$(HOME)/.cache)/orvex-windows
+ifneq ($(BITS),ambos)
+export ORVEX_WINDOWS_DEPENDENCIAS ?= $(PASTA_WINDOWS)/$(BITS)
+endif
 
 LINTER := clang-tidy
 LIDOS ?= 'src/*.cpp' 'tools/*.cpp' 'bench/*.cpp' 'bench/*.c' 'tests/apoio/*.cpp' 'tests/fio/*.cpp' 'tests/servidor/*.cpp' \
@@ -58,7 +63,9 @@ test-rapido: pacotes-teste
 # What runs on Windows, under Wine: rules, engines, files, and every flow through automation. Without windows, and so
 # without Qt; the few libraries are built first, once.
 test-windows:
-	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_MINGW) wine wine64"
+	$(if $(filter 32,$(BITS)),dpkg --print-foreign-architectures | grep -qx i386 || dpkg --add-architecture i386)
+	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_MINGW) $(PACOTES_WINE)"
+	tests/windows/prepara.sh $(BITS)
 	packaging/windows/dependencias.sh $(BITS) "$(ORVEX_WINDOWS_DEPENDENCIAS)" base
 	cmake --preset $(PRESET_TESTES_WINDOWS)
 	cmake --build --preset $(PRESET_TESTES_WINDOWS)
@@ -104,12 +111,20 @@ pacote: all
 	lintian --fail-on error $(CONSTRUCAO)/*.deb
 
 # In build/windows: a folder with the programs and all they need, a zip of it and an installer. The libraries are built
-# once, half an hour, and kept outside of the tree in ORVEX_WINDOWS_DEPENDENCIAS.
+# once, half an hour, and kept outside of the tree in ORVEX_WINDOWS_DEPENDENCIAS. Of both sizes, the installer that carries
+# both comes last.
+ifeq ($(BITS),ambos)
+windows:
+	$(MAKE) windows BITS=32 ORVEX_WINDOWS_DEPENDENCIAS="$(or $(ORVEX_WINDOWS_DEPENDENCIAS),$(PASTA_WINDOWS))/32"
+	$(MAKE) windows BITS=64 ORVEX_WINDOWS_DEPENDENCIAS="$(or $(ORVEX_WINDOWS_DEPENDENCIAS),$(PASTA_WINDOWS))/64"
+	cmake --build --preset windows --target instalador_de_ambos
+else
 windows:
 	$(MAKE) pacotes-teste PACOTES_TESTE="$(PACOTES_WINDOWS)"
 	packaging/windows/dependencias.sh $(BITS) "$(ORVEX_WINDOWS_DEPENDENCIAS)"
 	cmake --preset $(PRESET_WINDOWS) -DORVEX_WINDOWS_DEPENDENCIAS="$(ORVEX_WINDOWS_DEPENDENCIAS)"
 	cmake --build --preset $(PRESET_WINDOWS) --target pacote_windows
+endif
 
 clean:
 	rm -rf $(CONSTRUCAO) $(PASTA_DEMO)

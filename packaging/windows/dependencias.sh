@@ -10,7 +10,7 @@ set -euo pipefail
 
 readonly BITS=$1 PASTA=$(mkdir -p "$2" && realpath "$2")
 shift 2
-readonly AQUI=$(dirname "$(realpath "$0")") OBRA=$PASTA/obra SELOS=$PASTA/selos
+readonly CADEIA=$(realpath "$(dirname "$0")/../../cmake/mingw.cmake") OBRA=$PASTA/obra SELOS=$PASTA/selos
 case $BITS in
 64) readonly TRIPLO=x86_64-w64-mingw32 ;;
 32) readonly TRIPLO=i686-w64-mingw32 ;;
@@ -46,7 +46,7 @@ com_cmake() {
     local de=$1 em=$2
     shift 2
     rm -rf "$em"
-    cmake -G Ninja -S "$de" -B "$em" -DCMAKE_TOOLCHAIN_FILE="$AQUI/../../cmake/mingw.cmake" -DORVEX_BITS="$BITS" \
+    cmake -G Ninja -S "$de" -B "$em" -DCMAKE_TOOLCHAIN_FILE="$CADEIA" -DORVEX_BITS="$BITS" \
         -DORVEX_WINDOWS_DEPENDENCIAS="$PASTA" -DCMAKE_INSTALL_PREFIX="$PASTA" -DCMAKE_BUILD_TYPE=Release "$@"
     cmake --build "$em"
     cmake --install "$em"
@@ -98,13 +98,19 @@ constroi_qt6-base() {
         -DFEATURE_{tabletevent,icu,gif,jpeg}=OFF
 }
 
+# All that decides how a part is built. Comments do not: they would cost half an hour.
+maneira() {
+    declare -f "constroi_$1" com_cmake
+    grep -v '^ *#' "$CADEIA"
+}
+
 # Of which version, and whether it is there already.
 constroi() {
     local qual=$1 versao=$2 selo
     [ -n "$versao" ] || { echo "$qual: no such package" >&2; exit 1; }
     exec 9> "$SELOS/$qual.lock" # two at once would build in one folder
     flock 9
-    selo="$qual $versao, $($TRIPLO-gcc-posix -dumpfullversion), $(declare -f "constroi_$qual" com_cmake | cksum)"
+    selo="$qual $versao, $($TRIPLO-gcc-posix -dumpfullversion), $(maneira "$qual" | cksum)"
     [ "$(cat "$SELOS/$qual" 2> /dev/null)" != "$selo" ] || return 0
     echo "== $qual $versao for $BITS bits, in $PASTA"
     rm -f "$SELOS/$qual"

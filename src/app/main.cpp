@@ -1,5 +1,6 @@
 // The program: one start, one task, named by the argument.
 #include "app/fabrica_orvex.h"
+#include "app/passagem.h"
 #include "base/caminho.h"
 #include "base/descricao.h"
 #include "base/versao.h"
@@ -73,15 +74,19 @@ void sem_sistema_de_janelas(QtMsgType gravidade, const QMessageLogContext&, cons
     std::_Exit(EXIT_FAILURE);
 }
 
+struct Inicio {
+    std::string argumento;
+    startup::PastasInstalacao pastas;
+    std::exception_ptr defeito{}; // the program that was to work instead does not start
+};
+
 // `aplicacao` runs the screen, if the argument names one.
-int corre(const std::string& argumento, Aplicacao* aplicacao) {
+int corre(const Inicio& inicio, Aplicacao* aplicacao) {
     try {
-        const auto programa =
-            base::caminho_completo(base::caminho_de(QCoreApplication::applicationDirPath().toStdString()));
-        const auto pastas = startup::PastasInstalacao::de(startup::pasta_da_instalacao(programa));
-        app::FabricaOrvex fabrica(pastas.programa, &registo());
-        startup::Arranque arranque(fabrica, pastas);
-        const auto ecra = arranque.Main(argumento);
+        if (inicio.defeito) std::rethrow_exception(inicio.defeito);
+        app::FabricaOrvex fabrica(inicio.pastas.programa, &registo());
+        startup::Arranque arranque(fabrica, inicio.pastas);
+        const auto ecra = arranque.Main(inicio.argumento);
         const int resultado = ecra != nullptr ? aplicacao->corre() : EXIT_SUCCESS;
         registo().fim(fabrica.recusou() ? "recusado" : "fechado");
         return fabrica.recusou() ? EXIT_FAILURE : resultado;
@@ -95,16 +100,26 @@ int corre(const std::string& argumento, Aplicacao* aplicacao) {
 
 // What opens no screen needs no window system.
 int main(int argc, char* argv[]) {
+    const auto linha = base::linha_de_comando(argc, argv);
+    const auto programa = base::caminho_do_programa(linha[0]);
+    Inicio inicio{.argumento = argumento_de(linha),
+                  .pastas =
+                      startup::PastasInstalacao::de(startup::pasta_da_instalacao(programa.parent_path()))};
+    // Before there is a window of the toolkit: nobody would serve it while this one waits.
+    try {
+        if (const auto fim = app::passa_a_32_bits(inicio.pastas, programa)) return *fim;
+    } catch (const base::Falha&) {
+        inicio.defeito = std::current_exception();
+    }
     const platform::consola::Consola consola;
-    const std::string argumento = argumento_de(base::linha_de_comando(argc, argv));
-    registo().inicio(base::versao(), argumento);
-    if (!startup::Arranque::abre_ecra(argumento)) {
+    registo().inicio(base::versao(), inicio.argumento);
+    if (!startup::Arranque::abre_ecra(inicio.argumento)) {
         const QCoreApplication nucleo(argc, argv);
-        return corre(argumento, nullptr);
+        return corre(inicio, nullptr);
     }
     qInstallMessageHandler(sem_sistema_de_janelas);
     Aplicacao aplicacao(argc, argv);
     qInstallMessageHandler(nullptr);
     platform::qt::prepara_aplicacao(aplicacao);
-    return corre(argumento, &aplicacao);
+    return corre(inicio, &aplicacao);
 }

@@ -59,6 +59,12 @@ std::vector<std::string> linha_de_comando(int argc, const char* const* argv) {
     ::LocalFree(static_cast<HLOCAL>(largos));
     return argumentos;
 }
+
+std::filesystem::path caminho_do_programa(const std::string& /*chamado*/) {
+    std::wstring proprio(32768, L'\0'); // no path is longer
+    proprio.resize(::GetModuleFileNameW(nullptr, proprio.data(), static_cast<DWORD>(proprio.size())));
+    return proprio;
+}
 #else
 std::filesystem::path caminho_completo(const std::filesystem::path& caminho,
                                        const std::filesystem::path& pasta) {
@@ -68,6 +74,12 @@ std::filesystem::path caminho_completo(const std::filesystem::path& caminho,
 }
 
 std::vector<std::string> linha_de_comando(int argc, const char* const* argv) { return {argv, argv + argc}; }
+
+std::filesystem::path caminho_do_programa(const std::string& chamado) {
+    std::error_code erro;
+    const auto proprio = std::filesystem::read_symlink("/proc/self/exe", erro);
+    return erro ? caminho_completo(caminho_de(chamado)) : proprio;
+}
 #endif
 
 std::string causa(const std::filesystem::path& ficheiro, const std::error_code& erro) {

@@ -31,4 +31,8 @@ std::string chave_do_caminho(const std::filesystem::path& caminho);
 // the system is asked again.
 std::vector<std::string> linha_de_comando(int argc, const char* const* argv);
 
+// The program that runs. Its name as called tells nothing when it was found on the path, and is asked where
+// the system does not tell.
+std::filesystem::path caminho_do_programa(const std::string& chamado);
+
 } // namespace orvex::base

@@ -3,10 +3,8 @@
 #include "base/texto.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <chrono>
-#include <cstdio>
 #include <ctime>
 #include <initializer_list>
 #include <vector>
@@ -14,12 +12,13 @@
 namespace orvex::base {
 namespace {
 
-template <typename... Partes>
-std::string formata(const char* mascara, Partes... partes) {
-    std::array<char, 80> texto{};
-    std::snprintf(texto.data(), texto.size(), mascara, partes...);
-    return texto.data();
+// Two digits at least, four of a year.
+std::string com_zeros(int numero, std::size_t digitos = 2) {
+    std::string texto = std::to_string(numero);
+    if (texto.size() < digitos) texto.insert(0, digitos - texto.size(), '0');
+    return texto;
 }
+std::string ano_inteiro(int ano) { return com_zeros(ano, 4); }
 
 // Takes the leading whole number off the text.
 std::optional<int> retira_numero(std::string_view& texto) {
@@ -92,11 +91,15 @@ bool DataHora::valida() const {
            segundo >= 0 && segundo < 60;
 }
 
-std::string DataHora::data() const { return formata("%02d-%02d-%04d", dia, mes, ano); }
-std::string DataHora::data_iso() const { return formata("%04d-%02d-%02d", ano, mes, dia); }
+std::string DataHora::data() const { return com_zeros(dia) + "-" + com_zeros(mes) + "-" + ano_inteiro(ano); }
+std::string DataHora::data_iso() const {
+    return ano_inteiro(ano) + "-" + com_zeros(mes) + "-" + com_zeros(dia);
+}
 std::string DataHora::data_hora_iso() const { return data_iso() + " " + so_hora(); }
-std::string DataHora::data_hora() const { return data() + formata(" %02d:%02d", hora, minuto); }
-std::string DataHora::so_hora() const { return formata("%02d:%02d:%02d", hora, minuto, segundo); }
+std::string DataHora::data_hora() const { return data() + " " + com_zeros(hora) + ":" + com_zeros(minuto); }
+std::string DataHora::so_hora() const {
+    return com_zeros(hora) + ":" + com_zeros(minuto) + ":" + com_zeros(segundo);
+}
 
 std::optional<DataHora> DataHora::le(std::string_view texto) {
     const std::size_t primeiro = texto.find_first_of("-/");

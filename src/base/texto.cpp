@@ -103,10 +103,11 @@ std::string a_partir_de(std::string_view texto, std::size_t posicao) {
 }
 
 bool utf8_valido(std::string_view texto) {
-    while (!texto.empty()) {
-        const std::size_t bytes = primeiro_caracter(texto).bytes;
+    for (std::size_t i = 0; i < texto.size();) {
+        const bool simples = static_cast<unsigned char>(texto[i]) < 0x80;
+        const std::size_t bytes = simples ? 1 : primeiro_caracter(texto.substr(i)).bytes;
         if (bytes == 0) return false;
-        texto.remove_prefix(bytes);
+        i += bytes;
     }
     return true;
 }

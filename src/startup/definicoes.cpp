@@ -50,9 +50,14 @@ DefinicoesBD DefinicoesBD::le(const std::filesystem::path& ficheiro) {
 
 DefinicoesERP DefinicoesERP::le(const std::filesystem::path& ficheiro) {
     auto valores = le_ini(ficheiro);
+    const std::string bits = valores["ERP.BITS"];
+    if (!bits.empty() && bits != "32" && bits != "64")
+        throw base::Falha("Em [ERP] de «" + base::texto_de(ficheiro) +
+                          "», Bits só pode ser 32 ou 64, e não «" + bits + "».");
     DefinicoesERP lidas{{valores["ERP.EMPRESA"], valores["ERP.PALAVRAPASSE"], valores["ERP.UTILIZADOR"],
                          valores["ERP.SERVIDOR"], valores["ERP.BASE"]},
-                        valores["ERP.COMPONENTE"]};
+                        valores["ERP.COMPONENTE"],
+                        bits == "32"};
     lidas.valores[base] = base_completa(lidas.valores[servidor], lidas.valores[base], ficheiro);
     return lidas;
 }

@@ -19,6 +19,8 @@
 // is registered in the system (or its number in braces):
 //
 //     Componente=Fabrica.SessaoERP
+//     Bits=32                                      the 32-bit programs reach it (Windows); 64 or none: the
+//     others
 //
 // Where journals of confirmations are kept, when it is not the user's own folder (a share, say):
 //
@@ -62,7 +64,9 @@ struct DefinicoesERP {
     enum Valor { empresa, palavra_passe, utilizador, servidor, base };
     std::array<std::string, 5> valores; // only the password may be empty
     std::string componente{};           // of an ERP other than the emulation: the class of its session
+    bool de_32_bits = false;            // of the programs that are to load it
 
+    // Throws Falha, with the file, for a word size that there is none of.
     static DefinicoesERP le(const std::filesystem::path& ficheiro);
     bool incompletas() const;
     TipoERP tipo() const {

@@ -10,6 +10,7 @@ namespace orvex::startup {
 namespace {
 
 constexpr const char* nome_definicoes = "OrvexEXE.xel";
+constexpr const char* pasta_de_32_bits = "32";
 
 void abre_palavra_passe(std::string& palavra_passe, const char* seccao, const std::filesystem::path& ficheiro,
                         const AbreProtegida& abre) {
@@ -32,7 +33,8 @@ std::filesystem::path pasta_da_maquina() {
                                                                                   : std::filesystem::path();
 }
 
-std::filesystem::path pasta_da_instalacao(const std::filesystem::path& programa) {
+std::filesystem::path pasta_da_instalacao(const std::filesystem::path& de, int bits) {
+    const auto programa = bits == 32 && de.filename() == pasta_de_32_bits ? de.parent_path() : de;
     std::error_code erro;
     for (const char* nome : {nome_definicoes, ficheiro_parametros})
         if (std::filesystem::exists(programa / nome, erro)) return programa;
@@ -72,6 +74,17 @@ DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro, const AbrePr
     if (definicoes.incompletas()) definicoes.completa(ficheiro);
     abre_palavra_passe(definicoes.valores[DefinicoesERP::palavra_passe], "[ERP]", ficheiro, abre);
     return definicoes;
+}
+
+std::optional<std::filesystem::path> programa_de_32_bits(const DefinicoesERP& definicoes,
+                                                         const std::filesystem::path& programa, int bits) {
+    if (bits == 32 || !definicoes.de_32_bits || definicoes.tipo() == TipoERP::emulacao) return std::nullopt;
+    const auto outro = programa.parent_path() / pasta_de_32_bits / programa.filename();
+    if (const std::string defeito = defeito_do_ficheiro(outro); !defeito.empty())
+        throw base::Falha("As definições dizem, em [ERP], Bits=32; mas o programa de 32 bits, «" +
+                          base::texto_de(outro) + "», " + defeito +
+                          ". Instale os programas de 32 bits também, ou retire a linha Bits.");
+    return outro;
 }
 
 std::string texto_ligacao(const DefinicoesBD& definicoes) {

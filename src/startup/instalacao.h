@@ -5,6 +5,7 @@
 #include "startup/palavra_passe.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace orvex::startup {
@@ -13,9 +14,13 @@ namespace orvex::startup {
 // Empty where there is none.
 std::filesystem::path pasta_da_maquina();
 
+// What a program loads, drivers and components, is of its own word size.
+inline constexpr int bits_do_programa = sizeof(void*) * 8;
+
 // The folder of the installation that the program in `programa` works on: its own, if there are settings or
-// parameters in it; else the machine's, if there is one.
-std::filesystem::path pasta_da_instalacao(const std::filesystem::path& programa);
+// parameters in it; else the machine's, if there is one. 32-bit programs in the folder `32` of the others
+// work on what these do.
+std::filesystem::path pasta_da_instalacao(const std::filesystem::path& programa, int bits = bits_do_programa);
 
 struct PastasInstalacao {
     std::filesystem::path comum;    // base folder shared by the maker's programs
@@ -36,6 +41,12 @@ struct PastasInstalacao {
 DefinicoesBD definicoes_bd(const std::filesystem::path& ficheiro, const std::filesystem::path& catalogo,
                            const AbreProtegida& abre);
 DefinicoesERP definicoes_erp(const std::filesystem::path& ficheiro, const AbreProtegida& abre);
+
+// The 32-bit program that is to work in place of `programa`, since the settings choose it to reach the ERP's
+// component; none where this one is to work, as any of 32 bits. Throws Falha where it is not installed.
+std::optional<std::filesystem::path> programa_de_32_bits(const DefinicoesERP& definicoes,
+                                                         const std::filesystem::path& programa,
+                                                         int bits = bits_do_programa);
 
 // The connection text that SessaoBD::Abre takes.
 std::string texto_ligacao(const DefinicoesBD& definicoes);

@@ -144,6 +144,29 @@ TEST(Instalacao, OQueEstaJuntoDoProgramaVemAntesDoQueEDaMaquina) {
         std::filesystem::remove(ficheiro);
     }
     putenv(nenhuns.data());
+    // Those of 32 bits, in their folder of the others', never work on another company than these.
+    const auto de_32 = programa.escreve("32/OrvexEXE.xel", "").parent_path();
+    EXPECT_EQ(pasta_da_instalacao(de_32, 32), programa.pasta());
+    EXPECT_EQ(pasta_da_instalacao(de_32, 64), de_32);
+    EXPECT_EQ(pasta_da_instalacao(programa.pasta(), 32), programa.pasta());
+}
+
+TEST(Instalacao, OProgramaDe32BitsTrabalhaPeloOutroQuandoAsDefinicoesOEscolhemParaUmComponente) {
+    const PastaTemporaria pasta;
+    const auto erp = [&](const std::string& linhas) {
+        return DefinicoesERP::le(
+            pasta.escreve("d", "[ERP]\n" + std::regex_replace(linhas, std::regex("; "), "\n")));
+    };
+    const auto programa = pasta.pasta() / "orvex.exe";
+    const auto escolhidos = erp("Servidor=srv; Bits=32");
+    EXPECT_THAT(falha([&] { programa_de_32_bits(escolhidos, programa, 64); }),
+                AllOf(HasSubstr("Bits=32"), HasSubstr((pasta.pasta() / "32" / "orvex.exe").string())));
+    const auto outro = pasta.escreve("32/orvex.exe", "");
+    EXPECT_EQ(programa_de_32_bits(escolhidos, programa, 64), outro);
+    EXPECT_EQ(programa_de_32_bits(escolhidos, programa, 32), std::nullopt);
+    for (const char* este : {"Servidor=srv", "Servidor=srv; Bits=64", "Servidor=sqlite; Bits=32"})
+        EXPECT_EQ(programa_de_32_bits(erp(este), programa, 64), std::nullopt) << este;
+    EXPECT_THAT(falha([&] { erp("Bits=16"); }), AllOf(HasSubstr("[ERP]"), HasSubstr("32 ou 64, e não «16»")));
 }
 
 TEST(ConstrutorLigacao, TodosOsValoresVoltamComoForam) {

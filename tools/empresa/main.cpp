@@ -5,7 +5,6 @@
 #include "instalacao.h"
 #include "linha_comando.h"
 #include "platform/consola/consola.h"
-#include "tools/comum/pasta_do_programa.h"
 
 #include <iostream>
 
@@ -36,7 +35,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        return faz(opcoes, orvex::pasta_do_programa(orvex::base::caminho_de(linha[0])));
+        return faz(opcoes, orvex::base::caminho_do_programa(linha[0]).parent_path());
     } catch (const std::exception& falha) {
         std::cerr << "Não foi possível criar a empresa: " << orvex::base::descricao(falha) << "\n";
         return 1;
