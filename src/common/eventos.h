@@ -26,13 +26,15 @@ class Eventos : private Foco::Ouvinte {
 
     Foco& foco() { return foco_; }
 
-    void utilizador_abre(); // the window was shown: the first control takes the focus
+    void utilizador_abre();                       // the window was shown: the first control takes the focus
+    void utilizador_fecha() { a_fechar_ = true; } // the window goes: no handler begins any more
     void utilizador_edita(Campo& campo, const std::string& texto);
     // A key of a field: Enter moves on, Esc moves back (the window sends Tab as utilizador_avanca).
     void utilizador_tecla(Campo& campo, int codigo);
     void utilizador_lista(Campo& campo); // F4
     void utilizador_avanca(int passos);  // Tab +1, Shift+Tab -1
-    // A click on a control. False when the field left refused; the click must then do nothing.
+    // A click on a control. False when the field left refused, or its validation put the keyboard elsewhere;
+    // the click must then do nothing. A button that is pressed happens after every good validation.
     bool utilizador_foca(Controlo& controlo);
     void utilizador_prime(Botao& botao);
     bool utilizador_esc(Controlo& controlo); // false where Esc presses no button
@@ -70,7 +72,8 @@ class Eventos : private Foco::Ouvinte {
     // What a handler asks for; carried out when it has returned.
     void xelSendkeys(const std::string& sKey); // no keys, but moves of the focus: "{TAB}" or "+{TAB}"
     void SetFocus(Controlo& controlo) { foco_.pede(controlo); }
-    void Unload(); // closes the window, and with it the program, once the handler has returned
+    void larga_o_digitado(); // nothing of it is validated when it is left
+    void Unload();           // closes the window, and with it the program, once the handler has returned
 
     bool bDigitado = false; // the user typed since the last validation
 
@@ -92,6 +95,7 @@ class Eventos : private Foco::Ouvinte {
 
     Servicos& servicos_;
     Foco foco_{*this};
+    bool aceite_ = true;    // no validation of the last event refused
     bool em_curso_ = false; // an event is being handled; a second press of a button is ignored
     bool a_fechar_ = false;
 };

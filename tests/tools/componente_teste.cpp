@@ -61,9 +61,10 @@ TEST(Componente, LeSeDoRegistoNaVistaDeCadaTamanho) {
     };
     constexpr auto* classe = L"CLSID\\{8A6B1E02-51C7-4D2F-9C44-0B7C3E0D9F11}";
     grava(L"Orvex.Exame\\CLSID", 0, nullptr, L"{8A6B1E02-51C7-4D2F-9C44-0B7C3E0D9F11}");
+    grava(L"Orvex.ExameDeHoje\\CurVer", 0, nullptr, L"Orvex.Exame");
     grava(classe, KEY_WOW64_32KEY, L"AppID", L"{8A6B1E02-51C7-4D2F-9C44-0B7C3E0D9F12}");
     grava((std::wstring(classe) + L"\\InprocServer32").c_str(), KEY_WOW64_32KEY, nullptr,
-          L"%SystemRoot%\\nao há.dll");
+          L"\"%SystemRoot%\\System32\\orvex há só de 32.dll\"");
     grava((std::wstring(classe) + L"\\LocalServer32").c_str(), KEY_WOW64_64KEY, nullptr,
           L"\"%SystemRoot%\\explorer.exe\" /x");
     grava(L"AppID\\{8A6B1E02-51C7-4D2F-9C44-0B7C3E0D9F12}", KEY_WOW64_32KEY, L"DllSurrogate", L"");
@@ -74,11 +75,13 @@ TEST(Componente, LeSeDoRegistoNaVistaDeCadaTamanho) {
     const VistaDoRegisto &de64 = lida->vistas[primeiro ? 0 : 1], &de32 = lida->vistas[primeiro ? 1 : 0];
     EXPECT_THAT(de64.executavel, AllOf(EndsWith("explorer.exe"), Not(HasSubstr("%"))));
     EXPECT_EQ(de64.biblioteca + de64.em_falta, "");
-    EXPECT_THAT(de32.biblioteca, EndsWith("nao há.dll"));
+    EXPECT_THAT(de32.biblioteca, EndsWith("orvex há só de 32.dll"));
     EXPECT_EQ(de32.em_falta, de32.biblioteca);
+    EXPECT_EQ(classe_registada("Orvex.ExameDeHoje")->classe, lida->classe);
     EXPECT_TRUE(de32.substituto);
     EXPECT_FALSE(de64.substituto);
-    for (const wchar_t* chave : {L"Orvex.Exame", classe, L"AppID\\{8A6B1E02-51C7-4D2F-9C44-0B7C3E0D9F12}"})
+    for (const wchar_t* chave :
+         {L"Orvex.Exame", L"Orvex.ExameDeHoje", classe, L"AppID\\{8A6B1E02-51C7-4D2F-9C44-0B7C3E0D9F12}"})
         for (const REGSAM vista : {KEY_WOW64_32KEY, KEY_WOW64_64KEY})
             RegDeleteKeyExW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\") + chave).c_str(), vista,
                             0);

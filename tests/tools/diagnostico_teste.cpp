@@ -98,6 +98,8 @@ struct Instalacao {
 const char* const casos[] = {
     "ambos =>  =>  => tabela xel_ORVEX: 14 colunas => ligação",
     "ambos => sem definições => definições => OrvexEXE.xel»: não existe. Crie-o => parâmetro TRF",
+    "aqui => S3gr3do -> protegida:T1JWRVgBxx => definições da base de dados => "
+    "protegidas em [BD]; por extenso em [ERP]\n => definições",
     "ambos => Base=.*\\nU -> U => definições da base de dados => OrvexEXE.xel»: Base. => parâmetro TRF",
     "fio => 127.0.0.1,.* -> 127.0.0.1,1 => ligação => Não foi possível ligar ao servidor => entrada no ERP",
     "fio => S3gr3do -> outra => ligação => não aceitou o utilizador ou a palavra-passe => parâmetro TRF",
@@ -107,8 +109,8 @@ const char* const casos[] = {
     "tabelas xel_ORVEX, xel_ORVEX_Mov => GRANT CREATE TABLE TO [orvex] => ligação",
     "ambos => sql drop table U_DocGcLin1 => tabela U_DocGcLin1 => é o ERP que a cria => tabela Vendedor",
     "ambos => sql alter table xel_ORVEX drop column Preco => tabela xel_ORVEX => falta Preco => ligação",
-    "aqui => ERP\\]\nServidor=sqlite -> ERP]\nServidor=SRV01 => entrada no ERP; base de dados do ERP => "
-    "Só no Windows há a automação por que se chega ao ERP do servidor «SRV01» => ligação",
+    "aqui => ERP\\]\nServidor=sqlite -> ERP]\nServidor=SRV01 => entrada no ERP => "
+    "Só no Windows há a automação por que se chega ao ERP do servidor «SRV01» => base de dados do ERP",
     "aqui => SB,1,S -> SB,1 => parâmetro SOBRAS => incompleto: falta o elemento 3 => parâmetro QUEBRAS",
     "aqui => TRF=TR,1 -> TRF=TR,x => parâmetro TRF => não é um número de série => parâmetro SOBRAS",
     "aqui => GUIADEV -> \xFF\xFEGUIADEV => parâmetros => está gravado em UTF-16 => ligação",

@@ -106,6 +106,12 @@ TEST_F(SobreUmDuplo, OComponenteQueTerminaDizSeUmaVezENaoSeLhePedeMaisNada) {
     sessao.reset();
     EXPECT_EQ(pedidos(), "");
     EXPECT_EQ(estado->vivos, 0);
+    for (const char* operacao : {"Empresa", "Desliga"}) { // it ended while nothing was asked
+        abre();
+        estado->respostas[operacao] = responde(RPC_E_DISCONNECTED);
+        EXPECT_EQ(operacao[0] == 'E' ? sessao->Empresa() : nullptr, nullptr);
+        EXPECT_NO_THROW(sessao->Desliga());
+    }
 }
 
 // A class in one of the two registers, until it goes.

@@ -9,6 +9,7 @@ using namespace orvex;
 using namespace orvex::platform::automacao;
 using namespace orvex::testes;
 using base::Variante;
+using platform::espera::Acabou, platform::espera::Motivo;
 
 TEST_F(SobreUmDuplo, CadaOperacaoMandaOsSeusTipos) {
     sessao->ModoLigacao(2);
@@ -145,7 +146,7 @@ TEST_F(SobreUmDuplo, QuemChamaEsperaComoQuerETudoCorreNumSoFioQueNaoEOSeu) {
     std::atomic<int> voltas = 0;
     std::thread::id do_componente;
     std::atomic<bool> pode = false;
-    abre([&](const Acabou& acabou) {
+    abre([&](Motivo, const Acabou& acabou) {
         while (!acabou(std::chrono::milliseconds(5)))
             if (++voltas == 3) pode = true;
         throw std::runtime_error("a janela não se deixou pintar");
@@ -163,6 +164,23 @@ TEST_F(SobreUmDuplo, QuemChamaEsperaComoQuerETudoCorreNumSoFioQueNaoEOSeu) {
     EXPECT_GE(voltas, 3);
     sessao->PreparaDocStock(true);
     EXPECT_NE(do_componente, std::this_thread::get_id());
+}
+
+TEST_F(SobreUmDuplo, UmComponenteQueViveNoFioDeQuemChamaEServidoAteAoFimMesmoQueAJanelaFalhe) {
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    IStream* ate_la = nullptr;
+    ::CoMarshalInterThreadInterfaceInStream(IID_IDispatch, Duplo::novo(estado).Get(), &ate_la);
+    const auto cria = [&] {
+        Referencia<IDispatch> de_la;
+        ::CoGetInterfaceAndReleaseStream(ate_la, IID_PPV_ARGS(de_la.GetAddressOf()));
+        return de_la;
+    };
+    sessao = std::make_unique<SessaoERPAutomacao>(std::make_shared<Ligacao>(
+        cria, [](Motivo, const Acabou&) { throw std::runtime_error("não se pinta"); }));
+    EXPECT_TRUE(sessao->Liga({}));
+    sessao.reset();
+    EXPECT_TRUE(estado->vivos == 0 && pedidos().ends_with("Desliga; "));
+    ::CoUninitialize();
 }
 
 TEST_F(SobreUmDuplo, UmComponenteQueNaoAcabaDeSairFicaParaTrasEOsFeitosDepoisAindaCorrem) {

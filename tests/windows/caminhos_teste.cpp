@@ -2,6 +2,7 @@
 #include "platform/diario/gaveta.h"
 #include "platform/erp/sessao_erp_embebida.h"
 #include "platform/operacoes/ficheiro_rotativo.h"
+#include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
 
 #include <gmock/gmock.h>
@@ -28,6 +29,7 @@ void trabalha_em(const std::string& nome) {
     EXPECT_EQ(
         outra.Consulta("select Qtd from xel_ORVEX_Mov where NumDoc=123 and NumLinha=1")->valor(0).moeda(),
         m("0.5"));
+    EXPECT_NO_THROW(platform::sqlite::abre_empresa_para_ler(pasta, 0));
     platform::erp::SessaoERPEmbebida ERP;
     EXPECT_TRUE(ERP.Liga({"E", "", "ana", "sqlite", base::texto_de(pasta)}));
 

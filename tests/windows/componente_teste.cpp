@@ -1,7 +1,10 @@
 // The component where it is really used: in a program of its own, started by the system, and as a library.
+#include "platform/automacao/componente.h"
 #include "tests/apoio/documentos_perdidos.h"
+#include "tests/apoio/falhas.h"
 #include "tests/apoio/fluxos.h"
 #include "tests/windows/morte.h"
+#include "tools/componente/sessao.h"
 
 #include <gmock/gmock.h>
 
@@ -117,10 +120,30 @@ TEST(ComoBiblioteca, FazOMesmoNoPropioProcessoESaiQuandoNinguemAUsa) {
     }
     EXPECT_EQ(corrida(fluxos::devolve()), directa);
     Registado::pede("");
-    EXPECT_EQ(pede("DllCanUnloadNow"), S_OK);
+    const auto da = reinterpret_cast<void*>(::GetProcAddress(biblioteca, "DllGetClassObject"));
+    for (const BOOL sim : {TRUE, FALSE, FALSE}) { // the last one is one too many
+        platform::automacao::Referencia<IClassFactory> fabrica;
+        reinterpret_cast<decltype(&DllGetClassObject)>(da)(componente::classe_da_emulacao.numero,
+                                                           IID_PPV_ARGS(fabrica.GetAddressOf()));
+        EXPECT_EQ(pede("DllCanUnloadNow"), S_FALSE);
+        fabrica->LockServer(sim);
+        fabrica = {};
+        EXPECT_EQ(pede("DllCanUnloadNow"), sim ? S_FALSE : S_OK);
+    }
     EXPECT_EQ(pede("DllUnregisterServer"), S_OK);
     EXPECT_EQ(a_correr(L"orvex-componente.exe"), 0);
     ::FreeLibrary(biblioteca);
+}
+
+TEST(CriaDocStock, OndeAChaveNaoCabeERecusadoAntesDeMaisNada) {
+    using namespace platform::automacao;
+    Componente cliente(componente::despacho_da_sessao(std::make_unique<platform::erp::SessaoERPEmbebida>()));
+    Argumentos dados;
+    for (int i = 1; i < 19; ++i)
+        dados.por_valor({});
+    dados.por_referencia(variant_de(0)).de_saida();
+    EXPECT_THAT(falha([&] { cliente.invoca(Componente::sessao, "CriaDocStock", DISPATCH_METHOD, dados); }),
+                HasSubstr("argumento 19"));
 }
 
 // The process ends before the first document is created or cancelled, or after.

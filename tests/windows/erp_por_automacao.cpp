@@ -7,6 +7,7 @@
 #include "tools/componente/sessao.h"
 
 #include <cstdlib>
+#include <mutex>
 
 namespace orvex::testes {
 namespace {
@@ -135,6 +136,8 @@ std::unique_ptr<startup::SessaoERP> pelo_caminho_pedido(std::unique_ptr<startup:
         return std::make_unique<platform::operacoes::SessaoERPOuvida>(
             std::make_unique<platform::automacao::SessaoERPAutomacao>(erp_pedido()), diario);
     static const ClasseDoTeste classe;
+    static std::mutex vez; // programs at once, with one class for all
+    const std::lock_guard guarda(vez);
     const auto sessao = std::make_shared<std::unique_ptr<startup::SessaoERP>>(std::move(real));
     seguinte = [sessao, &diario] {
         return Referencia<IDispatch>(new Estragado(componente::despacho_da_sessao(std::move(*sessao)), diario,
@@ -146,5 +149,6 @@ std::unique_ptr<startup::SessaoERP> pelo_caminho_pedido(std::unique_ptr<startup:
 } // namespace orvex::testes
 
 extern "C" __declspec(dllexport) HRESULT WINAPI DllGetClassObject(REFCLSID, REFIID qual, void** objecto) {
-    return orvex::componente::fabrica(orvex::testes::seguinte)->QueryInterface(qual, objecto);
+    using namespace orvex;
+    return componente::fabrica(testes::seguinte, componente::Modo::biblioteca)->QueryInterface(qual, objecto);
 }

@@ -21,7 +21,7 @@ HRESULT feito(Accao accao) {
     try {
         accao();
         return S_OK;
-    } catch (const std::exception&) {
+    } catch (...) {
         return SELFREG_E_CLASS;
     }
 }
@@ -37,7 +37,8 @@ STDAPI DllGetClassObject(REFCLSID classe, REFIID qual, void** objecto) {
     if (objecto == nullptr) return E_POINTER;
     *objecto = nullptr;
     if (classe != classe_da_emulacao.numero) return CLASS_E_CLASSNOTAVAILABLE;
-    return fabrica(sessoes_da_emulacao())->QueryInterface(qual, objecto);
+    return sem_lancar(
+        [&] { return fabrica(sessoes_da_emulacao(), Modo::biblioteca)->QueryInterface(qual, objecto); });
 }
 
 STDAPI DllCanUnloadNow() { return Vida::usada() ? S_FALSE : S_OK; }

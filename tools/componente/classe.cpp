@@ -4,6 +4,7 @@
 #include "platform/erp/sessao_erp_embebida.h"
 #include "tools/componente/sessao.h"
 
+#include <optional>
 #include <system_error>
 
 namespace orvex::componente {
@@ -11,7 +12,9 @@ namespace {
 
 class Fabrica final : public IClassFactory {
   public:
-    explicit Fabrica(FazSessao faz) : faz_(std::move(faz)) {}
+    Fabrica(FazSessao faz, Modo modo) : faz_(std::move(faz)) {
+        if (modo == Modo::biblioteca) vida_.emplace();
+    }
     virtual ~Fabrica() = default;
 
     STDMETHODIMP QueryInterface(REFIID qual, void** objecto) override {
@@ -32,22 +35,17 @@ class Fabrica final : public IClassFactory {
         if (objecto == nullptr) return E_POINTER;
         *objecto = nullptr;
         if (exterior != nullptr) return CLASS_E_NOAGGREGATION;
-        try {
-            return faz_()->QueryInterface(qual, objecto);
-        } catch (const std::exception&) {
-            return E_OUTOFMEMORY;
-        }
+        return sem_lancar([&] { return faz_()->QueryInterface(qual, objecto); });
     }
     STDMETHODIMP LockServer(BOOL sim) override {
-        if (sim != FALSE) trancas_.emplace_back();
-        if (sim == FALSE && !trancas_.empty()) trancas_.pop_back();
+        sim != FALSE ? Vida::tranca() : Vida::destranca();
         return S_OK;
     }
 
   private:
     FazSessao faz_;
     std::atomic<ULONG> referencias_ = 0;
-    std::vector<Vida> trancas_;
+    std::optional<Vida> vida_;
 };
 
 const std::wstring raiz = L"Software\\Classes\\";
@@ -100,7 +98,7 @@ FazSessao sessoes_da_emulacao() {
     return [] { return despacho_da_sessao(std::make_unique<platform::erp::SessaoERPEmbebida>()); };
 }
 
-Referencia<IClassFactory> fabrica(FazSessao faz) { return new Fabrica(std::move(faz)); }
+Referencia<IClassFactory> fabrica(FazSessao faz, Modo modo) { return new Fabrica(std::move(faz), modo); }
 
 void regista(const Classe& classe, Modo modo, const std::wstring& ficheiro) {
     const std::wstring chave = chave_da(classe), servidor = chave + chave_do_modo[static_cast<int>(modo)];

@@ -23,10 +23,12 @@ std::wstring texto_do_numero(const CLSID& numero); // in braces
 using FazSessao = std::function<Referencia<IDispatch>()>;
 
 FazSessao sessoes_da_emulacao();
-Referencia<IClassFactory> fabrica(FazSessao faz);
 
 // How a class is reached: by a program of its own, or in the process of whoever uses it.
 enum class Modo { programa, biblioteca };
+
+// That of a library keeps the component as an object does; that of a program is there as long as it serves.
+Referencia<IClassFactory> fabrica(FazSessao faz, Modo modo);
 
 // For all users of the machine, below HKLM\Software\Classes. `ficheiro` is the command or the library. Throw
 // Falha with the system's text; taking away what is not there is no failure. The name stays while the other

@@ -47,10 +47,11 @@ HRESULT numero_da_falha(const Falha& falha) {
 
 HRESULT diz(EXCEPINFO* excepcao, const std::string& texto, HRESULT numero) {
     if (excepcao == nullptr) return numero;
+    Texto origem(origem_das_falhas), descricao(texto); // both, or none
     *excepcao = {};
     excepcao->scode = numero;
-    excepcao->bstrSource = Texto(origem_das_falhas).larga();
-    excepcao->bstrDescription = Texto(texto).larga();
+    excepcao->bstrSource = origem.larga();
+    excepcao->bstrDescription = descricao.larga();
     return DISP_E_EXCEPTION;
 }
 
@@ -87,36 +88,36 @@ STDMETHODIMP Despacho::GetTypeInfoCount(UINT* quantas) {
 
 STDMETHODIMP Despacho::GetIDsOfNames(REFIID, LPOLESTR* nomes_pedidos, UINT quantos, LCID, DISPID* numeros) {
     if (nomes_pedidos == nullptr || numeros == nullptr || quantos == 0) return E_INVALIDARG;
-    try {
+    return sem_lancar([&] {
         const std::string nome = platform::automacao::utf8_de(nomes_pedidos[0]);
         const bool conhecido = conhece(nome);
         for (UINT i = 0; i < quantos; ++i)
             numeros[i] = DISPID_UNKNOWN; // arguments have no names
         if (conhecido) numeros[0] = nomes().numero(nome);
         return conhecido && quantos == 1 ? S_OK : DISP_E_UNKNOWNNAME;
-    } catch (const std::exception&) {
-        return E_OUTOFMEMORY;
-    }
+    });
 }
 
-// Nothing that is thrown may leave: the other side may be written in any language.
 STDMETHODIMP Despacho::Invoke(DISPID numero, REFIID, LCID, WORD modo, DISPPARAMS* dados, VARIANT* resultado,
                               EXCEPINFO* excepcao, UINT*) {
     const Referencia<IDispatch> ate_ao_fim(this); // the call may release the last reference
-    try {
-        verifica(modo, dados);
-        Valor valor = executa(nomes().nome(numero), modo, Argumentos(*dados));
-        if (resultado != nullptr) *resultado = valor.larga();
-        return S_OK;
-    } catch (const Resposta& resposta) {
-        return resposta.numero;
-    } catch (const Falha& falha) {
-        return diz(excepcao, falha.what(), numero_da_falha(falha));
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (const std::exception& falha) {
-        return diz(excepcao, base::descricao(falha), E_UNEXPECTED);
-    }
+    // Telling a failure may fail too.
+    return sem_lancar([&]() -> HRESULT {
+        try {
+            verifica(modo, dados);
+            Valor valor = executa(nomes().nome(numero), modo, Argumentos(*dados));
+            if (resultado != nullptr) *resultado = valor.larga();
+            return S_OK;
+        } catch (const Resposta& resposta) {
+            return resposta.numero;
+        } catch (const std::bad_alloc&) {
+            throw;
+        } catch (const Falha& falha) {
+            return diz(excepcao, falha.what(), numero_da_falha(falha));
+        } catch (const std::exception& falha) {
+            return diz(excepcao, base::descricao(falha), E_UNEXPECTED);
+        }
+    });
 }
 
 } // namespace orvex::componente

@@ -5,6 +5,7 @@
 #include "tools/componente/vida.h"
 
 #include <atomic>
+#include <new>
 
 // What implements the system's interfaces ends by Release; they have no destructor to be called by.
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
@@ -55,6 +56,18 @@ class Despacho : public IDispatch {
     std::atomic<ULONG> referencias_ = 0;
     Vida vida_;
 };
+
+// Nothing that is thrown may leave: the other side may be written in any language.
+template <typename Accao>
+HRESULT sem_lancar(const Accao& accao) noexcept {
+    try {
+        return accao();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        return E_UNEXPECTED;
+    }
+}
 
 // An answer that automation has a number for.
 struct Resposta {

@@ -62,8 +62,8 @@ void serve(const Classe& classe, const FazSessao& faz) {
     exige(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     Vida::ao_acabar = [linha = ::GetCurrentThreadId()] { despede_se(linha); };
     DWORD registo = 0;
-    exige(::CoRegisterClassObject(classe.numero, fabrica(faz).Get(), CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
-                                  &registo));
+    exige(::CoRegisterClassObject(classe.numero, fabrica(faz, Modo::programa).Get(), CLSCTX_LOCAL_SERVER,
+                                  REGCLS_MULTIPLEUSE, &registo));
     const UINT_PTR prazo = ::SetTimer(nullptr, 0, espera_do_primeiro_ms, nullptr);
     for (MSG mensagem; ::GetMessageW(&mensagem, nullptr, 0, 0) > 0; ::DispatchMessageW(&mensagem))
         if (mensagem.message == WM_TIMER && mensagem.wParam == prazo && !Vida::usada()) break;

@@ -33,6 +33,14 @@ class Leitura {
             throw base::Falha("A chave de um documento tem de vir como lista.");
         });
     }
+    // Before anything is done: an argument by reference that could not take what comes back.
+    void exige_lugar(std::size_t posicao, VARTYPE outro = VT_VARIANT) const {
+        const VARIANT& argumento = argumentos_[posicao];
+        const VARTYPE tipo = argumento.vt & ~VT_BYREF;
+        if (!por_referencia(argumento) || tipo == VT_VARIANT || tipo == outro) return;
+        throw base::Falha("O argumento " + std::to_string(posicao + 1) +
+                          " por referência tem de aceitar qualquer valor.");
+    }
     // What comes back may also not be asked for.
     void deixa(Valor valor) {
         const VARIANT& argumento = seguinte();
@@ -139,6 +147,8 @@ Valor DespachoSessao::PreparaDocStock(Leitura& dados) {
 }
 
 Valor DespachoSessao::CriaDocStock(Leitura& dados) {
+    for (const std::size_t de_saida : {18, 19})
+        dados.exige_lugar(de_saida);
     startup::PedidoDocStock pedido;
     pedido.tipo_terceiro = dados.inteiro();
     pedido.area = dados.inteiro();
@@ -167,6 +177,7 @@ Valor DespachoSessao::SubmeteDocumento(Leitura& dados) {
 }
 
 Valor DespachoSessao::AnulaDocumento(Leitura& dados) {
+    dados.exige_lugar(2, VT_BSTR);
     const std::int16_t um = dados.inteiro();
     const ChaveDocumento chave = dados.chave();
     return resultado(real_->AnulaDocumento(um, chave), dados);

@@ -8,21 +8,35 @@ namespace orvex::componente {
 
 class Vida {
   public:
-    // What each object and each lock holds.
+    // What each object holds.
     Vida() { ++posses_; }
     Vida(const Vida&) : Vida() {}
     Vida& operator=(const Vida&) = default;
-    ~Vida() {
-        if (--posses_ == 0 && ao_acabar) ao_acabar();
-    }
+    ~Vida() { larga(); }
 
     static bool usada() { return posses_ > 0; }
+
+    // Of the whole component, whoever it was asked of; one too many opens nothing.
+    static void tranca() {
+        ++posses_;
+        ++trancas_;
+    }
+    static void destranca() {
+        long havia = trancas_;
+        while (havia > 0 && !trancas_.compare_exchange_weak(havia, havia - 1))
+            continue;
+        if (havia > 0) larga();
+    }
 
     // When the last one goes; set before there is any.
     inline static std::function<void()> ao_acabar;
 
   private:
-    inline static std::atomic<long> posses_ = 0;
+    static void larga() {
+        if (--posses_ == 0 && ao_acabar) ao_acabar();
+    }
+
+    inline static std::atomic<long> posses_ = 0, trancas_ = 0;
 };
 
 } // namespace orvex::componente

@@ -1,22 +1,17 @@
 // orvex-conformidade: tells whether an ERP's component does what the program asks of it.
 #include "app/fabrica_erp.h"
+#include "app/passagem.h"
 #include "base/caminho.h"
-#include "base/descricao.h"
 #include "ensaio.h"
 #include "linha_comando.h"
-#include "platform/consola/consola.h"
 #include "platform/proteccao/proteccao.h"
-#include "tools/comum/instalacao_pedida.h"
+#include "tools/comum/exame_da_instalacao.h"
 #include "tools/diagnostico/base_de_dados.h"
-
-#include <iostream>
 
 namespace {
 
 using namespace orvex;
 using namespace orvex::conformidade;
-
-enum Fim { tudo_certo = 0, nao_viu = 1, ha_errado = 2 };
 
 // Where the ERP's tables cannot be seen, the diagnosis says why.
 std::unique_ptr<startup::SessaoBD> abre_tabelas(const startup::PastasInstalacao& pastas,
@@ -55,24 +50,19 @@ int experimenta(const Opcoes& opcoes, const startup::PastasInstalacao& pastas) {
     std::cout << "\n" << relatorio.resumo() << "\n";
     for (const auto& chave : por_anular)
         std::cout << "POR ANULAR, anule-o no ERP: " << chave.texto() << "\n";
-    if (relatorio.errados() > 0) return ha_errado;
+    if (relatorio.errados() > 0) return ha_defeitos;
     return relatorio.por_experimentar() > 0 ? nao_viu : tudo_certo;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const platform::consola::Consola consola;
-    const auto argumentos = base::linha_de_comando(argc, argv);
-    try {
-        const Opcoes opcoes = le_argumentos(std::span(argumentos).subspan(1));
-        if (opcoes.ajuda) {
-            std::cout << uso() << "\n";
-            return tudo_certo;
-        }
-        return experimenta(opcoes, instalacao_pedida(opcoes.pasta, argumentos[0]));
-    } catch (const std::exception& falha) {
-        std::cerr << base::descricao(falha) << "\nNada foi experimentado.\n";
-        return nao_viu;
-    }
+    return exame_da_instalacao(
+        argc, argv, le_argumentos, uso(),
+        [&](const Opcoes& opcoes, const startup::PastasInstalacao& pastas) {
+            const auto programa = base::caminho_do_programa(base::linha_de_comando(argc, argv)[0]);
+            const auto fim = app::passa_a_32_bits(pastas, programa);
+            return fim ? *fim : experimenta(opcoes, pastas);
+        },
+        "Nada foi experimentado.");
 }

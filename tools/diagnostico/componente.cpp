@@ -42,7 +42,9 @@ Resultado verifica_componente(const std::string& componente,
         return {nome, Estado::erro,
                 qual + "«" + outra.biblioteca + "» só está registado para programas de " +
                     de_bits(outra.bits) + ", e este é de " + de_bits(bits_do_programa) +
-                    ". Use o programa de " + de_bits(outra.bits) +
+                    (outra.bits == 32
+                         ? ". Escreva Bits=32 em [ERP], para que chegue a ele o programa de 32 bits"
+                         : ". Use o programa de 64 bits") +
                     ", ou registe um processo substituto (DllSurrogate) para ele."};
     if (servidor.vista == nullptr)
         return {nome, Estado::erro,

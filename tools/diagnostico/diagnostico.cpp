@@ -50,14 +50,14 @@ Resultado verifica_diario(const startup::DefinicoesBD& definicoes) {
 
 } // namespace
 
-Resultados diagnostica(const startup::PastasInstalacao& pastas) {
+Resultados diagnostica(const startup::PastasInstalacao& pastas, const std::string& sem_32_bits) {
     Resultados resultados{{"programa", Estado::informacao,
                            std::string("ORVEX ") + base::versao() + ", " + de_bits(bits_do_programa)}};
     const Definicoes definicoes = verifica_definicoes(pastas, resultados);
     const auto BD = verifica_base_de_dados(definicoes.bd, resultados);
     const startup::Parametros parametros(pastas.programa);
     const bool com_parametros = verifica_parametros(parametros, pastas.programa, resultados);
-    verifica_erp(definicoes, BD.get(), resultados);
+    verifica_erp(definicoes, BD.get(), sem_32_bits, resultados);
     if (com_parametros) verifica_codigos(parametros, definicoes.erp, BD.get(), resultados);
     resultados.push_back(verifica_registo());
     if (definicoes.bd) resultados.push_back(verifica_diario(*definicoes.bd));

@@ -8,8 +8,7 @@
 
 namespace orvex::diagnostico {
 
-// What a program loads, drivers and components, is of its own word size.
-inline constexpr int bits_do_programa = sizeof(void*) * 8;
+using startup::bits_do_programa;
 inline std::string de_bits(int bits) { return std::to_string(bits) + " bits"; }
 
 enum class Estado {
@@ -28,8 +27,9 @@ struct Resultado {
 using Resultados = std::vector<Resultado>;
 
 // Never throws for what is wrong with the installation; what depends on something that failed is told as not
-// verified, everything else is verified all the same.
-Resultados diagnostica(const startup::PastasInstalacao& pastas);
+// verified, everything else is verified all the same. `sem_32_bits` says why the program of the word size
+// that the settings choose does not do it.
+Resultados diagnostica(const startup::PastasInstalacao& pastas, const std::string& sem_32_bits = {});
 
 bool tem_erros(const Resultados& resultados);
 std::string texto(const Resultados& resultados); // one line each

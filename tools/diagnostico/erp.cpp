@@ -19,8 +19,11 @@ using startup::SessaoBD;
 void verifica_o_componente([[maybe_unused]] const DefinicoesERP& erp,
                            [[maybe_unused]] Resultados& resultados) {
 #ifdef _WIN32
-    if (erp.tipo() == startup::TipoERP::producao)
-        resultados.push_back(verifica_componente(erp.componente, classe_registada(erp.componente)));
+    if (erp.tipo() != startup::TipoERP::producao) return;
+    resultados.push_back(
+        {"programas que chegam ao ERP", Estado::informacao,
+         "os de " + de_bits(bits_do_programa) + (erp.de_32_bits ? ", como diz Bits=32 em [ERP]" : "")});
+    resultados.push_back(verifica_componente(erp.componente, classe_registada(erp.componente)));
 #endif
 }
 
@@ -93,20 +96,20 @@ Resultado compara_bases(const DefinicoesBD& bd, const DefinicoesERP& erp, Sessao
     if (BD == nullptr) return {"", Estado::nao_verificado, "depende da ligação"};
     const std::string& servidor = erp.valores[DefinicoesERP::servidor];
     const std::string& base = erp.valores[DefinicoesERP::base];
-    const bool embebidos[] = {bd.servidor == startup::servidor_embebido,
-                              erp.tipo() == startup::TipoERP::emulacao};
-    if (embebidos[1] && !embebidos[0]) return do_servidor_e_da_emulacao(erp, *BD);
+    const bool numa_pasta = bd.servidor == startup::servidor_embebido;
+    if (erp.tipo() == startup::TipoERP::emulacao && !numa_pasta) return do_servidor_e_da_emulacao(erp, *BD);
     std::error_code erro;
     const bool mesma =
-        embebidos[0] && embebidos[1]
-            ? std::filesystem::equivalent(base::caminho_de(bd.base), base::caminho_de(base), erro)
-            : base::mesmo_nome(bd.base, base);
-    if (!mesma || embebidos[0] != embebidos[1])
+        numa_pasta ? std::filesystem::equivalent(base::caminho_de(bd.base), base::caminho_de(base), erro)
+                   : base::mesmo_nome(bd.base, base);
+    if (!mesma)
         return {"", Estado::erro,
                 "o ERP grava os documentos em " + base + " (servidor " + servidor +
                     "), e o programa procura-os em " + bd.base + " (servidor " + bd.servidor +
                     "). Use em [BD] e [ERP] a mesma empresa."};
-    if (base::mesmo_nome(bd.servidor, servidor)) return {"", Estado::ok, "a mesma que a dos movimentos"};
+    // Of a folder the ERP's server is a component's affair.
+    if (numa_pasta || base::mesmo_nome(bd.servidor, servidor))
+        return {"", Estado::ok, "a mesma que a dos movimentos"};
     return {"", Estado::aviso,
             "a base " + base + " está em [BD] no servidor " + bd.servidor + " e em [ERP] no servidor " +
                 servidor + ": confirme que são dois nomes do mesmo."};
@@ -114,13 +117,18 @@ Resultado compara_bases(const DefinicoesBD& bd, const DefinicoesERP& erp, Sessao
 
 } // namespace
 
-void verifica_erp(const Definicoes& definicoes, SessaoBD* BD, Resultados& resultados) {
+void verifica_erp(const Definicoes& definicoes, SessaoBD* BD, const std::string& sem_32_bits,
+                  Resultados& resultados) {
     if (!definicoes.erp) {
         resultados.push_back({"entrada no ERP", Estado::nao_verificado, "depende das definições"});
         return;
     }
-    verifica_o_componente(*definicoes.erp, resultados);
-    verifica_entrada(definicoes, resultados);
+    if (sem_32_bits.empty()) {
+        verifica_o_componente(*definicoes.erp, resultados);
+        verifica_entrada(definicoes, resultados);
+    } else {
+        resultados.push_back({"programas que chegam ao ERP", Estado::erro, sem_32_bits});
+    }
     if (!definicoes.bd || definicoes.erp->incompletas()) return;
     resultados.push_back(compara_bases(*definicoes.bd, *definicoes.erp, BD));
     resultados.back().o_que = "base de dados do ERP";

@@ -10,7 +10,8 @@
 namespace orvex::diagnostico {
 
 // The session may be none.
-void verifica_erp(const Definicoes& definicoes, startup::SessaoBD* BD, Resultados& resultados);
+void verifica_erp(const Definicoes& definicoes, startup::SessaoBD* BD, const std::string& sem_32_bits,
+                  Resultados& resultados);
 
 // On the tables of the emulated ERP; none for any other ERP, or when they do not open.
 std::unique_ptr<startup::SessaoBD> abre_emulacao(const startup::DefinicoesERP& definicoes);

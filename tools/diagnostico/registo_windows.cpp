@@ -1,33 +1,18 @@
 #include "registo.h"
 
 #include "base/caminho.h"
+#include "platform/automacao/registo.h"
 
-#include <windows.h>
-
-#include <vector>
+#include <array>
 
 namespace orvex::diagnostico {
 namespace {
 
+using platform::automacao::numero_da_classe;
+using platform::automacao::texto_das_classes;
 using Texto = std::wstring;
 
 constexpr int outros_bits = bits_do_programa == 64 ? 32 : 64;
-
-REGSAM vista_de(int bits) { return bits == 64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY; }
-
-// A text below the machine's and the user's classes, in one size's view. None where there is no such value.
-std::optional<Texto> valor(const Texto& chave, const wchar_t* nome, REGSAM vista) {
-    HKEY aberta = nullptr;
-    if (::RegOpenKeyExW(HKEY_CLASSES_ROOT, chave.c_str(), 0, KEY_QUERY_VALUE | vista, &aberta) !=
-        ERROR_SUCCESS)
-        return std::nullopt;
-    std::vector<wchar_t> texto(32'768); // with its variables' values in their place
-    auto bytes = static_cast<DWORD>(texto.size() * sizeof(wchar_t));
-    const LSTATUS lido = ::RegGetValueW(aberta, nullptr, nome, RRF_RT_REG_SZ, nullptr, texto.data(), &bytes);
-    ::RegCloseKey(aberta);
-    if (lido != ERROR_SUCCESS) return std::nullopt;
-    return Texto(texto.data());
-}
 
 // A command line begins with its program, in quotes or up to the end of its name.
 Texto programa_de(const Texto& comando) {
@@ -38,41 +23,64 @@ Texto programa_de(const Texto& comando) {
     return comando;
 }
 
-// The system looks for a name without a folder where it looks for any library.
-bool existe(const Texto& ficheiro, const wchar_t* extensao) {
-    return ::SearchPathW(nullptr, ficheiro.c_str(), extensao, 0, nullptr, nullptr) != 0;
+// The system folder, as this program names the one that programs of that size see under the same name.
+Texto pasta_do_sistema(int bits) {
+    std::array<wchar_t, MAX_PATH> nome{};
+    if (bits == bits_do_programa) {
+        ::GetSystemDirectoryW(nome.data(), MAX_PATH);
+    } else if (bits == 32) {
+        ::GetSystemWow64DirectoryW(nome.data(), MAX_PATH);
+    } else {
+        ::GetSystemWindowsDirectoryW(nome.data(), MAX_PATH);
+        return nome.data() + Texto(L"\\Sysnative");
+    }
+    return nome.data();
+}
+
+bool encontra(const wchar_t* pasta, const Texto& ficheiro, const wchar_t* extensao) {
+    return ::SearchPathW(pasta, ficheiro.c_str(), extensao, 0, nullptr, nullptr) != 0;
+}
+
+// For programs of that size. The system looks for a name without a folder where it looks for any library.
+bool existe(const Texto& ficheiro, const wchar_t* extensao, int bits) {
+    const Texto nossa = pasta_do_sistema(bits_do_programa) + L'\\', deles = pasta_do_sistema(bits) + L'\\';
+    if (ficheiro.find_first_of(L"\\/") == Texto::npos)
+        return encontra(deles.c_str(), ficheiro, extensao) || encontra(nullptr, ficheiro, extensao);
+    const auto n = static_cast<int>(nossa.size());
+    const bool do_sistema = ::CompareStringOrdinal(ficheiro.substr(0, nossa.size()).c_str(), -1,
+                                                   nossa.c_str(), n, TRUE) == CSTR_EQUAL;
+    return encontra(nullptr, do_sistema ? deles + ficheiro.substr(nossa.size()) : ficheiro, extensao);
 }
 
 std::string utf8(const Texto& texto) { return base::texto_de(std::filesystem::path(texto)); }
 
 VistaDoRegisto le_vista(const Texto& classe, int bits) {
-    const REGSAM vista = vista_de(bits);
+    const auto valor = [bits](const Texto& chave, const wchar_t* nome = nullptr) {
+        return texto_das_classes(chave, nome, bits);
+    };
     const Texto chave = L"CLSID\\" + classe;
     VistaDoRegisto lida{bits};
-    const Texto biblioteca = valor(chave + L"\\InprocServer32", nullptr, vista).value_or(L"");
-    const Texto executavel = programa_de(valor(chave + L"\\LocalServer32", nullptr, vista).value_or(L""));
+    Texto biblioteca = valor(chave + L"\\InprocServer32").value_or(L"");
+    if (biblioteca.starts_with(L'"')) biblioteca = programa_de(biblioteca);
+    const Texto executavel = programa_de(valor(chave + L"\\LocalServer32").value_or(L""));
     lida.biblioteca = utf8(biblioteca);
     lida.executavel = utf8(executavel);
-    const auto aplicacao = valor(chave, L"AppID", vista);
-    lida.substituto = aplicacao && valor(L"AppID\\" + *aplicacao, L"DllSurrogate", vista).has_value();
-    if (!biblioteca.empty() && !existe(biblioteca, L".dll")) lida.em_falta = lida.biblioteca;
-    if (biblioteca.empty() && !executavel.empty() && !existe(executavel, L".exe"))
+    const auto aplicacao = valor(chave, L"AppID");
+    lida.substituto = aplicacao && valor(L"AppID\\" + *aplicacao, L"DllSurrogate");
+    if (!biblioteca.empty() && !existe(biblioteca, L".dll", bits)) lida.em_falta = lida.biblioteca;
+    // Whichever view it is in, the system starts it.
+    if (biblioteca.empty() && !executavel.empty() && !existe(executavel, L".exe", bits_do_programa) &&
+        !existe(executavel, L".exe", outros_bits))
         lida.em_falta = lida.executavel;
     return lida;
-}
-
-// A name stands for its number, which may also be given itself.
-std::optional<Texto> classe_de(const Texto& componente) {
-    if (componente.starts_with(L'{')) return componente;
-    const Texto chave = componente + L"\\CLSID";
-    const auto nesta = valor(chave, nullptr, vista_de(bits_do_programa));
-    return nesta ? nesta : valor(chave, nullptr, vista_de(outros_bits));
 }
 
 } // namespace
 
 std::optional<ClasseRegistada> classe_registada(const std::string& componente) {
-    const auto classe = classe_de(base::caminho_de(componente).wstring());
+    const Texto nome = base::caminho_de(componente).wstring();
+    auto classe = numero_da_classe(nome, bits_do_programa);
+    if (!classe) classe = numero_da_classe(nome, outros_bits);
     if (!classe) return std::nullopt;
     return ClasseRegistada{utf8(*classe),
                            {le_vista(*classe, bits_do_programa), le_vista(*classe, outros_bits)}};

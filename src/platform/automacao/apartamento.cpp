@@ -3,20 +3,73 @@
 #include "base/falha.h"
 #include "platform/automacao/falhas.h"
 
+#include <algorithm>
 #include <deque>
+#include <exception>
 #include <future>
 #include <mutex>
 
 namespace orvex::platform::automacao {
+namespace {
+
+// Given once, and for good.
+class Sinal {
+  public:
+    Sinal() = default;
+    Sinal(const Sinal&) = delete;
+    Sinal& operator=(const Sinal&) = delete;
+    ~Sinal() { ::CloseHandle(evento_); }
+
+    void da() { ::SetEvent(evento_); }
+    bool dado(std::chrono::milliseconds limite) const {
+        return ::WaitForSingleObject(evento_, em_ms(limite)) == WAIT_OBJECT_0;
+    }
+    // Serves calls meanwhile, where the one who waits has an apartment: a component that asks for none has
+    // its objects in the program's first.
+    bool dado_a_servir(std::chrono::milliseconds limite) const {
+        HANDLE este = evento_;
+        DWORD qual = 0;
+        const HRESULT resposta = ::CoWaitForMultipleHandles(0, em_ms(limite), 1, &este, &qual);
+        if (resposta == RPC_S_CALLPENDING) return false;
+        return !falhou(resposta) || dado(limite);
+    }
+
+  private:
+    static DWORD em_ms(std::chrono::milliseconds limite) {
+        return static_cast<DWORD>(std::clamp<long long>(limite.count(), 0, INFINITE));
+    }
+
+    HANDLE evento_ = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+};
+
+constexpr auto sem_limite = std::chrono::milliseconds::max();
+
+struct Tarefa {
+    Apartamento::Trabalho trabalho;
+    std::exception_ptr falha{};
+    Sinal feita{};
+
+    void faz() {
+        try {
+            trabalho();
+        } catch (...) {
+            falha = std::current_exception();
+        }
+        trabalho = {}; // what it holds goes here, not where it is waited for
+        feita.da();
+    }
+};
+
+} // namespace
 
 // What both sides see; the thread keeps it when it is left to itself.
 struct Apartamento::Fila {
     std::mutex tranca;
-    std::deque<std::packaged_task<void()>> por_fazer;
+    std::deque<std::shared_ptr<Tarefa>> por_fazer;
     HANDLE ha_trabalho = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
     bool fim = false;
     std::promise<HRESULT> comecou;
-    std::promise<void> acabou;
+    Sinal acabou;
 
     Fila() = default;
     Fila(const Fila&) = delete;
@@ -24,31 +77,29 @@ struct Apartamento::Fila {
     ~Fila() { ::CloseHandle(ha_trabalho); }
 
     // None when the thread no longer takes any.
-    std::future<void> junta(Trabalho trabalho, bool ultimo = false) {
-        std::packaged_task<void()> tarefa(std::move(trabalho));
-        std::future<void> feita;
+    std::shared_ptr<const Tarefa> junta(Trabalho trabalho, bool ultimo = false) {
+        auto tarefa = std::make_shared<Tarefa>(std::move(trabalho));
         {
             const std::lock_guard guarda(tranca);
-            if (fim) return feita;
-            feita = tarefa.get_future();
-            por_fazer.push_back(std::move(tarefa));
+            if (fim) return nullptr;
+            por_fazer.push_back(tarefa);
             fim = ultimo;
         }
         ::SetEvent(ha_trabalho);
-        return feita;
+        return tarefa;
     }
 
     // False once the last one was done.
     bool faz_tudo() {
         while (true) {
-            std::packaged_task<void()> tarefa;
+            std::shared_ptr<Tarefa> tarefa;
             {
                 const std::lock_guard guarda(tranca);
                 if (por_fazer.empty()) return !fim;
                 tarefa = std::move(por_fazer.front());
                 por_fazer.pop_front();
             }
-            tarefa();
+            tarefa->faz();
         }
     }
 };
@@ -62,9 +113,7 @@ Apartamento::Apartamento() : fila_(std::make_shared<Fila>()) {
 }
 
 Apartamento::~Apartamento() {
-    if (!linha_.joinable()) return;
-    fila_->junta([] {}, true);
-    linha_.join();
+    termina([] {}, sem_limite);
 }
 
 void Apartamento::corre(const std::shared_ptr<Fila>& fila) {
@@ -80,29 +129,29 @@ void Apartamento::corre(const std::shared_ptr<Fila>& fila) {
         }
     } while (fila->faz_tudo());
     ::CoUninitialize();
-    fila->acabou.set_value();
+    fila->acabou.da();
 }
 
 void Apartamento::executa(Trabalho trabalho, const Espera& espera) {
-    std::future<void> feita = fila_->junta(std::move(trabalho));
-    if (!feita.valid()) throw base::Falha("A sessão do ERP já foi fechada.");
+    const auto tarefa = fila_->junta(std::move(trabalho));
+    if (!tarefa) throw base::Falha("A sessão do ERP já foi fechada.");
     try {
         if (espera)
-            espera([&feita](std::chrono::milliseconds limite) {
-                return feita.wait_for(limite) == std::future_status::ready;
-            });
+            espera(espera::Motivo::erp,
+                   [&tarefa](std::chrono::milliseconds limite) { return tarefa->feita.dado(limite); });
     } catch (...) { // a window that is not painted is less than an answer that is lost
     }
-    feita.get();
+    while (!tarefa->feita.dado_a_servir(sem_limite))
+        continue;
+    if (tarefa->falha) std::rethrow_exception(tarefa->falha);
 }
 
 void Apartamento::entrega(Trabalho trabalho) { fila_->junta(std::move(trabalho)); }
 
 bool Apartamento::termina(Trabalho trabalho, std::chrono::milliseconds limite) {
     if (!linha_.joinable()) return true;
-    std::future<void> acabou = fila_->acabou.get_future();
     fila_->junta(std::move(trabalho), true);
-    const bool a_tempo = acabou.wait_for(limite) == std::future_status::ready;
+    const bool a_tempo = fila_->acabou.dado_a_servir(limite);
     a_tempo ? linha_.join() : linha_.detach();
     return a_tempo;
 }

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "platform/automacao/com.h"
-#include "platform/automacao/espera.h"
+#include "platform/espera/espera.h"
 
 #include <memory>
 #include <thread>
 
 namespace orvex::platform::automacao {
+
+using espera::Espera;
 
 class Apartamento {
   public:

@@ -161,7 +161,7 @@ void Componente::fecha() noexcept {
     try {
         Argumentos nenhuns;
         if (ligada_ && !terminou()) invoca(sessao, "Desliga", DISPATCH_METHOD, nenhuns);
-    } catch (const std::exception&) { // nobody is left to be told
+    } catch (...) { // nobody is left to be told
     }
     objectos_.clear();
 }

@@ -64,6 +64,17 @@ std::string porque_recusou(Componente& componente) {
     }
 }
 
+// A component that has gone, be it found out only now, has nobody logged in: closing the screen has nothing
+// to complain of.
+template <typename Accao>
+std::invoke_result_t<Accao> se_vive(Componente& componente, const Accao& accao) {
+    try {
+        if (!componente.terminou()) return accao();
+    } catch (const ComponenteTerminou&) {
+    }
+    return std::invoke_result_t<Accao>();
+}
+
 ReferenciaERP exige(ReferenciaERP objecto) {
     if (objecto) return objecto;
     throw base::Falha("O componente do ERP não deu o objecto que se lhe pediu.");
@@ -184,22 +195,23 @@ ResultadoERP SessaoERPAutomacao::ResultadoUltimo() {
     });
 }
 
-// A component that has gone has nobody logged in: closing the screen fails no more than what went before.
 ReferenciaERP SessaoERPAutomacao::Empresa() {
-    return ligacao_->pede([&](Componente& componente) -> ReferenciaERP {
-        if (componente.terminou()) return {};
-        Argumentos nenhuns;
-        const Valor dada = invoca(componente, "Empresa", nenhuns, metodo_ou_propriedade);
-        return com_nome("Empresa", [&] { return ligacao_->objecto_de(dada, "Empresa"); });
+    return ligacao_->pede([&](Componente& componente) {
+        return se_vive(componente, [&]() -> ReferenciaERP {
+            Argumentos nenhuns;
+            const Valor dada = invoca(componente, "Empresa", nenhuns, metodo_ou_propriedade);
+            return com_nome("Empresa", [&] { return ligacao_->objecto_de(dada, "Empresa"); });
+        });
     });
 }
 
 void SessaoERPAutomacao::Desliga() {
     ligacao_->pede([&](Componente& componente) {
-        if (componente.terminou()) return;
-        Argumentos nenhuns;
-        invoca(componente, "Desliga", nenhuns);
-        componente.define_ligada(false);
+        se_vive(componente, [&] {
+            Argumentos nenhuns;
+            invoca(componente, "Desliga", nenhuns);
+            componente.define_ligada(false);
+        });
     });
 }
 

@@ -5,7 +5,7 @@
 // component may show windows of its own. docs/erp-automation.md says what a component must do.
 #pragma once
 
-#include "platform/automacao/espera.h"
+#include "platform/espera/espera.h"
 #include "startup/sessao_erp.h"
 
 namespace orvex::platform::automacao {
@@ -23,7 +23,7 @@ class SessaoERPAutomacao : public startup::SessaoERP {
 
     // The class is named as it is registered, or by its number in braces. Throws Falha when there is none
     // that this program could load. Without a way of waiting the caller just waits.
-    explicit SessaoERPAutomacao(const std::string& componente, Espera espera = {});
+    explicit SessaoERPAutomacao(const std::string& componente, espera::Espera espera = {});
     explicit SessaoERPAutomacao(std::shared_ptr<Ligacao> ligacao) : ligacao_(std::move(ligacao)) {}
     SessaoERPAutomacao(const SessaoERPAutomacao&) = delete;
     SessaoERPAutomacao& operator=(const SessaoERPAutomacao&) = delete;

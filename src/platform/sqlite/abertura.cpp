@@ -89,18 +89,9 @@ void exige_escrita(SQLite::Database& base, const fs::path& pasta) {
 fs::path registo_de(fs::path ficheiro) { return ficheiro += "-wal"; }
 
 std::string nome_para_ler(const fs::path& ficheiro) {
-    constexpr std::string_view digitos = "0123456789ABCDEF";
-    std::string nome = ficheiro.has_root_name() ? "file:/" : "file:";
-    for (const char c : texto_de(ficheiro)) {
-        if (std::string_view("%?#").find(c) == std::string_view::npos) {
-            nome += c == '\\' && ficheiro.has_root_name() ? '/' : c;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(c);
-        nome += std::string("%") + digitos[byte >> 4] + digitos[byte & 15];
-    }
     std::error_code erro;
-    return nome + (fs::exists(registo_de(ficheiro), erro) ? "?mode=ro" : "?immutable=1");
+    return uri_de(texto_de(ficheiro)) +
+           (fs::exists(registo_de(ficheiro), erro) ? "?mode=ro" : "?immutable=1");
 }
 
 // --- What lies with the ledger -----------------------------------------------------------------------------
@@ -168,6 +159,20 @@ void verifica_comeco(SQLite::Database& base, const fs::path& livro) {
 }
 
 } // namespace
+
+std::string uri_de(std::string_view caminho) {
+    constexpr std::string_view digitos = "0123456789ABCDEF";
+    std::string uri = caminho.starts_with('/') ? "file://" : "file:";
+    for (const char c : caminho) {
+        if (std::string_view("%?#").find(c) == std::string_view::npos) {
+            uri += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        uri += std::string("%") + digitos[byte >> 4] + digitos[byte & 15];
+    }
+    return uri;
+}
 
 void cria_livro(const fs::path& pasta) {
     auto base = abre_base(pasta / ficheiro_livro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
