@@ -10,6 +10,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace orvex::startup {
 
@@ -56,6 +58,22 @@ class ConfirmacaoDesconhecida : public base::Falha {
     using base::Falha::Falha;
 };
 
+// A failure of a statement that was sent later than it was asked for (EmPasso). Its text is that of the
+// statement's own failure, and names the row.
+class FalhaAdiada : public base::Falha {
+  public:
+    enum class Genero { pergunta, instrucao, linha };
+
+    FalhaAdiada(const base::Falha& falha, Genero genero, std::string instrucao)
+        : Falha(falha), genero_(genero), instrucao_(std::move(instrucao)) {}
+    Genero genero() const { return genero_; }
+    const std::string& instrucao() const { return instrucao_; } // the statement, without a row's values
+
+  private:
+    Genero genero_;
+    std::string instrucao_;
+};
+
 class SessaoBD {
   public:
     virtual ~SessaoBD() = default;
@@ -81,11 +99,28 @@ class SessaoBD {
     virtual void AnulaTransaccao() = 0;
     virtual bool EmTransaccao() = 0; // as the engine says, not as we remember
 
+    // One step of the rules, which an engine far away makes in few requests. `perguntas` are queries that the
+    // work asks for, each text as it will be asked, and are read together when it begins; one that is asked
+    // more often than announced, or again after a write, is read anew, and none may depend on what the work
+    // writes before it asks. That is sent together: before what was not announced is asked, and at the end.
+    //
+    // A failure is that of the statement that failed, as it would be without the step, and is thrown by
+    // that statement, by a later one or by the end. Inside a transaction only a rollback follows it; outside
+    // of one, each statement stands or fails by itself, those after it too.
+    //
+    // A step within a step writes at its own end. None shows the user anything: what it read would grow old.
+    virtual void EmPasso(const std::vector<std::string>& perguntas,
+                         const std::function<void()>& trabalho) = 0;
+
     // Outside a transaction: runs the work while no other program of ours runs any here.
     virtual void EmExclusivo(const std::function<void()>& trabalho) = 0;
 
     // The longest text that a column takes, in UTF-16 units; 0 where nothing limits it, or it does not exist.
     virtual std::size_t Comprimento(const std::string& tabela, const std::string& coluna) = 0;
+    // What it asks of the server the first time that it is asked of a table, for a step that announces it.
+    static std::string pergunta_das_colunas(const std::string& tabela) {
+        return "Select * from " + tabela + " where 1=0";
+    }
 
     // The open connection, for a pick list to run its query on.
     virtual SessaoBD& Ligacao() { return *this; }

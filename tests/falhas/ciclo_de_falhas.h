@@ -21,6 +21,17 @@ struct Estrago {
 // Where the answer to a commit is lost and nothing tells what became of it, the user is told so.
 constexpr const char* incerto = "Não se sabe se o que estava a ser gravado ficou";
 
+// Whoever reads a box holds up nobody.
+void nada_preso(auto& bancada) {
+    EXPECT_FALSE(bancada.BD.em_passo());
+    startup::SessaoBD& outra = bancada.empresa.outra();
+    EXPECT_NO_THROW({
+        outra.IniciaTransaccao();
+        outra.Tranca();
+        outra.AnulaTransaccao();
+    });
+}
+
 template <typename TBancada>
 void percorre(const Fluxo<TBancada>& fluxo, const Estrago<TBancada>& estrago, const std::string& completo) {
     for (int passo = 1;; ++passo) {
@@ -28,6 +39,7 @@ void percorre(const Fluxo<TBancada>& fluxo, const Estrago<TBancada>& estrago, co
         TBancada bancada;
         fluxo.prepara(bancada);
         bancada.caixas();
+        bancada.janela.com_a_caixa_aberta = [&bancada] { nada_preso(bancada); };
         const auto antes = bancada.empresa.livro();
         bancada.diario.recomeca();
         estrago.arma(bancada, passo);
@@ -90,7 +102,7 @@ std::vector<Estrago<TBancada>> estragos_do_programa() {
     return todos;
 }
 
-// Requests as they reach the server.
+// Requests as they reach the server, and statements inside those that are of several.
 template <typename TBancada>
 std::vector<Estrago<TBancada>> estragos_do_fio() {
     const auto estrago = [](const char* nome, const Avaria& avaria) {
@@ -99,13 +111,27 @@ std::vector<Estrago<TBancada>> estragos_do_fio() {
             [](const TBancada& bancada, int passo) { return bancada.BD.servidor().pedidos() >= passo; },
             false, true};
     };
+    const auto no_meio = [](const char* nome, const Avaria& avaria) {
+        return Estrago<TBancada>{
+            nome,
+            [=](TBancada& bancada, int passo) { bancada.BD.servidor().avaria_na_instrucao(passo, avaria); },
+            [](const TBancada& bancada, int passo) { return bancada.BD.servidor().instrucoes() >= passo; },
+            false, true};
+    };
     using Efeito = Avaria::Efeito;
-    return {estrago("the connection drops", {.efeito = Efeito::corta}),
-            estrago("the connection drops before the answer", {.efeito = Efeito::corta_depois}),
-            estrago("victim of a deadlock", {Efeito::vitima, 1205, "Transaction was deadlocked."}),
-            estrago("refused for want of resources", {Efeito::erro, 8650, "Refused."}),
-            estrago("refused after a lock's time-out", {Efeito::erro, 1222, "Refused."}),
-            estrago("refused for a wrong conversion", {Efeito::erro, 245, "Refused."})};
+    return {
+        no_meio("the connection drops inside a batch", {.efeito = Efeito::corta}),
+        no_meio("victim of a deadlock inside a batch", {Efeito::vitima, 1205, "Transaction was deadlocked."}),
+        no_meio("a statement of a batch is refused", {Efeito::erro, 8650, "Refused."}),
+        no_meio("a statement of a batch is refused, as information", {Efeito::aviso, 8650, "Refused."}),
+        no_meio("a statement of a batch is refused after a lock's time-out",
+                {Efeito::erro, 1222, "Refused."}),
+        estrago("the connection drops", {.efeito = Efeito::corta}),
+        estrago("the connection drops before the answer", {.efeito = Efeito::corta_depois}),
+        estrago("victim of a deadlock", {Efeito::vitima, 1205, "Transaction was deadlocked."}),
+        estrago("refused for want of resources", {Efeito::erro, 8650, "Refused."}),
+        estrago("refused after a lock's time-out", {Efeito::erro, 1222, "Refused."}),
+        estrago("refused for a wrong conversion", {Efeito::erro, 245, "Refused."})};
 }
 
 template <typename TBancada>

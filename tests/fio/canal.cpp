@@ -13,8 +13,9 @@ Escrita& Escrita::texto(std::string_view utf8, std::size_t tamanho) {
     return numero(unidades.size() / 2, tamanho).junta(unidades);
 }
 
-std::string_view Leitura::bytes(std::size_t quantos) {
-    if (quantos > bytes_.size()) throw LigacaoPerdida();
+std::string_view Leitura::bytes(std::uint64_t pedidos) {
+    if (pedidos > bytes_.size()) throw LigacaoPerdida();
+    const auto quantos = static_cast<std::size_t>(pedidos);
     const std::string_view lidos = bytes_.substr(0, quantos);
     bytes_.remove_prefix(quantos);
     return lidos;

@@ -35,7 +35,7 @@ class Leitura {
   public:
     explicit Leitura(std::string_view bytes) : bytes_(bytes) {}
 
-    std::string_view bytes(std::size_t quantos);
+    std::string_view bytes(std::uint64_t pedidos);
     std::uint64_t numero(std::size_t tamanho);
     std::uint16_t u16() { return static_cast<std::uint16_t>(numero(2)); }
     std::string texto(std::size_t tamanho); // of so many bytes

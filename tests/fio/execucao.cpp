@@ -13,6 +13,7 @@ namespace {
 
 using namespace platform::sqlite;
 
+constexpr int sem_tabela = 208;
 constexpr int espera_ms = 1000; // for a lock another session holds
 
 // The number after a name; 0 when it is not there.
@@ -23,7 +24,7 @@ int numero_depois_de(std::string_view nome, const std::string& sql) {
 
 // The number the real server gives the engine's failure.
 int numero_de(const std::string& texto) {
-    for (const auto& [parte, numero] : {std::pair{"no such table", 208},
+    for (const auto& [parte, numero] : {std::pair{"no such table", sem_tabela},
                                         {"no such column", 207},
                                         {"NOT NULL", 515},
                                         {"UNIQUE", 2627},
@@ -55,28 +56,9 @@ constexpr const char* colunas_da_chave =
     "JOIN pragma_index_info(i.name) c WHERE i.[unique] AND (i.origin = 'c') = ?2 AND NOT EXISTS ("
     "SELECT 1 FROM pragma_index_info(i.name) d JOIN pragma_table_info(?1) t ON t.name = d.name "
     "WHERE NOT t.[notnull]) ORDER BY c.seqno";
+constexpr const char *declara_variaveis = "DECLARE @n int=0,@e int=0", *le_variaveis = ",@n AS n,@e AS e";
 constexpr const char* larga_o_da_sessao =
     "IF APPLOCK_MODE(N'public',N'xel_ORVEX_tabelas',N'Session')<>N'NoLock' EXEC sp_releaseapplock ";
-
-std::string entre(const std::string& sql, char abre, char fecha) {
-    const std::size_t inicio = sql.find(abre) + 1;
-    return sql.substr(inicio, sql.find(fecha, inicio) - inicio);
-}
-
-void cria_base(const std::filesystem::path& pasta) {
-    std::filesystem::create_directory(pasta);
-    for (const char* ficheiro : {ficheiro_livro, ficheiro_erp})
-        abre_base(pasta / ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-}
-
-// Beside the ledger's file go the ERP's tables: each file has one writer at a time, the real server's tables
-// many.
-void cria_tabela(const std::string& sql, const std::string& tabela, SQLite::Database& motor) {
-    std::string criacao = traduz(sql).instrucoes.at(0);
-    constexpr std::string_view no_livro = "CREATE TABLE main.";
-    if (tabela != "U_DocGcLin1") criacao.replace(0, no_livro.size(), "CREATE TABLE erp.");
-    motor.exec(criacao);
-}
 
 } // namespace
 
@@ -88,26 +70,88 @@ Execucao::Execucao(const std::filesystem::path& pasta, Respostas& respostas)
         motor_.exec("DROP VIEW temp.Artigos");
 }
 
-void Execucao::executa(const Pedido& pedido) {
+void Execucao::executa(const Pedido& pedido, const std::function<Segue()>& antes) {
     const std::string& procedimento = pedido.procedimento;
     if (!procedimento.empty()) respostas_.inicia_chamada();
     try {
+        const auto instrucoes = pedido.instrucoes();
         if (procedimento == "sp_pkeys" || procedimento == "sp_special_columns") {
             chave(pedido);
-        } else if (pedido.texto.starts_with("BEGIN TRANSACTION;") ||
-                   pedido.texto.starts_with("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION; ") ||
-                   pedido.texto.starts_with("DECLARE ")) { // the batches of several statements
-            for (const std::string& uma : base::divide(pedido.texto, ';'))
-                instrucao(std::string(base::apara(uma)), {});
+        } else if (instrucoes.size() > 1) {
+            lote(instrucoes, pedido.parametros, antes);
         } else {
-            instrucao(pedido.texto, pedido.parametros);
+            instrucao(instrucoes.at(0), pedido.parametros);
         }
     } catch (const base::Falha& falha) { // of what is not the engine's language
         respostas_.falhou(102, falha.what());
     } catch (const SQLite::Exception& falha) {
-        respostas_.falhou(numero_de(falha.what()), falha.what());
+        falhou(falha);
     }
     if (!procedimento.empty()) respostas_.fim_chamada();
+}
+
+int Execucao::falhou(const SQLite::Exception& falha) {
+    recusa(numero_de(falha.what()), falha.what());
+    return erro_;
+}
+
+void Execucao::recusa(int numero, const std::string& texto, bool so_avisa) {
+    contadas_ = 0;
+    erro_ = numero;
+    respostas_.falhou(numero, texto, so_avisa);
+}
+
+// As the server does it: a batch that cannot be understood is refused whole; a statement that fails fails
+// alone; a table that is missing is found out when its statement is reached, and ends the batch.
+void Execucao::lote(const std::vector<std::string>& instrucoes, const std::vector<Parametro>& parametros,
+                    const std::function<Segue()>& antes) {
+    variaveis_.reset();
+    for (const std::string& uma : instrucoes)
+        compila(uma, parametros);
+    for (const std::string& uma : instrucoes) {
+        const auto com_elas = com_variaveis(uma);
+        const Segue segue = com_elas ? *com_elas : antes();
+        if (segue == Segue::acaba) return;
+        if (segue == Segue::salta_esta) continue;
+        try {
+            instrucao(uma, parametros);
+            erro_ = 0;
+        } catch (const SQLite::Exception& falha) {
+            if (falhou(falha) == sem_tabela) return;
+        }
+    }
+}
+
+// Whatever reads the count and the error of the statement before has others of its own.
+std::optional<Execucao::Segue> Execucao::com_variaveis(const std::string& sql) {
+    if (sql == declara_variaveis) return Segue::salta_esta;
+    const bool guarda = sql == "SELECT @n=@@ROWCOUNT,@e=@@ERROR",
+               com_linhas = sql == "IF @e<>0 OR @n=0 RETURN";
+    if (!guarda && !com_linhas && sql != "IF @e<>0 RETURN") return {};
+    if (guarda) {
+        variaveis_ = {contadas_, erro_};
+        respostas_.feita(1);
+    } else if (variaveis_->e != 0 || (com_linhas && variaveis_->n == 0)) {
+        return Segue::acaba;
+    }
+    contadas_ = guarda ? 1 : 0;
+    erro_ = 0;
+    return Segue::salta_esta;
+}
+
+void Execucao::compila(const std::string& sql, const std::vector<Parametro>& parametros) {
+    if (sql == declara_variaveis) variaveis_.emplace();
+    if (!variaveis_ &&
+        (sql.starts_with("SELECT @n=") || sql.starts_with("IF @e") || sql.find(le_variaveis) != sql.npos))
+        throw base::Falha("Must declare the scalar variable \"@n\".");
+    const std::string verbo = base::maiusculas(sql.substr(0, 6));
+    const bool de_linhas = verbo == "SELECT" || verbo == "INSERT" || verbo == "UPDATE" || verbo == "DELETE";
+    if (!de_linhas || sql.find("@@") != std::string::npos || sql.find("@r ") != std::string::npos) return;
+    try {
+        prepara(sql, parametros);
+    } catch (const SQLite::Exception& falha) {
+        if (numero_de(falha.what()) != sem_tabela) throw;
+    }
 }
 
 bool Execucao::em_transaccao() const { return sqlite3_get_autocommit(motor_.getHandle()) == 0; }
@@ -135,25 +179,36 @@ void Execucao::instrucao(const std::string& sql, const std::vector<Parametro>& p
     if (sql.starts_with(larga_o_da_sessao)) return tranca_da_sessao_.reset();
     if (sql.starts_with("SET LOCK_TIMEOUT ")) limite_de_bloqueio_ = numero_depois_de("LOCK_TIMEOUT ", sql);
     if (sql.find("(READCOMMITTEDLOCK)") != std::string::npos) espera_pelos_que_escrevem();
+    if (sql == "DECLARE @r int=-999") trancada_ = -999;
     if (sql.starts_with("DECLARE ") || sql.starts_with("SET ")) return;
 
-    if (const std::string directo = traduz_o_da_sessao(sql); directo != sql || !parametros.empty()) {
-        Preparada preparada(motor_, {Traducao::Genero::consulta, {directo}, {}});
-        for (int i = 0; const Parametro& parametro : parametros)
-            associa_valor(preparada.instrucao, ++i, parametro.tipo, parametro.valor);
-        return corre(preparada);
+    if (const auto preparada = prepara(sql, parametros)) corre(*preparada);
+}
+
+std::unique_ptr<Preparada> Execucao::prepara(const std::string& sql,
+                                             const std::vector<Parametro>& parametros) {
+    const std::string directo = traduz_o_da_sessao(sql);
+    if (directo != sql || sql.find("@P") != std::string::npos) {
+        auto preparada =
+            std::make_unique<Preparada>(motor_, Traducao{Traducao::Genero::consulta, {directo}, {}});
+        for (std::size_t i = 0; i < parametros.size();
+             ++i) // each by its name: others are of other statements
+            if (const int lugar = preparada->instrucao.getIndex(("@P" + std::to_string(i + 1)).c_str());
+                lugar > 0)
+                associa_valor(preparada->instrucao, lugar, parametros[i].tipo, parametros[i].valor);
+        return preparada;
     }
-    Forma forma;
-    forma.le(sql);
-    const Traducao traducao = traduz(forma.chave());
+    forma_ = {};
+    forma_.le(sql);
+    const Traducao traducao = traduz(forma_.chave());
     if (traducao.genero == Traducao::Genero::esquema) {
         for (const std::string& uma : traducao.instrucoes)
             motor_.exec(uma);
-        return;
+        return nullptr;
     }
-    Preparada preparada(motor_, traducao);
-    preparada.associa(forma);
-    corre(preparada);
+    auto preparada = std::make_unique<Preparada>(motor_, traducao);
+    preparada->associa(forma_);
+    return preparada;
 }
 
 void Execucao::nega_tranca(int com) {
@@ -197,6 +252,8 @@ std::string Execucao::traduz_o_da_sessao(std::string sql) const {
           Troca{"COLLATE Latin1_General_BIN2", "COLLATE BINARY"}, Troca{"CONVERT(nvarchar(19),[", "substr(["},
           Troca{"],120)=", "],1,19)="},
           Troca{"IDENT_CURRENT(", "(SELECT seq FROM main.sqlite_sequence WHERE name COLLATE NOCASE="},
+          Troca{le_variaveis, "," + std::to_string(variaveis_.value_or(Variaveis()).n) + " AS n," +
+                                  std::to_string(variaveis_.value_or(Variaveis()).e) + " AS e"},
           Troca{"SELECT @@TRANCOUNT ", em_transaccao() ? "SELECT 1 " : "SELECT 0 "},
           Troca{"SELECT @r ", "SELECT " + std::to_string(trancada_) + " "}})
         for (std::size_t i = 0; (i = sql.find(dela, i)) != std::string::npos; i += do_motor.size())
@@ -210,16 +267,16 @@ void Execucao::corre(Preparada& preparada) {
     descobre_tipos(linhas, colunas);
     const int antes = motor_.getTotalChanges();
     bool ha_linha = linhas.executeStep(); // fails before anything is said, if it fails
-    if (colunas.empty()) return respostas_.feita(motor_.getTotalChanges() - antes);
+    if (colunas.empty()) return respostas_.feita(contadas_ = motor_.getTotalChanges() - antes);
     respostas_.colunas(colunas);
     std::int64_t total = 0;
     for (; ha_linha; ha_linha = linhas.executeStep(), ++total) {
         std::vector<base::Variante> valores;
         for (std::size_t i = 0; i < colunas.size(); ++i)
-            valores.push_back(le_celula(colunas[i].tipo, le_coluna(linhas, i)));
+            valores.push_back(le_celula(colunas[i].tipo, preparada.celula(i)));
         respostas_.linha(colunas, valores);
     }
-    respostas_.feita(total);
+    respostas_.feita(contadas_ = total);
 }
 
 // Asked on a connection of its own, so that it fixes no snapshot in the middle of a transaction.
@@ -230,31 +287,6 @@ void Execucao::chave(const Pedido& pedido) {
     preparada.instrucao.bind(1, pedido.parametros.at(0).valor.texto());
     preparada.instrucao.bind(2, pedido.procedimento == "sp_special_columns" ? 1 : 0);
     corre(preparada);
-}
-
-// What only the trials on a real server ask of a server: databases of their own, and tables for the ERP's
-// rows.
-bool Execucao::administra(const std::string& sql) {
-    const std::string nome = entre(sql, '[', ']');
-    if (sql.starts_with("SELECT DB_ID(N'")) {
-        const std::vector<Coluna> colunas{{.nome = "n", .tipo = TipoSQL::le("int")}};
-        const bool existe = std::filesystem::is_directory(pasta_ / entre(sql, '\'', '\''));
-        respostas_.colunas(colunas);
-        respostas_.linha(colunas, {existe ? base::Variante(7) : base::Variante()});
-        respostas_.feita(1);
-    } else if (sql.starts_with("CREATE DATABASE ")) {
-        cria_base(pasta_ / nome);
-    } else if (sql.starts_with("DROP DATABASE ")) {
-        std::filesystem::remove_all(pasta_ / nome);
-    } else if (sql.starts_with("CREATE TABLE [")) {
-        cria_tabela(sql, nome, motor_);
-    } else if (sql.starts_with("TRUNCATE TABLE ")) {
-        motor_.exec("DELETE FROM [" + nome + "]");
-        motor_.exec("DELETE FROM main.sqlite_sequence WHERE name = '" + nome + "'");
-    } else {
-        return sql.starts_with("ALTER DATABASE ");
-    }
-    return true;
 }
 
 } // namespace orvex::testes::tds

@@ -183,6 +183,26 @@ std::string Pedido::registado() const {
     return tudo;
 }
 
+std::vector<std::string> Pedido::instrucoes() const {
+    std::vector<std::string> todas(1);
+    char fecho = 0;
+    for (const char c : texto) {
+        if (fecho == 0 && c == ';') {
+            todas.emplace_back();
+            continue;
+        }
+        if (fecho == 0 && (c == '\'' || c == '"' || c == '['))
+            fecho = c == '[' ? ']' : c;
+        else if (c == fecho)
+            fecho = 0;
+        if (c != '\n' || fecho != 0) todas.back() += c;
+    }
+    for (auto uma = todas.begin() + 1; uma != todas.end(); ++uma)
+        *uma = base::apara(*uma); // the first stays as it was sent
+    std::erase(todas, "");
+    return todas;
+}
+
 void Respostas::entrada_aceite() {
     Escrita corpo;
     corpo.u8(1).u32(0x04000074).texto("Microsoft SQL Server").u32(0x0000000F); // protocol 7.4, version 15
@@ -226,12 +246,13 @@ void Respostas::feita(std::optional<std::int64_t> linhas) {
     fim(fim_de_instrucao_, linhas ? com_contagem : 0, linhas.value_or(0));
 }
 
-void Respostas::falhou(int numero, const std::string& texto) {
+void Respostas::falhou(int numero, const std::string& texto, bool so_avisa) {
     Escrita corpo;
-    corpo.u32(static_cast<std::uint64_t>(numero)).u8(1).u8(16); // grave, and for the user to put right
+    corpo.u32(static_cast<std::uint64_t>(numero)).u8(1);
+    corpo.u8(so_avisa ? 10 : 16); // 16 is grave, and for the user to put right
     corpo.texto(texto, 2).texto("ORVEX").texto("").u32(1);
-    escrita_.u8(0xAA).bloco(corpo);
-    fim(fim_de_instrucao_, com_erro);
+    escrita_.u8(so_avisa ? 0xAB : 0xAA).bloco(corpo);
+    fim(fim_de_instrucao_, so_avisa ? 0 : com_erro);
 }
 
 void Respostas::fim_chamada() {

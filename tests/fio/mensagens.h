@@ -29,7 +29,8 @@ struct Pedido {
     std::string texto;        // the statements; of a procedure that runs none, its name
     std::vector<Parametro> parametros;
 
-    std::string registado() const; // as it reads in the list of what was received
+    std::vector<std::string> instrucoes() const; // divided where a semicolon stands in no text and no name
+    std::string registado() const;               // as it reads in the list of what was received
 };
 
 Pedido le_pedido(const Mensagem& mensagem);
@@ -48,7 +49,7 @@ class Respostas {
 
     // One statement is done; the count is that of its rows, when it has one.
     void feita(std::optional<std::int64_t> linhas = {});
-    void falhou(int numero, const std::string& texto);
+    void falhou(int numero, const std::string& texto, bool so_avisa = false); // as information
     void inicia_chamada() { fim_de_instrucao_ = 0xFF; }
     void fim_chamada();
     void interrompida(); // as the client asked

@@ -13,7 +13,9 @@ using Efeito = Avaria::Efeito;
 struct ServidorTDS::Ligacao {
     explicit Ligacao(Soquete descritor) : canal(descritor) {}
 
-    void pedido(const Pedido& pedido, const Avaria& avaria);
+    using Conta = std::function<Avaria()>; // of the next statement of a request of several
+    void pedido(const Pedido& pedido, const Avaria& avaria, const Conta& conta);
+    Execucao::Segue instrucao(const Avaria& avaria);
 
     Canal canal;
     Respostas respostas{canal};
@@ -63,11 +65,21 @@ void ServidorTDS::aceita() {
     }
 }
 
-void ServidorTDS::avaria_no(int pedido, Avaria avaria) {
+void ServidorTDS::avaria_no(int pedido, Avaria avaria) { arma(pedido, 0, std::move(avaria)); }
+
+void ServidorTDS::avaria_na_instrucao(int instrucao, Avaria avaria) { arma(0, instrucao, std::move(avaria)); }
+
+void ServidorTDS::arma(int pedido, int instrucao, Avaria avaria) {
     const std::lock_guard guarda(tranca_);
-    pedidos_ = 0;
+    pedidos_ = instrucoes_ = 0;
     pedido_da_avaria_ = pedido;
+    instrucao_da_avaria_ = instrucao;
     avaria_ = std::move(avaria);
+}
+
+Avaria ServidorTDS::regista_instrucao() {
+    const std::lock_guard guarda(tranca_);
+    return ++instrucoes_ == instrucao_da_avaria_ ? avaria_ : Avaria{};
 }
 
 Avaria ServidorTDS::regista(const std::string& texto) {
@@ -90,8 +102,9 @@ void ServidorTDS::serve(Ligacao& ligacao) {
     default:
         if (!ligacao.execucao) throw LigacaoPerdida();
         const Pedido pedido = le_pedido(mensagem);
-        ligacao.pedido(pedido, regista(pedido.registado()));
+        ligacao.pedido(pedido, regista(pedido.registado()), [this] { return regista_instrucao(); });
     }
+    ligacao.canal.espera(atraso_ms);
     ligacao.respostas.envia();
 }
 
@@ -109,17 +122,29 @@ void ServidorTDS::entra(Ligacao& ligacao, const Entrada& entrada) {
         ligacao.execucao.emplace(pasta, respostas);
         respostas.entrada_aceite();
     }
+    ligacao.canal.espera(atraso_ms);
     respostas.envia();
     if (!ligacao.execucao) throw LigacaoPerdida();
 }
 
-void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
+Execucao::Segue ServidorTDS::Ligacao::instrucao(const Avaria& avaria) {
+    if (avaria.efeito == Efeito::corta) throw LigacaoPerdida();
+    if (avaria.efeito == Efeito::vitima) execucao->vitima(avaria.texto);
+    const bool recusada = avaria.efeito == Efeito::erro || avaria.efeito == Efeito::aviso;
+    if (recusada) execucao->recusa(avaria.numero, avaria.texto, avaria.efeito == Efeito::aviso);
+    return avaria.efeito == Efeito::vitima ? Execucao::Segue::acaba
+           : recusada                      ? Execucao::Segue::salta_esta
+                                           : Execucao::Segue::sim;
+}
+
+void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria, const Conta& conta) {
+    const auto antes = [&] { return instrucao(conta()); };
     switch (avaria.efeito) {
     case Efeito::corta:
         throw LigacaoPerdida();
     case Efeito::corta_depois:
         respostas.esquece();
-        execucao->executa(pedido);
+        execucao->executa(pedido, antes);
         throw LigacaoPerdida();
     case Efeito::demora:
         if (canal.desistiu(avaria.milissegundos)) return respostas.interrompida();
@@ -128,6 +153,7 @@ void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
         canal.espera(avaria.milissegundos);
         break;
     case Efeito::erro:
+    case Efeito::aviso:
         return respostas.falhou(avaria.numero, avaria.texto);
     case Efeito::tranca:
         return execucao->nega_tranca(avaria.numero);
@@ -140,7 +166,7 @@ void ServidorTDS::Ligacao::pedido(const Pedido& pedido, const Avaria& avaria) {
     case Efeito::nenhuma:
         break;
     }
-    execucao->executa(pedido);
+    execucao->executa(pedido, antes);
     if (avaria.efeito == Efeito::morre_depois) acaba_processo();
 }
 

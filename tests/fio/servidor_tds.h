@@ -28,6 +28,7 @@ struct Avaria {
         demora,       // the answer waits, unless the client gives up meanwhile
         surdez,       // the answer waits, whatever the client does
         erro,         // refused with `numero` and `texto`, nothing carried out
+        aviso,        // the same, told as information only
         tranca,       // a lock that it asks for is answered with `numero`
         vitima,       // the connection's transaction is rolled back as the victim of a deadlock
         morre,        // the server's process ends, before the request is carried out
@@ -58,6 +59,13 @@ class ServidorTDS {
     void avaria_no(int pedido, Avaria avaria);
     void recomeca() { avaria_no(0, {}); }
     int pedidos() const { return sob_tranca(pedidos_); } // since avaria_no or recomeca
+    // At the n-th statement from now that is one of several in a request. One that is refused lets those
+    // after it be carried out; the victim of a deadlock does not.
+    void avaria_na_instrucao(int instrucao, Avaria avaria);
+    int instrucoes() const { return sob_tranca(instrucoes_); } // of such requests
+
+    // A slow line: each answer comes so much later, that of a log-in too. May be changed at any time.
+    std::atomic<int> atraso_ms = 0;
 
     std::size_t ligacoes() const { // since the server began
         const std::lock_guard guarda(tranca_);
@@ -79,6 +87,8 @@ class ServidorTDS {
     void serve(Ligacao& ligacao);
     void entra(Ligacao& ligacao, const tds::Entrada& entrada);
     Avaria regista(const std::string& texto);
+    Avaria regista_instrucao();
+    void arma(int pedido, int instrucao, Avaria avaria);
 
     std::filesystem::path pasta_;
     tds::Soquete escuta_;
@@ -86,8 +96,8 @@ class ServidorTDS {
     mutable std::mutex tranca_; // guards what follows
     std::vector<std::unique_ptr<Ligacao>> ligacoes_;
     std::vector<std::string> textos_;
-    int pedidos_ = 0;
-    int pedido_da_avaria_ = 0;
+    int pedidos_ = 0, instrucoes_ = 0;
+    int pedido_da_avaria_ = 0, instrucao_da_avaria_ = 0;
     Avaria avaria_;
     std::thread aceitador_;
 };

@@ -35,8 +35,9 @@ struct Ensaio : Test {
 };
 
 TEST_F(Ensaio, OsTestesCorremNumaBasePropriaQueEApagada) {
-    const Fim fim = corre("GTEST_FILTER='Conjuntos.*:Linguagem.*:RegrasServidor.*:Transaccoes.*:TrfBobines.*'"
-                          " " ORVEX_ENSAIO_PROGRAMA);
+    const Fim fim =
+        corre("GTEST_FILTER='Conjuntos.*:Linguagem.*:Passos.*:RegrasServidor.*:Transaccoes.*:TrfBobines.*'"
+              " " ORVEX_ENSAIO_PROGRAMA);
     EXPECT_EQ(fim.codigo, 0) << fim.texto;
     EXPECT_FALSE(std::filesystem::exists(base));
 }

@@ -144,7 +144,7 @@ std::string sem_prefixos(std::string_view texto) {
     return std::string(base::apara(texto));
 }
 
-FalhaODBC falha(const Causa& causa, const Diagnostico& diagnostico) {
+FalhaODBC falha_por(const Causa& causa, const Diagnostico& diagnostico) {
     std::string texto = causa.texto;
     if (!diagnostico.texto.empty()) texto += " (" + diagnostico.texto + ")";
     return {texto, causa.numero, causa.natureza};
@@ -172,19 +172,19 @@ FalhaODBC falha_de(const std::vector<Diagnostico>& diagnosticos) {
     for (const CausaNativa& esta : causas_nativas)
         for (const Diagnostico& diagnostico : diagnosticos)
             if (esta.nativo == diagnostico.nativo && !da_rede(diagnostico))
-                return falha(esta.causa, diagnostico);
+                return falha_por(esta.causa, diagnostico);
     for (const CausaEstado& esta : causas_estado)
         for (const Diagnostico& diagnostico : diagnosticos)
             if (diagnostico.estado.starts_with(esta.inicio) &&
                 diagnostico.texto.find(esta.texto) != std::string::npos)
-                return falha(esta.causa, diagnostico);
+                return falha_por(esta.causa, diagnostico);
     const Diagnostico primeiro = diagnosticos.empty() ? Diagnostico{} : diagnosticos.front();
-    return falha({numeros::falha_geral, "Erro da base de dados."}, primeiro);
+    return falha_por({numeros::falha_geral, "Erro da base de dados."}, primeiro);
 }
 
 FalhaODBC ligacao_perdida(const FalhaODBC& apanhada) {
     if (apanhada.natureza() != Natureza::outra) return apanhada;
-    return falha(perdida, {.texto = apanhada.what()});
+    return falha_por(perdida, {.texto = apanhada.what()});
 }
 
 void exige(SQLRETURN resultado, SQLSMALLINT tipo, SQLHANDLE punho) {

@@ -1,7 +1,6 @@
 #include "platform/odbc/instrucao.h"
 
 #include "base/datahora.h"
-#include "platform/odbc/falhas.h"
 
 #include <array>
 #include <limits>
@@ -15,7 +14,7 @@ using registos::TipoSQL;
 using Familia = TipoSQL::Familia;
 
 constexpr SQLULEN maximo_digitos = 19; // of a Moeda; a finer or longer number is only read
-constexpr int linhas_que_se_tomam = 20;
+constexpr std::size_t linhas_de_uma_vez = 20;
 constexpr SQLULEN maximo_comparavel = 4000; // longer texts have no length to hold a value to
 
 TipoSQL tipo_de(SQLSMALLINT tipo, SQLULEN tamanho, SQLSMALLINT casas) {
@@ -78,19 +77,16 @@ SQLUSMALLINT numero(std::size_t coluna) { return static_cast<SQLUSMALLINT>(colun
 
 } // namespace
 
-Instrucao::Instrucao(const LigacaoODBC& ligacao, int espera) : ligacao_(ligacao) {
+Instrucao::Instrucao(const LigacaoODBC& ligacao, int espera, espera::Motivo motivo)
+    : ligacao_(ligacao), motivo_(motivo) {
     exige(SQLAllocHandle(SQL_HANDLE_STMT, ligacao.punho(), &punho_), SQL_HANDLE_DBC, ligacao.punho());
     SQLSetStmtAttrW(punho_, SQL_ATTR_QUERY_TIMEOUT, como_ponteiro(espera), SQL_IS_UINTEGER);
 }
 
-// A look-up reads one row of few. The last ones are on their way already: taking them costs less than telling
-// the server to stop and waiting until it has.
+// With rows left, the server is told to stop, and waited for until it has.
 Instrucao::~Instrucao() {
-    SQLRETURN resultado = ha_linhas_ ? SQL_SUCCESS : SQL_NO_DATA;
-    for (int i = 0; i < linhas_que_se_tomam && SQL_SUCCEEDED(resultado); ++i)
-        resultado = SQLFetch(punho_);
-    if (resultado == SQL_ERROR) ligacao_.nota_erro();
-    SQLFreeHandle(SQL_HANDLE_STMT, punho_);
+    const auto larga = [this] { SQLFreeHandle(SQL_HANDLE_STMT, punho_); };
+    ha_linhas_ ? chama(larga) : larga();
 }
 
 void Instrucao::exige_certo(SQLRETURN resultado) const {
@@ -98,39 +94,79 @@ void Instrucao::exige_certo(SQLRETURN resultado) const {
     exige(resultado, SQL_HANDLE_STMT, punho_);
 }
 
+void Instrucao::exige_certo_e_avisos(SQLRETURN resultado) {
+    exige_certo(resultado);
+    if (resultado != SQL_SUCCESS_WITH_INFO) return;
+    for (Diagnostico& aviso : le_diagnosticos(SQL_HANDLE_STMT, punho_))
+        avisos_.push_back(std::move(aviso));
+}
+
+FalhaODBC Instrucao::avisada(int nativo) const {
+    constexpr const char* recusada = "42000"; // the state it would have had
+    for (const Diagnostico& aviso : avisos_)
+        if (aviso.nativo == nativo) return falha_de({{recusada, nativo, aviso.texto}});
+    return falha_de({{recusada, nativo, "erro " + std::to_string(nativo)}});
+}
+
 void Instrucao::corre(const std::string& sql, std::vector<Parametro>& parametros) {
     for (std::size_t i = 0; i < parametros.size(); ++i)
         parametros[i].associa(punho_, numero(i));
     TextoLargo texto = largo(sql);
-    exige_certo(SQLExecDirectW(punho_, texto.data(), static_cast<SQLINTEGER>(texto.size() - 1)));
+    avisos_.clear();
+    exige_certo_e_avisos(SQLExecDirectW(punho_, texto.data(), static_cast<SQLINTEGER>(texto.size() - 1)));
 }
 
 void Instrucao::consulta(const std::string& sql, std::vector<Parametro> parametros) {
-    corre(sql, parametros);
-    while (numero_colunas() == 0) {
-        const SQLRETURN resultado = SQLMoreResults(punho_);
-        exige_certo(resultado);
-        if (resultado == SQL_NO_DATA) break;
-    }
-    prepara_linha();
+    chama([&] {
+        corre(sql, parametros);
+        if (numero_colunas() == 0) {
+            seguinte();
+            return;
+        }
+        prepara_linha();
+        le_linhas();
+    });
+}
+
+bool Instrucao::seguinte() {
+    exige_lidas();
+    bool ha = false;
+    chama([&] {
+        nova_.clear();
+        linha_ = lidas_ = 0;
+        ha_linhas_ = false;
+        avisos_.clear();
+        do {
+            const SQLRETURN resultado = SQLMoreResults(punho_);
+            exige_certo_e_avisos(resultado);
+            if (resultado == SQL_NO_DATA) return;
+        } while (numero_colunas() == 0);
+        prepara_linha();
+        le_linhas();
+        ha = true;
+    });
+    return ha;
 }
 
 std::int64_t Instrucao::executa(const std::string& sql, std::vector<Parametro> parametros) {
-    corre(sql, parametros);
     // A table's triggers report what they changed before the statement reports its own.
     std::int64_t alteradas = 0;
-    SQLRETURN resultado = SQL_SUCCESS;
-    while (resultado != SQL_NO_DATA) {
-        SQLLEN contadas = -1;
-        exige_certo(SQLRowCount(punho_, &contadas));
-        if (contadas >= 0) alteradas = contadas;
-        resultado = SQLMoreResults(punho_);
-        exige_certo(resultado);
-    }
+    chama([&] {
+        corre(sql, parametros);
+        SQLRETURN resultado = SQL_SUCCESS;
+        while (resultado != SQL_NO_DATA) {
+            SQLLEN contadas = -1;
+            exige_certo(SQLRowCount(punho_, &contadas));
+            if (contadas >= 0) alteradas = contadas;
+            resultado = SQLMoreResults(punho_);
+            exige_certo(resultado);
+        }
+    });
     return alteradas;
 }
 
 void Instrucao::esgota() {
+    exige_lidas();
     ha_linhas_ = false;
     SQLRETURN resultado = SQL_SUCCESS;
     while (resultado != SQL_NO_DATA) {
@@ -140,9 +176,12 @@ void Instrucao::esgota() {
 }
 
 std::int64_t Instrucao::pergunta(const std::string& sql, std::vector<Parametro> parametros) {
-    consulta(sql, std::move(parametros));
-    const std::int64_t resposta = avanca() ? registos::le_celula({}, celula(0)).inteiro() : 0;
-    esgota();
+    std::int64_t resposta = 0;
+    chama([&] {
+        consulta(sql, std::move(parametros));
+        if (avanca()) resposta = registos::le_celula({}, celula(0)).inteiro();
+        esgota();
+    });
     return resposta;
 }
 
@@ -151,15 +190,17 @@ std::int64_t Instrucao::pergunta(const std::string& sql, std::vector<Parametro> 
 std::vector<std::string> Instrucao::chave_primaria(const std::string& tabela) {
     constexpr std::size_t coluna_nome = 3; // COLUMN_NAME of the catalogue's answer
     TextoLargo nome = largo(tabela);
-    exige_certo(SQLPrimaryKeysW(punho_, nullptr, 0, nullptr, 0, nome.data(), SQL_NTS));
+    chama([&] { exige_certo(SQLPrimaryKeysW(punho_, nullptr, 0, nullptr, 0, nome.data(), SQL_NTS)); });
     return nomes(coluna_nome);
 }
 
 std::vector<std::string> Instrucao::chave_sem_nulos(const std::string& tabela) {
     constexpr std::size_t coluna_nome = 1;
     TextoLargo nome = largo(tabela);
-    exige_certo(SQLSpecialColumnsW(punho_, SQL_BEST_ROWID, nullptr, 0, nullptr, 0, nome.data(), SQL_NTS,
-                                   SQL_SCOPE_CURROW, SQL_NO_NULLS));
+    chama([&] {
+        exige_certo(SQLSpecialColumnsW(punho_, SQL_BEST_ROWID, nullptr, 0, nullptr, 0, nome.data(), SQL_NTS,
+                                       SQL_SCOPE_CURROW, SQL_NO_NULLS));
+    });
     return nomes(coluna_nome);
 }
 
@@ -181,7 +222,7 @@ SQLSMALLINT Instrucao::numero_colunas() const {
 
 std::vector<Coluna> Instrucao::le_colunas() {
     std::vector<Coluna> colunas;
-    for (std::size_t i = 0; i < linha_.size(); ++i) {
+    for (std::size_t i = 0; i < nova_.size(); ++i) {
         std::array<SQLWCHAR, 130> nome{};
         SQLSMALLINT comprimento = 0, tipo = 0, casas = 0, anulavel = 0;
         SQLULEN tamanho = 0;
@@ -198,30 +239,57 @@ std::vector<Coluna> Instrucao::le_colunas() {
 }
 
 void Instrucao::prepara_linha() {
-    linha_.resize(static_cast<std::size_t>(numero_colunas()));
-    ha_linhas_ = !linha_.empty();
-    for (std::size_t i = 0; i < linha_.size(); ++i) {
+    nova_.assign(static_cast<std::size_t>(numero_colunas()), {});
+    linhas_.clear();
+    linha_ = lidas_ = 0;
+    ha_linhas_ = !nova_.empty();
+    for (std::size_t i = 0; i < nova_.size(); ++i) {
         SQLLEN tipo = 0;
         exige_certo(SQLColAttributeW(punho_, numero(i), SQL_DESC_CONCISE_TYPE, nullptr, 0, nullptr, &tipo));
-        linha_[i].tipo_c = tipo_c_de(static_cast<SQLSMALLINT>(tipo));
+        nova_[i].tipo_c = tipo_c_de(static_cast<SQLSMALLINT>(tipo));
     }
 }
 
 // --- Rows --------------------------------------------------------------------------------------------------
 
 bool Instrucao::avanca() {
-    const SQLRETURN resultado = SQLFetch(punho_);
-    exige_certo(resultado);
-    ha_linhas_ = resultado != SQL_NO_DATA;
-    if (!ha_linhas_) return false;
-    // In order and whole: some drivers give a column only once, and none before the last one asked for.
-    for (std::size_t i = 0; i < linha_.size(); ++i)
-        le(i);
-    return true;
+    if (linha_ == lidas_ && ha_linhas_) chama([this] { le_linhas(); });
+    if (linha_ < lidas_) {
+        ++linha_;
+        return true;
+    }
+    exige_lidas();
+    return false;
 }
 
-void Instrucao::le(std::size_t coluna) {
-    Lida& lida = linha_[coluna];
+void Instrucao::exige_lidas() {
+    if (falha_) std::rethrow_exception(std::exchange(falha_, nullptr));
+}
+
+// A look-up reads one row of few. The next ones are on their way already: taking them costs less than telling
+// the server to stop, and than asking another thread for each.
+void Instrucao::le_linhas() {
+    linha_ = lidas_ = 0;
+    try {
+        while (ha_linhas_ && lidas_ < linhas_de_uma_vez) {
+            const SQLRETURN resultado = SQLFetch(punho_);
+            exige_certo(resultado);
+            ha_linhas_ = resultado != SQL_NO_DATA;
+            if (!ha_linhas_) return;
+            if (lidas_ == linhas_.size()) linhas_.push_back(nova_);
+            // In order and whole: some drivers give a column only once, and none before the last one asked
+            // for.
+            for (std::size_t i = 0; i < nova_.size(); ++i)
+                le(i, linhas_[lidas_][i]);
+            ++lidas_;
+        }
+    } catch (const base::Falha&) {
+        ha_linhas_ = false;
+        falha_ = std::current_exception();
+    }
+}
+
+void Instrucao::le(std::size_t coluna, Lida& lida) {
     SQLLEN indicador = 0;
     switch (lida.tipo_c) {
     case SQL_C_SBIGINT:
@@ -272,7 +340,7 @@ bool Instrucao::le_texto(SQLUSMALLINT coluna, std::string& texto) {
 }
 
 Celula Instrucao::celula(std::size_t coluna) const {
-    const Lida& lida = linha_.at(coluna);
+    const Lida& lida = linhas_.at(linha_ - 1).at(coluna);
     if (lida.nula) return {};
     if (lida.tipo_c == SQL_C_SBIGINT) return lida.inteiro;
     if (lida.tipo_c == SQL_C_DOUBLE) return lida.real;

@@ -15,7 +15,8 @@ std::string acaba_o_que_ficou() {
            ",N'Session')<>N'NoLock' EXEC sp_releaseapplock @Resource=" + tranca + ", @LockOwner=N'Session'";
 }
 
-LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas) {
+LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas)
+    : linha_(esperas.a_vista ? std::make_unique<espera::Linha>(esperas.a_vista) : nullptr) {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente_)))
         throw base::Falha("O gestor de ODBC não arrancou.", startup::numeros_bd::falha_geral);
     try {
@@ -26,9 +27,11 @@ LigacaoODBC::LigacaoODBC(const std::string& texto, const Esperas& esperas) {
                                  SQL_IS_UINTEGER),
               SQL_HANDLE_DBC, ligacao_);
         TextoLargo largo_texto = largo(texto);
-        exige(SQLDriverConnectW(ligacao_, nullptr, largo_texto.data(), SQL_NTS, nullptr, 0, nullptr,
-                                SQL_DRIVER_NOPROMPT),
-              SQL_HANDLE_DBC, ligacao_);
+        chama(espera::Motivo::servidor, [&] {
+            exige(SQLDriverConnectW(ligacao_, nullptr, largo_texto.data(), SQL_NTS, nullptr, 0, nullptr,
+                                    SQL_DRIVER_NOPROMPT),
+                  SQL_HANDLE_DBC, ligacao_);
+        });
         aberta_ = true;
     } catch (...) {
         larga();
@@ -41,7 +44,7 @@ LigacaoODBC::~LigacaoODBC() { larga(); }
 void LigacaoODBC::larga() {
     if (aberta_) {
         if (viva()) deixa_sem_nada();
-        SQLDisconnect(ligacao_);
+        chama(espera::Motivo::servidor, [this] { SQLDisconnect(ligacao_); });
     }
     if (ligacao_ != SQL_NULL_HDBC) SQLFreeHandle(SQL_HANDLE_DBC, ligacao_);
     SQLFreeHandle(SQL_HANDLE_ENV, ambiente_);

@@ -21,8 +21,6 @@ std::string_view retira_palavra(std::string_view& texto) {
     return palavra;
 }
 
-bool e_consulta(std::string_view sql) { return base::mesmo_nome(retira_palavra(sql), "select"); }
-
 // The table that a query reads, without schema and brackets. None for a query whose rows are not those of one
 // table as they are: with a join, or with values that were computed.
 std::string tabela_de(std::string_view sql) {
@@ -40,6 +38,14 @@ std::string tabela_de(std::string_view sql) {
 }
 
 } // namespace
+
+bool e_consulta(std::string_view sql) { return base::mesmo_nome(retira_palavra(sql), "select"); }
+
+bool escreve_linhas(std::string_view sql) {
+    const std::string_view verbo = retira_palavra(sql);
+    return base::mesmo_nome(verbo, "delete") || base::mesmo_nome(verbo, "insert") ||
+           base::mesmo_nome(verbo, "update");
+}
 
 MotorODBC::MotorODBC(std::string ligacao, const Esperas& esperas)
     : texto_(std::move(ligacao)), esperas_(esperas), fala_(fala_do_controlador(texto_)) {
@@ -71,6 +77,7 @@ void MotorODBC::liga() {
         throw Falha("A ligação à base de dados não começou do princípio: tem uma transacção aberta.",
                     startup::numeros_bd::falha_geral);
     if (exclusivo_) pede_tranca(*nova, tranca_das_tabelas, "Session");
+    esquece_colunas();
     ligacao_ = std::move(nova);
 }
 
@@ -93,27 +100,38 @@ bool MotorODBC::Tentativas::outra(const FalhaODBC& falha) {
 
 // --- Statements --------------------------------------------------------------------------------------------
 
+MotorODBC::Alvo MotorODBC::alvo(const std::string& sql, Modo modo) {
+    Alvo alvo;
+    if (modo == Modo::actualizavel) alvo.tabela = tabela_de(sql);
+    if (!alvo.tabela.empty()) alvo.chave = chave(alvo.tabela);
+    return alvo;
+}
+
+std::shared_ptr<const Colunas> MotorODBC::Alvo::colunas(std::vector<registos::Coluna> lista) const {
+    Colunas colunas{std::move(lista), tabela, !chave.empty()};
+    for (const std::string& nome : chave) {
+        const auto coluna =
+            std::find_if(colunas.lista.begin(), colunas.lista.end(),
+                         [&](const registos::Coluna& esta) { return base::mesmo_nome(esta.nome, nome); });
+        colunas.chave_completa = colunas.chave_completa && coluna != colunas.lista.end();
+        if (coluna != colunas.lista.end()) coluna->chave = true;
+    }
+    return std::make_shared<const Colunas>(std::move(colunas));
+}
+
 std::unique_ptr<registos::Conjunto> MotorODBC::consulta(const std::string& sql, Modo modo) {
     if (!e_consulta(sql))
         throw Falha("A instrução não é uma consulta.", startup::numeros_bd::instrucao_errada);
+    auto lida = passo_ != nullptr ? passo_->retira(sql) : std::nullopt;
+    if (!lida) envia();
     return corre(Repete::sim, [&] {
-        auto colunas = std::make_shared<Colunas>();
-        std::vector<std::string> por_encontrar;
-        if (modo == Modo::actualizavel) {
-            colunas->tabela = tabela_de(sql);
-            if (!colunas->tabela.empty()) por_encontrar = chave(colunas->tabela);
-        }
+        const Alvo este = alvo(sql, modo); // first: the connection must be free for it
+        if (lida)
+            return std::make_unique<registos::Conjunto>(*this, este.colunas(std::move(lida->colunas)),
+                                                        std::move(lida->linhas));
         auto linhas = std::make_unique<Instrucao>(*ligacao_, esperas_.instrucao);
         linhas->consulta(sql);
-        colunas->lista = linhas->le_colunas();
-        colunas->chave_completa = !por_encontrar.empty();
-        for (const std::string& nome : por_encontrar) {
-            const auto coluna =
-                std::find_if(colunas->lista.begin(), colunas->lista.end(),
-                             [&](const registos::Coluna& esta) { return base::mesmo_nome(esta.nome, nome); });
-            colunas->chave_completa = colunas->chave_completa && coluna != colunas->lista.end();
-            if (coluna != colunas->lista.end()) coluna->chave = true;
-        }
+        auto colunas = este.colunas(linhas->le_colunas());
         std::unique_ptr<registos::Cursor> cursor;
         if (linhas->avanca()) cursor = std::move(linhas);
         auto conjunto = std::make_unique<registos::Conjunto>(*this, std::move(colunas), std::move(cursor));
@@ -123,6 +141,10 @@ std::unique_ptr<registos::Conjunto> MotorODBC::consulta(const std::string& sql, 
 }
 
 void MotorODBC::executa(const std::string& sql) {
+    if (pode_esperar(sql)) return adia({startup::FalhaAdiada::Genero::instrucao, sql});
+    if (!escreve_linhas(sql)) esquece_colunas();
+    envia();
+    if (passo_ != nullptr) passo_->nota_escrita();
     tranca_para_escrever();
     corre(Repete::nao, [&] { return instrucao().executa(sql); });
 }
@@ -136,13 +158,14 @@ Servidor MotorODBC::servidor() {
 
 // The primary key, or else the columns of another index that tells each row from all others.
 const std::vector<std::string>& MotorODBC::chave(const std::string& tabela) {
-    const auto encontrada = chaves_.find(tabela);
+    const std::string nome = base::maiusculas(tabela);
+    const auto encontrada = chaves_.find(nome);
     if (encontrada != chaves_.end()) return encontrada->second;
     static const std::vector<std::string> sem_chave;
     std::vector<std::string> nomes = instrucao().chave_primaria(tabela);
     if (nomes.empty()) nomes = instrucao().chave_sem_nulos(tabela);
     if (nomes.empty()) return sem_chave; // which the table may yet get
-    return chaves_[tabela] = std::move(nomes);
+    return chaves_[nome] = std::move(nomes);
 }
 
 } // namespace orvex::platform::odbc

@@ -4,6 +4,7 @@
 #include "platform/odbc/controladores.h"
 #include "platform/odbc/falhas.h"
 #include "platform/odbc/instrucao.h"
+#include "platform/odbc/passo.h"
 
 #include <chrono>
 #include <map>
@@ -18,6 +19,8 @@ struct Servidor;
 
 // A failure that says what became of what was being written.
 inline constexpr const char* nada_ficou = " Nada do que estava a ser gravado ficou na base de dados.";
+inline constexpr const char* nao_se_sabe =
+    " Não se sabe se o que estava a ser gravado ficou na base de dados: verifique antes de repetir.";
 base::Falha com(const base::Falha& falha, const char* conclusao);
 
 inline constexpr const char* transaccoes_abertas = "SELECT @@TRANCOUNT AS n";
@@ -44,6 +47,9 @@ class MotorODBC final : public registos::Motor {
     void anula() override;
     // A server that does not tell loses its connection, and with it whatever was open.
     bool em_transaccao() override;
+    // What the work wrote when it throws: outside a transaction it is sent all the same, since without the
+    // step it would have been; inside one it is dropped, and only a rollback is accepted.
+    void em_passo(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
     void insere(const registos::Colunas& colunas,
@@ -55,8 +61,9 @@ class MotorODBC final : public registos::Motor {
 
   private:
     // Once the server has undone a transaction that the program still believes in, nothing may run until the
-    // program has taken notice: on its own it would be half of something.
-    enum class Transaccao { nenhuma, aberta, perdida };
+    // program has taken notice: on its own it would be half of something. Nor may anything but a rollback,
+    // once a write failed that the program believes to be done.
+    enum class Transaccao { nenhuma, aberta, falhada, perdida };
 
     enum class Repete { sim, nao };
 
@@ -103,14 +110,36 @@ class MotorODBC final : public registos::Motor {
     FalhaODBC toma_nota(const FalhaODBC& falha);
     void exige_transaccao_viva();
     void tranca_para_escrever();
+    void le_adiante(Passo& passo, const std::vector<std::string>& perguntas);
+    bool le_juntas(Passo& passo, const std::vector<std::string>& perguntas); // false when not all came
+    bool pode_esperar(const std::string& sql) const;
+    std::int64_t escreve(Escrita escrita); // tells how many rows it changed
+    void adia(Escrita escrita);
+    void envia(); // what waits
+    void envia_na_transaccao(std::vector<Escrita> escritas);
+    void envia_sozinhas(std::vector<Escrita> escritas);
+    void corre_lote(Lote& lote, std::size_t quantas);
+    startup::FalhaAdiada a_dizer(const Lote& lote, bool incerto) const;
+    // What waits belongs before what comes now, and what was read ahead will be old.
+    void acaba_o_adiado();
+    void larga_o_adiado();
+    void exige_anulacao(const base::Falha& causa);
     // Asks for a lock of the program's own, for a transaction or for the session, and throws when it does not
     // come in time.
     void pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const;
     std::int64_t abertas_no_servidor() const;
+    bool anulada_pelo_servidor();
     void nota_testemunha(const registos::Colunas& colunas,
                          const std::vector<registos::Atribuicao>& atribuicoes);
     void numera_testemunha();
     bool confirmada_afinal(const FalhaODBC& falha);
+    // What rows of a query are found again by, where they are to be.
+    struct Alvo {
+        std::string tabela;
+        std::vector<std::string> chave;
+        std::shared_ptr<const registos::Colunas> colunas(std::vector<registos::Coluna> lista) const;
+    };
+    Alvo alvo(const std::string& sql, Modo modo);
     const std::vector<std::string>& chave(const std::string& tabela);
 
     const std::string texto_; // as ConstrutorLigacao built it
@@ -121,7 +150,9 @@ class MotorODBC final : public registos::Motor {
     bool trancada_ = false;  // the open transaction has the ledger's lock
     bool exclusivo_ = false; // work runs that has the lock of the tables
     std::optional<Testemunha> testemunha_;
-    std::map<std::string, std::vector<std::string>> chaves_; // columns of the key, by table
+    std::optional<base::Falha> causa_;                       // of a transaction that is `falhada`
+    Passo* passo_ = nullptr;                                 // the innermost that runs
+    std::map<std::string, std::vector<std::string>> chaves_; // columns of the key, by table, upper case
 };
 
 } // namespace orvex::platform::odbc

@@ -23,11 +23,12 @@ void exige_tranca(std::int64_t resposta) {
 
 // The lock's own waiting time comes before the one for an answer.
 void MotorODBC::pede_tranca(const LigacaoODBC& ligacao, const char* recurso, const char* dono) const {
-    const std::string sql = std::string("DECLARE @r int; EXEC @r = sp_getapplock @Resource=N'") + recurso +
-                            "', @LockMode=N'Exclusive', @LockOwner=N'" + dono +
+    const std::string sql = std::string("DECLARE @r int=-999; EXEC @r = sp_getapplock @Resource=N'") +
+                            recurso + "', @LockMode=N'Exclusive', @LockOwner=N'" + dono +
                             "', @LockTimeout=" + std::to_string(esperas_.bloqueio * 1000) +
                             "; SELECT @r AS r";
-    exige_tranca(Instrucao(ligacao, esperas_.bloqueio + esperas_.instrucao).pergunta(sql));
+    exige_tranca(
+        Instrucao(ligacao, esperas_.bloqueio + esperas_.instrucao, espera::Motivo::posto).pergunta(sql));
 }
 
 void MotorODBC::tranca() {
@@ -36,6 +37,7 @@ void MotorODBC::tranca() {
     if (transaccao_ != Transaccao::aberta)
         throw Falha("Não há transacção aberta.", startup::numeros_bd::falha_geral);
     if (trancada_) return;
+    acaba_o_adiado();
     corre(Repete::nao, [&] { pede_tranca(*ligacao_, "xel_ORVEX", "Transaction"); });
     trancada_ = true;
 }
@@ -46,6 +48,7 @@ void MotorODBC::tranca_para_escrever() {
 
 // A connection that is lost meanwhile takes its lock along; the one opened in its place asks for it again.
 void MotorODBC::em_exclusivo(const std::function<void()>& trabalho) {
+    acaba_o_adiado();
     corre(Repete::sim, [&] { pede_tranca(*ligacao_, tranca_das_tabelas, "Session"); });
     exclusivo_ = true;
     const auto larga = [&] {

@@ -6,11 +6,8 @@ namespace {
 
 using base::Falha;
 
-startup::ConfirmacaoDesconhecida nao_se_sabe(const Falha& falha) {
-    return startup::ConfirmacaoDesconhecida(
-        falha.what() + std::string(" Não se sabe se o que estava a ser gravado ficou na base de dados: "
-                                   "verifique antes de repetir."),
-        falha.numero());
+startup::ConfirmacaoDesconhecida desconhecida(const Falha& falha) {
+    return startup::ConfirmacaoDesconhecida(falha.what() + std::string(nao_se_sabe), falha.numero());
 }
 
 } // namespace
@@ -24,6 +21,7 @@ std::string limite_de_bloqueio(int milissegundos) {
 }
 
 void MotorODBC::inicia() {
+    acaba_o_adiado();
     transaccao_ = Transaccao::nenhuma;
     trancada_ = false;
     testemunha_.reset();
@@ -41,10 +39,12 @@ void MotorODBC::inicia() {
         throw Falha("Havia já uma transacção aberta, que foi anulada. Tente novamente.",
                     startup::numeros_bd::falha_geral);
     }
+    ligacao_->retira_erro(); // of before: the server has just told how things are
     transaccao_ = Transaccao::aberta;
 }
 
 void MotorODBC::confirma() {
+    acaba_o_adiado();
     liberta();
     exige_transaccao_viva();
     if (transaccao_ != Transaccao::aberta)
@@ -80,7 +80,7 @@ void MotorODBC::numera_testemunha() {
 
 // Waits for the lost transaction to end, if the server has not noticed yet, instead of reading around it.
 bool MotorODBC::confirmada_afinal(const FalhaODBC& falha) {
-    if (!testemunha_) throw nao_se_sabe(falha);
+    if (!testemunha_) throw desconhecida(falha);
     try {
         liga();
         instrucao().executa(limite_de_bloqueio(esperas_.instrucao * 900));
@@ -93,11 +93,13 @@ bool MotorODBC::confirmada_afinal(const FalhaODBC& falha) {
     } catch (const std::exception& da_procura) {
         engole(da_procura);
         ligacao_.reset();
-        throw nao_se_sabe(falha);
+        throw desconhecida(falha);
     }
 }
 
 void MotorODBC::anula() {
+    if (passo_ != nullptr) passo_->esquece_respostas();
+    if (passo_ != nullptr && transaccao_ != Transaccao::nenhuma) passo_->retira_escritas();
     transaccao_ = Transaccao::nenhuma;
     if (ligacao_ == nullptr) return; // the server did it when the connection was lost
     liberta();
@@ -112,6 +114,7 @@ void MotorODBC::anula() {
 std::int64_t MotorODBC::abertas_no_servidor() const { return instrucao().pergunta(transaccoes_abertas); }
 
 bool MotorODBC::em_transaccao() {
+    envia();
     liberta();
     std::int64_t abertas = 0;
     try {
@@ -124,9 +127,8 @@ bool MotorODBC::em_transaccao() {
     return abertas > 0;
 }
 
-// A transaction that ended on the server, whatever the failure that did it was taken for, is noticed before
-// anything else runs.
-void MotorODBC::exige_transaccao_viva() {
+// Whatever the failure that did it was taken for, it is noticed before anything else runs.
+bool MotorODBC::anulada_pelo_servidor() {
     if (transaccao_ == Transaccao::aberta && ligacao_ != nullptr && ligacao_->retira_erro()) {
         try {
             if (abertas_no_servidor() == 0) transaccao_ = Transaccao::perdida;
@@ -136,7 +138,12 @@ void MotorODBC::exige_transaccao_viva() {
             engole(falha);
         }
     }
-    if (transaccao_ == Transaccao::perdida)
+    return transaccao_ == Transaccao::perdida;
+}
+
+void MotorODBC::exige_transaccao_viva() {
+    if (transaccao_ == Transaccao::falhada) throw Falha(*causa_);
+    if (anulada_pelo_servidor())
         throw Falha("A transacção foi anulada pelo servidor.", startup::numeros_bd::falha_geral);
 }
 

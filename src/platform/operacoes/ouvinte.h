@@ -66,6 +66,10 @@ class Ouvinte {
     virtual void segredo(const std::string&) {}
 };
 
+// What a failure is told of: the operation in which it came, or the statement that was sent only now
+// (startup::FalhaAdiada), of which nothing was told before but that it was asked for.
+Operacao a_que_falhou(const Operacao& esta, const std::exception& falha);
+
 // Does the work, and tells of it. A failure goes on as it is.
 template <typename Trabalho>
 auto com_ouvinte(Ouvinte& ouvinte, const Operacao& operacao, Trabalho trabalho) {
@@ -76,7 +80,7 @@ auto com_ouvinte(Ouvinte& ouvinte, const Operacao& operacao, Trabalho trabalho) 
         try {
             return trabalho();
         } catch (const std::exception& falha) {
-            ouvinte.depois(operacao, {Relogio::now() - inicio, &falha});
+            ouvinte.depois(a_que_falhou(operacao, falha), {Relogio::now() - inicio, &falha});
             throw;
         }
     };

@@ -17,7 +17,9 @@ class ConjuntoOuvido : public ConjuntoRegistos {
     ConjuntoOuvido(std::unique_ptr<ConjuntoRegistos> real, const std::string& sql, Ouvinte& ouvinte)
         : real_(std::move(real)), sql_(sql), ouvinte_(ouvinte) {}
 
-    bool fim() override { return real_->fim(); }
+    bool fim() override {
+        return conta_a_falha(Especie::le, [this] { return real_->fim(); });
+    }
     void move_seguinte() override {
         conta_a_falha(Especie::le, [this] { real_->move_seguinte(); });
     }
@@ -45,11 +47,11 @@ class ConjuntoOuvido : public ConjuntoRegistos {
   private:
     // Of what is too small and too frequent to be told of when it succeeds.
     template <typename Trabalho>
-    void conta_a_falha(Especie especie, Trabalho trabalho) {
+    std::invoke_result_t<Trabalho> conta_a_falha(Especie especie, Trabalho trabalho) {
         try {
-            trabalho();
+            return trabalho();
         } catch (const std::exception& falha) {
-            ouvinte_.depois({especie, sql_}, {{}, &falha});
+            ouvinte_.depois(a_que_falhou({especie, sql_}, falha), {{}, &falha});
             throw;
         }
     }
@@ -71,6 +73,21 @@ Operacao passo(Especie especie, const char* verbo) {
 }
 
 } // namespace
+
+Operacao a_que_falhou(const Operacao& esta, const std::exception& falha) {
+    using Genero = startup::FalhaAdiada::Genero;
+    const auto* adiada = dynamic_cast<const startup::FalhaAdiada*>(&falha);
+    if (adiada == nullptr) return esta;
+    switch (adiada->genero()) {
+    case Genero::pergunta:
+        return instrucao(Especie::consulta, "CONSULTA ", adiada->instrucao());
+    case Genero::instrucao:
+        return instrucao(Especie::executa, "EXECUTA ", adiada->instrucao());
+    case Genero::linha:
+        break;
+    }
+    return instrucao(Especie::altera, "  altera ", adiada->instrucao());
+}
 
 bool SessaoBDOuvida::Abre(const std::string& ligacao) {
     ouvinte_.segredo(startup::ConstrutorLigacao::le(ligacao)["Pwd"]);
@@ -115,6 +132,21 @@ void SessaoBDOuvida::AnulaTransaccao() {
 bool SessaoBDOuvida::EmTransaccao() {
     return com_ouvinte(ouvinte_, passo(Especie::em_transaccao, "EM TRANSACCAO"),
                        [this] { return real_->EmTransaccao(); });
+}
+
+void SessaoBDOuvida::EmPasso(const std::vector<std::string>& perguntas,
+                             const std::function<void()>& trabalho) {
+    bool do_trabalho = false;
+    try {
+        real_->EmPasso(perguntas, [&] {
+            do_trabalho = true;
+            trabalho();
+            do_trabalho = false;
+        });
+    } catch (const startup::FalhaAdiada& falha) {
+        if (!do_trabalho) ouvinte_.depois(a_que_falhou({}, falha), {{}, &falha});
+        throw;
+    }
 }
 
 std::size_t SessaoBDOuvida::Comprimento(const std::string& tabela, const std::string& coluna) {

@@ -25,7 +25,8 @@ class SessaoBDOuvida : public startup::SessaoBD {
     void AnulaTransaccao() override;
     bool EmTransaccao() override;
 
-    // The work goes through this session, and tells of itself.
+    // The work goes through this session, and tells of itself; what fails of it later is told as what it was.
+    void EmPasso(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) override;
     void EmExclusivo(const std::function<void()>& trabalho) override { real_->EmExclusivo(trabalho); }
     std::size_t Comprimento(const std::string& tabela, const std::string& coluna) override;
 

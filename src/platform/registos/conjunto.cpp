@@ -26,6 +26,21 @@ void poe(std::vector<Atribuicao>& atribuicoes, Atribuicao atribuicao) {
 
 } // namespace
 
+std::unique_ptr<Conjunto> Motor::abre_actualizavel(const std::string& sql) {
+    if (const auto conhecida = conhecidas_.find(sql); conhecida != conhecidas_.end())
+        return std::make_unique<Conjunto>(*this, conhecida->second, sql);
+    auto conjunto = consulta(sql, Modo::actualizavel);
+    conjunto->define_texto(sql);
+    return conjunto;
+}
+
+void Motor::conhece(const std::string& sql, const std::shared_ptr<const Colunas>& colunas, int geracao) {
+    if (geracao != geracao_) return;
+    constexpr std::size_t textos_guardados = 100; // far more than the program adds rows to
+    if (conhecidas_.size() >= textos_guardados) conhecidas_.clear();
+    conhecidas_[sql] = colunas;
+}
+
 void Motor::liberta() {
     if (aberto_ != nullptr) aberto_->guarda_resto();
 }
@@ -35,8 +50,16 @@ void Motor::abre(Conjunto& conjunto) {
 }
 
 Conjunto::Conjunto(Motor& motor, std::shared_ptr<const Colunas> colunas, std::unique_ptr<Cursor> cursor)
-    : motor_(motor), colunas_(std::move(colunas)), cursor_(std::move(cursor)),
+    : motor_(motor), colunas_(std::move(colunas)), geracao_(motor.geracao()), cursor_(std::move(cursor)),
       linhas_(colunas_->lista.size()), ha_linha_(cursor_ != nullptr), contagem_(ha_linha_ ? 1 : 0) {}
+
+Conjunto::Conjunto(Motor& motor, std::shared_ptr<const Colunas> colunas, Linhas linhas)
+    : motor_(motor), colunas_(std::move(colunas)), geracao_(motor.geracao()), linhas_(std::move(linhas)),
+      ha_linha_(linhas_.avanca()), contagem_(static_cast<std::int64_t>(linhas_.total())) {}
+
+Conjunto::Conjunto(Motor& motor, std::shared_ptr<const Colunas> colunas, std::string sql)
+    : motor_(motor), colunas_(std::move(colunas)), geracao_(motor.geracao()), linhas_(colunas_->lista.size()),
+      ha_linha_(false), sql_(std::move(sql)), por_abrir_(true) {}
 
 Conjunto::~Conjunto() { larga_cursor(); }
 
@@ -44,6 +67,19 @@ void Conjunto::larga_cursor() {
     if (cursor_ == nullptr) return;
     cursor_.reset();
     motor_.esquece(this);
+}
+
+void Conjunto::abre_se() {
+    if (!por_abrir_) return;
+    const auto aberto = motor_.consulta(sql_, Motor::Modo::actualizavel);
+    por_abrir_ = false;
+    colunas_ = std::move(aberto->colunas_);
+    geracao_ = aberto->geracao_;
+    cursor_ = std::move(aberto->cursor_);
+    linhas_ = std::move(aberto->linhas_);
+    ha_linha_ = aberto->ha_linha_;
+    contagem_ = aberto->contagem_;
+    motor_.passa(aberto.get(), this);
 }
 
 void Conjunto::verifica() const {
@@ -54,11 +90,13 @@ void Conjunto::verifica() const {
 
 bool Conjunto::fim() {
     verifica();
+    abre_se();
     return !ha_linha_;
 }
 
 void Conjunto::move_seguinte() {
     verifica();
+    abre_se();
     definidos_.clear();
     escritos_.clear();
     nova_ = false;
@@ -99,6 +137,7 @@ void Conjunto::guarda_resto() noexcept {
 }
 
 std::int64_t Conjunto::contagem() {
+    abre_se();
     guarda_resto();
     verifica();
     return contagem_;
@@ -114,6 +153,7 @@ Variante Conjunto::valor(std::size_t coluna) {
     verifica();
     if (const Variante* definido = procura(definidos_, coluna)) return *definido;
     if (nova_) return {};
+    abre_se();
     if (!ha_linha_) throw Falha("Não há registo actual.", numeros::falha_geral);
     if (const Variante* ja_escrito = escrito(coluna)) return *ja_escrito;
     return le_celula(colunas_->lista.at(coluna).tipo, celula(coluna));
@@ -122,7 +162,7 @@ Variante Conjunto::valor(std::size_t coluna) {
 std::size_t Conjunto::indice(std::string_view nome) const {
     const auto& lista = colunas_->lista;
     for (std::size_t i = 0; i < lista.size(); ++i)
-        if (base::mesmo_nome(lista[i].nome, nome)) return i;
+        if (lista[i].nome.size() == nome.size() && base::mesmo_nome(lista[i].nome, nome)) return i;
     throw Falha("A coluna «" + std::string(nome) + "» não existe.", numeros::instrucao_errada);
 }
 
@@ -136,12 +176,14 @@ void Conjunto::exige_actualizavel() const {
 
 void Conjunto::acrescenta() {
     exige_actualizavel();
+    if (!sql_.empty()) motor_.conhece(sql_, colunas_, geracao_);
     definidos_.clear();
     nova_ = true;
 }
 
 void Conjunto::define(std::string_view nome, const Variante& valor) {
     exige_actualizavel();
+    if (!nova_) abre_se();
     if (!nova_ && !ha_linha_) throw Falha("Não há registo actual.", numeros::falha_geral);
     const std::size_t coluna = indice(nome);
     const Coluna& descrita = colunas_->lista[coluna];
@@ -168,21 +210,24 @@ void Conjunto::altera() {
     if (!colunas_->chave_completa)
         throw Falha("O registo não pode ser alterado sem a sua chave.", numeros::instrucao_errada);
     if (!motor_.altera(*colunas_, definidos_, *this))
-        throw Falha("O registo foi alterado ou apagado por outro utilizador.", numeros::registo_alterado);
+        throw Falha(alterado_por_outro, numeros::registo_alterado);
     for (Atribuicao& definido : definidos_)
         poe(escritos_, std::move(definido));
 }
 
-std::string texto_insercao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
-    std::string nomes;
-    std::string lugares;
+std::string texto_insercao(const std::string& tabela, const Colunas& colunas,
+                           const std::vector<Atribuicao>& atribuicoes) {
+    std::string texto = "INSERT INTO " + tabela;
+    if (atribuicoes.empty()) return texto += " DEFAULT VALUES";
+    const char* separador = "([";
     for (const Atribuicao& atribuicao : atribuicoes) {
-        const char* separador = nomes.empty() ? "" : ",";
-        nomes += separador + ("[" + colunas.lista[atribuicao.coluna].nome + "]");
-        lugares += std::string(separador) + "?";
+        texto.append(separador).append(colunas.lista[atribuicao.coluna].nome);
+        separador = "],[";
     }
-    return "INSERT INTO " + colunas.tabela +
-           (nomes.empty() ? " DEFAULT VALUES" : "(" + nomes + ") VALUES (" + lugares + ")");
+    texto += "]) VALUES (?";
+    for (std::size_t i = 1; i < atribuicoes.size(); ++i)
+        texto += ",?";
+    return texto += ")";
 }
 
 std::string texto_alteracao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {

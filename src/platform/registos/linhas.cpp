@@ -12,9 +12,8 @@ enum Marca : char { nulo, inteiro_8, inteiro_32, inteiro_64, real, texto_curto, 
 
 template <typename Numero>
 void escreve(std::string& bloco, Marca marca, Numero numero) {
-    char bytes[sizeof numero];
-    std::memcpy(bytes, &numero, sizeof numero);
-    bloco += static_cast<char>(marca);
+    char bytes[1 + sizeof numero] = {static_cast<char>(marca)};
+    std::memcpy(bytes + 1, &numero, sizeof numero);
     bloco.append(bytes, sizeof bytes);
 }
 

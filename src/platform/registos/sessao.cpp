@@ -41,10 +41,15 @@ std::unique_ptr<ConjuntoRegistos> Sessao::Consulta(const std::string& sql) {
 }
 
 std::unique_ptr<ConjuntoRegistos> Sessao::AbreActualizavel(const std::string& sql) {
-    return motor().consulta(exige_texto(sql), Motor::Modo::actualizavel);
+    return motor().abre_actualizavel(exige_texto(sql));
 }
 
 void Sessao::Executa(const std::string& sql) { motor().executa(exige_texto(sql)); }
+
+void Sessao::EmPasso(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) {
+    if (motor_ == nullptr) return trabalho();
+    motor_->em_passo(perguntas, trabalho);
+}
 
 void Sessao::EmExclusivo(const std::function<void()>& trabalho) {
     if (motor_ == nullptr) return trabalho();
@@ -55,8 +60,7 @@ std::size_t Sessao::Comprimento(const std::string& tabela, const std::string& co
     const auto [descrita, nova] = comprimentos_.try_emplace(base::maiusculas(tabela));
     if (nova) {
         try {
-            const auto vazio =
-                motor().consulta("Select * from " + tabela + " where 1=0", Motor::Modo::leitura);
+            const auto vazio = motor().consulta(pergunta_das_colunas(tabela), Motor::Modo::leitura);
             for (std::size_t i = 0; i < vazio->colunas(); ++i)
                 descrita->second[base::maiusculas(vazio->nome_coluna(i))] = vazio->tipo(i).comprimento;
         } catch (const base::Falha& falha) {

@@ -23,6 +23,7 @@ class Sessao : public startup::SessaoBD {
     void AnulaTransaccao() override { motor().anula(); }
     bool EmTransaccao() override { return motor_ != nullptr && motor_->em_transaccao(); }
 
+    void EmPasso(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) override;
     // A session that is not open runs it too: its statements then tell why.
     void EmExclusivo(const std::function<void()>& trabalho) override;
     std::size_t Comprimento(const std::string& tabela, const std::string& coluna) override;

@@ -50,6 +50,30 @@ struct SessaoIndiscreta : platform::sqlite::SessaoSQLite {
     void ConfirmaTransaccao() override { throw startup::ConfirmacaoDesconhecida("Não se sabe."); }
 };
 
+// Its writes fail later than they were asked for.
+struct SessaoTardia : platform::sqlite::SessaoSQLite {
+    using Adiada = startup::FalhaAdiada;
+    void Executa(const std::string& sql) override { throw Adiada(base::Falha("Tarde.", 7), adiado, sql); }
+    void EmPasso(const std::vector<std::string>&, const std::function<void()>& trabalho) override {
+        trabalho();
+        throw Adiada(base::Falha("Tarde.", 7), adiado, "t");
+    }
+    Adiada::Genero adiado = Adiada::Genero::linha;
+};
+
+TEST_F(Registo, UmaFalhaTardiaEDitaUmaVezEDoQueFalhou) {
+    auto propria = std::make_unique<SessaoTardia>();
+    auto& genero = propria->adiado;
+    SessaoBDOuvida BD(std::move(propria), registo);
+    EXPECT_THROW(BD.EmPasso({}, [] {}), startup::FalhaAdiada);
+    genero = startup::FalhaAdiada::Genero::pergunta;
+    const auto em_dois = [&] { BD.EmPasso({}, [&] { BD.EmPasso({}, [&] { BD.Executa("u"); }); }); };
+    EXPECT_THROW(em_dois(), startup::FalhaAdiada);
+    EXPECT_THROW(BD.EmPasso({}, [] { throw base::FalhaGuarda("Da regra."); }), base::FalhaGuarda);
+    EXPECT_EQ(linhas(), "\noperacao_falhou operacao=\"ALTERA t\" numero=\"7\" erro=\"Tarde.\"\n"
+                        "operacao_falhou operacao=\"CONSULTA u\" numero=\"7\" erro=\"Tarde.\"\n");
+}
+
 TEST_F(Registo, TemUmaLinhaParaCadaAcontecimentoDeUmaConfirmacao) {
     const confirmacao::PedidoERP cria{confirmacao::AccaoERP::cria, {2019, "GR", 1, 0}};
     const confirmacao::PedidoERP anula{confirmacao::AccaoERP::anula, {2019, "GR", 1, 12}};
