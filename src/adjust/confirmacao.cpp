@@ -1,6 +1,5 @@
 #include "adjust/mov_stocks.h"
 
-#include "base/descricao.h"
 #include "base/falha.h"
 #include "base/texto.h"
 #include "livro/artigos.h"
@@ -8,6 +7,7 @@
 
 #include <exception>
 #include <optional>
+#include <vector>
 
 namespace orvex::adjust {
 
@@ -17,7 +17,6 @@ using base::Moeda;
 using confirmacao::Confirmacao;
 using confirmacao::Fluxo;
 using confirmacao::Intencao;
-using startup::ChaveDocumento;
 
 namespace {
 
@@ -122,19 +121,31 @@ Intencao MovStocks::IntencaoDe(const Ajuste& ajuste) const {
 }
 
 void MovStocks::Confirma(const Ajuste& ajuste, Confirmacao& confirmacao) {
+    const std::string& artigo = campo(campos::artigo).Text;
+    std::vector<std::string> do_stock{livro::perguntas::existencia(artigo, ArmazemActual),
+                                      livro::perguntas::preco(artigo)};
     confirmacao.Inicia(IntencaoDe(ajuste));
-    // Before the lock, with which the ERP's tables are seen anew: the price is that of after the
-    // cancellation.
-    if (bCarregado) ConfereSubstituicao(ajuste);
+    if (bCarregado) {
+        std::vector<std::string> anunciadas = do_stock;
+        anunciadas.push_back(startup::SessaoBD::pergunta_das_colunas("DocGcLin"));
+        BD.EmPasso(anunciadas, [&] { ConfereSubstituicao(ajuste); });
+    }
     BD.Tranca();
     DataHora Data = DTPicker1.Value;
-    if (bCarregado) {
-        const bool reposto = RemoveInf(confirmacao, Data);
-        ConfereStock(ajuste, reposto ? Moeda() : cQtdCarregada);
-    } else {
-        ConfereArtigo();
-    }
-    const std::int32_t NumDoc = ValidaMovimento(ajuste, Data, confirmacao);
+    const bool reposto = bCarregado && RemoveInf(confirmacao, Data);
+    if (!bCarregado) do_stock.push_back(livro::perguntas::ultimo_movimento(artigo));
+    double preco = 0;
+    // Under the lock, with which the ERP's tables are seen anew: stock and price of after the cancellation.
+    BD.EmPasso(do_stock, [&] {
+        if (bCarregado) {
+            livro::apaga_movimento(BD, lRegisto);
+            ConfereStock(ajuste, reposto ? Moeda() : cQtdCarregada);
+        } else {
+            ConfereArtigo();
+        }
+        preco = PrecoMovimento(artigo);
+    });
+    const std::int32_t NumDoc = ValidaMovimento(ajuste, preco, Data, confirmacao);
     ActualizaMov(ajuste, NumDoc, Data);
     confirmacao.Confirma();
     Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), aviso_informacao);
@@ -189,7 +200,7 @@ void MovStocks::ConfereArtigo() {
         throw FalhaGuarda("A Existência ou o detentor do Artigo mudou. Volte a introduzir o Artigo.");
 }
 
-std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Data,
+std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, double preco, const DataHora& Data,
                                         Confirmacao& confirmacao) {
     const std::string& Artigo = campo(campos::artigo).Text;
     const startup::PedidoDocStock pedido{.tipo_documento = ajuste.TpDoc,
@@ -202,7 +213,7 @@ std::int32_t MovStocks::ValidaMovimento(const Ajuste& ajuste, const DataHora& Da
                                          .artigos = {"", Artigo},
                                          .textos_15 = {"", ""},
                                          .quantidades = {0, ajuste.Qtd.real()},
-                                         .precos = {0, PrecoMovimento(Artigo)},
+                                         .precos = {0, preco},
                                          .textos_18 = {"", ""}};
     gERP.PreparaDocStock(true);
     try {
@@ -229,64 +240,22 @@ void MovStocks::ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const Da
 }
 
 bool MovStocks::RemoveInf(Confirmacao& confirmacao, DataHora& Data) {
-    const auto registo = livro::movimento(BD, lRegisto);
-    if (!registo) throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
-    Detentor = registo->Cliente;
-    Data = registo->Data;
-    // The new row would be the item's newest, and give it back to whoever held it then.
-    if (DetentorActual() != Detentor)
-        throw FalhaGuarda(
-            "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
-    const bool anulado = confirmacao.AnulaSubstituido(registo->Documento);
-    livro::apaga_movimento(BD, lRegisto);
-    return anulado;
-}
-
-void MovStocks::btAnular_Click() {
-    if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
-        common::resposta_ok)
-        return RecomecaEcra();
-    Confirmacao confirmacao(meios());
-    bool ha_movimento = true;
-    const auto fim = confirmacao.executa([&] { ha_movimento = Anula(confirmacao); }, &base::descricao);
-    if (ha_movimento && fim != Confirmacao::Fim::recusada) RecomecaEcra();
-}
-
-// False, with the screen as it is, when there is nothing to cancel.
-bool MovStocks::Anula(Confirmacao& confirmacao) {
-    const auto registo = livro::movimento_a_anular(BD, lRegisto);
-    if (!registo) {
-        Avisa("", "Impossível a anulação!", aviso_informacao);
-        return false;
-    }
-    const std::optional<std::string> detentor = DetentorActual();
-    if (!AceitaReposicao(registo->Cliente, detentor)) return true;
-    const ChaveDocumento& chave = registo->Documento;
-    confirmacao.Inicia(
-        {.fluxo = Fluxo::anula_ajuste,
-         .anula = {chave},
-         .Cliente = registo->Cliente,
-         .Data = registo->Data,
-         .artigos = {{registo->NumSerie, registo->Quantidade.absoluta(), ArmazemDe(registo->Cliente)}}});
-    BD.Tranca();
-    if (DetentorActual() != detentor)
-        throw FalhaGuarda("O Artigo mudou de detentor. Volte a escolher o documento da lista.");
-    const auto resultado = confirmacao.Anula(chave, confirmacao::Leitura::resposta);
-    if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
-    confirmacao.Anota(chave);
-    livro::apaga_movimento(BD, lRegisto);
-    confirmacao.Confirma();
-    return true;
-}
-
-// The ERP puts the stock back where the document took it from, wherever the item is by now.
-bool MovStocks::AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor) {
-    if (detentor == cliente) return true;
-    return Avisa("",
-                 "O Artigo mudou de detentor depois deste movimento: é agora de " + detentor.value_or("") +
-                     ".\r\nA anulação repõe o stock no armazém " + ArmazemDe(cliente) +
-                     ".\r\nPretende continuar?",
-                 aviso_ok_cancelar) == common::resposta_ok;
+    std::optional<livro::LinhaDetentor> registo;
+    BD.EmPasso(
+        {livro::perguntas::movimento(lRegisto),
+         livro::perguntas::ultimo_movimento(campo(campos::artigo).Text)},
+        [&] {
+            registo = livro::movimento(BD, lRegisto);
+            if (!registo)
+                throw FalhaGuarda("O movimento carregado já não existe. Volte a escolhê-lo da lista.");
+            Detentor = registo->Cliente;
+            Data = registo->Data;
+            // The new row would be the item's newest, and give it back to whoever held it then.
+            if (DetentorActual() != Detentor)
+                throw FalhaGuarda(
+                    "O Artigo mudou de detentor depois deste movimento, que já não pode ser substituído.");
+        });
+    return confirmacao.AnulaSubstituido(registo->Documento);
 }
 
 } // namespace orvex::adjust

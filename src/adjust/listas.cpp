@@ -53,15 +53,19 @@ void MovStocks::LerMovimento() {
     std::string processo;
 
     const startup::ChaveDocumento& documento = registo->Documento;
-    const auto cabecalho = BD.Consulta(" Select * from DocGcCab where Ano=" + std::to_string(documento.Ano) +
-                                       " and TpDoc=" + base::entre_plicas(documento.TipoDocumento) +
-                                       " and NNumdoc= " + std::to_string(documento.NossoNoDocumento) +
-                                       "and Serie =" + std::to_string(documento.Serie));
-    if (!cabecalho->fim()) {
-        processo = cabecalho->valor("Processo").texto();
-        if (const auto do_erp = cabecalho->valor("Data"); !do_erp.nulo()) data = do_erp.data();
-    }
-    const auto existencia = livro::existencia(BD, artigo, armazem);
+    const std::string do_cabecalho = " Select * from DocGcCab where Ano=" + std::to_string(documento.Ano) +
+                                     " and TpDoc=" + base::entre_plicas(documento.TipoDocumento) +
+                                     " and NNumdoc= " + std::to_string(documento.NossoNoDocumento) +
+                                     "and Serie =" + std::to_string(documento.Serie);
+    std::optional<base::Variante> existencia;
+    BD.EmPasso({do_cabecalho, livro::perguntas::existencia(artigo, armazem)}, [&] {
+        const auto cabecalho = BD.Consulta(do_cabecalho);
+        if (!cabecalho->fim()) {
+            processo = cabecalho->valor("Processo").texto();
+            if (const auto do_erp = cabecalho->valor("Data"); !do_erp.nulo()) data = do_erp.data();
+        }
+        existencia = livro::existencia(BD, artigo, armazem);
+    });
     Carregado = *registo;
 
     if (campo(campos::artigo).Text != artigo)

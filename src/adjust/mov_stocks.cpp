@@ -28,10 +28,12 @@ void MovStocks::regista_controlos() {
     regista_lista(btFx, campos::artigo, "Selecionar Artigo/Num.Série.");
     regista_lista(btFx, campos::documento, "Selecionar No.Documento.");
     regista_botao(btConf, "btConf", "&Confirmar", "Confrmar a operação.", [this] { btConf_Click(); });
-    regista_botao(btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.",
-                  [this] { btCancelar_Click(); });
+    regista_botao(
+        btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.", [this] { btCancelar_Click(); },
+        common::Botao::Papel::cancela);
     regista_botao(btAnular, "btAnular", "&Anular", "Anular.", [this] { btAnular_Click(); });
-    regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); });
+    regista_botao(
+        btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); }, common::Botao::Papel::sai);
 
     foco().define_ordem({&campo(campos::artigo), &campo(campos::existencia), &DTPicker1,
                          &campo(campos::processo), &campo(campos::quantidade), &campo(campos::observacoes),
@@ -45,9 +47,11 @@ void MovStocks::Form_Load() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
-    campo(campos::artigo).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
-    campo(campos::processo).MaxLength = Comprimento({{"DocGcCab", "Processo"}});
-    campo(campos::observacoes).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
+    ComComprimentos({"xel_ORVEX", "DocGcCab"}, [this] {
+        campo(campos::artigo).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
+        campo(campos::processo).MaxLength = Comprimento({{"DocGcCab", "Processo"}});
+        campo(campos::observacoes).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
+    });
     limparform();
     switch (Modo) {
     case modos::sobras:
@@ -85,6 +89,11 @@ void MovStocks::limparform() {
 void MovStocks::nomeia_quantidade(const char* nome) {
     Label2(rotulos::quantidade).Caption = nome;
     campo(campos::quantidade).Legenda = nome; // what a screen reader says
+}
+
+bool MovStocks::por_gravar() const {
+    if (campo(campos::quantidade).Text.empty()) return false;
+    return !bCarregado || formato().le(campo(campos::quantidade).Text) != cQtdCarregada;
 }
 
 void MovStocks::btCancelar_Click() { RecomecaEcra(); }

@@ -7,6 +7,7 @@
 
 #include "adjust/indices.h"
 #include "common/ecra.h"
+#include "livro/artigos.h"
 #include "livro/detentores.h"
 #include "startup/modos.h"
 
@@ -26,6 +27,7 @@ class MovStocks : public common::Ecra {
     MovStocks(common::ServicosEcra servicos, std::int16_t Modo);
 
     void Form_Load() override;
+    bool por_gravar() const override;
 
     // Controls
 
@@ -73,6 +75,14 @@ class MovStocks : public common::Ecra {
 
     void campo_Validate(int Index, bool& Cancel) override;
     bool ValidaArtigo();
+    // As far as one thing led to another.
+    struct ArtigoLido {
+        std::optional<livro::UltimoMovimento> ultimo{};
+        std::optional<livro::ArtigoActivo> ficha{};
+        std::optional<base::Variante> existencia{};
+        std::optional<livro::UltimoMovimento> entrada{};
+    };
+    ArtigoLido LeArtigo(const std::string& artigo);
     bool ValidaQuantidade();
     bool ConsumoExcessivo() const; // more than there is, the loaded adjustment's own quantity counted back
     bool recusa_artigo(const char* aviso);
@@ -80,7 +90,7 @@ class MovStocks : public common::Ecra {
     // Where the items of a holder lie.
     const std::string& ArmazemDe(const std::string& cliente) const;
 
-    // Confirming, replacing and cancelling: confirmacao.cpp
+    // Confirming and replacing: confirmacao.cpp
 
     void btConf_Click();
     bool entrada_aceite();
@@ -95,17 +105,20 @@ class MovStocks : public common::Ecra {
     void ConfereArtigo();
     std::optional<std::string> DetentorActual(); // of the item on the screen, by its newest ledger row
     // Validates nothing: has the ERP create the adjustment's document, and gives its number.
-    std::int32_t ValidaMovimento(const Ajuste& ajuste, const base::DataHora& Data,
+    std::int32_t ValidaMovimento(const Ajuste& ajuste, double preco, const base::DataHora& Data,
                                  confirmacao::Confirmacao& confirmacao);
     // Adds the adjustment's row to the ledger; there is none to bring up to date.
     void ActualizaMov(const Ajuste& ajuste, std::int32_t NumDoc, const base::DataHora& Data);
+    // Of a replacement: makes the loaded adjustment's holder that of the new one, gives its date and cancels
+    // its document; its row is then to be deleted. False when the ERP did not cancel it.
+    bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);
+
+    // Cancelling: anulacao.cpp
+
     void btAnular_Click();
     bool Anula(confirmacao::Confirmacao& confirmacao);
     // Asks, where the item has gone from the adjustment's client to another holder since.
     bool AceitaReposicao(const std::string& cliente, const std::optional<std::string>& detentor);
-    // Of a replacement: cancels the loaded adjustment's document, deletes its row, makes its holder that of
-    // the new one and gives its date. False when the ERP did not cancel it.
-    bool RemoveInf(confirmacao::Confirmacao& confirmacao, base::DataHora& Data);
 
     // Members
 

@@ -33,28 +33,40 @@ bool MovStocks::ValidaArtigo() {
         Label2(rotulos::nome_artigo).Caption.clear();
         return true;
     }
-    const auto ultimo = livro::ultimo_movimento(BD, artigo);
-    if (!ultimo) return recusa_artigo("Artigo não existente!");
-    ArmazemActual = ArmazemDe(ultimo->Cliente);
-    const auto ficha = livro::artigo_activo(BD, artigo);
-    if (!ficha) return recusa_artigo("Artigo não existente!");
-    Label2(rotulos::nome_artigo).Caption = ficha->Nome;
-    campo(campos::artigo).Text = ficha->Codigo; // whatever case was typed
-    const auto existencia = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
-    if (!existencia) {
+    const ArtigoLido lido = LeArtigo(artigo);
+    if (!lido.ultimo) return recusa_artigo("Artigo não existente!");
+    ArmazemActual = ArmazemDe(lido.ultimo->Cliente);
+    if (!lido.ficha) return recusa_artigo("Artigo não existente!");
+    Label2(rotulos::nome_artigo).Caption = lido.ficha->Nome;
+    campo(campos::artigo).Text = lido.ficha->Codigo; // whatever case was typed
+    if (!lido.existencia) {
         Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
     }
-    const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
-    if (!entrada) {
+    if (!lido.entrada) {
         Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
         return false;
     }
-    campo(campos::existencia).Text = formato().texto(*existencia);
+    campo(campos::existencia).Text = formato().texto(*lido.existencia);
     campo(campos::existencia).Enabled = false;
-    Detentor = entrada->Cliente;
+    Detentor = lido.entrada->Cliente;
     SetFocus(campo(campos::processo));
     return true;
+}
+
+MovStocks::ArtigoLido MovStocks::LeArtigo(const std::string& artigo) {
+    ArtigoLido lido;
+    BD.EmPasso({livro::perguntas::ultimo_movimento(artigo), livro::perguntas::artigo_activo(artigo),
+                livro::perguntas::ultimo_movimento_outra_vez(artigo)},
+               [&] {
+                   lido.ultimo = livro::ultimo_movimento(BD, artigo);
+                   if (lido.ultimo) lido.ficha = livro::artigo_activo(BD, artigo);
+                   if (lido.ficha)
+                       lido.existencia =
+                           livro::existencia(BD, lido.ficha->Codigo, ArmazemDe(lido.ultimo->Cliente));
+                   if (lido.existencia) lido.entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
+               });
+    return lido;
 }
 
 bool MovStocks::ConsumoExcessivo() const {

@@ -169,9 +169,13 @@ void GuiasRemessa::regista_botoes() {
     devolve(devolucoes::abrir, "&Devolução", "Devoução.");
     devolve(devolucoes::confirmar, "&Devolução", "Confirma a Devolução.");
     devolve(devolucoes::desistir, "&Cancelar", "Cancelar.");
-    regista_botao(btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.",
-                  [this] { btCancelar_Click(); });
-    regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { btSair_Click(); });
+    regista_botao(
+        btCancelar, "btCancelar", "Ca&ncelar", "Cancelar as operações.", [this] { btCancelar_Click(); },
+        common::Botao::Papel::cancela);
+    regista_botao(
+        btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { btSair_Click(); },
+        common::Botao::Papel::sai);
+    btGV(devolucoes::desistir).papel = common::Botao::Papel::cancela;
     btGV(devolucoes::confirmar).dentro_de = btGV(devolucoes::desistir).dentro_de = &Frame3;
     Frame3.Cancela = &btGV(devolucoes::desistir);
 }

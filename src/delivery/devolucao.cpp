@@ -3,8 +3,11 @@
 #include "base/falha.h"
 #include "base/texto.h"
 #include "livro/movimentos.h"
+#include "livro/perguntas.h"
 
 #include <exception>
+#include <utility>
+#include <vector>
 
 namespace orvex::delivery {
 
@@ -121,14 +124,25 @@ void GuiasRemessa::ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std
     com_ultimo_erro([&] {
         const auto linhas = livro::linhas_a_devolver(BD, DocumentoDaGuia(NoGRemessa));
         if (linhas.empty()) RecusaSemMovimentos(NoGRemessa); // nothing of it is in the ledger to take back
+        std::vector<std::pair<const livro::MovimentoLido*, const LinhaGuia*>> repostas;
         for (const livro::MovimentoLido& linha : linhas)
-            for (const LinhaGuia& devolvida : devolucao.linhas) {
-                if (base::le_inteiro(linha.chave.NumLinha) != devolvida.NumLinha) continue;
-                if (const auto origem = linha.origem())
-                    livro::repoe(BD, *origem, {devolvida.Quant, devolvida.Quant, devolvida.PesoBruto});
-            }
-        RecusaDevolvidas(devolucao);
-        EscreveLinhasERP(devolucao.cab, NoDoc);
+            for (const LinhaGuia& devolvida : devolucao.linhas)
+                if (base::le_inteiro(linha.chave.NumLinha) == devolvida.NumLinha)
+                    repostas.emplace_back(&linha, &devolvida);
+
+        livro::Perguntas anunciadas;
+        for (const auto& [linha, devolvida] : repostas)
+            if (const auto origem = livro::le_chave(linha->Origem)) anunciadas.junta_linha(*origem);
+        for (const LinhaGuia& devolvida : devolucao.linhas)
+            anunciadas.junta(livro::perguntas::devolvida(GUIADEVOLUCAO.TpDoc(), LinhaDaGuia(devolvida)));
+        anunciadas.junta(livro::perguntas::linhas_no_erp(devolucao.cab.documento(NoDoc)));
+        BD.EmPasso(anunciadas.todas(), [&] {
+            for (const auto& [linha, devolvida] : repostas)
+                if (const auto origem = linha->origem())
+                    livro::repoe(BD, *origem, {devolvida->Quant, devolvida->Quant, devolvida->PesoBruto});
+            RecusaDevolvidas(devolucao);
+            EscreveLinhasERP(devolucao.cab, NoDoc);
+        });
     });
 }
 
@@ -138,11 +152,14 @@ void GuiasRemessa::RecusaSemMovimentos(std::int32_t NoGRemessa) {
     throw base::FalhaGuarda("A guia " + std::to_string(NoGRemessa) + " não está nos movimentos da ORVEX.");
 }
 
+livro::ChaveLinha GuiasRemessa::LinhaDaGuia(const LinhaGuia& devolvida) const {
+    return DocumentoDaGuia(NumGuia).linha(std::to_string(devolvida.NumLinha));
+}
+
 // Another program may have taken a line back since it was ticked here.
 void GuiasRemessa::RecusaDevolvidas(const Guia& devolucao) {
     for (const LinhaGuia& linha : devolucao.linhas)
-        if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(),
-                             DocumentoDaGuia(NumGuia).linha(std::to_string(linha.NumLinha))))
+        if (livro::devolvida(BD, GUIADEVOLUCAO.TpDoc(), LinhaDaGuia(linha)))
             throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(NumGuia) +
                                     " já foi devolvido.");
 }
@@ -154,12 +171,31 @@ void GuiasRemessa::TestaGR(const std::string& sArtigo, std::int16_t Linha) {
                                       DocumentoDaGuia(NumGuia).linha(std::to_string(Linha)));
 }
 
+int GuiasRemessa::ProximaDevolvida(int desde) {
+    livro::Perguntas anunciadas;
+    std::vector<int> com_artigo;
+    for (int i = desde; i < Gr.linhas(); ++i) {
+        if (Gr.valor(i, "Artigo").vazio()) continue;
+        com_artigo.push_back(i);
+        anunciadas.junta(livro::perguntas::devolvida_pelo_cliente(
+            campo(campos::cliente).Text, GUIADEVOLUCAO.TpDoc(), Gr.texto(i, "Artigo")));
+    }
+    int proxima = Gr.linhas();
+    BD.EmPasso(anunciadas.todas(), [&] {
+        for (const int i : com_artigo) {
+            TestaGR(Gr.texto(i, "Artigo"), static_cast<std::int16_t>(Gr.valor(i, "NumLinha").inteiro()));
+            if (!bDevolvido) continue;
+            proxima = i;
+            return;
+        }
+    });
+    return proxima;
+}
+
+// The others are looked at again after each box.
 void GuiasRemessa::TestaDevolucao(bool& Boa) {
     Boa = false;
-    for (int i = 0; i < Gr.linhas(); ++i) {
-        if (Gr.valor(i, "Artigo").vazio()) continue;
-        TestaGR(Gr.texto(i, "Artigo"), static_cast<std::int16_t>(Gr.valor(i, "NumLinha").inteiro()));
-        if (!bDevolvido) continue;
+    for (int i = ProximaDevolvida(0); i < Gr.linhas(); i = ProximaDevolvida(i + 1)) {
         Avisa("", ja_devolvida, aviso_informacao);
         Boa = true;
     }

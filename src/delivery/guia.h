@@ -48,6 +48,10 @@ struct CabecalhoGuia {
     base::DataHora Descarga{};
     std::string Armazem{};
     std::string Detentor{}; // who holds the items afterwards
+
+    livro::Documento documento(std::int32_t numero) const {
+        return {Documento.Ano, Documento.TpDoc, Documento.Serie, numero};
+    }
 };
 
 struct Guia {

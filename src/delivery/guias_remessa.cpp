@@ -4,10 +4,17 @@
 #include "base/falha.h"
 #include "base/texto.h"
 #include "livro/movimentos.h"
+#include "livro/perguntas.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace orvex::delivery {
+namespace {
+
+constexpr std::int64_t linhas_por_passo = 100;
+
+} // namespace
 
 GuiasRemessa::GuiasRemessa(common::ServicosEcra servicos) : Ecra(std::move(servicos), "Guias Remessa") {
     regista_controlos();
@@ -15,8 +22,10 @@ GuiasRemessa::GuiasRemessa(common::ServicosEcra servicos) : Ecra(std::move(servi
 
 void GuiasRemessa::Form_Load() {
     LeParametros();
-    LimitaCampos();
-    limparform();
+    ComComprimentos({"xel_ORVEX", "xel_ORVEX_Mov", "DocGcCab", "DocGcLin", "Vendedor"}, [this] {
+        LimitaCampos();
+        limparform(); // which sets the grids
+    });
 }
 
 void GuiasRemessa::LeParametros() {
@@ -91,17 +100,17 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
     try {
         const startup::ReferenciaERP Linhas = DocActual->obtem("Linhas").objecto;
         const std::int64_t total = Linhas->obtem("Count").valor.inteiro();
-        for (std::int64_t i = 1; i <= total; ++i) {
-            const startup::ReferenciaERP linha = Linhas->chama("Item", {i}).objecto;
-            const int r = static_cast<int>(i - 1);
-            Gr.define_valor(r, "Artigo", linha->obtem("Artigo").valor);
-            Gr.define_valor(r, "Nome", linha->obtem("descricao").valor);
-            Gr.define_valor(r, "Quant", linha->obtem("Quantidade").valor);
-            Gr.define_valor(r, "NumLinha", linha->obtem("NumeroDaLinha").valor);
-            if (ArmazemGuia.empty()) ArmazemGuia = linha->obtem("Armazem").valor.texto();
-
-            Gr.define_valor(r, "PesoBruto", livro::peso_bruto(BD, utkeyDoc, Gr.texto(r, "NumLinha")));
-            Gr.garante_linha(r + 1);
+        for (std::int64_t i = 1; i <= total;) {
+            // The count is the ERP's word; what is announced of it has its limit. The numbers are those that
+            // the ERP gives to the lines it is handed; a line of another one is asked for alone.
+            const std::int64_t fim = i + std::min(total - i + 1, linhas_por_passo);
+            livro::Perguntas pesos;
+            for (std::int64_t n = i; n < fim; ++n)
+                pesos.junta(livro::perguntas::peso_bruto(utkeyDoc, std::to_string(n)));
+            BD.EmPasso(pesos.todas(), [&] {
+                for (; i < fim; ++i)
+                    LerLinha(Linhas->chama("Item", {i}).objecto, static_cast<int>(i - 1), utkeyDoc);
+            });
         }
     } catch (const std::exception& falha) {
         // The lines written so far stay on the screen, and say that they are not all.
@@ -115,6 +124,18 @@ bool GuiasRemessa::Ler(const startup::ChaveDocumento& utkeyDoc) {
     return false;
 }
 
+void GuiasRemessa::LerLinha(const startup::ReferenciaERP& linha, int r,
+                            const startup::ChaveDocumento& utkeyDoc) {
+    Gr.define_valor(r, "Artigo", linha->obtem("Artigo").valor);
+    Gr.define_valor(r, "Nome", linha->obtem("descricao").valor);
+    Gr.define_valor(r, "Quant", linha->obtem("Quantidade").valor);
+    Gr.define_valor(r, "NumLinha", linha->obtem("NumeroDaLinha").valor);
+    if (ArmazemGuia.empty()) ArmazemGuia = linha->obtem("Armazem").valor.texto();
+
+    Gr.define_valor(r, "PesoBruto", livro::peso_bruto(BD, utkeyDoc, Gr.texto(r, "NumLinha")));
+    Gr.garante_linha(r + 1);
+}
+
 void GuiasRemessa::Inibe() {
     for (common::Controlo* controlo : controlos())
         controlo->Enabled = false;
@@ -125,12 +146,19 @@ void GuiasRemessa::DesInibe() {
         controlo->Enabled = true;
 }
 
+bool GuiasRemessa::por_gravar() const { return !GuiaCarregada() && !GuiaNoEcra().linhas.empty(); }
+
 void GuiasRemessa::btCancelar_Click() { RecomecaEcra(); }
 
 void GuiasRemessa::btSair_Click() { Unload(); }
 
 void GuiasRemessa::Form_Terminate() {
-    if (gERP.Empresa()) gERP.Desliga();
+    try {
+        if (gERP.Empresa()) gERP.Desliga();
+    } catch (...) {
+        BD.Fecha();
+        throw;
+    }
     BD.Fecha();
 }
 

@@ -12,6 +12,7 @@
 #include "livro/chaves.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,7 @@ class GuiasRemessa : public common::Ecra {
 
     void Form_Load() override;
     void Form_Terminate() override;
+    bool por_gravar() const override;
 
     // Controls
 
@@ -92,6 +94,7 @@ class GuiasRemessa : public common::Ecra {
               bool& bErro);
     // Shows the lines of DocActual in Gr. Always False, which says nothing: what failed is in FalhaLeitura.
     bool Ler(const startup::ChaveDocumento& utkeyDoc);
+    void LerLinha(const startup::ReferenciaERP& linha, int r, const startup::ChaveDocumento& utkeyDoc);
     void Inibe();    // every control
     void DesInibe(); // every control, also those that were disabled before
     void btCancelar_Click();
@@ -122,7 +125,8 @@ class GuiasRemessa : public common::Ecra {
     void Act_Detalhe();
     // Lists the client's open lines, not invoices, and first repairs their gross weights in the ledger.
     void CarregaFacturas(const std::string& Cliente);
-    int PreencheDetalhe(const std::string& Cliente, const std::string& armazem); // gives the lines shown
+    // Gives the lines shown; nothing where the user gave it up.
+    std::optional<int> PreencheDetalhe(const std::string& Cliente, const std::string& armazem);
     void ReparaPesos(const std::string& Cliente);
     std::string ChaveLinhaAberta(int linha) const; // 2019/FA/1/123/2
     void cb1_Change(int anterior);
@@ -200,7 +204,8 @@ class GuiasRemessa : public common::Ecra {
     void ActualizaMov(const Guia& guia, std::int32_t NoDoc);
     // Cancellation of the note: gives back to the open lines what it took, and deletes its rows.
     void ActualizaMovGR(std::int32_t NoDoc);
-    // One movement row, one holder row and one gross-weight row per article line of the ERP document.
+    // One movement row, one holder row and one gross-weight row per article line of the ERP document. In a
+    // step.
     void EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc);
     // Throws when an article line that was sent is none of those the ERP shows: its weight would have left
     // the open line and be nowhere.
@@ -220,7 +225,10 @@ class GuiasRemessa : public common::Ecra {
     void ActualizaMovGV(const Guia& devolucao, std::int32_t NoDoc, std::int32_t NoGRemessa);
     [[noreturn]] void RecusaSemMovimentos(std::int32_t NoGRemessa);
     void RecusaDevolvidas(const Guia& devolucao);
+    livro::ChaveLinha LinhaDaGuia(const LinhaGuia& devolvida) const; // of the loaded note
     void TestaDevolucao(bool& Boa); // Boa: a line of the note was returned, so it cannot be cancelled
+    // From this row of the note on, the first line that was returned; the number of rows where there is none.
+    int ProximaDevolvida(int desde);
     // Whether this line of the loaded note was returned by the client on the screen: sets bDevolvido.
     void TestaGR(const std::string& sArtigo, std::int16_t Linha);
 

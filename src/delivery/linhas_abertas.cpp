@@ -46,13 +46,15 @@ void GuiasRemessa::ReparaPesos(const std::string& Cliente) { livro::repara_pesos
 void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
     Act_Detalhe();
     const std::string armazem = ArmazemEscolhido();
+    if (!prossegue("A listar")) return; // said before anything is asked: that is what takes long
     ReparaPesos(Cliente);
 
-    if (PreencheDetalhe(Cliente, armazem) == 0)
-        Avisa("", "Não existe informação para as condições solicitadas!", aviso_informacao);
+    const std::optional<int> mostradas = PreencheDetalhe(Cliente, armazem);
+    if (!mostradas) return Act_Detalhe(); // of a list that is not whole nothing is to be picked
+    if (*mostradas == 0) Avisa("", "Não existe informação para as condições solicitadas!", aviso_informacao);
 }
 
-int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
+std::optional<int> GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
     // However the fill ends, the grid shows what it holds.
     struct Pintura {
         common::Grelha& grelha;
@@ -63,16 +65,16 @@ int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string&
     } const pintura(Detalhe);
 
     int contador = 0;
-    livro::mostra_linhas_abertas(BD, Cliente, armazem, FACTURAS, [&](const livro::LinhaAberta& linha) {
+    const auto mostra = [&](const livro::LinhaAberta& linha) {
         Detalhe.garante_linha(contador);
-        const auto celula = [&](const char* chave, const Variante& valor) {
-            Detalhe.define_valor(contador, chave, valor);
+        const auto celula = [&](const char* chave, Variante valor) {
+            Detalhe.define_valor(contador, chave, std::move(valor));
         };
         celula("Artigo", linha.Artigo);
         celula("Nome", linha.Descritivo);
         celula("Quant", linha.Qtd);
         celula("PesoBruto", linha.PesoBruto.nulo() ? Variante(Moeda()) : linha.PesoBruto);
-        celula("Data", linha.Data ? Variante(linha.Data->data()) : Variante());
+        celula("Data", linha.Data.nulo() ? Variante() : Variante(linha.Data.data().data()));
         celula("Doc", linha.documento);
         celula("QuantO", linha.QtdOrig);
         celula("NumLinha", linha.NumLinha);
@@ -80,8 +82,11 @@ int GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string&
         celula("Estilo", por_escolher);
         ++contador;
         Detalhe.garante_linha(contador);
+    };
+    const bool inteira = livro::mostra_linhas_abertas(BD, Cliente, armazem, FACTURAS, mostra, [&] {
+        return prossegue("A listar: " + std::to_string(contador) + " linhas");
     });
-    return contador;
+    return inteira ? std::optional(contador) : std::nullopt;
 }
 
 std::string GuiasRemessa::ChaveLinhaAberta(int linha) const {

@@ -4,6 +4,10 @@
 #include "base/texto.h"
 #include "livro/detentores.h"
 #include "livro/movimentos.h"
+#include "livro/perguntas.h"
+
+#include <utility>
+#include <vector>
 
 namespace orvex::delivery {
 
@@ -20,9 +24,7 @@ livro::Documento GuiasRemessa::DocumentoDaGuia(std::int32_t NoDoc) const {
 }
 
 void GuiasRemessa::EscreveLinhasERP(const CabecalhoGuia& cab, std::int32_t NoDoc) {
-    livro::Documento documento = cab.Documento;
-    documento.Numero = NoDoc;
-    for (const livro::LinhaERP& L : livro::linhas_no_erp(BD, documento)) {
+    for (const livro::LinhaERP& L : livro::linhas_no_erp(BD, cab.documento(NoDoc))) {
         const auto n = static_cast<std::size_t>(L.NumLinha);
         if (n >= PesosLinha.size())
             throw base::FalhaGuarda("O ERP deu à guia a linha " + std::to_string(n) +
@@ -58,13 +60,21 @@ void GuiasRemessa::ExigeLinhasMostradas(const startup::ChaveDocumento& criado) c
 }
 
 void GuiasRemessa::ActualizaMov(const Guia& guia, std::int32_t NoDoc) {
+    livro::Perguntas anunciadas;
+    std::vector<std::pair<livro::ChaveLinha, livro::Pesos>> retiradas;
+    for (const LinhaGuia& linha : guia.linhas) {
+        const auto origem = linha.Artigo.empty() ? std::nullopt : livro::le_chave(linha.OutroDocMesmo);
+        if (!origem) continue;
+        anunciadas.junta_linha(*origem);
+        retiradas.push_back({*origem, {linha.Quant, linha.Quant, linha.PesoBruto}});
+    }
+    anunciadas.junta(livro::perguntas::linhas_no_erp(guia.cab.documento(NoDoc)));
     com_ultimo_erro([&] {
-        for (const LinhaGuia& linha : guia.linhas) {
-            if (linha.Artigo.empty()) continue;
-            if (const auto origem = livro::le_chave(linha.OutroDocMesmo))
-                livro::retira(BD, *origem, {linha.Quant, linha.Quant, linha.PesoBruto});
-        }
-        EscreveLinhasERP(guia.cab, NoDoc);
+        BD.EmPasso(anunciadas.todas(), [&] {
+            for (const auto& [origem, pesos] : retiradas)
+                livro::retira(BD, origem, pesos);
+            EscreveLinhasERP(guia.cab, NoDoc);
+        });
     });
 }
 

@@ -28,4 +28,11 @@ double preco_movimento(startup::SessaoBD& BD, const std::string& Artigo);
 // rows to write, as the rule of each is laid down.
 double preco_transferencia(startup::SessaoBD& BD, const std::string& Artigo);
 
+// What these ask, for a step that announces it.
+namespace perguntas {
+std::string existencia(const std::string& Artigo, const std::string& Armazem);
+std::string artigo_activo(const std::string& codigo);
+std::string preco(const std::string& Artigo); // either one
+} // namespace perguntas
+
 } // namespace orvex::livro

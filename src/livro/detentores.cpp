@@ -61,23 +61,39 @@ void acrescenta_detentor(startup::SessaoBD& BD, const LinhaDetentor& linha) {
     registo->actualiza();
 }
 
+std::string perguntas::ultimo_movimento(const std::string& NumSerie) {
+    return "Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(NumSerie) +
+           " order by Registo desc";
+}
+
+std::string perguntas::ultimo_movimento_outra_vez(const std::string& NumSerie) {
+    return "Select top 1 * from xel_ORVEX where Numserie=" + base::entre_plicas(NumSerie) +
+           " order by Registo desc";
+}
+
+std::string perguntas::movimento(std::int32_t Registo) {
+    return " Select * from xel_Orvex where Registo=" + std::to_string(Registo);
+}
+
+std::string perguntas::movimento_a_anular(std::int32_t Registo) {
+    return "Select * from xel_Orvex where Registo=" + std::to_string(Registo);
+}
+
 std::optional<UltimoMovimento> ultimo_movimento(startup::SessaoBD& BD, const std::string& NumSerie) {
-    return le_ultimo(BD, "Select top 1 * from xel_ORVEX where NumSerie=" + base::entre_plicas(NumSerie) +
-                             " order by Registo desc");
+    return le_ultimo(BD, perguntas::ultimo_movimento(NumSerie));
 }
 
 std::optional<UltimoMovimento> ultimo_movimento_outra_vez(startup::SessaoBD& BD,
                                                           const std::string& NumSerie) {
-    return le_ultimo(BD, "Select top 1 * from xel_ORVEX where Numserie=" + base::entre_plicas(NumSerie) +
-                             " order by Registo desc");
+    return le_ultimo(BD, perguntas::ultimo_movimento_outra_vez(NumSerie));
 }
 
 std::optional<LinhaDetentor> movimento(startup::SessaoBD& BD, std::int32_t Registo) {
-    return le_movimento(BD, " Select * from xel_Orvex where Registo=" + std::to_string(Registo));
+    return le_movimento(BD, perguntas::movimento(Registo));
 }
 
 std::optional<LinhaDetentor> movimento_a_anular(startup::SessaoBD& BD, std::int32_t Registo) {
-    return le_movimento(BD, "Select * from xel_Orvex where Registo=" + std::to_string(Registo));
+    return le_movimento(BD, perguntas::movimento_a_anular(Registo));
 }
 
 void apaga_movimento(startup::SessaoBD& BD, std::int32_t Registo) {

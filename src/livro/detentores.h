@@ -56,6 +56,14 @@ std::optional<LinhaDetentor> movimento_a_anular(startup::SessaoBD& BD, std::int3
 // Under the ledger's lock.
 void apaga_movimento(startup::SessaoBD& BD, std::int32_t Registo);
 
+// What these ask, for a step that announces it.
+namespace perguntas {
+std::string ultimo_movimento(const std::string& NumSerie);
+std::string ultimo_movimento_outra_vez(const std::string& NumSerie);
+std::string movimento(std::int32_t Registo);
+std::string movimento_a_anular(std::int32_t Registo);
+} // namespace perguntas
+
 // Statements of pick lists. Every item that ever had a row, wherever it is now, on the screen of adjustments
 // and on that of transfers, whose texts differ in a blank.
 std::string lista_de_artigos_a_ajustar();

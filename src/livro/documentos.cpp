@@ -31,14 +31,21 @@ EstadoERP estado_no_erp(startup::SessaoBD& BD, const ChaveDocumento& chave) {
                                                                           : EstadoERP::em_vigor;
 }
 
+std::string perguntas::ultimo_numero(const ChaveDocumento& chave) {
+    return "Select top 1 NNumDoc from DocGcCab" + serie_de("Serie", chave) + " order by NNumDoc desc";
+}
+
+std::string perguntas::ultimo_registo() {
+    return "Select top 1 Registo from xel_ORVEX order by Registo desc";
+}
+
 std::int32_t ultimo_numero(startup::SessaoBD& BD, const ChaveDocumento& chave) {
-    const auto ultimo = BD.Consulta("Select top 1 NNumDoc from DocGcCab" + serie_de("Serie", chave) +
-                                    " order by NNumDoc desc");
+    const auto ultimo = BD.Consulta(perguntas::ultimo_numero(chave));
     return ultimo->fim() ? 0 : static_cast<std::int32_t>(ultimo->valor("NNumDoc").inteiro());
 }
 
 std::int64_t ultimo_registo(startup::SessaoBD& BD) {
-    const auto ultimo = BD.Consulta("Select top 1 Registo from xel_ORVEX order by Registo desc");
+    const auto ultimo = BD.Consulta(perguntas::ultimo_registo());
     return ultimo->fim() ? 0 : ultimo->valor("Registo").inteiro();
 }
 

@@ -42,4 +42,10 @@ bool no_livro(startup::SessaoBD& BD, const startup::ChaveDocumento& chave);
 bool transferencia_no_livro(startup::SessaoBD& BD, const std::string& NumSerie, const std::string& Destino,
                             base::Moeda Quantidade, std::int64_t depois_de);
 
+// What these ask, for a step that announces it.
+namespace perguntas {
+std::string ultimo_numero(const startup::ChaveDocumento& chave);
+std::string ultimo_registo();
+} // namespace perguntas
+
 } // namespace orvex::livro

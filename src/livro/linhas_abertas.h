@@ -8,29 +8,30 @@
 #include "startup/parametros.h"
 
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace orvex::livro {
 
 struct LinhaAberta {
     std::string documento;   // FA/1/123; a part that is null is left empty
-    base::Variante NumLinha; // these as they are read, null too
+    base::Variante NumLinha; // these as they are read, null too, and Data that is no date
     base::Variante Qtd;      // tonnes
     base::Variante QtdOrig;
     base::Variante PesoBruto;
+    base::Variante Data;
     std::string Artigo;
     std::string Descritivo;
-    std::optional<base::DataHora> Data;
     std::string Unidade;
 };
 
 // Shows one after the other, in the order of the database, the open lines of a client whose goods lie in the
 // warehouse by the ERP's line, and those whose key is broken, which nobody can ask the ERP about. For the
-// eye: what a confirmation takes is read again there (retira).
-void mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, const std::string& Armazem,
+// eye: what a confirmation takes is read again there (retira). Asked every few hundred lines whether it goes
+// on; False when it was told not to.
+bool mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, const std::string& Armazem,
                            const startup::ParametroGrupos& FACTURAS,
-                           const std::function<void(const LinhaAberta&)>& mostra);
+                           const std::function<void(const LinhaAberta&)>& mostra,
+                           const std::function<bool()>& prossegue);
 
 // Copies gross weights that the ledger lacks from the ERP's lines. Outside transactions; what another
 // workstation that lists the same client repairs meanwhile is passed over.
@@ -40,5 +41,10 @@ void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
 // Asked when an item is indicated for a transfer, and again under the ledger's lock.
 bool tem_linhas_abertas(startup::SessaoBD& BD, const std::string& Artigo,
                         const startup::ParametroGrupos& FACTURAS);
+
+// What it asks, for a step that announces it.
+namespace perguntas {
+std::string tem_linhas_abertas(const std::string& Artigo, const startup::ParametroGrupos& FACTURAS);
+}
 
 } // namespace orvex::livro

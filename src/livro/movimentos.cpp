@@ -2,6 +2,7 @@
 
 #include "base/falha.h"
 #include "base/texto.h"
+#include "livro/perguntas.h"
 
 namespace orvex::livro {
 
@@ -22,14 +23,8 @@ void soma(startup::ConjuntoRegistos& linha, const char* coluna, Moeda peso) {
     if (!valor.nulo()) linha.define(coluna, valor.moeda() + peso);
 }
 
-std::string linha_com(const ChaveLinha& chave) {
-    return "Select * from xel_ORVEX_MOV where Ano=" + chave.Ano +
-           " and TpDoc=" + base::entre_plicas(chave.TpDoc) + "     and NumDoc=" + chave.NumDoc +
-           " and SerieDoc=" + chave.Serie + " and NumLinha=" + chave.NumLinha;
-}
-
 void soma(startup::SessaoBD& BD, const ChaveLinha& origem, const Pesos& pesos) {
-    const auto linha = BD.AbreActualizavel(linha_com(origem));
+    const auto linha = BD.AbreActualizavel(perguntas::linha(origem));
     if (linha->fim()) return;
     if (pesos.Qtd < Moeda() && moeda_ou_zero(linha->valor("Qtd")) + pesos.Qtd < Moeda())
         throw base::FalhaGuarda("A linha " + origem.texto() + " já não tem em aberto a quantidade pedida.");
@@ -58,6 +53,47 @@ std::vector<MovimentoLido> le_guia(startup::SessaoBD& BD, const Documento& guia,
 }
 
 } // namespace
+
+namespace perguntas {
+
+std::string linha(const ChaveLinha& linha) {
+    return "Select * from xel_ORVEX_MOV where Ano=" + linha.Ano +
+           " and TpDoc=" + base::entre_plicas(linha.TpDoc) + "     and NumDoc=" + linha.NumDoc +
+           " and SerieDoc=" + linha.Serie + " and NumLinha=" + linha.NumLinha;
+}
+
+std::string peso_bruto(const startup::ChaveDocumento& documento, const std::string& NumLinha) {
+    return "Select * from U_DocGcLin1 where Ano=" + std::to_string(documento.Ano) +
+           " and NumLinha=" + NumLinha + "  and TpDocum=" + base::entre_plicas(documento.TipoDocumento) +
+           " and Serie=" + std::to_string(documento.Serie) +
+           "  and NNumdoc=" + std::to_string(documento.NossoNoDocumento) + "  ";
+}
+
+std::string linhas_no_erp(const Documento& documento) {
+    return "Select * from DocGcLin where ano=" + std::to_string(documento.Ano) +
+           " and tpDocum=" + base::entre_plicas(documento.TpDoc) + " and Serie=" + documento.Serie +
+           " and NnumDoc=" + std::to_string(documento.Numero);
+}
+
+std::string devolvida_pelo_cliente(const std::string& Cliente, const std::string& TpDoc,
+                                   const std::string& Artigo) {
+    return "Select * from xel_ORVEX_MOV where  Cliente = " + base::entre_plicas(Cliente) +
+           " and TpDoc=" + base::entre_plicas(TpDoc) + " and Artigo=" + base::entre_plicas(Artigo) + " ";
+}
+
+std::string devolvida(const std::string& TpDoc, const ChaveLinha& linha) {
+    return "Select * from xel_ORVEX_MOV where TpDoc=" + base::entre_plicas(TpDoc) +
+           " and Origem=" + base::entre_plicas(linha.origem());
+}
+
+} // namespace perguntas
+
+void Perguntas::junta_linha(const ChaveLinha& linha) {
+    std::string qual = base::maiusculas(base::apara(linha.TpDoc));
+    for (const std::string& parte : {linha.Ano, linha.Serie, linha.NumDoc, linha.NumLinha})
+        qual += "/" + std::to_string(base::le_inteiro(parte).value_or(0));
+    junta_uma_vez(perguntas::linha(linha), qual);
+}
 
 void retira(startup::SessaoBD& BD, const ChaveLinha& origem, const Pesos& pesos) {
     soma(BD, origem, {-pesos.Qtd, -pesos.Liquido, -pesos.Bruto});
@@ -100,20 +136,13 @@ void acrescenta_peso_bruto(startup::SessaoBD& BD, const startup::ChaveDocumento&
 
 Moeda peso_bruto(startup::SessaoBD& BD, const startup::ChaveDocumento& documento,
                  const std::string& NumLinha) {
-    const auto extensao = BD.Consulta("Select * from U_DocGcLin1 where Ano=" + std::to_string(documento.Ano) +
-                                      " and NumLinha=" + NumLinha +
-                                      "  and TpDocum=" + base::entre_plicas(documento.TipoDocumento) +
-                                      " and Serie=" + std::to_string(documento.Serie) +
-                                      "  and NNumdoc=" + std::to_string(documento.NossoNoDocumento) + "  ");
+    const auto extensao = BD.Consulta(perguntas::peso_bruto(documento, NumLinha));
     return extensao->fim() ? Moeda() : moeda_ou_zero(extensao->valor("PesoBruto"));
 }
 
 std::vector<LinhaERP> linhas_no_erp(startup::SessaoBD& BD, const Documento& documento) {
     std::vector<LinhaERP> linhas;
-    const auto L =
-        BD.Consulta("Select * from DocGcLin where ano=" + std::to_string(documento.Ano) +
-                    " and tpDocum=" + base::entre_plicas(documento.TpDoc) + " and Serie=" + documento.Serie +
-                    " and NnumDoc=" + std::to_string(documento.Numero));
+    const auto L = BD.Consulta(perguntas::linhas_no_erp(documento));
     for (; !L->fim(); L->move_seguinte()) {
         const Variante Artigo = L->valor("artigo");
         if (Artigo.vazio()) continue;
@@ -153,20 +182,28 @@ void apaga_linhas(startup::SessaoBD& BD, const Documento& guia) {
 }
 
 void retira_guia(startup::SessaoBD& BD, const Documento& guia, const std::string& TpDocDevolucao) {
-    for (const MovimentoLido& linha : linhas_a_anular(BD, guia)) {
-        if (const auto origem = linha.origem()) repoe(BD, *origem, linha.pesos);
-        if (devolvida(BD, TpDocDevolucao, linha.chave))
-            throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " + std::to_string(guia.Numero) +
-                                    " já foi devolvido.");
+    const std::vector<MovimentoLido> linhas = linhas_a_anular(BD, guia);
+    Perguntas anunciadas;
+    for (const MovimentoLido& linha : linhas) {
+        if (const auto origem = le_chave(linha.Origem)) anunciadas.junta_linha(*origem);
+        anunciadas.junta(perguntas::devolvida(TpDocDevolucao, linha.chave));
     }
-    apaga_linhas(BD, guia);
+    BD.EmPasso(anunciadas.todas(), [&] {
+        for (const MovimentoLido& linha : linhas) {
+            if (const auto origem = linha.origem()) repoe(BD, *origem, linha.pesos);
+            if (devolvida(BD, TpDocDevolucao, linha.chave))
+                throw base::FalhaGuarda("O artigo " + linha.Artigo + " da guia " +
+                                        std::to_string(guia.Numero) + " já foi devolvido.");
+        }
+        apaga_linhas(BD, guia);
+    });
 }
 
 void retira_devolucao(startup::SessaoBD& BD, const Documento& devolucao) {
     for (const MovimentoLido& linha : linhas_a_anular(BD, devolucao)) {
         const auto da_guia = linha.origem();
         if (!da_guia) continue;
-        const auto guia = BD.Consulta(linha_com(*da_guia));
+        const auto guia = BD.Consulta(perguntas::linha(*da_guia));
         if (guia->fim()) continue;
         if (const auto origem = le_origem(guia->valor("Origem").texto(), *da_guia))
             retira(BD, *origem, linha.pesos);
@@ -176,18 +213,14 @@ void retira_devolucao(startup::SessaoBD& BD, const Documento& devolucao) {
 
 bool devolvida_pelo_cliente(startup::SessaoBD& BD, const std::string& Cliente, const std::string& TpDoc,
                             const std::string& Artigo, const ChaveLinha& linha) {
-    const auto devolucoes = BD.Consulta(
-        "Select * from xel_ORVEX_MOV where  Cliente = " + base::entre_plicas(Cliente) +
-        " and TpDoc=" + base::entre_plicas(TpDoc) + " and Artigo=" + base::entre_plicas(Artigo) + " ");
+    const auto devolucoes = BD.Consulta(perguntas::devolvida_pelo_cliente(Cliente, TpDoc, Artigo));
     for (; !devolucoes->fim(); devolucoes->move_seguinte())
         if (devolucoes->valor("Origem").texto() == linha.origem()) return true;
     return false;
 }
 
 bool devolvida(startup::SessaoBD& BD, const std::string& TpDoc, const ChaveLinha& linha) {
-    return !BD.Consulta("Select * from xel_ORVEX_MOV where TpDoc=" + base::entre_plicas(TpDoc) +
-                        " and Origem=" + base::entre_plicas(linha.origem()))
-                ->fim();
+    return !BD.Consulta(perguntas::devolvida(TpDoc, linha))->fim();
 }
 
 } // namespace orvex::livro

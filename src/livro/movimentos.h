@@ -93,6 +93,16 @@ void retira_guia(startup::SessaoBD& BD, const Documento& guia, const std::string
 // Throws FalhaGuarda when a later note has sent it meanwhile.
 void retira_devolucao(startup::SessaoBD& BD, const Documento& devolucao);
 
+// What these ask, for a step that announces it: `linha` for what is taken from it or given back.
+namespace perguntas {
+std::string linha(const ChaveLinha& linha);
+std::string peso_bruto(const startup::ChaveDocumento& documento, const std::string& NumLinha);
+std::string linhas_no_erp(const Documento& documento);
+std::string devolvida_pelo_cliente(const std::string& Cliente, const std::string& TpDoc,
+                                   const std::string& Artigo);
+std::string devolvida(const std::string& TpDoc, const ChaveLinha& linha);
+} // namespace perguntas
+
 // Whether a line of a note came back, by the returns of type `TpDoc`: those that name this client and
 // article, which is how the user is told of it beforehand; or any, which is the guard, since the ledger may
 // say that it came back from somebody else. The guard is asked after the source lines were written.

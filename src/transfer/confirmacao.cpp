@@ -4,8 +4,10 @@
 #include "base/texto.h"
 #include "livro/artigos.h"
 #include "livro/detentores.h"
+#include "livro/linhas_abertas.h"
 
 #include <exception>
+#include <vector>
 
 namespace orvex::transfer {
 
@@ -31,17 +33,12 @@ void TrfBobines::btConf_Click() {
         [&] {
             confirmacao.Inicia(IntencaoDeTransferir());
             BD.Tranca();
-            VerificaAceite();
-            const std::string& destino = Destino();
-            GravaMovimento(Modo == modos::para_orvex ? Detentor : campo(campos::detentor).Text,
-                           campo(campos::obs_saida).Text, -Quantidade, QUEBRAS.TpDoc(), QUEBRAS.Serie(),
-                           destino);
-            GravaMovimento(destino, campo(campos::obs_entrada).Text, Quantidade, SOBRAS.TpDoc(),
-                           SOBRAS.Serie(), destino);
-            if (Modo == modos::para_orvex)
-                TransfereArmazem(confirmacao, Quantidade);
-            else
-                ActArtigo();
+            BD.EmPasso(PerguntasDaConfirmacao(), [&] {
+                VerificaAceite();
+                GravaMovimentos();
+                if (Modo == modos::para_cliente) ActArtigo();
+            });
+            if (Modo == modos::para_orvex) TransfereArmazem(confirmacao, Quantidade);
             confirmacao.Confirma();
         },
         [this](const std::exception& falha) {
@@ -87,6 +84,15 @@ void TrfBobines::ExigeParametros() const {
     CLIENTEORVEX.Codigo();
 }
 
+std::vector<std::string> TrfBobines::PerguntasDaConfirmacao() const {
+    const std::string& artigo = campo(campos::artigo).Text;
+    std::vector<std::string> anunciadas{livro::perguntas::ultimo_movimento(artigo),
+                                        livro::perguntas::existencia(artigo, ArmazemActual)};
+    AnunciaGuiasPorGerar(artigo, anunciadas);
+    if (Modo == modos::para_cliente) anunciadas.push_back(PerguntaDaFicha());
+    return anunciadas;
+}
+
 void TrfBobines::VerificaAceite() {
     const std::string artigo = "O Artigo/Num.Série " + campo(campos::artigo).Text;
     if (campo(campos::artigo).Text != Aceites.Artigo)
@@ -94,29 +100,41 @@ void TrfBobines::VerificaAceite() {
     if (Modo == modos::para_cliente && campo(campos::destino).Text != Aceites.Destino)
         throw FalhaGuarda("O cliente destino " + campo(campos::destino).Text +
                           " não foi validado para este Artigo. Volte a indicá-lo.");
-    const auto ultimo = livro::ultimo_movimento(BD, campo(campos::artigo).Text);
+    const std::string& codigo = campo(campos::artigo).Text;
+    const auto ultimo = livro::ultimo_movimento(BD, codigo);
     if (!ultimo || ultimo->Registo != Aceites.Registo)
         throw FalhaGuarda(artigo + " teve outro movimento depois de ter sido indicado. Volte a indicá-lo.");
     // An older note or adjustment that was cancelled meanwhile leaves the newest row as it was.
-    if (TemGuiasPorGerar()) throw FalhaGuarda(guias_por_gerar);
-    if (Existencia() != Quantidade)
-        throw FalhaGuarda("A Existência do Artigo/Num.Série " + campo(campos::artigo).Text +
+    if (livro::tem_linhas_abertas(BD, codigo, FACTURAS)) throw FalhaGuarda(guias_por_gerar);
+    if (Existencia(codigo, ArmazemActual) != Quantidade)
+        throw FalhaGuarda("A Existência do Artigo/Num.Série " + codigo +
                           " mudou depois de ter sido indicado. Volte a indicá-lo.");
+}
+
+void TrfBobines::GravaMovimentos() {
+    const std::string& destino = Destino();
+    com_ultimo_erro_numerado([&] {
+        BD.EmPasso({}, [&] { // so that its failures are told here
+            GravaMovimento(Modo == modos::para_orvex ? Detentor : campo(campos::detentor).Text,
+                           campo(campos::obs_saida).Text, -Quantidade, QUEBRAS.TpDoc(), QUEBRAS.Serie(),
+                           destino);
+            GravaMovimento(destino, campo(campos::obs_entrada).Text, Quantidade, SOBRAS.TpDoc(),
+                           SOBRAS.Serie(), destino);
+        });
+    });
 }
 
 void TrfBobines::GravaMovimento(const std::string& Cliente, const std::string& txt, Moeda Qtd,
                                 const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal) {
-    com_ultimo_erro_numerado([&] {
-        livro::acrescenta_detentor(BD, {.NumSerie = campo(campos::artigo).Text,
-                                        .Cliente = Cliente,
-                                        .Data = DTPicker1.Value,
-                                        .Quantidade = Qtd,
-                                        .Obs = txt,
-                                        .CliFinal = CliFinal,
-                                        .Documento = {.Ano = static_cast<std::int16_t>(agora().ano),
-                                                      .TipoDocumento = TpDoc,
-                                                      .Serie = Serie}});
-    });
+    livro::acrescenta_detentor(BD, {.NumSerie = campo(campos::artigo).Text,
+                                    .Cliente = Cliente,
+                                    .Data = DTPicker1.Value,
+                                    .Quantidade = Qtd,
+                                    .Obs = txt,
+                                    .CliFinal = CliFinal,
+                                    .Documento = {.Ano = static_cast<std::int16_t>(agora().ano),
+                                                  .TipoDocumento = TpDoc,
+                                                  .Serie = Serie}});
 }
 
 void TrfBobines::TransfereArmazem(Confirmacao& confirmacao, Moeda Quant) {
@@ -140,9 +158,12 @@ double TrfBobines::PrecoTransferencia(const std::string& Artigo) {
     return livro::preco_transferencia(BD, Artigo);
 }
 
+std::string TrfBobines::PerguntaDaFicha() const {
+    return "Select * from Artigos where Codigo=" + base::entre_plicas(campo(campos::artigo).Text);
+}
+
 void TrfBobines::ActArtigo() {
-    const auto ficha = BD.AbreActualizavel("Select * from Artigos where Codigo=" +
-                                           base::entre_plicas(campo(campos::artigo).Text));
+    const auto ficha = BD.AbreActualizavel(PerguntaDaFicha());
     if (ficha->fim()) return;
     ficha->define("Observ",
                   base::primeiros(campo(campos::destino).Text + " - " + Label2(rotulos::destino).Caption,

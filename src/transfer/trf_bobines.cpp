@@ -40,9 +40,11 @@ void TrfBobines::regista_controlos() {
     regista_lista(btFx, campos::artigo, "Lista de Equipamentos.");
     regista_lista(btFx, campos::destino, "Lista de Equipamentos.");
     regista_botao(btConf, "btConf", "&Confirmar", "Confirmar a operação.", [this] { btConf_Click(); });
-    regista_botao(btCancelar, "btCancelar", "C&ancelar", "Cancelar a operação.",
-                  [this] { btCancelar_Click(); });
-    regista_botao(btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); });
+    regista_botao(
+        btCancelar, "btCancelar", "C&ancelar", "Cancelar a operação.", [this] { btCancelar_Click(); },
+        common::Botao::Papel::cancela);
+    regista_botao(
+        btSair, "btSair", "&Sair", "Abandonar a opção.", [this] { Unload(); }, common::Botao::Papel::sai);
 
     foco().define_ordem({&campo(campos::artigo), &campo(campos::detentor), &campo(campos::destino),
                          &DTPicker1, &campo(campos::obs_entrada), &campo(campos::obs_saida), &btConf,
@@ -58,12 +60,14 @@ void TrfBobines::Form_Load() {
     ARMAZEM = parametros().lista("ARMAZEM");
     ARMAZEMORVEX = parametros().lista("ARMAZEMORVEX");
     CLIENTEORVEX = parametros().lista("CLIENTEORVEX");
-    campo(campos::artigo).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
-    campo(campos::destino).MaxLength = Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX", "CliFinal"}});
-    for (const int i : {campos::obs_entrada, campos::obs_saida})
-        campo(i).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
-    const int da_coluna = Comprimento({{"Artigos", "Observ"}});
-    ComprimentoObserv = da_coluna > 0 ? std::min(da_coluna, comprimento_observ) : comprimento_observ;
+    ComComprimentos({"xel_ORVEX", "Artigos"}, [this] {
+        campo(campos::artigo).MaxLength = Comprimento({{"xel_ORVEX", "NumSerie"}});
+        campo(campos::destino).MaxLength = Comprimento({{"xel_ORVEX", "Cliente"}, {"xel_ORVEX", "CliFinal"}});
+        for (const int i : {campos::obs_entrada, campos::obs_saida})
+            campo(i).MaxLength = Comprimento({{"xel_ORVEX", "Obs"}});
+        const int da_coluna = Comprimento({{"Artigos", "Observ"}});
+        ComprimentoObserv = da_coluna > 0 ? std::min(da_coluna, comprimento_observ) : comprimento_observ;
+    });
     limparform();
     Label1.Caption = Modo == modos::para_orvex ? "Transferência para ORVEX" : "Transferência para Cliente";
 }
@@ -81,6 +85,10 @@ void TrfBobines::limparform() {
     DTPicker1.Value = agora();
     Aceites = {};
     DetentorNoERP.clear();
+}
+
+bool TrfBobines::por_gravar() const {
+    return !Aceites.Artigo.empty() && campo(campos::artigo).Text == Aceites.Artigo;
 }
 
 void TrfBobines::btCancelar_Click() { RecomecaEcra(); }
@@ -134,67 +142,91 @@ bool TrfBobines::ValidaArtigo() {
         LimpaArtigo();
         return true;
     }
-    if (!ValidaDetentor()) {
+    const ArtigoLido lido = LeArtigo(campo(campos::artigo).Text);
+    if (!ValidaDetentor(lido)) {
         LimpaArtigo();
         return false;
     }
-    if (!ValidaStock()) return false;
+    if (!ValidaStock(lido)) return false;
     Aceites.Artigo = campo(campos::artigo).Text;
     return true;
 }
 
-bool TrfBobines::ValidaDetentor() {
+TrfBobines::ArtigoLido TrfBobines::LeArtigo(const std::string& artigo) {
+    ArtigoLido lido;
+    std::vector<std::string> anunciadas{livro::perguntas::ultimo_movimento(artigo),
+                                        livro::perguntas::artigo_activo(artigo),
+                                        livro::perguntas::ultimo_movimento_outra_vez(artigo)};
+    AnunciaGuiasPorGerar(artigo, anunciadas);
+    BD.EmPasso(anunciadas, [&] {
+        lido.ultimo = livro::ultimo_movimento(BD, artigo);
+        if (!lido.ultimo || lido.ultimo->Cliente == CLIENTEORVEX.Codigo()) return;
+        lido.com_guias = livro::tem_linhas_abertas(BD, artigo, FACTURAS);
+        if (!lido.com_guias) lido.ficha = livro::artigo_activo(BD, artigo);
+        if (lido.ficha) lido.existencia = Existencia(lido.ficha->Codigo, ArmazemDe(lido.ultimo->Cliente));
+        if (lido.existencia) lido.entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
+        if (!lido.entrada) return;
+        const auto cliente = BD.Consulta(
+            "Select * from Clientes where Codigo=" + base::entre_plicas(lido.entrada->CliFinal) + " ");
+        if (cliente->fim()) return;
+        lido.NomeDetentor = cliente->valor("Nome").texto();
+        lido.DetentorNoERP = cliente->valor("CODIGO").texto();
+    });
+    return lido;
+}
+
+// A list of parameters that is not whole is reported where it is needed.
+void TrfBobines::AnunciaGuiasPorGerar(const std::string& artigo, std::vector<std::string>& anunciadas) const {
+    try {
+        anunciadas.push_back(livro::perguntas::tem_linhas_abertas(artigo, FACTURAS));
+    } catch (const startup::FalhaParametro&) {
+    }
+}
+
+const std::string& TrfBobines::ArmazemDe(const std::string& cliente) const {
+    return cliente == CLIENTEORVEX.Codigo() ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
+}
+
+bool TrfBobines::ValidaDetentor(const ArtigoLido& lido) {
     common::Campo& artigo = campo(campos::artigo);
-    const auto ultimo = livro::ultimo_movimento(BD, artigo.Text);
-    if (!ultimo) return recusa("Artigo não existente!", artigo);
-    Detentor = ultimo->Cliente;
-    Aceites.Registo = ultimo->Registo;
-    const bool na_orvex = Detentor == CLIENTEORVEX.Codigo();
-    ArmazemActual = na_orvex ? ARMAZEMORVEX.Codigo() : ARMAZEM.Codigo();
-    if (na_orvex)
+    if (!lido.ultimo) return recusa("Artigo não existente!", artigo);
+    Detentor = lido.ultimo->Cliente;
+    Aceites.Registo = lido.ultimo->Registo;
+    ArmazemActual = ArmazemDe(Detentor);
+    if (Detentor == CLIENTEORVEX.Codigo())
         return recusa(Modo == modos::para_orvex ? "Este Artigo/Num.Série já pertence à ORVEX!"
                                                 : "Este Artigo/Num.Série pertence à ORVEX!",
                       artigo);
-    return !TemGuiasPorGerar() || recusa(guias_por_gerar, artigo);
+    return !lido.com_guias || recusa(guias_por_gerar, artigo);
 }
 
-bool TrfBobines::TemGuiasPorGerar() {
-    return livro::tem_linhas_abertas(BD, campo(campos::artigo).Text, FACTURAS);
-}
-
-std::optional<base::Moeda> TrfBobines::Existencia() {
-    const auto stock = livro::existencia(BD, campo(campos::artigo).Text, ArmazemActual);
+std::optional<base::Moeda> TrfBobines::Existencia(const std::string& artigo, const std::string& armazem) {
+    const auto stock = livro::existencia(BD, artigo, armazem);
     if (!stock) return std::nullopt;
     return stock->nulo() ? base::Moeda() : stock->moeda();
 }
 
-bool TrfBobines::ValidaStock() {
-    const std::string artigo = campo(campos::artigo).Text;
-    const auto ficha = livro::artigo_activo(BD, artigo);
-    if (!ficha) {
+bool TrfBobines::ValidaStock(const ArtigoLido& lido) {
+    if (!lido.ficha) {
         recusa("Artigo não existente!", campo(campos::artigo));
         Label2(rotulos::artigo).Caption.clear();
         return false;
     }
-    campo(campos::artigo).Text = ficha->Codigo; // whatever case was typed
-    const std::optional<base::Moeda> existencia = Existencia();
-    if (!existencia) {
+    campo(campos::artigo).Text = lido.ficha->Codigo; // whatever case was typed
+    if (!lido.existencia) {
         Avisa("", "Este Artigo não tem Existência!", aviso_informacao);
         return false;
     }
-    Quantidade = *existencia;
-    Label2(rotulos::artigo).Caption = ficha->Nome + " (" + formato().texto(Quantidade) + ")";
-    const auto entrada = livro::ultimo_movimento_outra_vez(BD, artigo);
-    if (!entrada) {
+    Quantidade = *lido.existencia;
+    Label2(rotulos::artigo).Caption = lido.ficha->Nome + " (" + formato().texto(Quantidade) + ")";
+    if (!lido.entrada) {
         Avisa("", "Este Artigo não tem Entrada!", aviso_informacao);
         return false;
     }
-    campo(campos::detentor).Text = entrada->CliFinal;
-    Detentor = entrada->Cliente;
-    const auto cliente = BD.Consulta(
-        "Select * from Clientes where Codigo=" + base::entre_plicas(campo(campos::detentor).Text) + " ");
-    Label2(rotulos::detentor).Caption = cliente->fim() ? "" : cliente->valor("Nome").texto();
-    DetentorNoERP = cliente->fim() ? "" : cliente->valor("CODIGO").texto();
+    campo(campos::detentor).Text = lido.entrada->CliFinal;
+    Detentor = lido.entrada->Cliente;
+    Label2(rotulos::detentor).Caption = lido.NomeDetentor;
+    DetentorNoERP = lido.DetentorNoERP;
     if (Modo == modos::para_orvex) {
         campo(campos::obs_saida).Text =
             "Mov.Saida - Aquisição pela Orvex do Cliente " + campo(campos::detentor).Text;

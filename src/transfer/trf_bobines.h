@@ -6,12 +6,15 @@
 #pragma once
 
 #include "common/ecra.h"
+#include "livro/artigos.h"
+#include "livro/detentores.h"
 #include "startup/modos.h"
 #include "transfer/indices.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orvex::transfer {
 
@@ -23,6 +26,7 @@ class TrfBobines : public common::Ecra {
     TrfBobines(common::ServicosEcra servicos, std::int16_t Modo);
 
     void Form_Load() override;
+    bool por_gravar() const override;
 
     // Controls
 
@@ -49,11 +53,23 @@ class TrfBobines : public common::Ecra {
 
     void campo_Validate(int Index, bool& Cancel) override;
     bool ValidaArtigo();
-    bool ValidaDetentor();
-    bool ValidaStock();
-    bool TemGuiasPorGerar();
-    std::optional<base::Moeda>
-    Existencia(); // where the item's stock lies, tonnes; nothing where it never was
+    // As far as one thing led to another.
+    struct ArtigoLido {
+        std::optional<livro::UltimoMovimento> ultimo{};
+        bool com_guias = false;
+        std::optional<livro::ArtigoActivo> ficha{};
+        std::optional<base::Moeda> existencia{};
+        std::optional<livro::UltimoMovimento> entrada{};
+        std::string NomeDetentor{};  // empty for no such client
+        std::string DetentorNoERP{}; //
+    };
+    ArtigoLido LeArtigo(const std::string& artigo);
+    void AnunciaGuiasPorGerar(const std::string& artigo, std::vector<std::string>& anunciadas) const;
+    bool ValidaDetentor(const ArtigoLido& lido);
+    bool ValidaStock(const ArtigoLido& lido);
+    const std::string& ArmazemDe(const std::string& cliente) const; // where the items of a holder lie
+    // Tonnes; nothing where the item never was.
+    std::optional<base::Moeda> Existencia(const std::string& artigo, const std::string& armazem);
     bool ValidaDestino();
     void LimpaArtigo();
     void LimpaDestino();
@@ -68,12 +84,15 @@ class TrfBobines : public common::Ecra {
     // The ledger is a chain: each exit leaves the holder that the row before it named. Throws when the item
     // is not the one accepted or has moved since, on this workstation or on another.
     void VerificaAceite();
+    std::vector<std::string> PerguntasDaConfirmacao() const; // under the ledger's lock
+    void GravaMovimentos();                                  // the exit, and then the entry
     // Adds one of the two rows; `txt` is its remark.
     void GravaMovimento(const std::string& Cliente, const std::string& txt, base::Moeda Qtd,
                         const std::string& TpDoc, std::int16_t Serie, const std::string& CliFinal);
     // Has the ERP create the stock document.
     void TransfereArmazem(confirmacao::Confirmacao& confirmacao, base::Moeda Quant);
     double PrecoTransferencia(const std::string& Artigo); // 0 without stock, unlike PrecoMovimento
+    std::string PerguntaDaFicha() const;
     void ActArtigo(); // notes the new holder on the article's card, where it has one
 
     // Members

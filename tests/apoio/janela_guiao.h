@@ -37,7 +37,8 @@ class JanelaGuiao : public common::Janela {
     common::Controlo* foco = nullptr;
     bool ocupada = false, descarregada = false;
     std::function<void()> com_a_caixa_aberta;
-    std::string falha_em; // what is asked of the window that fails: "mostra", "desocupa"
+    std::string desiste_em; // the progress at which a long handler is given up
+    std::string falha_em;   // what is asked of the window that fails: "mostra", "desocupa"
 
     void escolhe_a_primeira_com(const char* coluna, const char* valor) {
         escolhas.push_back([=](auto& linha) { return linha.valor(coluna).texto() == valor; });
@@ -56,6 +57,7 @@ class JanelaGuiao : public common::Janela {
         if (pede("da_foco")) foco = &controlo;
     }
     void ocupado(bool sim) override { pede((ocupada = sim) ? "ocupa" : "desocupa"); }
+    bool prossegue(const std::string& progresso) override { return progresso != desiste_em; }
     void descarrega() override { descarregada = pede("descarrega"); }
     int caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
               common::Botoes botoes) override {

@@ -34,7 +34,9 @@ std::string ligacao_a(int porta, const std::string& base_de_dados, const std::st
 }
 
 std::unique_ptr<startup::SessaoBD> do_motor_pedido() {
-    if (pelo_fio() || no_servidor()) return std::make_unique<platform::odbc::SessaoODBC>();
+    if (pelo_fio() || no_servidor()) // where there are windows, calls are made on a thread of the connection
+        return std::make_unique<platform::odbc::SessaoODBC>(
+            platform::odbc::Esperas{.a_vista = platform::espera::so_espera});
     return std::make_unique<platform::sqlite::SessaoSQLite>();
 }
 
@@ -77,6 +79,16 @@ bool SessaoDeTeste::Abre(const std::string& texto) {
                       "orvex", "segredo"));
     servidor_.emplace(base::caminho_de(pasta));
     return SessaoBDOuvida::Abre(ligacao(*servidor_));
+}
+
+void SessaoDeTeste::EmPasso(const std::vector<std::string>& perguntas,
+                            const std::function<void()>& trabalho) {
+    struct Passo {
+        int& passos;
+        explicit Passo(int& estes) : passos(estes) { ++passos; }
+        ~Passo() { --passos; }
+    } const passo(passos_);
+    SessaoBDOuvida::EmPasso(perguntas, trabalho);
 }
 
 } // namespace orvex::testes

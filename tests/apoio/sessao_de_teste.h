@@ -39,6 +39,9 @@ class SessaoDeTeste : public platform::operacoes::SessaoBDOuvida {
     // Takes the connection text of the company's files on either engine.
     bool Abre(const std::string& ligacao) override;
 
+    void EmPasso(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) override;
+    bool em_passo() const { return passos_ > 0; }
+
     ServidorTDS& servidor() { return *servidor_; } // on the wire only
     const ServidorTDS& servidor() const { return *servidor_; }
 
@@ -49,6 +52,7 @@ class SessaoDeTeste : public platform::operacoes::SessaoBDOuvida {
 
     std::shared_ptr<Diario> proprio_;
     std::optional<ServidorTDS> servidor_;
+    int passos_ = 0; // that it is in
 };
 
 } // namespace orvex::testes

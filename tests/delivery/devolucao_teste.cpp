@@ -128,14 +128,35 @@ TEST_F(Guias, UmaGuiaQueNaoFoiLidaPorInteiroDizOENaoSeAnulaNemDevolve) {
 TEST_F(Guias, UmDocumentoDeQueOErpNaoMostraAsLinhasEAnuladoEOLivroFica) {
     cliente("CL'1"); // which repairs a weight
     const auto livro = empresa.livro();
-    diario.espia = [&](const std::string& linha) {
-        if (linha.starts_with("CONSULTA Select * from DocGcLin where ano="))
+    diario.momento = [&](const auto& operacao) {
+        if (operacao.membro == "NossoNoDocumento") // once it was created, too
             empresa.outra().Executa("Delete DocGcLin where Artigo='BOB3' and NNumDoc=1");
     };
     emite({1, 3});
     EXPECT_THAT(caixas(), HasSubstr("Erro: O ERP não mostra o artigo BOB3 no documento GR/1/1/2019"));
     EXPECT_EQ(empresa.livro(), livro);
     EXPECT_EQ(empresa.linhas("select NVias from DocGcCab where TpDoc='GR'"), "-1");
+}
+
+// Also where the ledger spells it in two ways: each sees what the other wrote.
+TEST_F(Guias, DuasLinhasDeUmaOrigemTiramEDevolvemAsDuas) {
+    const auto origem = [this] {
+        return empresa.linhas(
+            "select Qtd, PesoLiquido, PesoBruto from xel_ORVEX_MOV where NumDoc=123 and NumLinha=1");
+    };
+    for (const char* fim : {"devolvida", "anulada"}) {
+        cliente("CL'1");
+        escolhe(1);
+        edita(1, "Quant", "1");
+        escolhe(1);
+        confirma();
+        EXPECT_EQ(origem(), "0|0|-1"); // the gross weight is that of the whole line
+        empresa.outra().Executa(
+            "Update xel_ORVEX_MOV set Origem='2019/FA/01/123/1/00000' where TpDoc='GR' and QtdOrig=1");
+        carrega(*fim == 'd' ? "1" : "2");
+        *fim == 'd' ? devolve({1, 2}) : anula();
+        EXPECT_EQ(origem(), "2.5|2.5|2.6") << fim << caixas();
+    }
 }
 
 TEST_F(Guias, OPainelPrendeOEcraEnquantoEstaAbertoEDeixaAGuiaComoEstava) {

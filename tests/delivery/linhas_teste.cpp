@@ -152,6 +152,15 @@ TEST_F(Guias, UmaLinhaSemDataEMostradaEEscolhelaDizQueLheFalta) {
     EXPECT_EQ(linhas(ecra.Gr, {"Artigo"}), "");
 }
 
+TEST_F(Guias, UmaDataQueNaoSeLeSoFazFaltaALinhaQueSeMostra) {
+    if (pelo_fio() || no_servidor()) GTEST_SKIP() << "a column of dates there holds nothing else";
+    empresa.outra().Executa("Update xel_ORVEX_MOV set Data='ontem' where Artigo='BOB4'");
+    cliente("CL'1");
+    EXPECT_EQ(caixas() + linhas(ecra.Detalhe, {"Artigo"}), "BOB'1; BOB2; BOB3");
+    ecra.utilizador_escolhe(ecra.cb1(0), 1);
+    EXPECT_THAT(caixas(), HasSubstr("«ontem»"));
+}
+
 TEST_F(Guias, UmPesoQueOutroPostoReparaEntretantoFicaComoElePos) {
     diario.espia = [this](const std::string& linha) {
         if (linha.starts_with("  altera"))
@@ -160,6 +169,17 @@ TEST_F(Guias, UmPesoQueOutroPostoReparaEntretantoFicaComoElePos) {
     cliente("CL'1");
     EXPECT_EQ(caixas(), "");
     EXPECT_THAT(linhas(ecra.Detalhe, {"Artigo", "PesoBruto"}), HasSubstr("BOB2|1.3"));
+}
+
+TEST_F(Guias, UmaListaDeQueSeDesisteFicaVaziaENadaSeEscolhe) {
+    janela.desiste_em = "A listar: 3 linhas";
+    cliente("CL'1");
+    escolhe(1);
+    EXPECT_EQ(caixas() + linhas(ecra.Detalhe, {"Artigo"}) + linhas(ecra.Gr, {"Artigo"}) +
+                  ecra.Label2(1).Caption,
+              "José O'Neill, Lda");
+    ecra.utilizador_escolhe(ecra.cb1(0), 1);
+    EXPECT_EQ(linhas(ecra.Detalhe, {"Artigo"}), "BOB4") << "the client is still there";
 }
 
 TEST_F(Guias, ComLinhasEscolhidasOArmazemNaoMudaECarregadaUmaGuiaSim) {

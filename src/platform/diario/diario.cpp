@@ -69,9 +69,14 @@ Cabecalho Diario::cabecalho(const Intencao& intencao) {
                    .utilizador = meios_.identidade.utilizador,
                    .maquina = meios_.identidade.maquina,
                    .hora = base::DataHora::agora()};
-    if (!intencao.cria.TipoDocumento.empty())
-        este.ultimo_numero = livro::ultimo_numero(sessao(), intencao.cria);
-    este.ultimo_registo = livro::ultimo_registo(sessao());
+    const bool cria = !intencao.cria.TipoDocumento.empty();
+    std::vector<std::string> anunciadas;
+    if (cria) anunciadas.push_back(livro::perguntas::ultimo_numero(intencao.cria));
+    anunciadas.push_back(livro::perguntas::ultimo_registo());
+    sessao().EmPasso(anunciadas, [&] {
+        if (cria) este.ultimo_numero = livro::ultimo_numero(sessao(), intencao.cria);
+        este.ultimo_registo = livro::ultimo_registo(sessao());
+    });
     return este;
 }
 
