@@ -7,7 +7,7 @@
 namespace orvex::app {
 
 std::unique_ptr<startup::SessaoERP> cria_sessao_erp(const startup::DefinicoesERP& definicoes,
-                                                    const platform::automacao::Espera& espera) {
+                                                    const platform::espera::Espera& espera) {
     using startup::DefinicoesERP;
     if (definicoes.valores[DefinicoesERP::servidor].empty() ||
         definicoes.valores[DefinicoesERP::base].empty())
@@ -15,7 +15,7 @@ std::unique_ptr<startup::SessaoERP> cria_sessao_erp(const startup::DefinicoesERP
             "O ficheiro de definições não diz a que empresa do ERP ligar: faltam Servidor ou Base.");
     switch (definicoes.tipo()) {
     case startup::TipoERP::emulacao:
-        return std::make_unique<platform::erp::SessaoERPEmbebida>();
+        return std::make_unique<platform::erp::SessaoERPEmbebida>(espera);
     case startup::TipoERP::producao:
         break;
     }

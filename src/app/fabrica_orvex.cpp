@@ -11,7 +11,7 @@
 #include "platform/proteccao/proteccao.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
-#include "platform/qt/espera_erp.h"
+#include "platform/qt/espera.h"
 #include "platform/qt/janela_guias_remessa.h"
 #include "platform/qt/janela_mov_stocks.h"
 #include "platform/qt/janela_trf_bobines.h"
@@ -75,8 +75,9 @@ bool embebida(const startup::DefinicoesBD& definicoes) {
 }
 
 std::unique_ptr<platform::registos::Sessao> nova_sessao(const startup::DefinicoesBD& definicoes) {
-    if (embebida(definicoes)) return std::make_unique<platform::sqlite::SessaoSQLite>();
-    return std::make_unique<platform::odbc::SessaoODBC>();
+    const platform::espera::Espera espera = platform::qt::espera_nas_janelas();
+    if (embebida(definicoes)) return std::make_unique<platform::sqlite::SessaoSQLite>(espera);
+    return std::make_unique<platform::odbc::SessaoODBC>(platform::odbc::Esperas{.a_vista = espera});
 }
 
 std::unique_ptr<startup::SessaoBD> abre_outra(const startup::DefinicoesBD& definicoes) {

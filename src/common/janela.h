@@ -48,6 +48,9 @@ class Janela {
     virtual std::string escolhe(const ListaPesquisa& lista) = 0;
     // The busy cursor, on while a handler runs; boxes and lists are shown without it.
     virtual void ocupado(bool sim) = 0;
+    // How far a long handler is ("A listar: 500 linhas"), shown once it lasts. False when the user gave it
+    // up.
+    virtual bool prossegue(const std::string& /*progresso*/) { return true; }
     virtual void descarrega() = 0; // closes the window once the running handler has returned
 };
 

@@ -55,6 +55,8 @@ Comando& Comando::com(const base::Variante& valor) {
     const auto& conteudo = valor.valor();
     if (valor.nulo())
         comando_->bind(ultimo_);
+    else if (const auto* texto = std::get_if<std::string>(&conteudo))
+        comando_->bind(ultimo_, *texto);
     else if (std::holds_alternative<bool>(conteudo) || std::holds_alternative<std::int64_t>(conteudo))
         comando_->bind(ultimo_, valor.inteiro());
     else

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/variante.h"
+#include "platform/sqlite/empresa.h"
 #include "platform/sqlite/guardadas.h"
 #include "startup/sessao_erp.h"
 
@@ -27,7 +28,10 @@ std::string texto_da_falha(const SQLite::Exception& falha);
 
 class BaseErp {
   public:
-    explicit BaseErp(SQLite::Database bd) : bd_(std::move(bd)) {}
+    explicit BaseErp(SQLite::Database bd, sqlite::ComoEspera como = {})
+        : bd_(std::move(bd)), como_(std::move(como)) {
+        sqlite::espera_a_vista(bd_, como_);
+    }
 
     SQLite::Database& bd() { return bd_; }
     sqlite::InstrucoesGuardadas& instrucoes() { return instrucoes_; }
@@ -39,6 +43,7 @@ class BaseErp {
 
   private:
     SQLite::Database bd_;
+    sqlite::ComoEspera como_;
     sqlite::InstrucoesGuardadas instrucoes_{bd_};
 };
 

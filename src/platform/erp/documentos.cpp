@@ -88,9 +88,10 @@ void grava_cabecalho(BaseErp& base, const Registo& cabecalho) {
 }
 
 void grava_linha(BaseErp& base, const ChaveDocumento& chave, const Registo& linha, Moeda valor) {
-    Comando insere(base, "insert into DocGcLin (TpDocum, Serie, Ano, NNumDoc, VlrStock, " +
-                             colunas(membros_linha) + ") values (?, ?, ?, ?, ?, " +
-                             parametros(membros_linha.size()) + ")");
+    static const std::string sql = "insert into DocGcLin (TpDocum, Serie, Ano, NNumDoc, VlrStock, " +
+                                   colunas(membros_linha) + ") values (?, ?, ?, ?, ?, " +
+                                   parametros(membros_linha.size()) + ")";
+    Comando insere(base, sql);
     com_chave(insere, chave).com(valor);
     com_valores(insere, linha);
     insere.executa();

@@ -117,7 +117,7 @@ Registo::Registo(std::span<const Membro> membros, std::string de_que)
 
 std::size_t Registo::indice(std::string_view nome) const {
     for (std::size_t i = 0; i < membros_.size(); ++i)
-        if (base::mesmo_nome(membros_[i].nome, nome)) return i;
+        if (membros_[i].nome.size() == nome.size() && base::mesmo_nome(membros_[i].nome, nome)) return i;
     throw base::Falha("O ERP não conhece o membro «" + std::string(nome) + "» " + de_que_ + ".");
 }
 

@@ -22,8 +22,8 @@ enum class TipoMembro {
 };
 
 struct Membro {
-    const char* nome;   // as the programs write it
-    const char* coluna; // where it is kept
+    std::string_view nome; // as the programs write it
+    const char* coluna;    // where it is kept
     TipoMembro tipo;
     int comprimento = 0; // of a text, in characters
 };

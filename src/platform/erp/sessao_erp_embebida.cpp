@@ -45,12 +45,13 @@ class ObjectoEmpresa : public startup::ObjectoERP {
     std::string nome_;
 };
 
-std::unique_ptr<BaseErp> abre(const std::filesystem::path& pasta, int espera_ms) {
+std::unique_ptr<BaseErp> abre(const std::filesystem::path& pasta, const sqlite::ComoEspera& como) {
     const auto ficheiro = pasta / sqlite::ficheiro_erp;
     if (const std::string defeito = startup::defeito_do_ficheiro(ficheiro); !defeito.empty())
         throw Falha("Não existe uma empresa na pasta «" + base::texto_de(pasta) +
                     "»: " + sqlite::ficheiro_erp + " " + defeito + ".");
-    return std::make_unique<BaseErp>(sqlite::abre_base(ficheiro, SQLite::OPEN_READWRITE, espera_ms));
+    return std::make_unique<BaseErp>(
+        sqlite::abre_base(ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, como.espera_ms), como);
 }
 
 bool utilizador_aceite(BaseErp& base, const std::string& utilizador, const std::string& palavra_passe) {
@@ -99,11 +100,16 @@ SessaoERPEmbebida::SessaoERPEmbebida() : SessaoERPEmbebida(sqlite::espera_normal
 SessaoERPEmbebida::SessaoERPEmbebida(int espera_ms)
     : espera_ms_(espera_ms), estado_(std::make_shared<Estado>()) {}
 
+SessaoERPEmbebida::SessaoERPEmbebida(espera::Espera a_vista) : SessaoERPEmbebida() {
+    a_vista_ = std::move(a_vista);
+}
+
 bool SessaoERPEmbebida::Liga(const std::array<std::string, 5>& valores) {
     Desliga();
     if (valores[DefinicoesERP::base].empty()) throw Falha("Falta a pasta da empresa do ERP.");
     try {
-        auto base = abre(base::caminho_de(valores[DefinicoesERP::base]), espera_ms_);
+        auto base = abre(base::caminho_de(valores[DefinicoesERP::base]),
+                         {a_vista_, espera_ms_, espera::Motivo::erp, espera::Motivo::erp});
         Comando empresa(*base, "select Codigo, Nome from Empresa where Codigo = ?");
         const bool aceite = empresa.com(valores[DefinicoesERP::empresa]).linha() &&
                             utilizador_aceite(*base, valores[DefinicoesERP::utilizador],

@@ -5,6 +5,7 @@
 // a company that cannot be opened, an unknown class or member, a session that is not logged in.
 #pragma once
 
+#include "platform/espera/espera.h"
 #include "startup/sessao_erp.h"
 
 namespace orvex::platform::erp {
@@ -14,7 +15,8 @@ struct Estado;
 class SessaoERPEmbebida : public startup::SessaoERP {
   public:
     SessaoERPEmbebida();
-    explicit SessaoERPEmbebida(int espera_ms); // for a lock held by another program
+    explicit SessaoERPEmbebida(int espera_ms);          // for a lock held by another program
+    explicit SessaoERPEmbebida(espera::Espera a_vista); // the usual wait, and who asks is seen waiting
 
     void ModoLigacao(std::int16_t) override {} // there is one mode only
     // The database is the company's folder.
@@ -35,6 +37,7 @@ class SessaoERPEmbebida : public startup::SessaoERP {
     void Desliga() override;
 
   private:
+    espera::Espera a_vista_;
     int espera_ms_;
     std::shared_ptr<Estado> estado_;
     startup::ReferenciaERP empresa_;

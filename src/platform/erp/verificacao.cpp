@@ -9,7 +9,7 @@ bool existe(BaseErp& base, const std::string& sql, const std::string& codigo) {
 
 void verifica_comprimentos(const Registo& registo) {
     if (const Membro* membro = registo.texto_excessivo())
-        throw Recusa(std::string("O campo ") + membro->nome + " não pode ter mais de " +
+        throw Recusa("O campo " + std::string(membro->nome) + " não pode ter mais de " +
                      std::to_string(membro->comprimento) + " caracteres.");
 }
 
