@@ -4,7 +4,9 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <string>
+#include <thread>
 
 namespace orvex::platform::sqlite {
 namespace {
@@ -38,6 +40,38 @@ void soma_servidor(sqlite3_context* contexto, int, sqlite3_value** valores) {
 }
 
 } // namespace
+
+namespace {
+
+using Relogio = std::chrono::steady_clock;
+
+int ocupada(void* contexto, int vezes) {
+    auto& como = *static_cast<ComoEspera*>(contexto);
+    const auto agora = Relogio::now();
+    if (vezes == 0) como.fim = agora + std::chrono::milliseconds(como.espera_ms);
+    if (agora >= como.fim) return 0;
+    const auto ate = std::min(agora + std::chrono::milliseconds(std::min(vezes + 1, 25)), como.fim);
+    como.a_vista(como.pela_tranca, [ate](std::chrono::milliseconds limite) {
+        std::this_thread::sleep_until(std::min(Relogio::now() + limite, ate));
+        return Relogio::now() >= ate;
+    });
+    return 1;
+}
+
+int a_trabalhar(void* contexto) {
+    const auto& como = *static_cast<ComoEspera*>(contexto);
+    como.a_vista(como.pelo_motor, espera::so_um_momento);
+    return 0;
+}
+
+} // namespace
+
+void espera_a_vista(SQLite::Database& base, ComoEspera& como) {
+    constexpr int passos = 20'000; // of the engine's: less than a millisecond
+    if (!como.a_vista) return;
+    sqlite3_busy_handler(base.getHandle(), ocupada, &como);
+    sqlite3_progress_handler(base.getHandle(), passos, a_trabalhar, &como);
+}
 
 SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadores, int espera_ms) {
     SQLite::Database base(ficheiro, indicadores, espera_ms);

@@ -10,6 +10,8 @@
 // `abre_base`, which registers it and the server's +.
 #pragma once
 
+#include "platform/espera/espera.h"
+
 #include <SQLiteCpp/Database.h>
 
 #include <filesystem>
@@ -27,6 +29,17 @@ inline constexpr int espera_normal_ms = 5000;                       // for a loc
 // write-ahead log. Throws SQLite::Exception.
 SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadores = SQLite::OPEN_READWRITE,
                            int espera_ms = espera_normal_ms);
+
+// Whoever waits for a lock, or has a long statement run, is seen to, on the thread that asked. While the
+// connection lives, `como` must stay where it is.
+struct ComoEspera {
+    espera::Espera a_vista;
+    int espera_ms = espera_normal_ms;
+    espera::Motivo pela_tranca = espera::Motivo::posto;
+    espera::Motivo pelo_motor = espera::Motivo::servidor;
+    std::chrono::steady_clock::time_point fim{}; // of the wait that lasts
+};
+void espera_a_vista(SQLite::Database& base, ComoEspera& como); // without a way of waiting, does nothing
 
 // Room for the pages of a long note and of the lists around it; the engine's own 2 MB would read them again
 // and again.
@@ -53,6 +66,9 @@ SQLite::Database abre_empresa(const std::filesystem::path& pasta, int espera_ms)
 // marks beside it (in a folder that may not be written too): whoever reads that way looks at `aspecto` before
 // and after, and begins again when it changed, since somebody may then have written under him.
 SQLite::Database abre_empresa_para_ler(const std::filesystem::path& pasta, int espera_ms);
+// The URI from which the engine gets the very path back: of a drive, of a share, with signs that mean
+// something in URIs.
+std::string uri_de(std::string_view caminho);
 // Size and time of the two files, and whether somebody has them open.
 std::string aspecto(const std::filesystem::path& pasta);
 

@@ -30,9 +30,8 @@ int associa_atribuicoes(SQLite::Statement& instrucao, const Colunas& colunas,
 void MotorSQLite::insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) {
     tranca_para_escrever();
     com_falhas([&] {
-        Colunas alvo = colunas;
-        alvo.tabela = onde_se_escreve(colunas.tabela);
-        const auto instrucao = ligacao().escritas.toma(texto_insercao(alvo, atribuicoes));
+        const auto instrucao =
+            ligacao().escritas.toma(texto_insercao(onde_se_escreve(colunas.tabela), colunas, atribuicoes));
         associa_atribuicoes(*instrucao, colunas, atribuicoes);
         instrucao->exec();
     });

@@ -11,6 +11,7 @@ void Forma::le(std::string_view sql) {
     total_ = 0;
     bool retira =
         false; // before WHERE and SET, numbers and texts shape the statement (top 1, nvarchar(19), 'alias')
+    std::size_t por_copiar = 0; // all up to here is in the shape
     for (std::size_t i = 0; i < sql.size();) {
         const char c = sql[i];
         std::size_t fim = i + 1;
@@ -27,15 +28,14 @@ void Forma::le(std::string_view sql) {
         } else if (c == lugar_texto || c == lugar_numero) {
             instrucao_errada(sql.substr(i));
         }
-        if (retira && c == '\'') {
-            chave_ += lugar_texto;
-        } else if (retira && algarismo(c)) {
-            chave_ += lugar_numero;
-        } else {
-            chave_.append(sql, i, fim - i);
+        if (retira && (c == '\'' || algarismo(c))) {
+            chave_.append(sql, por_copiar, i - por_copiar);
+            chave_ += c == '\'' ? lugar_texto : lugar_numero;
+            por_copiar = fim;
         }
         i = fim;
     }
+    chave_.append(sql, por_copiar);
 }
 
 Forma::Literal& Forma::novo_literal() {
@@ -48,11 +48,9 @@ std::size_t Forma::le_texto(std::string_view sql, std::size_t inicio) {
     Literal& literal = novo_literal();
     if (!std::holds_alternative<std::string>(literal)) literal = std::string();
     std::string& texto = std::get<std::string>(literal);
-    texto.clear();
-    for (std::size_t i = inicio + 1; i + 1 < fim; ++i) {
-        texto += sql[i];
-        if (sql[i] == '\'') ++i;
-    }
+    texto = sql.substr(inicio + 1, fim - inicio - 2);
+    for (std::size_t i = texto.find('\''); i != std::string::npos; i = texto.find('\'', i + 1))
+        texto.erase(i, 1); // of two that stand for one
     return fim;
 }
 

@@ -16,7 +16,7 @@ class InstrucoesGuardadas {
     // A statement at its start, without parameters; given back, reset, when the loan ends.
     class Emprestimo {
       public:
-        Emprestimo(InstrucoesGuardadas& dono, std::string sql);
+        Emprestimo(InstrucoesGuardadas& dono, const std::string& sql);
         ~Emprestimo();
         Emprestimo(const Emprestimo&) = delete;
         Emprestimo& operator=(const Emprestimo&) = delete;
@@ -25,15 +25,14 @@ class InstrucoesGuardadas {
         SQLite::Statement* operator->() const { return instrucao_.get(); }
 
       private:
-        InstrucoesGuardadas& dono_;
-        std::string sql_;
+        std::unique_ptr<SQLite::Statement>& lugar_; // where it is given back
         std::unique_ptr<SQLite::Statement> instrucao_;
     };
 
     // The database must outlive the statements, and the statements their loans.
     explicit InstrucoesGuardadas(const SQLite::Database& base) : base_(base) {}
 
-    Emprestimo toma(std::string sql) { return {*this, std::move(sql)}; }
+    Emprestimo toma(const std::string& sql) { return {*this, sql}; }
 
   private:
     const SQLite::Database& base_;

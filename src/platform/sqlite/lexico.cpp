@@ -4,24 +4,8 @@
 #include "platform/sqlite/forma.h"
 #include "startup/sessao_bd.h"
 
-#include <array>
-
 namespace orvex::platform::sqlite {
 namespace {
-
-enum Classe : unsigned char { outro, letra, digito };
-
-constexpr std::array<Classe, 256> classes = [] {
-    std::array<Classe, 256> tabela{};
-    for (std::size_t c = 0; c < tabela.size(); ++c) {
-        if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '@' || c == '#' || c >= 0x80)
-            tabela[c] = letra;
-        if (c >= '0' && c <= '9') tabela[c] = digito;
-    }
-    return tabela;
-}();
-
-Classe classe(char c) { return classes[static_cast<unsigned char>(c)]; }
 
 bool branco(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
@@ -35,11 +19,8 @@ std::size_t tamanho_sinal(std::string_view resto) {
 
 } // namespace
 
-bool algarismo(char c) { return classe(c) == digito; }
-bool inicia_palavra(char c) { return classe(c) == letra; }
-
 std::size_t fim_palavra(std::string_view sql, std::size_t inicio) {
-    while (inicio < sql.size() && classe(sql[inicio]) != outro)
+    while (inicio < sql.size() && classe(sql[inicio]) != Classe::outro)
         ++inicio;
     return inicio;
 }

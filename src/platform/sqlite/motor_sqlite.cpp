@@ -26,7 +26,7 @@ class CursorPreparada final : public registos::Cursor {
     bool avanca() override {
         return com_falhas([this] { return preparada_->instrucao.executeStep(); });
     }
-    Celula celula(std::size_t coluna) const override { return le_coluna(preparada_->instrucao, coluna); }
+    Celula celula(std::size_t coluna) const override { return preparada_->celula(coluna); }
 
   private:
     std::shared_ptr<Preparada> preparada_;
@@ -34,24 +34,28 @@ class CursorPreparada final : public registos::Cursor {
 
 } // namespace
 
-MotorSQLite::MotorSQLite(const std::filesystem::path& pasta, int espera_ms, Acesso acesso)
-    : pasta_(pasta), espera_ms_(espera_ms), acesso_(acesso) {
+MotorSQLite::MotorSQLite(const std::filesystem::path& pasta, ComoEspera como, Acesso acesso)
+    : pasta_(pasta), como_(std::move(como)), acesso_(acesso) {
     ligacao();
 }
 
 MotorSQLite::~MotorSQLite() { liberta(); }
 
 MotorSQLite::Ligacao& MotorSQLite::ligacao() {
-    if (ligacao_ == nullptr)
-        ligacao_.reset(new Ligacao{acesso_ == Acesso::escrita ? abre_empresa(pasta_, espera_ms_)
-                                                              : abre_empresa_para_ler(pasta_, espera_ms_)});
+    if (ligacao_ == nullptr) {
+        esquece_colunas();
+        ligacao_.reset(new Ligacao{acesso_ == Acesso::escrita
+                                       ? abre_empresa(pasta_, como_.espera_ms)
+                                       : abre_empresa_para_ler(pasta_, como_.espera_ms)});
+        espera_a_vista(ligacao_->base, como_);
+    }
     return *ligacao_;
 }
 
 template <typename Trabalho>
 decltype(auto) MotorSQLite::corre(Trabalho trabalho) {
     exige_inteira();
-    return com_falhas([&] { return insiste(aberta() ? 0 : espera_ms_, trabalho); });
+    return com_falhas([&] { return insiste(aberta() ? 0 : como_.espera_ms, trabalho); });
 }
 
 // --- Statements --------------------------------------------------------------------------------------------
@@ -79,6 +83,7 @@ std::shared_ptr<Preparada> MotorSQLite::prepara(const std::string& sql, Uso uso)
 // All or nothing, inside a transaction of the program's or not.
 void MotorSQLite::muda_esquema(const Traducao& traducao) {
     ligacao().preparadas.clear();
+    esquece_colunas();
     base().exec("SAVEPOINT esquema");
     try {
         for (const std::string& instrucao : traducao.instrucoes)
@@ -115,6 +120,7 @@ std::unique_ptr<registos::Conjunto> MotorSQLite::consulta(const std::string& sql
         auto preparada = primeiro_passo(sql, Uso::consulta);
         if (preparada->caduca()) { // its columns may be others now
             ligacao().preparadas.clear();
+            esquece_colunas();
             preparada = primeiro_passo(sql, Uso::consulta);
         }
         auto colunas = modo == Modo::actualizavel ? preparada->colunas_actualizaveis() : preparada->colunas();
@@ -159,6 +165,7 @@ void MotorSQLite::exige_transaccao() {
 }
 
 void MotorSQLite::inicia() {
+    leitura_.reset();
     liberta();
     anula(); // one that a failure left behind is none of this one's
     com_falhas([&] {
@@ -186,6 +193,7 @@ void MotorSQLite::tranca() {
 }
 
 void MotorSQLite::tranca_para_escrever() {
+    leitura_.reset();
     exige_inteira();
     if (!trancada_ && aberta()) tranca();
 }
@@ -198,6 +206,7 @@ void MotorSQLite::confirma() {
 }
 
 void MotorSQLite::anula() {
+    leitura_.reset();
     liberta();
     iniciada_ = trancada_ = false;
     if (!aberta()) return;
@@ -205,12 +214,35 @@ void MotorSQLite::anula() {
     if (aberta()) ligacao_.reset();
 }
 
+// Each statement that finds no other at work locks and unlocks both files, which takes longer than the search
+// for one row.
+void MotorSQLite::segura_leitura() {
+    try {
+        leitura_.emplace(ligacao().escritas, "SELECT 1 FROM main.sqlite_schema, erp.sqlite_schema");
+        if ((*leitura_)->tryExecuteStep() != SQLITE_ROW) leitura_.reset();
+    } catch (const SQLite::Exception& falha) {
+        leitura_.reset();
+        engole(falha); // it fails again where it is asked for something
+    }
+}
+
+void MotorSQLite::em_passo(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) {
+    if (perguntas.empty() || aberta() || leitura_) return trabalho();
+    segura_leitura();
+    struct AoAcabar {
+        std::optional<InstrucoesGuardadas::Emprestimo>& leitura;
+        ~AoAcabar() { leitura.reset(); }
+    } const ao_acabar{leitura_};
+    trabalho();
+}
+
 // A lock that is nothing else's: neither the ledger's, which the work takes, nor the ERP's, which who has the
 // ledger's may be waiting for.
 void MotorSQLite::em_exclusivo(const std::function<void()>& trabalho) {
     const auto ficheiro = pasta_ / ficheiro_exclusivo;
     const auto so_nos = com_falhas([&] {
-        SQLite::Database tranca(ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, espera_ms_);
+        SQLite::Database tranca(ficheiro, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, como_.espera_ms);
+        espera_a_vista(tranca, como_);
         // For whoever may write the ledger; where it is somebody else's file, that one has done it.
         std::error_code erro;
         std::filesystem::permissions(

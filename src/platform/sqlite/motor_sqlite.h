@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -16,7 +17,7 @@ namespace orvex::platform::sqlite {
 class MotorSQLite final : public registos::Motor {
   public:
     // Opens both files of the folder, neither of which is created. Throws Falha, naming the cause.
-    MotorSQLite(const std::filesystem::path& pasta, int espera_ms, Acesso acesso);
+    MotorSQLite(const std::filesystem::path& pasta, ComoEspera como, Acesso acesso);
     ~MotorSQLite() override;
 
     std::unique_ptr<registos::Conjunto> consulta(const std::string& sql, Modo modo) override;
@@ -29,6 +30,8 @@ class MotorSQLite final : public registos::Motor {
     void anula() override;
     // Once it has answered that there is none, what the program writes next is no part of the last one.
     bool em_transaccao() override;
+    // Outside a transaction its questions are read of one state of the files, until it writes.
+    void em_passo(const std::vector<std::string>& perguntas, const std::function<void()>& trabalho) override;
     void em_exclusivo(const std::function<void()>& trabalho) override;
 
     void insere(const Colunas& colunas, const std::vector<registos::Atribuicao>& atribuicoes) override;
@@ -49,6 +52,7 @@ class MotorSQLite final : public registos::Motor {
     void exige_inteira();
 
     void tranca_para_escrever();
+    void segura_leitura();
 
     enum class Uso { consulta, execucao }; // a query is refused, not run, when it is something else
 
@@ -61,11 +65,12 @@ class MotorSQLite final : public registos::Motor {
     decltype(auto) corre(Trabalho trabalho);
 
     const std::filesystem::path pasta_;
-    const int espera_ms_;
+    ComoEspera como_;
     const Acesso acesso_;
     std::unique_ptr<Ligacao> ligacao_;
-    bool iniciada_ = false; // by the program, which has not ended it
-    bool trancada_ = false; // the open transaction has the ledger's lock
+    std::optional<InstrucoesGuardadas::Emprestimo> leitura_; // half read, while a step reads
+    bool iniciada_ = false;                                  // by the program, which has not ended it
+    bool trancada_ = false;                                  // the open transaction has the ledger's lock
     Forma forma_;
 };
 

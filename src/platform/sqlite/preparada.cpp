@@ -2,7 +2,6 @@
 
 #include "platform/sqlite/lexico.h"
 
-#include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
 #include <sqlite3.h>
 
@@ -84,25 +83,35 @@ std::shared_ptr<const Colunas> Preparada::colunas_actualizaveis() {
 void Preparada::associa(const Forma& forma) {
     if (static_cast<std::size_t>(instrucao.getBindParameterCount()) != forma.literais())
         instrucao_errada(forma.chave());
-    for (std::size_t i = 0; i < forma.literais(); ++i)
-        std::visit([&](const auto& literal) { instrucao.bind(static_cast<int>(i) + 1, literal); },
-                   forma.literal(i));
+    textos_.resize(forma.literais());
+    for (std::size_t i = 0; i < forma.literais(); ++i) {
+        const int parametro = static_cast<int>(i) + 1;
+        if (const auto* texto = std::get_if<std::string>(&forma.literal(i))) {
+            textos_[i] = *texto;
+            instrucao.bindNoCopy(parametro, textos_[i]);
+        } else if (const auto* inteiro = std::get_if<std::int64_t>(&forma.literal(i))) {
+            instrucao.bind(parametro, *inteiro);
+        } else {
+            instrucao.bind(parametro, std::get<double>(forma.literal(i)));
+        }
+    }
 }
 
 bool Preparada::caduca() const { return sqlite3_stmt_status(ponteiro_, SQLITE_STMTSTATUS_REPREPARE, 0) > 0; }
 
-Celula le_coluna(const SQLite::Statement& instrucao, std::size_t coluna) {
-    const SQLite::Column lida = instrucao.getColumn(static_cast<int>(coluna));
-    switch (lida.getType()) {
+// Straight from the library: a list is hundreds of thousands of these.
+Celula Preparada::celula(std::size_t coluna) const {
+    const int i = static_cast<int>(coluna);
+    switch (sqlite3_column_type(ponteiro_, i)) {
     case SQLITE_NULL:
         return {};
     case SQLITE_INTEGER:
-        return lida.getInt64();
+        return std::int64_t{sqlite3_column_int64(ponteiro_, i)};
     case SQLITE_FLOAT:
-        return lida.getDouble();
+        return sqlite3_column_double(ponteiro_, i);
     default: {
-        const char* texto = lida.getText();
-        return std::string_view(texto, static_cast<std::size_t>(lida.getBytes()));
+        const auto* texto = reinterpret_cast<const char*>(sqlite3_column_text(ponteiro_, i));
+        return std::string_view(texto, static_cast<std::size_t>(sqlite3_column_bytes(ponteiro_, i)));
     }
     }
 }

@@ -27,6 +27,8 @@ class Preparada {
 
     // Gives the statement its parameters, from the start. Throws Falha when the literals are not as many.
     void associa(const Forma& forma);
+    // Of the row that the statement stands on; a text lives until its next step.
+    Celula celula(std::size_t coluna) const;
     // True once the engine had to prepare the statement anew because somebody changed the schema.
     bool caduca() const;
 
@@ -40,12 +42,11 @@ class Preparada {
   private:
     const SQLite::Database& base_;
     std::string tabela_;
-    sqlite3_stmt* ponteiro_; // of the same statement, for what its class has no procedure for
+    std::vector<std::string> textos_; // of the parameters, which the engine reads here
+    sqlite3_stmt* ponteiro_;          // of the same statement, for what its class has no procedure for
     std::shared_ptr<const Colunas> leitura_;
     std::shared_ptr<const Colunas> escrita_;
 };
-
-Celula le_coluna(const SQLite::Statement& instrucao, std::size_t coluna);
 
 // A value as normaliza gave it, in the engine's form for a column of this type.
 void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& tipo,

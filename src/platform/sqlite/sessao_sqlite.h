@@ -8,6 +8,7 @@
 // done, and let go with its record set.
 #pragma once
 
+#include "platform/espera/espera.h"
 #include "platform/registos/sessao.h"
 
 namespace orvex::platform::sqlite {
@@ -20,11 +21,13 @@ class SessaoSQLite : public registos::Sessao {
     SessaoSQLite(); // waits five seconds for a lock held by another program
     explicit SessaoSQLite(int espera_ms, Acesso acesso = Acesso::escrita)
         : espera_ms_(espera_ms), acesso_(acesso) {}
+    explicit SessaoSQLite(espera::Espera a_vista); // the same, and who asks is seen waiting
 
   protected:
     std::unique_ptr<registos::Motor> abre_motor(const std::string& ligacao) override;
 
   private:
+    espera::Espera a_vista_;
     int espera_ms_;
     Acesso acesso_;
 };

@@ -1,6 +1,7 @@
 // What is the embedded engine's own: its language, its statements, its locks, its files.
 #include "platform/sqlite/falhas.h"
 #include "platform/sqlite/sessao_sqlite.h"
+#include "tests/apoio/tabela.h"
 #include "tests/contrato/empresa_vazia.h"
 
 #include <fstream>
@@ -20,6 +21,12 @@ TEST(Comparacao, NaoVeMaiusculasNemBrancosNoFimEOrdenaAsLetrasComAcentoJuntoDasO
                                              "aguas", "Águeda", "BOBINA", "zé",   "Zea"};
     for (std::size_t i = 1; i < ordenados.size(); ++i)
         EXPECT_LT(compara_servidor(ordenados[i - 1], ordenados[i]), 0) << ordenados[i];
+}
+
+TEST(Uri, DaAoMotorOCaminhoTalComoE) {
+    for (const auto& caso : tabela(R"(C:\b\c#.db => file:C:\b\c%23.db | /a/1%? => file:///a/1%25%3F | )"
+                                   R"(\\s\p\x.db => file:\\s\p\x.db | //s/p/x.db => file:////s/p/x.db)"))
+        EXPECT_EQ(platform::sqlite::uri_de(caso[0]), caso[1]);
 }
 
 using platform::sqlite::SessaoSQLite;
