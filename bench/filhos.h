@@ -4,6 +4,10 @@
 #include <filesystem>
 #include <string>
 
+namespace orvex::testes {
+class ServidorTDS;
+}
+
 namespace orvex::bench {
 
 // Each prints milliseconds first; gives the exit code.
@@ -14,10 +18,22 @@ int mede_emissao(const std::filesystem::path& instalacao, const std::string& cli
 // Of one of so many consumptions of the item of the newest ledger row.
 int mede_ajuste(const std::filesystem::path& instalacao, int vezes, bool com_diario);
 
+// What a slow line adds to every answer.
+inline constexpr int demora_da_linha_ms = 20;
+// The installation's database on the server, its ERP as it was.
+void liga_ao_fio(const std::filesystem::path& instalacao, const testes::ServidorTDS& servidor);
+// Print the milliseconds and the requests of each job through a slow line: of two lists, of notes,
+// adjustments and transfers; and of a start, until its window is painted. Of an installation that is on no
+// server yet.
+int mede_trabalhos_fio(const std::filesystem::path& instalacao);
+int mede_arranque_fio(const std::filesystem::path& instalacao);
+
 // Open a window and end the process at its first paint; the caller measures the whole process.
 int mostra_ecra(const std::filesystem::path& instalacao);
-int mostra_janela_vazia();
 int mostra_janela_com_texto(); // one line of it: what any window that is not blank pays for its font
+
+// Makes the ledger so many rows larger, half of them movements.
+int acrescenta_linhas_ao_livro(const std::filesystem::path& instalacao, long long linhas);
 
 // Prints the milliseconds to show a pick list, to filter it by three typed letters, and to have read it
 // whole.

@@ -5,6 +5,8 @@
 #include "platform/qt/janela_lista.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "startup/instalacao.h"
+#include "tests/fio/servidor_tds.h"
+#include "tools/empresa/empresa_demo.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -90,15 +92,6 @@ int mede_lista(const std::filesystem::path& instalacao, const char* titulo, cons
 
 } // namespace
 
-int mostra_janela_vazia() {
-    Aplicacao aplicacao;
-    const AoPintar espera(acaba);
-    QWidget janela;
-    janela.resize(largura, altura);
-    janela.show();
-    return QApplication::exec();
-}
-
 int mostra_janela_com_texto() {
     Aplicacao aplicacao;
     const AoPintar espera(acaba);
@@ -112,6 +105,25 @@ int mostra_ecra(const std::filesystem::path& instalacao) {
     Aplicacao aplicacao;
     platform::qt::prepara_aplicacao(aplicacao.qt);
     const AoPintar espera(acaba);
+    app::FabricaOrvex fabrica(instalacao);
+    startup::Arranque arranque(fabrica, {instalacao, instalacao});
+    const auto ecra = arranque.Main("2");
+    return ecra != nullptr ? QApplication::exec() : 1;
+}
+
+int mede_arranque_fio(const std::filesystem::path& instalacao) {
+    testes::ServidorTDS servidor(instalacao / demo::pasta_empresa);
+    liga_ao_fio(instalacao, servidor);
+    Aplicacao aplicacao;
+    platform::qt::prepara_aplicacao(aplicacao.qt);
+    servidor.atraso_ms = demora_da_linha_ms;
+    QElapsedTimer relogio;
+    relogio.start();
+    const AoPintar espera([&](QWidget& janela) {
+        std::printf("%.3f %d\n", static_cast<double>(relogio.nsecsElapsed()) / 1e6, servidor.pedidos());
+        std::fflush(stdout);
+        acaba(janela);
+    });
     app::FabricaOrvex fabrica(instalacao);
     startup::Arranque arranque(fabrica, {instalacao, instalacao});
     const auto ecra = arranque.Main("2");

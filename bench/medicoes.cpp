@@ -5,6 +5,7 @@
 #include "base/falha.h"
 #include "bench/filhos.h"
 #include "bench/processo.h"
+#include "platform/sqlite/empresa.h"
 #include "tests/apoio/pasta_temporaria.h"
 #include "tests/fio/servidor_tds.h"
 #include "tools/empresa/empresa_demo.h"
@@ -14,7 +15,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 
 namespace {
 
@@ -32,6 +32,7 @@ constexpr int linhas_da_guia = 500;
 constexpr int linhas_do_pequeno = 1'800; // of one client: every line is its own
 constexpr int ajustes = 200;
 constexpr int linhas_do_diario = 20;
+constexpr int linhas_do_arranque = 10'000'000;
 
 struct Par {
     std::vector<Corrida> nosso, nu;
@@ -93,18 +94,6 @@ void mede_lista(const std::string& nome, const std::vector<std::string>& comando
     std::fflush(stdout);
 }
 
-// The installation's database on the server, its ERP as it was.
-void liga_ao_fio(const fs::path& definicoes, const orvex::testes::ServidorTDS& servidor) {
-    std::ifstream antigas(definicoes);
-    std::string texto{std::istreambuf_iterator<char>(antigas), {}};
-    const std::size_t erp = texto.find("[ERP]");
-    antigas.close();
-    std::ofstream(definicoes) << "[BD]\nServidor=127.0.0.1," << servidor.porta() << "\nBase=" << servidor.base
-                              << "\nUtilizador=" << servidor.utilizador
-                              << "\nPalavraPasse=" << servidor.palavra_passe << "\nEncriptacao=nao\n"
-                              << texto.substr(erp);
-}
-
 // The queries from the one that looks the client up, in the order they were sent. Gives how many.
 int escreve_consultas(const fs::path& ficheiro, const std::vector<std::string>& textos, std::size_t desde,
                       const std::string& cliente) {
@@ -137,7 +126,7 @@ void mede_fio(const fs::path& instalacao, const fs::path& programas, const std::
     corre({eu, "--empresa", onde, linhas, "1"});
     const std::string cliente = orvex::demo::codigo_cliente(1, opcoes(instalacao, linhas_do_pequeno, 1));
     orvex::testes::ServidorTDS servidor(instalacao / orvex::demo::pasta_empresa);
-    liga_ao_fio(instalacao / "OrvexEXE.xel", servidor);
+    orvex::bench::liga_ao_fio(instalacao, servidor);
     corre({eu, "--facturas-fio", onde, cliente}); // repairs the weights: once
     const std::size_t desde = servidor.textos().size();
     const Corrida gravada = corre({eu, "--facturas-fio", onde, cliente});
@@ -152,6 +141,55 @@ void mede_fio(const fs::path& instalacao, const fs::path& programas, const std::
         ("CarregaFacturas pelo fio, " + std::to_string(static_cast<int>(gravada.numeros.at(1))) + " linhas")
             .c_str(),
         par, impresso, "ms", 1.3);
+}
+
+// Start-up costs what its window costs, however much has been written.
+void mede_arranque(const fs::path& raiz, const std::string& eu, const std::string& pequena) {
+    const fs::path enorme = raiz / "enorme";
+    const std::string onde = texto_de(enorme);
+    corre({eu, "--empresa", onde, "1000", "40"});
+    const Corrida feita = corre({eu, "--linhas-do-livro", onde, std::to_string(linhas_do_arranque)});
+    const auto livro =
+        fs::file_size(enorme / orvex::demo::pasta_empresa / orvex::platform::sqlite::ficheiro_livro);
+    std::printf("  (as 10 000 000 linhas: %.0f s a fazer, %.1f GB)\n", feita.parede_ms / 1e3,
+                static_cast<double>(livro) / 1e9);
+    mostra("arranque até pintar / janela Qt com uma linha de texto",
+           mede({eu, "--ecra", pequena}, {eu, "--texto"}), parede, "ms", 1.8);
+    mostra("arranque com 10 000 000 linhas / com 1 000", mede({eu, "--ecra", onde}, {eu, "--ecra", pequena}),
+           parede, "ms", 1.1);
+    fs::remove_all(enorme);
+}
+
+// What a branch office feels: the time of each job beside that of its requests' way there and back.
+void mede_sucursal(const fs::path& instalacao, const std::string& eu) {
+    const std::string onde = texto_de(instalacao);
+    corre({eu, "--empresa", onde, std::to_string(linhas_do_pequeno + 50), "3", "300",
+           std::to_string(linhas_do_pequeno)});
+    std::vector<double> numeros = corre({eu, "--trabalhos-fio", onde}).numeros;
+    const std::vector<double> arranque = corre({eu, "--arranque-fio", onde}).numeros;
+    numeros.insert(numeros.end(), arranque.begin(), arranque.end());
+    constexpr const char* trabalhos[] = {"listar mil linhas, a reparar os pesos",
+                                         "listar mil linhas",
+                                         "emitir 30 linhas",
+                                         "carregar a guia",
+                                         "anulá-la",
+                                         "devolver 30 linhas",
+                                         "um ajuste",
+                                         "substituí-lo",
+                                         "anulá-lo",
+                                         "uma transferência para a ORVEX",
+                                         "uma transferência para um cliente",
+                                         "arrancar, até ao primeiro campo"};
+    std::printf("\n%-58s %10s %10s %10s %7s\n", "com mais 20 ms em cada resposta", "ORVEX", "pedidos",
+                "x 20 ms", "razão");
+    const double* numero = numeros.data();
+    for (const char* trabalho : trabalhos) {
+        const double ms = *numero++;
+        const double pedidos = *numero++;
+        const double da_linha = pedidos * orvex::bench::demora_da_linha_ms;
+        std::printf("%-58s %7.0f ms %10.0f %7.0f ms %7.2f\n", trabalho, ms, pedidos, da_linha, ms / da_linha);
+    }
+    std::fflush(stdout);
 }
 
 // What the journal adds, on a small company: what a confirmation itself costs there hides nothing of it.
@@ -188,12 +226,7 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     const std::string empresa = texto_de(raiz / "grande" / orvex::demo::pasta_empresa);
 
     cabecalho();
-    mostra("arranque até pintar / janela Qt vazia", mede({eu, "--ecra", grande}, {eu, "--vazia"}), parede,
-           "ms", 1.3);
-    mostra("  o mesmo / janela Qt com uma linha de texto", mede({eu, "--ecra", grande}, {eu, "--texto"}),
-           parede, "ms", 0);
-    mostra("arranque com muitas linhas / com 1 000", mede({eu, "--ecra", grande}, {eu, "--ecra", pequena}),
-           parede, "ms", 1.1);
+    mede_arranque(raiz, eu, pequena);
 
     // Of the company as it was made: what is clean is read once.
     const Par auditoria = mede({texto_de(programas / "orvex-auditoria"), grande},
@@ -206,7 +239,7 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
              {texto_de(programas / "facturas_nuas"), empresa, cliente, orvex::demo::armazem_orvex});
     if (facturas.nosso[0].numeros.at(1) != facturas.nu[0].numeros.at(1))
         throw std::runtime_error("as duas listas de linhas abertas não têm o mesmo tamanho");
-    mostra("CarregaFacturas, 10 000 linhas abertas", facturas, impresso, "ms", 1.5);
+    mostra("CarregaFacturas, 10 000 linhas abertas", facturas, impresso, "ms", 1.2);
     mostra("  memória no máximo", facturas, memoria, "MB", 0);
 
     mede_fio(raiz / "fio", programas, eu);
@@ -219,12 +252,14 @@ void mede_tudo(const fs::path& programas, std::int64_t linhas) {
     mostra("emitir uma guia de 500 linhas",
            mede({eu, "--emissao", grande, cliente, std::to_string(linhas_da_guia)},
                 {texto_de(programas / "emissao_nua"), empresa, cliente, std::to_string(linhas_da_guia)}),
-           impresso, "ms", 1.5);
+           impresso, "ms", 1.8);
 
     mede_diario(raiz / "diario", eu);
 
     mede_lista("lista de 100 000 clientes", {eu, "--clientes", clientes});
     mede_lista("lista de 100 000 artigos", {eu, "--artigos", artigos});
+
+    mede_sucursal(raiz / "sucursal", eu);
 }
 
 } // namespace
@@ -236,10 +271,10 @@ int main(int argc, char** argv) {
     const auto numero = [&](std::size_t i) { return std::stoll(argumentos[i]); };
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     try {
-        if (modo == "--vazia") return mostra_janela_vazia();
         if (modo == "--empresa" && argc >= 5) {
             OpcoesEmpresa pedidas = opcoes(caminho_de(argumentos[2]), numero(3), numero(4));
-            if (argc == 6) pedidas.artigos = numero(5);
+            if (argc >= 6) pedidas.artigos = numero(5);
+            if (argc == 7) pedidas.linhas_primeiro_cliente = numero(6);
             orvex::demo::faz_empresa(pedidas);
             return 0;
         }
@@ -248,6 +283,10 @@ int main(int argc, char** argv) {
         if (modo == "--facturas" && argc == 4) return mede_facturas(caminho_de(argumentos[2]), argumentos[3]);
         if (modo == "--facturas-fio" && argc == 4)
             return mede_facturas_fio(caminho_de(argumentos[2]), argumentos[3]);
+        if (modo == "--trabalhos-fio" && argc == 3) return mede_trabalhos_fio(caminho_de(argumentos[2]));
+        if (modo == "--arranque-fio" && argc == 3) return mede_arranque_fio(caminho_de(argumentos[2]));
+        if (modo == "--linhas-do-livro" && argc == 4)
+            return acrescenta_linhas_ao_livro(caminho_de(argumentos[2]), numero(3));
         if (modo == "--emissao" && argc >= 5)
             return mede_emissao(caminho_de(argumentos[2]), argumentos[3], static_cast<int>(numero(4)),
                                 argc == 6);
