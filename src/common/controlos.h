@@ -64,7 +64,12 @@ struct Etiqueta : Controlo {
 };
 
 struct Botao : Controlo {
+    // What is being typed elsewhere is validated before the button happens; one that cancels or leaves lets
+    // go of it.
+    enum class Papel { faz, cancela, sai };
+
     std::string Caption; // "&" marks the access key
+    Papel papel = Papel::faz;
     std::function<void()> Click;
 };
 

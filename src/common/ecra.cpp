@@ -25,8 +25,9 @@ void Ecra::regista(Vector<Campo>& vector, std::initializer_list<DescricaoCampo> 
 }
 
 void Ecra::regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
-                         std::function<void()> Click) {
+                         std::function<void()> Click, Botao::Papel papel) {
     regista(botao, std::move(nome));
+    botao.papel = papel;
     botao.Caption = Caption;
     botao.ToolTip = ToolTip;
     botao.Click = std::move(Click);

@@ -27,7 +27,9 @@ class Ecra : protected Servicos, public Eventos {
     const std::string& titulo_janela() const { return titulo_janela_; }
 
     const std::vector<Controlo*>& controlos() const { return controlos_; }
-    Controlo& controlo(std::string_view nome);            // throws Falha for an unknown name
+    Controlo& controlo(std::string_view nome); // throws Falha for an unknown name
+    // The user would lose work by leaving now: a client's code alone is none.
+    virtual bool por_gravar() const { return false; }
     const std::string& estado() const { return estado_; } // for the status line
 
     // Reads the parameters and empties the screen. Called once, before the window is shown.
@@ -55,7 +57,7 @@ class Ecra : protected Servicos, public Eventos {
     // The button that opens the list of the field with this index.
     void regista_lista(Vector<Botao>& vector, int Index, const char* ToolTip);
     void regista_botao(Botao& botao, std::string nome, const char* Caption, const char* ToolTip,
-                       std::function<void()> Click);
+                       std::function<void()> Click, Botao::Papel papel = Botao::Papel::faz);
     // A date picker in which Enter moves on and Esc moves back.
     void regista_selector(SelectorData& selector, std::string nome, const char* ToolTip, const char* Legenda);
 

@@ -66,7 +66,7 @@ void Eventos::conta(const std::exception& falha) {
 }
 
 void Eventos::resolve_foco() {
-    foco_.resolve();
+    aceite_ = foco_.resolve();
     if (foco_.actual() != nullptr && !a_fechar_) servicos_.janela().da_foco(*foco_.actual());
 }
 
@@ -128,7 +128,14 @@ void Eventos::campo_KeyPress(Campo& campo, int& KeyAscii) {
     if (&campo == campo_de_fecho()) Unload();
 }
 
-void Eventos::xelSendkeys(const std::string& sKey) { foco_.envia(sKey == "+{TAB}" ? -1 : +1); }
+void Eventos::xelSendkeys(const std::string& sKey) {
+    foco_.envia(sKey == "+{TAB}" ? -1 : +1, Foco::Tecla::enviada);
+}
+
+void Eventos::larga_o_digitado() {
+    bDigitado = false;
+    if (auto* selector = dynamic_cast<SelectorData*>(foco_.actual())) selector->Texto.reset();
+}
 
 void Eventos::Unload() {
     servicos_.janela().descarrega();

@@ -43,16 +43,22 @@ void Eventos::utilizador_lista(Campo& campo) {
 }
 
 void Eventos::utilizador_avanca(int passos) {
-    corre([&] { foco_.envia(passos); });
+    corre([&] { foco_.envia(passos, Foco::Tecla::do_utilizador); });
 }
 
 bool Eventos::utilizador_foca(Controlo& controlo) {
-    if (foco_.actual() != &controlo) corre([&] { SetFocus(controlo); });
+    const auto foca = [&] { SetFocus(controlo); };
+    if (foco_.actual() == &controlo) return !em_curso_;
+    corre(foca);
+    if (!em_curso_ && aceite_ && foco_.actual() != &controlo && dynamic_cast<Botao*>(&controlo) != nullptr)
+        corre(foca);
     return !em_curso_ && foco_.actual() == &controlo;
 }
 
 void Eventos::utilizador_prime(Botao& botao) {
-    if (em_curso_ || !botao.recebe_foco() || !utilizador_foca(botao)) return;
+    if (em_curso_ || !botao.recebe_foco()) return;
+    if (botao.papel != Botao::Papel::faz) larga_o_digitado();
+    if (!utilizador_foca(botao)) return;
     corre([&] {
         if (botao.Click) botao.Click();
     });

@@ -10,7 +10,7 @@ void Foco::pede(Controlo& controlo) {
     teclas_.clear();
 }
 
-void Foco::envia(int passos) { teclas_.push_back(passos); }
+void Foco::envia(int passos, Tecla tecla) { teclas_.push_back({passos, tecla}); }
 
 void Foco::desiste() {
     pedido_ = nullptr;
@@ -33,7 +33,7 @@ bool Foco::resolve() {
     // A control that was disabled or hidden under the keyboard passes it on, without being validated.
     if (actual_ == nullptr || !actual_->recebe_foco()) {
         Controlo* abandonado = actual_;
-        actual_ = vizinho(+1);
+        actual_ = vizinho({+1, Tecla::do_utilizador});
         if (abandonado != nullptr) ouvinte_.perdeu(*abandonado);
         if (actual_ != nullptr) ouvinte_.ganhou(*actual_);
     }
@@ -57,14 +57,18 @@ bool Foco::muda(Controlo& destino) {
     return true;
 }
 
-Controlo* Foco::vizinho(int passo) const {
+Controlo* Foco::vizinho(Passo passo) const {
     if (ordem_.empty()) return nullptr;
     const auto tamanho = static_cast<std::ptrdiff_t>(ordem_.size());
     const auto onde = std::find(ordem_.begin(), ordem_.end(), actual_);
-    std::ptrdiff_t i = onde != ordem_.end() ? onde - ordem_.begin() : (passo > 0 ? -1 : 0);
+    std::ptrdiff_t i = onde != ordem_.end() ? onde - ordem_.begin() : (passo.passos > 0 ? -1 : 0);
     for (std::ptrdiff_t tentativas = 0; tentativas < tamanho; ++tentativas) {
-        i = (i + passo + tamanho) % tamanho;
+        i = (i + passo.passos + tamanho) % tamanho;
         Controlo* candidato = ordem_[static_cast<std::size_t>(i)];
+        const auto* botao = dynamic_cast<const Botao*>(candidato);
+        if (passo.tecla == Tecla::enviada && passo.passos > 0 && botao != nullptr &&
+            botao->papel == Botao::Papel::sai)
+            continue;
         if (candidato != actual_ && candidato->recebe_foco()) return candidato;
     }
     return nullptr;

@@ -27,8 +27,12 @@ class Foco {
     const std::vector<Controlo*>& ordem() const { return ordem_; }
     Controlo* actual() const { return actual_; }
 
-    void pede(Controlo& controlo); // SetFocus
-    void envia(int passos);        // a sent {TAB} is +1, +{TAB} is -1
+    // A key that moves along the order: the user's Tab stops everywhere, one that is sent (Enter in a field)
+    // passes over a button that leaves, where the next Enter would close the screen.
+    enum class Tecla { do_utilizador, enviada };
+
+    void pede(Controlo& controlo);       // SetFocus
+    void envia(int passos, Tecla tecla); // {TAB} is +1, +{TAB} is -1
 
     void desiste(); // of what was asked for
 
@@ -37,13 +41,17 @@ class Foco {
 
   private:
     bool muda(Controlo& destino);
-    Controlo* vizinho(int passo) const;
+    struct Passo {
+        int passos;
+        Tecla tecla;
+    };
+    Controlo* vizinho(Passo passo) const;
 
     Ouvinte& ouvinte_;
     std::vector<Controlo*> ordem_;
     Controlo* actual_ = nullptr;
     Controlo* pedido_ = nullptr;
-    std::deque<int> teclas_;
+    std::deque<Passo> teclas_;
 };
 
 } // namespace orvex::common

@@ -4,6 +4,7 @@
 #include "startup/arranque.h"
 
 #include <utility>
+#include <vector>
 
 namespace orvex::common {
 
@@ -63,6 +64,14 @@ int Servicos::Comprimento(std::initializer_list<ColunaBD> colunas) {
         if (const std::size_t este = BD.Comprimento(tabela, coluna); este > 0 && (menor == 0 || este < menor))
             menor = este;
     return static_cast<int>(menor);
+}
+
+void Servicos::ComComprimentos(std::initializer_list<const char*> tabelas,
+                               const std::function<void()>& trabalho) {
+    std::vector<std::string> perguntas;
+    for (const char* tabela : tabelas)
+        perguntas.push_back(startup::SessaoBD::pergunta_das_colunas(tabela));
+    BD.EmPasso(perguntas, trabalho);
 }
 
 } // namespace orvex::common

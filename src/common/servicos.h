@@ -58,6 +58,9 @@ class Servicos {
     enum TipoMensagem { mensagem_exclamacao = 0, mensagem_informacao = 1, mensagem_critica = 2 };
     std::int16_t MostraMensagem(const std::string& Texto, int Tipo);
 
+    // How far a long handler is. False when the user gave it up.
+    bool prossegue(const std::string& progresso) { return janela().prossegue(progresso); }
+
     // The first column of the row the user chose, or the empty text.
     std::string escolhe_da_lista(const ListaPesquisa& lista);
 
@@ -68,6 +71,8 @@ class Servicos {
     // The longest text that all of these columns take, as the connected database describes them; 0 when none
     // of them limits it.
     int Comprimento(std::initializer_list<ColunaBD> colunas);
+    // Runs work that asks for columns of these tables.
+    void ComComprimentos(std::initializer_list<const char*> tabelas, const std::function<void()>& trabalho);
 
     startup::ReferenciaERP CriaObjectoERP(const std::string& classe) { return gERP.CriaObjecto(classe); }
 

@@ -29,16 +29,17 @@ const std::pair<const char*, const char*> permitidas[] = {
     {"confirmacao", "base startup livro"},
     {"common", "base startup livro confirmacao"},
     {"delivery adjust transfer", "base startup livro confirmacao common"},
-    {"platform/consola", ""},
+    {"platform/consola platform/espera", ""},
     {"platform/registos", "base startup"},
     {"platform/proteccao", "base"},
     {"platform/operacoes platform/diario", "base startup livro confirmacao"},
-    {"platform/automacao", "base startup"},
-    {"platform/sqlite platform/odbc", "base startup common platform/registos"},
+    {"platform/automacao", "base startup platform/espera"},
+    {"platform/sqlite platform/odbc", "base startup common platform/registos platform/espera"},
     // The emulation's file lies beside the ledger's and is opened and spoken to the same way.
-    {"platform/erp", "base startup common platform/sqlite/empresa.h platform/sqlite/guardadas.h"},
-    // The windows lay out the screens' controls, and wait for the ERP.
-    {"platform/qt", "base startup common delivery adjust transfer platform/automacao/espera.h"}};
+    {"platform/erp",
+     "base startup common platform/espera platform/sqlite/empresa.h platform/sqlite/guardadas.h"},
+    // The windows lay out the screens' controls, and show who waits.
+    {"platform/qt", "base startup common delivery adjust transfer platform/espera"}};
 
 bool um_de(const std::string& qual, const std::string& nomes) {
     const auto todos = orvex::testes::partes(nomes + " ", " ");

@@ -55,6 +55,46 @@ TEST_F(Controlos, UmCliqueAceiteDepoisDeUmaPerguntaAindaCarregaNoBotao) {
     EXPECT_EQ(ecra.confirmacoes, 1);
 }
 
+TEST_F(Controlos, OBotaoPremidoAconteceTambemQuandoUmaBoaValidacaoLevaOTecladoParaOutroLado) {
+    escreve_no_campo_1(*this);
+    ecra.aceita = [&](int) {
+        ecra.SetFocus(ecra.campo[2]);
+        return true;
+    };
+    clica("confirmar");
+    EXPECT_EQ(ecra.confirmacoes, 1);
+    EXPECT_EQ(com_teclado(), "confirmar");
+}
+
+TEST(Campos, CancelarLargaOQueEEscritoSemOValidar) {
+    for (const char* escrito : {"Tab, «x»", "Tab, Tab, «99»", "Tab, Tab, Tab, Tab, Tab, F2, «x»"})
+        for (const bool rato : {true, false}) {
+            SCOPED_TRACE(escrito);
+            JanelaAberta aberta;
+            aberta.ecra.confirmar.papel = common::Botao::Papel::cancela;
+            aberta.joga(escrito);
+            rato ? aberta.clica("confirmar") : aberta.tecla(Qt::Key_C, Qt::AltModifier);
+            EXPECT_EQ(aberta.ecra.confirmacoes, 1);
+            EXPECT_TRUE(aberta.ecra.validados.empty());
+            EXPECT_EQ(aberta.ecra.grelha.texto(0, "Nome"), "");
+            aberta.clica("campo(0)");
+            EXPECT_EQ(aberta.com_teclado(), "campo(0)");
+        }
+}
+
+TEST_F(Controlos, VeSeOndeEstaOTeclado) {
+    for (const auto& [tabs, nome] :
+         {std::pair{2, "data"}, {3, "combo"}, {4, "qt_tabwidget_tabbar"}, {7, "confirmar"}}) {
+        auto& controlo = em<QWidget>(nome);
+        clica("campo(0)");
+        const QImage sem = controlo.grab().toImage();
+        for (int i = 0; i < tabs; ++i)
+            tecla(Qt::Key_Tab);
+        ASSERT_TRUE(controlo.hasFocus()) << nome;
+        EXPECT_TRUE(controlo.grab().toImage() != sem) << nome;
+    }
+}
+
 TEST_F(Controlos, SoOQueMudaOTextoContaComoEscritoEOLimiteDeLetrasNaoValeParaOPrograma) {
     ecra.campo[0].MaxLength = 3;
     ecra.campo[0].Text = "programa";

@@ -153,6 +153,24 @@ TEST_F(JanelaDosAjustes, FazSubstituiEAnulaUmaSobraSoComOTeclado) {
     EXPECT_FALSE(em<QWidget>("btAnular").isVisible());
 }
 
+TEST_F(JanelaDosAjustes, EnterNaoChegaASairESairComUmaExistenciaPorGravarPergunta) {
+    tecla(Qt::Key_F4, {}, {ok});
+    joga("Return, «6», Return, Return");
+    EXPECT_EQ(com_teclado(), "btConf");
+    for (const bool pela_tecla : {true, false}) { // and then by the window's own close box
+        Respostas respostas;
+        respostas.carrega(ok);
+        pela_tecla ? tecla(Qt::Key_S, Qt::AltModifier) : void(qt.close());
+        EXPECT_THAT(respostas.textos, ElementsAre("Abandonar sem gravar?"));
+        EXPECT_TRUE(qt.isVisible());
+        activa();
+    }
+    Respostas respostas;
+    respostas.carrega(para_ok);
+    tecla(Qt::Key_S, Qt::AltModifier);
+    QTRY_VERIFY(!qt.isVisible());
+}
+
 using Aberta = NaJanela<EcraTrf, platform::qt::JanelaTrfBobines>;
 
 TEST(JanelaTrfBobines, AposUmaRecusaUmArtigoPassaParaOutroCliente) {
@@ -177,9 +195,12 @@ TEST(JanelaTrfBobines, SemClienteDestinoNaoHaLugarParaEleEEscNoClienteFecha) {
                   aberta.lugar(aberta.em<QWidget>("campo(1)")).bottom(),
               20);
     aberta.cabe_em(a_200_por_cento);
-    aberta.tecla(Qt::Key_Tab);
-    EXPECT_EQ(aberta.com_teclado(), "campo(1)");
-    aberta.tecla(Qt::Key_Escape);
+    aberta.joga("«REEL'1», Tab");
+    aberta.clica("campo(1)");
+    EXPECT_THAT(aberta.tecla(Qt::Key_Escape, {}, {ok}), ElementsAre("Abandonar sem gravar?"));
+    aberta.tecla(Qt::Key_A, Qt::AltModifier);
+    aberta.clica("campo(1)");
+    aberta.tecla(Qt::Key_Escape); // nothing would be lost
     QTRY_VERIFY(!aberta.qt.isVisible());
 }
 

@@ -17,7 +17,10 @@ struct NaJanela : TBancada {
         qt.abre();
         activa();
     }
-    ~NaJanela() { qt.close(); }
+    ~NaJanela() { // as the rules close it, which asks nothing
+        qt.descarrega();
+        QCoreApplication::processEvents();
+    }
 
     void activa() { // no window manager gives the keyboard back after a box
         qt.activateWindow();

@@ -1,5 +1,6 @@
 #include "platform/qt/aplicacao.h"
 
+#include "platform/qt/estilo.h"
 #include "platform/qt/textos_portugueses.h"
 
 #include <QApplication>
@@ -10,7 +11,7 @@ namespace orvex::platform::qt {
 
 void prepara_aplicacao(QApplication& aplicacao) {
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Portugal));
-    QApplication::setStyle("fusion");
+    QApplication::setStyle(new Estilo);
     QCoreApplication::installTranslator(new TextosPortugueses(&aplicacao));
 
     QPalette cores;

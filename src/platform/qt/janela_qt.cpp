@@ -2,6 +2,7 @@
 
 #include "base/descricao.h"
 #include "platform/qt/caixa.h"
+#include "platform/qt/espera.h"
 #include "platform/qt/janela_lista.h"
 #include "platform/qt/memoria.h"
 #include "platform/qt/textos.h"
@@ -21,22 +22,26 @@ namespace orvex::platform::qt {
 
 namespace {
 
+using Relogio = std::chrono::steady_clock;
+
 struct CursorEspera {
     CursorEspera() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
     ~CursorEspera() { QGuiApplication::restoreOverrideCursor(); }
     CursorEspera(const CursorEspera&) = delete;
 };
 
-// While a box is up, the busy cursor rests.
+// While a box is up, the busy cursor rests, and nobody waits for the handler.
 struct CursorNormal {
-    explicit CursorNormal(bool ocupado) : ocupado_(ocupado) {
+    CursorNormal(bool ocupado, Relogio::time_point& inicio) : ocupado_(ocupado), inicio_(inicio) {
         if (ocupado_) QGuiApplication::restoreOverrideCursor();
     }
     ~CursorNormal() {
         if (ocupado_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        inicio_ = Relogio::now();
     }
     CursorNormal(const CursorNormal&) = delete;
     bool ocupado_;
+    Relogio::time_point& inicio_;
 };
 
 } // namespace
@@ -95,14 +100,14 @@ void JanelaQt::poe_foco() {
 
 int JanelaQt::caixa(const std::string& texto, const std::string& titulo, common::Icone icone,
                     common::Botoes botoes) {
-    const CursorNormal cursor(ocupado_);
+    const CursorNormal cursor(ocupado_, inicio_);
     ++caixas_;
     return mostra_caixa(this, texto, titulo, icone, botoes);
 }
 
 std::string JanelaQt::escolhe(const common::ListaPesquisa& lista) {
     ++caixas_;
-    const CursorNormal cursor(ocupado_);
+    const CursorNormal cursor(ocupado_, inicio_);
     try {
         std::optional<JanelaLista> janela;
         {
@@ -120,14 +125,30 @@ std::string JanelaQt::escolhe(const common::ListaPesquisa& lista) {
 void JanelaQt::ocupado(bool sim) {
     if (sim == ocupado_) return;
     ocupado_ = sim;
-    if (sim)
+    inicio_ = Relogio::now();
+    linha_estado_->define_progresso({});
+    if (sim) {
+        comeca_outra_espera();
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
-    if (!sim && std::exchange(fecha_depois_, false)) JanelaQt::descarrega();
+        return;
+    }
+    QGuiApplication::restoreOverrideCursor();
+    if (std::exchange(fecha_depois_, false))
+        JanelaQt::descarrega();
+    else if (std::exchange(quer_fechar_, false))
+        QMetaObject::invokeMethod(
+            this, [this] { close(); }, Qt::QueuedConnection);
+}
+
+bool JanelaQt::prossegue(const std::string& progresso) {
+    if (!ocupado_) return true;
+    linha_estado_->define_progresso(qs(progresso + " (Esc desiste)"));
+    esc_gasto_ = !da_um_momento(inicio_);
+    return !esc_gasto_;
 }
 
 void JanelaQt::descarrega() {
+    saida_aceite_ = true;
     if (ocupado_) {
         fecha_depois_ = true;
         return;
@@ -138,16 +159,18 @@ void JanelaQt::descarrega() {
 
 void JanelaQt::closeEvent(QCloseEvent* evento) {
     if (ocupado_) { // a handler waits for the answer to a box: closing would take the sessions from under it
-        fecha_depois_ = true;
+        quer_fechar_ = true;
         evento->ignore();
         return;
     }
+    if (!pode_sair()) return evento->ignore();
     guarda_janela(*this, qs(ecra_.titulo_janela()));
     for (const auto& [divisao, nome] : divisoes_)
         guarda_divisao(*divisao, nome);
     for (const auto& vinculo : vinculos_)
         vinculo->guarda();
     evento->accept();
+    ecra_.utilizador_fecha();
     if (const auto ao_fechar = std::exchange(ao_fechar_, nullptr)) ao_fechar();
 }
 
@@ -156,6 +179,20 @@ void JanelaQt::closeEvent(QCloseEvent* evento) {
 bool JanelaQt::termina_edicao() {
     return std::all_of(vinculos_.begin(), vinculos_.end(),
                        [](const auto& vinculo) { return vinculo->termina_edicao(); });
+}
+
+void JanelaQt::larga_edicao() {
+    for (const auto& vinculo : vinculos_)
+        vinculo->larga_edicao();
+}
+
+bool JanelaQt::pode_sair() {
+    if (saida_aceite_ || !ecra_.por_gravar()) return true;
+    if (a_perguntar_) return false;
+    const QScopedValueRollback a_perguntar(a_perguntar_, true);
+    ++caixas_;
+    saida_aceite_ = mostra_escolha(this, "Abandonar sem gravar?", ecra_.titulo_janela(), "&Sim", "&Não");
+    return saida_aceite_;
 }
 
 bool JanelaQt::entra(Vinculo& destino) {
@@ -168,7 +205,10 @@ bool JanelaQt::tecla(Vinculo& vinculo, QKeyEvent& evento) {
         ecra_.utilizador_avanca(recua ? -1 : +1);
         return true;
     }
-    if (evento.key() == Qt::Key_Escape && ecra_.utilizador_esc(vinculo.controlo())) return true;
+    if (evento.key() == Qt::Key_Escape) {
+        esc_gasto_ = esc_gasto_ && evento.isAutoRepeat();
+        if (esc_gasto_ || ecra_.utilizador_esc(vinculo.controlo())) return true;
+    }
     return vinculo.tecla(evento);
 }
 
@@ -179,6 +219,7 @@ bool JanelaQt::eventFilter(QObject* alvo, QEvent* evento) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         caixas_antes_ = caixas_;
+        if (!vinculo->entra_ao_premir()) return false;
         return !entra(*vinculo) || vinculo->rato(*evento);
     case QEvent::Drop: // as a click, and then as a paste
         return !entra(*vinculo);

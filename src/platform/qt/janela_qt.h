@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QWidget>
 
+#include <chrono>
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -40,10 +41,14 @@ class JanelaQt : public QWidget, public common::Janela {
               common::Botoes botoes) override;
     std::string escolhe(const common::ListaPesquisa& lista) override;
     void ocupado(bool sim) override;
+    bool prossegue(const std::string& progresso) override;
     void descarrega() override;
 
     // Stores an open cell edit, wherever it is. False when it was refused.
     bool termina_edicao();
+    void larga_edicao(); // of an open cell, unstored
+    // True where nothing would be lost, or the user says that it may be.
+    bool pode_sair();
     // A modal box was shown while the event being passed on was handled.
     bool caixa_neste_evento() const { return caixas_ != caixas_antes_; }
 
@@ -94,8 +99,13 @@ class JanelaQt : public QWidget, public common::Janela {
     int caixas_ = 0;
     int caixas_antes_ = 0;
     bool a_mostrar_ = false;
-    bool ocupado_ = false; // a handler is running
-    bool fecha_depois_ = false;
+    bool ocupado_ = false;                           // a handler is running
+    std::chrono::steady_clock::time_point inicio_{}; // of it, or of what it does after a box
+    bool esc_gasto_ = false;                         // on giving up; it may still be held down
+    bool fecha_depois_ = false;                      // once it has returned, as the rules decided
+    bool quer_fechar_ = false;                       // once it has returned, if the user still wants to
+    bool a_perguntar_ = false;
+    bool saida_aceite_ = false; // nothing is asked any more
 };
 
 } // namespace orvex::platform::qt

@@ -109,13 +109,28 @@ void LinhaEstado::mostra_estado(const QString& texto) {
     mostra();
 }
 
-void LinhaEstado::mostra_espera(const QString& texto) {
-    espera_ = texto;
+void LinhaEstado::mostra_espera(std::optional<espera::Motivo> motivo) {
+    espera_ = motivo;
     mostra();
 }
 
+void LinhaEstado::define_progresso(const QString& texto) { progresso_ = texto; }
+
+QString LinhaEstado::texto() const {
+    if (!espera_) return !estado_.isEmpty() ? estado_ : ajuda_;
+    switch (*espera_) {
+    case espera::Motivo::posto:
+        return "À espera de outro posto…";
+    case espera::Motivo::erp:
+        return "À espera do ERP…";
+    case espera::Motivo::servidor:
+        break;
+    }
+    return !progresso_.isEmpty() ? progresso_ : "À espera do servidor…";
+}
+
 void LinhaEstado::mostra() {
-    texto_->setText(!espera_.isEmpty() ? espera_ : !estado_.isEmpty() ? estado_ : ajuda_);
+    texto_->setText(texto());
     const std::string aviso = sessao_.aviso ? sessao_.aviso() : "";
     quem_->setText(qs((aviso.empty() ? "" : aviso + "   ") + "Empresa: " + sessao_.empresa +
                       "   BD: " + sessao_.motor + "   Utilizador: " + sessao_.utilizador +

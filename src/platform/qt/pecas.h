@@ -2,10 +2,12 @@
 #pragma once
 
 #include "common/controlos.h"
+#include "platform/espera/espera.h"
 
 #include <QLabel>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class QGridLayout;
@@ -54,17 +56,21 @@ class LinhaEstado : public QWidget {
     explicit LinhaEstado(const EstadoSessao& sessao);
     void mostra_ajuda(const QString& texto);
     void mostra_estado(const QString& texto); // empty for nothing
-    void mostra_espera(const QString& texto); // in the place of both; empty when there is nothing to wait for
+    // In the place of both what is waited for, or how far the handler is that waits; none for nothing.
+    void mostra_espera(std::optional<espera::Motivo> motivo);
+    void define_progresso(const QString& texto); // of the handler that runs, for when it is waited for
 
   private:
     void mostra();
+    QString texto() const;
 
     EstadoSessao sessao_;
     QLabel* texto_;
     QLabel* quem_;
     QString ajuda_;
     QString estado_;
-    QString espera_;
+    QString progresso_;
+    std::optional<espera::Motivo> espera_;
 };
 
 } // namespace orvex::platform::qt

@@ -80,12 +80,16 @@ bool VinculoCampo::tecla(QKeyEvent& evento) {
     if (e_enter(evento))
         ecra().utilizador_tecla(campo_, common::tecla_enter);
     else if (evento.key() == Qt::Key_Escape)
-        ecra().utilizador_tecla(campo_, common::tecla_esc);
+        esc();
     else if (evento.key() == Qt::Key_F4 && evento.modifiers() == Qt::NoModifier)
         ecra().utilizador_lista(campo_);
     else
         return false;
     return true;
+}
+
+void VinculoCampo::esc() {
+    if (!fecha_ || janela_.pode_sair()) ecra().utilizador_tecla(campo_, common::tecla_esc);
 }
 
 QString VinculoCampo::ajuda() const {
@@ -106,7 +110,12 @@ void VinculoBotao::mostra() {
 }
 
 void VinculoBotao::prime() {
-    if (janela_.termina_edicao()) ecra().utilizador_prime(botao_);
+    if (botao_.papel == common::Botao::Papel::sai && !janela_.pode_sair()) return;
+    if (botao_.papel != common::Botao::Papel::faz)
+        janela_.larga_edicao();
+    else if (!janela_.termina_edicao())
+        return;
+    ecra().utilizador_prime(botao_);
 }
 
 bool VinculoBotao::tecla(QKeyEvent& evento) {
@@ -257,6 +266,7 @@ void VinculoGrelha::mostra() {
 
 bool VinculoGrelha::tecla(QKeyEvent& evento) { return vista_.tecla(evento); }
 bool VinculoGrelha::termina_edicao() { return vista_.termina_edicao(); }
+void VinculoGrelha::larga_edicao() { vista_.fecha_editor(); }
 void VinculoGrelha::guarda() const { vista_.guarda_larguras(); }
 QString VinculoGrelha::ajuda() const { return vista_.ajuda(); }
 

@@ -35,9 +35,11 @@ class Vinculo {
     virtual void recebeu_foco() {}
     // Each is true when the event was used up. Tab, and leaving another control, the window sees to.
     virtual bool tecla(QKeyEvent&) { return false; }
-    virtual bool rato(QEvent&) { return false; } // a press, after the keyboard came to this control
-    virtual bool atalho() { return false; }      // the access key
+    virtual bool rato(QEvent&) { return false; }          // a press, after the keyboard came to this control
+    virtual bool atalho() { return false; }               // the access key
+    virtual bool entra_ao_premir() const { return true; } // the keyboard comes with the mouse's press
     virtual bool termina_edicao() { return true; }
+    virtual void larga_edicao() {}
     virtual QString ajuda() const { return {}; } // which keys work here
     virtual void guarda() const {}               // what the user changed in its looks, for the next time
 
@@ -61,6 +63,8 @@ class VinculoCampo : public Vinculo {
     void marca_fecho() { fecha_ = true; } // Esc in it closes the screen
 
   private:
+    void esc();
+
     common::Campo& campo_;
     QLineEdit& linha_;
     bool com_lista_ = false;
@@ -91,6 +95,7 @@ class VinculoBotao : public Vinculo {
     bool tecla(QKeyEvent& evento) override;
     bool rato(QEvent& evento) override;
     bool atalho() override;
+    bool entra_ao_premir() const override { return botao_.papel == common::Botao::Papel::faz; }
     QString ajuda() const override;
 
   private:
@@ -143,6 +148,7 @@ class VinculoGrelha : public Vinculo {
     void mostra() override;
     bool tecla(QKeyEvent& evento) override;
     bool termina_edicao() override;
+    void larga_edicao() override;
     QString ajuda() const override;
     void guarda() const override;
 

@@ -26,6 +26,7 @@ class VistaGrelha : public QTableView {
     void mostra();
     // Stores the open edit. False when it was refused; the editor is then still open.
     bool termina_edicao();
+    void fecha_editor();           // and lets go of what was typed in it
     bool tecla(QKeyEvent& evento); // true when it was used up
     void define_avanco(std::function<void(int passos)> avanca) { avanca_ = std::move(avanca); }
 
@@ -50,7 +51,6 @@ class VistaGrelha : public QTableView {
     bool tecla_de_accao(QKeyEvent& evento);
     void edita(const QString* inicial);
     void poe_no_editor();
-    void fecha_editor();
     bool celula_seguinte();
     bool alterna(int linha);
 
