@@ -1,6 +1,6 @@
-/* The statements of a client's open invoice lines over ODBC, each sent as it stands and its rows fetched,
-   with nothing around them. facturas_fio_nuas PORT FILE prints the milliseconds and the rows. The file has
-   one statement a line. */
+/* The requests of a client's open invoice lines over ODBC, each sent as it stands and the rows of all its
+   results fetched, with nothing around them. facturas_fio_nuas PORT FILE prints the milliseconds and the
+   rows. The file has one request a line. */
 #include "bench/base_nua.h"
 
 #include <sql.h>
@@ -9,7 +9,7 @@
 #include <stdlib.h>
 #include <string.h>
 
-#define MAXIMO 4000
+#define MAXIMO 1000
 
 static SQLHSTMT comando;
 
@@ -22,15 +22,17 @@ static void exige(SQLRETURN resultado, const char* onde) {
 }
 
 static long le_linhas(void) {
-    SQLSMALLINT colunas = 0;
     long linhas = 0;
-    SQLNumResultCols(comando, &colunas);
-    for (; SQL_SUCCEEDED(SQLFetch(comando)); ++linhas)
-        for (SQLSMALLINT i = 1; i <= colunas; ++i) {
-            char texto[256];
-            SQLLEN tamanho;
-            SQLGetData(comando, (SQLUSMALLINT)i, SQL_C_CHAR, texto, sizeof texto, &tamanho);
-        }
+    do {
+        SQLSMALLINT colunas = 0;
+        SQLNumResultCols(comando, &colunas);
+        for (; colunas > 0 && SQL_SUCCEEDED(SQLFetch(comando)); ++linhas)
+            for (SQLSMALLINT i = 1; i <= colunas; ++i) {
+                char texto[256];
+                SQLLEN tamanho;
+                SQLGetData(comando, (SQLUSMALLINT)i, SQL_C_CHAR, texto, sizeof texto, &tamanho);
+            }
+    } while (SQL_SUCCEEDED(SQLMoreResults(comando)));
     SQLFreeStmt(comando, SQL_CLOSE);
     return linhas;
 }
@@ -38,16 +40,14 @@ static long le_linhas(void) {
 int main(int argc, char** argv) {
     SQLHENV ambiente;
     SQLHDBC ligacao;
-    char texto[512], linha[MAXIMO];
-    static char* instrucoes[20000];
-    size_t total = 0;
+    char texto[512];
+    static char* pedidos[MAXIMO];
+    size_t total = 0, tamanho = 0;
     long linhas = 0;
     FILE* ficheiro;
     if (argc != 3 || (ficheiro = fopen(argv[2], "r")) == NULL) return 2;
-    while (total < 20000 && fgets(linha, sizeof linha, ficheiro) != NULL) {
-        linha[strcspn(linha, "\n")] = '\0';
-        instrucoes[total++] = strdup(linha);
-    }
+    for (; total < MAXIMO && getline(&pedidos[total], &tamanho, ficheiro) > 0; ++total, tamanho = 0)
+        pedidos[total][strcspn(pedidos[total], "\n")] = '\0';
     fclose(ficheiro);
 
     SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &ambiente);
@@ -64,7 +64,7 @@ int main(int argc, char** argv) {
 
     const double inicio = milissegundos();
     for (size_t i = 0; i < total; ++i) {
-        exige(SQLExecDirect(comando, (SQLCHAR*)instrucoes[i], SQL_NTS), instrucoes[i]);
+        exige(SQLExecDirect(comando, (SQLCHAR*)pedidos[i], SQL_NTS), pedidos[i]);
         linhas += le_linhas();
     }
     printf("%.3f %ld\n", milissegundos() - inicio, linhas);

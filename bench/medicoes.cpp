@@ -10,6 +10,7 @@
 #include "tests/fio/servidor_tds.h"
 #include "tools/empresa/empresa_demo.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -94,18 +95,18 @@ void mede_lista(const std::string& nome, const std::vector<std::string>& comando
     std::fflush(stdout);
 }
 
-// The queries from the one that looks the client up, in the order they were sent. Gives how many.
-int escreve_consultas(const fs::path& ficheiro, const std::vector<std::string>& textos, std::size_t desde,
-                      const std::string& cliente) {
+// The requests from the one that looks the client up, in the order they were sent, one a line.
+void escreve_pedidos(const fs::path& ficheiro, const std::vector<std::string>& textos, std::size_t desde,
+                     const std::string& cliente) {
     std::ofstream escrita(ficheiro);
-    int escritas = 0;
+    bool do_cliente = false;
     for (std::size_t i = desde; i < textos.size(); ++i) {
-        if (escritas == 0 && textos[i].find("'" + cliente + "'") == std::string::npos) continue;
-        if (textos[i].starts_with("IF @@TRANCOUNT")) continue; // what a connection ends with is no query
-        escrita << textos[i] << '\n';
-        ++escritas;
+        do_cliente = do_cliente || textos[i].find("'" + cliente + "'") != std::string::npos;
+        if (!do_cliente || textos[i].starts_with("IF @@TRANCOUNT")) continue; // what a connection ends with
+        std::string numa_linha = textos[i];
+        std::replace(numa_linha.begin(), numa_linha.end(), '\n', ' ');
+        escrita << numa_linha << '\n';
     }
-    return escritas;
 }
 
 OpcoesEmpresa opcoes(const fs::path& pasta, std::int64_t linhas, std::int64_t clientes) {
@@ -131,12 +132,12 @@ void mede_fio(const fs::path& instalacao, const fs::path& programas, const std::
     const std::size_t desde = servidor.textos().size();
     const Corrida gravada = corre({eu, "--facturas-fio", onde, cliente});
     const fs::path instrucoes = instalacao / "instrucoes.sql";
-    const int consultas = escreve_consultas(instrucoes, servidor.textos(), desde, cliente);
-    if (consultas < static_cast<int>(gravada.numeros.at(1)))
-        throw std::runtime_error("faltam consultas à base nua");
+    escreve_pedidos(instrucoes, servidor.textos(), desde, cliente);
     const Par par =
         mede({eu, "--facturas-fio", onde, cliente}, {texto_de(programas / "facturas_fio_nuas"),
                                                      std::to_string(servidor.porta()), texto_de(instrucoes)});
+    if (par.nu.front().numeros.at(1) < gravada.numeros.at(1))
+        throw std::runtime_error("faltam linhas à base nua");
     mostra(
         ("CarregaFacturas pelo fio, " + std::to_string(static_cast<int>(gravada.numeros.at(1))) + " linhas")
             .c_str(),
