@@ -1,6 +1,6 @@
 /* The statements of issuing a delivery note, the program's and the ERP's, prepared once and bound, with
-   nothing around them. emissao_nua FOLDER CLIENT LINES prints the milliseconds; the note takes the client's
-   first open lines whole. */
+   nothing around them. emissao_nua FOLDER CLIENT LINES prints the milliseconds and the lines; the note takes
+   whole the first open lines that the screen lists for the client, those of goods in the warehouse A1. */
 #include "bench/base_nua.h"
 
 #include <stdio.h>
@@ -21,9 +21,12 @@ static void copia(char* destino, size_t tamanho, sqlite3_stmt* comando, int colu
 
 static int le_linhas(sqlite3* bd, const char* cliente, Linha* linhas, int maximo) {
     sqlite3_stmt* abertas =
-        prepara(bd, "select Ano, TpDoc, NumDoc, SerieDoc, NumLinha, Artigo, Descritivo, Qtd, PesoBruto"
-                    " from xel_ORVEX_Mov where Cliente = ?1 and Qtd > 0 and"
-                    " ((TpDoc='FA' and SerieDoc=1) or (TpDoc='FR' and SerieDoc=1)) limit ?2");
+        prepara(bd, "select m.Ano, m.TpDoc, m.NumDoc, m.SerieDoc, m.NumLinha, m.Artigo, m.Descritivo, m.Qtd,"
+                    " m.PesoBruto from xel_ORVEX_Mov m join Artigos a on a.CODIGO = m.Artigo"
+                    " join DocGcLin l on l.Ano = m.Ano and l.TpDocum = m.TpDoc and l.Serie = m.SerieDoc"
+                    " and l.NNumDoc = m.NumDoc and l.NumLinha = m.NumLinha"
+                    " where m.Cliente = ?1 and m.Qtd > 0 and a.artoudes = 0 and l.Armazem = 'A1' and"
+                    " ((m.TpDoc='FA' and m.SerieDoc=1) or (m.TpDoc='FR' and m.SerieDoc=1)) limit ?2");
     sqlite3_bind_text(abertas, 1, cliente, -1, SQLITE_STATIC);
     sqlite3_bind_int(abertas, 2, maximo);
     int total = 0;

@@ -34,12 +34,13 @@ int mede_emissao(const std::filesystem::path& instalacao, const std::string& cli
     if (com_diario) posto.com_diario(instalacao);
     posto.escolhe(cliente);
     escolhe_linhas(posto.ecra, linhas);
+    const int escolhidas = linhas_usadas(posto.ecra.Gr);
     const double ms = milissegundos([&] { posto.ecra.utilizador_prime(posto.ecra.btConf(0)); });
     if (posto.janela.ultima_caixa.rfind("Foi criado o documento", 0) != 0) {
         std::fprintf(stderr, "%s\n", posto.janela.ultima_caixa.c_str());
         return 1;
     }
-    std::printf("%.3f %d\n", ms, linhas);
+    std::printf("%.3f %d\n", ms, escolhidas);
     return 0;
 }
 

@@ -10,16 +10,17 @@ constexpr char32_t primeiro_suplementar = 0x10000;
 
 std::size_t unidades_de(char32_t c) { return c >= primeiro_suplementar ? 2 : 1; }
 
-// The well-formed character that the text starts with; its size in bytes is 0 when there is none.
+bool simples(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
+// The well-formed character of several bytes that the text starts with; its size is 0 when there is none.
 struct Caracter {
     char32_t codigo = 0;
     std::size_t bytes = 0;
 };
 
-Caracter primeiro_caracter(std::string_view texto) {
+Caracter primeiro_composto(std::string_view texto) {
     const auto byte = [&texto](std::size_t i) { return static_cast<unsigned char>(texto[i]); };
     const unsigned char primeiro = byte(0);
-    if (primeiro < 0x80) return {primeiro, 1};
     const std::size_t bytes = primeiro < 0xC0 ? 0 : primeiro < 0xE0 ? 2 : primeiro < 0xF0 ? 3 : 4;
     if (bytes == 0 || primeiro >= 0xF8 || bytes > texto.size()) return {};
     char32_t codigo = primeiro & (0xFFU >> (bytes + 1));
@@ -85,6 +86,11 @@ std::size_t comprimento(std::string_view texto) {
     return total;
 }
 
+// No character has more units than bytes.
+bool excede(std::string_view texto, std::size_t unidades) {
+    return texto.size() > unidades && comprimento(texto) > unidades;
+}
+
 std::string primeiros(std::string_view texto, std::size_t unidades) {
     std::string_view resto = texto;
     salta(resto, unidades, false);
@@ -104,8 +110,7 @@ std::string a_partir_de(std::string_view texto, std::size_t posicao) {
 
 bool utf8_valido(std::string_view texto) {
     for (std::size_t i = 0; i < texto.size();) {
-        const bool simples = static_cast<unsigned char>(texto[i]) < 0x80;
-        const std::size_t bytes = simples ? 1 : primeiro_caracter(texto.substr(i)).bytes;
+        const std::size_t bytes = simples(texto[i]) ? 1 : primeiro_composto(texto.substr(i)).bytes;
         if (bytes == 0) return false;
         i += bytes;
     }
@@ -123,10 +128,10 @@ std::string_view apara(std::string_view texto) {
 }
 
 char32_t retira_caracter(std::string_view& texto) {
-    const Caracter primeiro = primeiro_caracter(texto);
-    const auto byte = static_cast<unsigned char>(texto.front());
+    const char byte = texto.front();
+    const Caracter primeiro = simples(byte) ? Caracter{} : primeiro_composto(texto);
     texto.remove_prefix(primeiro.bytes > 0 ? primeiro.bytes : 1);
-    return primeiro.bytes > 0 ? primeiro.codigo : byte;
+    return primeiro.bytes > 0 ? primeiro.codigo : static_cast<unsigned char>(byte);
 }
 
 char32_t maiuscula(char32_t c) {
@@ -153,12 +158,6 @@ std::string maiusculas(std::string_view texto) {
     while (!texto.empty())
         acrescenta_caracter(resultado, maiuscula(retira_caracter(texto)));
     return resultado;
-}
-
-bool mesmo_nome(std::string_view a, std::string_view b) {
-    const auto sem_caixa = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return sem_caixa(x) == sem_caixa(y); });
 }
 
 std::string entre_plicas(std::string_view valor) {

@@ -2,6 +2,7 @@
 // character beyond the basic plane counts two, and is never cut in half.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,6 +17,7 @@ namespace orvex::base {
 std::vector<std::string> divide(std::string_view texto, char separador);
 
 std::size_t comprimento(std::string_view texto);
+bool excede(std::string_view texto, std::size_t unidades);           // is longer than so many
 std::string primeiros(std::string_view texto, std::size_t unidades); // so many at most
 std::string ultimos(std::string_view texto, std::size_t unidades);
 std::string a_partir_de(std::string_view texto, std::size_t posicao); // positions count from 1
@@ -36,7 +38,11 @@ char32_t maiuscula(char32_t caracter);
 std::string maiusculas(std::string_view texto);
 
 // Names of columns and members: the same but for the case of their plain letters.
-bool mesmo_nome(std::string_view a, std::string_view b);
+inline bool mesmo_nome(std::string_view a, std::string_view b) {
+    const auto sem_caixa = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return x == y || sem_caixa(x) == sem_caixa(y); });
+}
 
 // The one place that turns a value into a quoted SQL text: apostrophes inside are doubled.
 std::string entre_plicas(std::string_view valor);

@@ -61,7 +61,7 @@ const std::map<std::string, MovimentoStock> movimentos{
     {"CONSUMOS", MovimentoStock::saida},     {"TRF", MovimentoStock::transferencia}};
 
 void VerificacaoCodigos::tipo(const std::string& chave, const std::string& codigo, const std::string& serie) {
-    if (base::comprimento(codigo) > comprimento_tipo) return; // told with the parameters
+    if (base::excede(codigo, comprimento_tipo)) return; // told with the parameters
     const std::string o_tipo = "o tipo de documento «" + codigo + "» ";
     if (emulacao_ == nullptr) {
         if (BD_.Consulta("Select top 1 TpDoc from DocGcCab where TpDoc=" + base::entre_plicas(codigo) +

@@ -75,7 +75,7 @@ void VerificacaoParametros::exige(const ListaParametros& lista, const ChaveExigi
         lista[i + exigida.elementos - 1];
         if (base::apara(lista[i]).empty()) recusa(i, "um código vazio.");
         if (!exigida.com_serie) continue;
-        if (base::comprimento(lista[i]) > comprimento_tipo)
+        if (base::excede(lista[i], comprimento_tipo))
             recusa(i, "o tipo de documento «" + lista[i] + "», e um tipo tem no máximo 3 caracteres.");
         usos.push_back({exigida.chave, lista[i], lista.serie(i + 1)});
     }

@@ -51,16 +51,25 @@ startup::ResultadoERP BaseErp::executa(const std::function<void()>& operacao,
 }
 
 Comando& Comando::com(const base::Variante& valor) {
+    const auto* texto = std::get_if<std::string>(&valor.valor());
+    if (texto == nullptr) return com_este(valor);
+    comando_->bind(++ultimo_, *texto);
+    return *this;
+}
+
+Comando& Comando::com_este(const base::Variante& valor) {
     ++ultimo_;
     const auto& conteudo = valor.valor();
     if (valor.nulo())
         comando_->bind(ultimo_);
     else if (const auto* texto = std::get_if<std::string>(&conteudo))
-        comando_->bind(ultimo_, *texto);
+        comando_->bindNoCopy(ultimo_, *texto);
+    else if (std::holds_alternative<base::DataHora>(conteudo))
+        comando_->bind(ultimo_, valor.texto());
     else if (std::holds_alternative<bool>(conteudo) || std::holds_alternative<std::int64_t>(conteudo))
         comando_->bind(ultimo_, valor.inteiro());
     else
-        comando_->bind(ultimo_, valor.texto());
+        comando_->bind(ultimo_, valor.real()); // the engine keeps a whole one as an integer
     return *this;
 }
 

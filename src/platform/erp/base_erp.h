@@ -47,12 +47,15 @@ class BaseErp {
     sqlite::InstrucoesGuardadas instrucoes_{bd_};
 };
 
-// Binds the values in order, from parameter 1.
+// Binds the values in order, from parameter 1: each copied, or read where it stands, which must outlive the
+// command.
 class Comando {
   public:
     Comando(BaseErp& base, const std::string& sql) : comando_(base.instrucoes().toma(sql)) {}
 
     Comando& com(const base::Variante& valor);
+    Comando& com_este(const base::Variante& valor);
+    Comando& com_este(base::Variante&& valor) = delete;
     bool linha() { return comando_->executeStep(); }
     int executa() { return comando_->exec(); }
 

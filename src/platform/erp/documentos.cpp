@@ -31,7 +31,7 @@ std::string parametros(std::size_t quantos) {
 
 void com_valores(Comando& comando, const Registo& registo) {
     for (std::size_t i = 0; i < registo.membros().size(); ++i)
-        comando.com(registo.guardado(i));
+        comando.com_este(registo.guardado(i));
 }
 
 void le_valores(Comando& comando, Registo& registo) {

@@ -108,8 +108,7 @@ Variante convertido(TipoMembro tipo, const Variante& valor) {
 const std::span<const Membro> membros_cabecalho = tabela_cabecalho;
 const std::span<const Membro> membros_linha = tabela_linha;
 
-Registo::Registo(std::span<const Membro> membros, std::string de_que)
-    : membros_(membros), de_que_(std::move(de_que)) {
+Registo::Registo(std::span<const Membro> membros, const char* de_que) : membros_(membros), de_que_(de_que) {
     valores_.reserve(membros_.size());
     for (const Membro& membro : membros_)
         valores_.push_back(inicial(membro.tipo));
@@ -117,7 +116,7 @@ Registo::Registo(std::span<const Membro> membros, std::string de_que)
 
 std::size_t Registo::indice(std::string_view nome) const {
     for (std::size_t i = 0; i < membros_.size(); ++i)
-        if (membros_[i].nome.size() == nome.size() && base::mesmo_nome(membros_[i].nome, nome)) return i;
+        if (base::mesmo_nome(membros_[i].nome, nome)) return i;
     throw base::Falha("O ERP não conhece o membro «" + std::string(nome) + "» " + de_que_ + ".");
 }
 
@@ -141,7 +140,8 @@ void Registo::poe(std::string_view nome, const base::Variante& valor) {
 const Membro* Registo::texto_excessivo() const {
     for (std::size_t i = 0; i < membros_.size(); ++i)
         if (membros_[i].tipo == TipoMembro::texto &&
-            base::comprimento(valores_[i].texto()) > static_cast<std::size_t>(membros_[i].comprimento))
+            base::excede(std::get<std::string>(valores_[i].valor()),
+                         static_cast<std::size_t>(membros_[i].comprimento)))
             return &membros_[i];
     return nullptr;
 }

@@ -33,7 +33,7 @@ extern const std::span<const Membro> membros_linha;     // table DocGcLin
 
 class Registo {
   public:
-    Registo(std::span<const Membro> membros, std::string de_que);
+    Registo(std::span<const Membro> membros, const char* de_que);
 
     std::span<const Membro> membros() const { return membros_; }
 
@@ -57,7 +57,7 @@ class Registo {
     std::size_t indice(std::string_view nome) const;
 
     std::span<const Membro> membros_;
-    std::string de_que_; // for messages
+    const char* de_que_; // for messages
     std::vector<base::Variante> valores_;
 };
 

@@ -162,7 +162,7 @@ Variante Conjunto::valor(std::size_t coluna) {
 std::size_t Conjunto::indice(std::string_view nome) const {
     const auto& lista = colunas_->lista;
     for (std::size_t i = 0; i < lista.size(); ++i)
-        if (lista[i].nome.size() == nome.size() && base::mesmo_nome(lista[i].nome, nome)) return i;
+        if (base::mesmo_nome(lista[i].nome, nome)) return i;
     throw Falha("A coluna «" + std::string(nome) + "» não existe.", numeros::instrucao_errada);
 }
 
@@ -178,6 +178,7 @@ void Conjunto::acrescenta() {
     exige_actualizavel();
     if (!sql_.empty()) motor_.conhece(sql_, colunas_, geracao_);
     definidos_.clear();
+    definidos_.reserve(colunas());
     nova_ = true;
 }
 
@@ -231,10 +232,13 @@ std::string texto_insercao(const std::string& tabela, const Colunas& colunas,
 }
 
 std::string texto_alteracao(const Colunas& colunas, const std::vector<Atribuicao>& atribuicoes) {
-    std::string lista;
-    for (const Atribuicao& atribuicao : atribuicoes)
-        lista += (lista.empty() ? "[" : ",[") + colunas.lista[atribuicao.coluna].nome + "]=?";
-    return "UPDATE " + colunas.tabela + " SET " + lista;
+    std::string texto = "UPDATE " + colunas.tabela;
+    const char* separador = " SET [";
+    for (const Atribuicao& atribuicao : atribuicoes) {
+        texto.append(separador).append(colunas.lista[atribuicao.coluna].nome).append("]=?");
+        separador = ",[";
+    }
+    return texto;
 }
 
 } // namespace orvex::platform::registos

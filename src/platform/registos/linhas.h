@@ -5,7 +5,7 @@
 #include "platform/registos/tipo_sql.h"
 
 #include <cstddef>
-#include <deque>
+#include <list>
 #include <string>
 #include <vector>
 
@@ -23,7 +23,7 @@ class Linhas {
     Celula celula(std::size_t coluna) const;
 
   private:
-    std::deque<std::string> blocos_;
+    std::list<std::string> blocos_;
     std::size_t total_ = 0;
     std::size_t posicao_ = 0;          // in the first block, where the next row starts
     std::vector<std::size_t> colunas_; // of the current row: where each value starts

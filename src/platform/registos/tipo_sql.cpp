@@ -78,8 +78,7 @@ Variante data(const TipoSQL& tipo, std::string_view coluna, const Variante& valo
 
 Variante texto(const TipoSQL& tipo, std::string_view coluna, const Variante& valor) {
     std::string lido = valor.texto();
-    if (tipo.comprimento > 0 && lido.size() > tipo.comprimento && base::comprimento(lido) > tipo.comprimento)
-        nao_cabe(coluna, valor);
+    if (tipo.comprimento > 0 && base::excede(lido, tipo.comprimento)) nao_cabe(coluna, valor);
     return lido;
 }
 

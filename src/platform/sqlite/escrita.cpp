@@ -10,11 +10,11 @@ std::string condicao(const Colunas& colunas) {
     std::string chave;
     std::string lidos;
     for (const Coluna& coluna : colunas.lista) {
-        const std::string nome = "[" + coluna.nome + "]";
-        if (coluna.chave) chave += (chave.empty() ? "" : " AND ") + nome + "=?";
-        lidos += " AND " + nome + " COLLATE BINARY IS ?";
+        if (coluna.chave)
+            chave.append(chave.empty() ? " WHERE [" : " AND [").append(coluna.nome).append("]=?");
+        lidos.append(" AND [").append(coluna.nome).append("] COLLATE BINARY IS ?");
     }
-    return " WHERE " + chave + lidos;
+    return chave + lidos;
 }
 
 int associa_atribuicoes(SQLite::Statement& instrucao, const Colunas& colunas,

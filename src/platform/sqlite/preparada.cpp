@@ -140,7 +140,7 @@ void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& t
     } else if (valor.nulo()) {
         instrucao.bind(parametro);
     } else if (const auto* texto = std::get_if<std::string>(&valor.valor())) {
-        instrucao.bind(parametro, *texto);
+        instrucao.bindNoCopy(parametro, *texto);
     } else {
         instrucao.bind(parametro, valor.inteiro());
     }

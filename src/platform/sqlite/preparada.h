@@ -48,7 +48,8 @@ class Preparada {
     std::shared_ptr<const Colunas> escrita_;
 };
 
-// A value as normaliza gave it, in the engine's form for a column of this type.
+// A value as normaliza gave it, in the engine's form for a column of this type. A text is read where it
+// stands whenever the statement runs.
 void associa_valor(SQLite::Statement& instrucao, int parametro, const TipoSQL& tipo,
                    const base::Variante& valor);
 void associa_celula(SQLite::Statement& instrucao, int parametro, const Celula& celula);
