@@ -35,8 +35,8 @@ int mostra_janela_com_texto(); // one line of it: what any window that is not bl
 // Makes the ledger so many rows larger, half of them movements.
 int acrescenta_linhas_ao_livro(const std::filesystem::path& instalacao, long long linhas);
 
-// Prints the milliseconds to show a pick list, to filter it by three typed letters, and to have read it
-// whole.
+// Prints the milliseconds to show a pick list, to filter it by three typed letters once it is read whole, to
+// have read it so, and to filter it as soon as it is shown.
 int mede_lista_clientes(const std::filesystem::path& instalacao);
 int mede_lista_artigos(const std::filesystem::path& instalacao);
 

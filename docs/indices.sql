@@ -33,3 +33,12 @@ IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE name = N'xel_ORVEX_Mov_Artigo' AN
 -- Whether a note's line has been returned, by the line's own key: once for each line that is returned or cancelled.
 IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE name = N'xel_ORVEX_Mov_Origem' AND object_id = OBJECT_ID(N'dbo.xel_ORVEX_Mov'))
     CREATE INDEX [xel_ORVEX_Mov_Origem] ON [dbo].[xel_ORVEX_Mov] ([Origem], [TpDoc]);
+
+-- The enquiries (orvex-consulta): what a client holds or ever held; and what moved in a period, in the order of its days.
+-- They use those above too: the notes and open lines of a client or an item, what came back of a note, and the rows of a
+-- document.
+IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE name = N'xel_ORVEX_Cliente' AND object_id = OBJECT_ID(N'dbo.xel_ORVEX'))
+    CREATE INDEX [xel_ORVEX_Cliente] ON [dbo].[xel_ORVEX] ([Cliente]);
+
+IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE name = N'xel_ORVEX_Data' AND object_id = OBJECT_ID(N'dbo.xel_ORVEX'))
+    CREATE INDEX [xel_ORVEX_Data] ON [dbo].[xel_ORVEX] ([Data]);

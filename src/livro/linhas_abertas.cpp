@@ -25,8 +25,7 @@ std::string filtro_documentos(const startup::ParametroGrupos& FACTURAS) {
 std::string abertas(const char* coluna, const std::string& valor, const startup::ParametroGrupos& FACTURAS) {
     return std::string("Select * from xel_ORVEX_Mov INNER JOIN Artigos ON "
                        "Artigos.Codigo=xel_ORVEX_Mov.Artigo where ") +
-           coluna + " =" + base::entre_plicas(valor) + " and Qtd>0 and artoudes=0 and (" +
-           filtro_documentos(FACTURAS) + " )";
+           coluna + " =" + base::entre_plicas(valor) + " and " + esta_aberta(FACTURAS);
 }
 
 std::string linha_no_erp(const ChaveLinha& linha) {
@@ -94,6 +93,10 @@ bool repara_uma_vez(startup::SessaoBD& BD, const std::vector<PorReparar>& linhas
 
 } // namespace
 
+std::string esta_aberta(const startup::ParametroGrupos& FACTURAS) {
+    return "Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )";
+}
+
 bool mostra_linhas_abertas(startup::SessaoBD& BD, const std::string& Cliente, const std::string& Armazem,
                            const startup::ParametroGrupos& FACTURAS,
                            const std::function<void(const LinhaAberta&)>& mostra,
@@ -132,7 +135,7 @@ void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
         " Select m.*,l.PESOBRUTO as 'PB' from xel_ORVEX_Mov as m inner join artigos as a on a.codigo=m.Artigo"
         " left outer  join U_Docgclin1 as l ON l.ano=m.ano and  l.TPDOCUM =m.tpdoc and l.SERIE =m.seriedoc"
         " and l.nnumdoc=m.numdoc and l.NUMLINHA =m.numlinha where Cliente =" +
-        base::entre_plicas(Cliente) + " and Qtd>0 and artoudes=0 and (" + filtro_documentos(FACTURAS) + " )");
+        base::entre_plicas(Cliente) + " and " + esta_aberta(FACTURAS));
     while (!linhas->fim()) {
         std::vector<PorReparar> por_reparar;
         for (; !linhas->fim() && por_reparar.size() < tamanho_do_bloco; linhas->move_seguinte()) {

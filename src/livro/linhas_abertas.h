@@ -42,6 +42,9 @@ void repara_pesos(startup::SessaoBD& BD, const std::string& Cliente,
 bool tem_linhas_abertas(startup::SessaoBD& BD, const std::string& Artigo,
                         const startup::ParametroGrupos& FACTURAS);
 
+// That a movement line is open and its article in use, of the columns of xel_ORVEX_Mov and Artigos joined.
+std::string esta_aberta(const startup::ParametroGrupos& FACTURAS);
+
 // What it asks, for a step that announces it.
 namespace perguntas {
 std::string tem_linhas_abertas(const std::string& Artigo, const startup::ParametroGrupos& FACTURAS);

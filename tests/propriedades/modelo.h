@@ -2,6 +2,7 @@
 // model reads no table and asks no rule of the program. Weights are whole kilograms.
 #pragma once
 
+#include "base/datahora.h"
 #include "base/moeda.h"
 
 #include <algorithm>
@@ -49,6 +50,7 @@ struct Acto {
     std::string cliente;
     std::vector<Movimento> movimentos{};
     bool anulado = false;
+    base::DataHora data{2018, 5, 2}; // as the ledger writes it
 };
 
 struct Modelo {
@@ -57,17 +59,27 @@ struct Modelo {
 
     static std::string armazem_de(const std::string& cliente) { return cliente == "ORVEX" ? "OR" : "CL"; }
     // With a number of its own within its year, type and series.
-    Acto& novo(Chave chave, const std::string& cliente = "") {
+    Acto& novo(Chave chave, const std::string& cliente = "", const base::DataHora& data = {2018, 5, 2}) {
         for (const Acto& acto : actos)
             if (Chave{chave.ano, chave.tipo, chave.serie, acto.documento.numero} == acto.documento)
                 chave.numero = std::max(chave.numero, acto.documento.numero);
         ++chave.numero;
-        return actos.emplace_back(Acto{chave, cliente});
+        return actos.emplace_back(Acto{chave, cliente, {}, false, data});
     }
     void em_vigor(const auto& funcao) const {
         for (const Acto& acto : actos)
             for (const Movimento& movimento : acto.movimentos)
                 if (!acto.anulado) funcao(movimento);
+    }
+    // The item's movements by the end of a day, oldest first, with what they belong to.
+    std::vector<std::pair<const Movimento*, const Acto*>> historia(const std::string& artigo,
+                                                                   const base::DataHora& ate) const {
+        std::vector<std::pair<const Movimento*, const Acto*>> desta;
+        for (const Acto& acto : actos)
+            for (const Movimento& m : acto.movimentos)
+                if (m.artigo == artigo && !acto.anulado && acto.data.data_iso() <= ate.data_iso())
+                    desta.emplace_back(&m, &acto);
+        return desta;
     }
     std::string detentor(const std::string& artigo) const {
         std::string ultimo;

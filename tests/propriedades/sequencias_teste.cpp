@@ -7,7 +7,7 @@
 #include "delivery/guias_remessa.h"
 #include "tests/apoio/auditada.h"
 #include "tests/apoio/documentos_perdidos.h"
-#include "tests/propriedades/modelo.h"
+#include "tests/propriedades/observador.h"
 #include "transfer/trf_bobines.h"
 
 #include <gtest/gtest.h>
@@ -141,6 +141,7 @@ struct Jogo {
         EXPECT_FALSE(programa.BD.EmTransaccao());
         EXPECT_EQ(documentos_perdidos(empresa, caixas), "");
         EXPECT_EQ(modelo.estado(), estado());
+        observa(empresa, modelo, {um_de(artigos), um_de(clientes), agora(), static_cast<int>(ate(30))});
     }
 
     // Picks a line into the note and perhaps types over it; false when the screen took it wrongly.
@@ -197,7 +198,7 @@ struct Jogo {
             feito = feito && (soma[p.factura] += p.kg) <= modelo.aberto(p.factura).first;
         guias.op.prime(guias.ecra.btConf(0));
         if (feito) {
-            Acto& guia = modelo.novo({dia.ano, "GR", 1}, alvo.cliente);
+            Acto& guia = modelo.novo({dia.ano, "GR", 1}, alvo.cliente, dia);
             Chave linha = guia.documento, anterior;
             for (const LinhaPedida& p : pedidas) {
                 // Two lines of text announce each invoice.
@@ -252,7 +253,7 @@ struct Jogo {
         const bool feito = !devolvidos.empty();
         guias.op.prime(guias.ecra.btGV(1));
         if (feito) {
-            Acto& devolucao = modelo.novo({agora().ano, "GV", 1}, guia.cliente);
+            Acto& devolucao = modelo.novo({agora().ano, "GV", 1}, guia.cliente, agora());
             Chave chave = devolucao.documento;
             for (const Movimento& d : devolvidos) {
                 ++chave.linha;
@@ -263,8 +264,9 @@ struct Jogo {
         confere(guias, devolver, feito, !guia.anulado && !feito);
     }
 
-    void posta(const Chave& tipo, const std::string& artigo, const std::string& detentor, Kg kg) {
-        Acto& ajuste = modelo.novo({tipo.ano, tipo.tipo, tipo.serie});
+    void posta(const Chave& tipo, const std::string& artigo, const std::string& detentor, Kg kg,
+               const base::DataHora& dia) {
+        Acto& ajuste = modelo.novo({tipo.ano, tipo.tipo, tipo.serie}, "", dia);
         ajuste.movimentos = {
             {ajuste.documento, artigo, detentor, Modelo::armazem_de(detentor), tipo.tipo == "SB" ? kg : -kg}};
     }
@@ -289,7 +291,7 @@ struct Jogo {
         ajustes.ecra.utilizador_data(ajustes.ecra.DTPicker1, dia);
         ajustes.op.escreve(ajustes.ecra.campo(3), tn(escrito));
         ajustes.op.prime(ajustes.ecra.btConf);
-        if (feito) posta(tipo, codigo, modelo.detentor(codigo), diferenca);
+        if (feito) posta(tipo, codigo, modelo.detentor(codigo), diferenca, dia);
         // A wrong number stops at its field; what the fields let through stops later.
         confere(ajustes, ajustar, feito, certo && !feito && (modo == 3 || escrito >= 0));
     }
@@ -297,6 +299,7 @@ struct Jogo {
         Acto& ajuste = *escolhe(documentos({"SB", "QB", "CI"}), [](const Acto* a) { return !a->anulado; });
         const Chave chave = ajuste.documento;
         const Movimento antigo = ajuste.movimentos[0];
+        const base::DataHora dia = ajuste.data;
         const Kg novo = 1 + ate(em_cem(85) ? 400 : 20'000);
         // What the old one took can be taken again.
         const bool cabe =
@@ -315,7 +318,7 @@ struct Jogo {
         if (confirma && !ajuste.anulado) ajustes.op.escreve(ajustes.ecra.campo(3), tn(novo));
         ajustes.op.prime(confirma ? ajustes.ecra.btConf : ajustes.ecra.btAnular);
         ajuste.anulado = ajuste.anulado || feito;
-        if (feito && confirma) posta(chave, antigo.artigo, antigo.detentor, novo);
+        if (feito && confirma) posta(chave, antigo.artigo, antigo.detentor, novo, dia);
         confere(ajustes, fluxo, feito, confirma && !ajuste.anulado && cabe && !ficou);
     }
 
@@ -340,6 +343,7 @@ struct Jogo {
             const Kg tudo = *modelo.stock(codigo, "CL");
             const int ano = agora().ano;
             Acto& acto = fluxo == para_orvex ? modelo.novo({ano, "TR", 6}) : modelo.actos.emplace_back();
+            acto.data = agora();
             acto.movimentos = {{{ano, "QB", 2}, codigo, dono, "CL", -tudo},
                                {{ano, "SB", 1}, codigo, destino, Modelo::armazem_de(destino), tudo}};
         }

@@ -1,6 +1,7 @@
 #include "auditoria.h"
 
 #include "ponto.h"
+#include "tools/comum/empresa_para_ler.h"
 
 #include <algorithm>
 #include <map>
@@ -9,23 +10,16 @@
 namespace orvex::auditoria {
 namespace {
 
-// Of an embedded company that nobody had open, the files are read as they stand; if somebody opened it
-// meanwhile, what was read may be neither the old nor the new.
 Exame examina_em_repouso(const Pedido& pedido, Progresso& progresso) {
-    constexpr int vezes = 3;
-    for (int vez = 1;; ++vez) {
-        const std::string antes = pedido.aspecto ? pedido.aspecto() : std::string();
+    Exame exame;
+    const bool inteiro = le_em_repouso(pedido.aspecto, [&] {
         Sessoes sessoes(pedido.abre);
-        Exame exame =
+        exame =
             examina(pedido.casa, pedido.hoje, pedido.gaveta ? &*pedido.gaveta : nullptr, sessoes, progresso);
-        if (!pedido.aspecto || antes.find("fechado") == std::string::npos || pedido.aspecto() == antes)
-            return exame;
-        if (vez == vezes) {
-            exame.nao_vistos.push_back(
-                {"tudo", "A empresa foi aberta e fechada por outros durante a leitura."});
-            return exame;
-        }
-    }
+    });
+    if (!inteiro)
+        exame.nao_vistos.push_back({"tudo", "A empresa foi aberta e fechada por outros durante a leitura."});
+    return exame;
 }
 
 bool mais_pesado(const Achado& a, const Achado& b) {

@@ -1,13 +1,15 @@
 // What is read of the ERP's documents: statements, and the columns of what they give.
 #pragma once
 
-#include "casa.h"
+#include "livro/casa.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace orvex::auditoria {
+
+using livro::Numeracao;
 
 // The documents of a type and series with their lines and gross weights, as they are numbered; of a document
 // without lines one row whose line is null.

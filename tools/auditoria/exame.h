@@ -2,8 +2,8 @@
 #pragma once
 
 #include "achado.h"
-#include "casa.h"
 #include "leitura.h"
+#include "livro/casa.h"
 #include "ordenados.h"
 #include "platform/diario/gaveta.h"
 
@@ -11,6 +11,8 @@
 #include <vector>
 
 namespace orvex::auditoria {
+
+using livro::Casa, livro::Numeracao;
 
 // Checks that could not be made, and why. What was read until then has been told all the same.
 struct NaoVisto {

@@ -5,21 +5,10 @@
 #include <algorithm>
 
 namespace orvex::auditoria {
-namespace {
-
-std::string normal(std::string_view codigo) {
-    while (!codigo.empty() && codigo.back() == ' ')
-        codigo.remove_suffix(1);
-    return base::maiusculas(codigo);
-}
-
-} // namespace
-
-bool mesmo_codigo(const std::string& a, const std::string& b) { return a == b || normal(a) == normal(b); }
 
 std::uint64_t resumo(const std::string& codigo) {
     std::uint64_t valor = 14'695'981'039'346'656'037U; // FNV-1a
-    for (const char c : normal(codigo))
+    for (const char c : livro::codigo_normal(codigo))
         valor = (valor ^ static_cast<unsigned char>(c)) * 1'099'511'628'211U;
     return valor;
 }
@@ -27,7 +16,7 @@ std::uint64_t resumo(const std::string& codigo) {
 Ponto Ponto::de(std::int64_t ano, std::string_view tipo, std::int64_t serie, std::int64_t numero,
                 std::int64_t linha) {
     Ponto ponto;
-    const std::string texto = normal(tipo);
+    const std::string texto = livro::codigo_normal(tipo);
     std::copy_n(texto.begin(), std::min(texto.size(), ponto.tipo.size() - 1), ponto.tipo.begin());
     ponto.serie = static_cast<std::int16_t>(serie);
     ponto.ano = static_cast<std::int16_t>(ano);

@@ -1,6 +1,7 @@
 // Keys of a fixed size, for records that are put in order: a line's key, and an article's code as a number.
 #pragma once
 
+#include "livro/casa.h"
 #include "livro/chaves.h"
 
 #include <array>
@@ -11,8 +12,7 @@
 
 namespace orvex::auditoria {
 
-// Codes as the database compares them: without case and without trailing blanks.
-bool mesmo_codigo(const std::string& a, const std::string& b);
+using livro::mesmo_codigo;
 // Equal for codes that are the same; for any two others it would take billions of them to meet.
 std::uint64_t resumo(const std::string& codigo);
 

@@ -50,6 +50,7 @@ const std::vector<IndiceFacultativo>& indices_facultativos() {
         {"xel_ORVEX", "xel_ORVEX_Registo"},        {"xel_ORVEX", "xel_ORVEX_Documento"},
         {"xel_ORVEX", "xel_ORVEX_TpDoc"},          {"xel_ORVEX_Mov", "xel_ORVEX_Mov_Cliente"},
         {"xel_ORVEX_Mov", "xel_ORVEX_Mov_Artigo"}, {"xel_ORVEX_Mov", "xel_ORVEX_Mov_Origem"},
+        {"xel_ORVEX", "xel_ORVEX_Cliente"},        {"xel_ORVEX", "xel_ORVEX_Data"},
     };
     return indices;
 }

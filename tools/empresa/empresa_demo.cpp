@@ -26,8 +26,11 @@ namespace fs = std::filesystem;
 constexpr const char* indices_livro = R"(
 create index xel_ORVEX_Mov_Cliente on xel_ORVEX_Mov (Cliente, TpDoc, Artigo);
 create index xel_ORVEX_Mov_Artigo on xel_ORVEX_Mov (Artigo, TpDoc);
+create index xel_ORVEX_Mov_Origem on xel_ORVEX_Mov (Origem, TpDoc);
 create index xel_ORVEX_Documento on xel_ORVEX (Ano, TpDoc, Serie, NNumDoc);
 create index xel_ORVEX_TpDoc on xel_ORVEX (TpDoc, Serie, NNumDoc);
+create index xel_ORVEX_Cliente on xel_ORVEX (Cliente, NumSerie);
+create index xel_ORVEX_Data on xel_ORVEX (Data);
 )";
 
 // A crash while a company is being made leaves nothing worth keeping, so nothing waits for the disk until the

@@ -1,7 +1,7 @@
-// The SERVIDOR collation.
-#include "platform/sqlite/empresa.h"
-
+// The SERVIDOR collation, and the server's LIKE.
 #include "base/texto.h"
+#include "platform/sqlite/empresa.h"
+#include "platform/sqlite/traducao.h"
 
 namespace orvex::platform::sqlite {
 namespace {
@@ -41,7 +41,60 @@ char32_t retira_maiuscula(std::string_view& texto) {
     return base::maiuscula(base::retira_caracter(texto));
 }
 
+// One letter of a pattern: itself, or the one between brackets.
+char32_t retira_do_padrao(std::string_view& padrao) {
+    if (padrao.front() != '[') return retira_maiuscula(padrao);
+    std::string_view dentro = padrao.substr(1);
+    if (dentro.empty()) return retira_maiuscula(padrao);
+    const char32_t c = retira_maiuscula(dentro);
+    if (!dentro.starts_with(']')) return retira_maiuscula(padrao);
+    padrao = dentro.substr(1);
+    return c;
+}
+
+// To where the pattern's first letter stands, if it is a plain one: no other letter has its form.
+void avanca_ate(std::string_view& texto, std::string_view padrao) {
+    if (padrao.empty() || !ascii(padrao.front()) ||
+        std::string_view("%_[").find(padrao.front()) != std::string_view::npos)
+        return;
+    const char32_t primeira = maiuscula_ascii(padrao.front());
+    std::size_t i = 0;
+    while (i < texto.size() && (!ascii(texto[i]) || maiuscula_ascii(texto[i]) != primeira))
+        ++i;
+    texto.remove_prefix(i);
+}
+
 } // namespace
+
+bool semelhante(std::string_view texto, std::string_view padrao) {
+    std::string_view depois_do_curinga, por_tentar; // where to begin again: one letter further
+    bool curinga = false;
+    for (;;) {
+        if (padrao.starts_with('%')) {
+            padrao.remove_prefix(1);
+            if (padrao.empty()) return true;
+            depois_do_curinga = padrao;
+            avanca_ate(texto, padrao);
+            por_tentar = texto;
+            curinga = true;
+            continue;
+        }
+        if (texto.empty() && padrao.empty()) return true;
+        bool igual = !texto.empty() && !padrao.empty();
+        if (igual && padrao.front() == '_') {
+            padrao.remove_prefix(1);
+            retira_maiuscula(texto);
+        } else if (igual) {
+            igual = retira_maiuscula(texto) == retira_do_padrao(padrao);
+        }
+        if (igual) continue;
+        if (!curinga || por_tentar.empty()) return false;
+        retira_maiuscula(por_tentar);
+        avanca_ate(por_tentar, depois_do_curinga);
+        texto = por_tentar;
+        padrao = depois_do_curinga;
+    }
+}
 
 int compara_servidor(std::string_view a, std::string_view b) {
     a = sem_brancos_finais(a);

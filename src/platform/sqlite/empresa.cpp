@@ -39,6 +39,16 @@ void soma_servidor(sqlite3_context* contexto, int, sqlite3_value** valores) {
     }
 }
 
+void semelhante_servidor(sqlite3_context* contexto, int, sqlite3_value** valores) {
+    if (sqlite3_value_type(valores[0]) == SQLITE_NULL || sqlite3_value_type(valores[1]) == SQLITE_NULL)
+        return sqlite3_result_null(contexto);
+    const auto texto = [&](int i) {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(valores[i]));
+        return std::string_view(bytes, static_cast<std::size_t>(sqlite3_value_bytes(valores[i])));
+    };
+    sqlite3_result_int(contexto, semelhante(texto(0), texto(1)) ? 1 : 0);
+}
+
 } // namespace
 
 namespace {
@@ -78,6 +88,7 @@ SQLite::Database abre_base(const std::filesystem::path& ficheiro, int indicadore
     base.check(
         sqlite3_create_collation_v2(base.getHandle(), "SERVIDOR", SQLITE_UTF8, nullptr, compara, nullptr));
     base.createFunction(funcao_soma, 2, true, nullptr, soma_servidor);
+    base.createFunction(funcao_semelhante, 2, true, nullptr, semelhante_servidor);
     base.exec(std::string("PRAGMA ") + memoria_paginas);
     base.exec(std::string("PRAGMA ") + duravel);
     // A long note is not made to wait while its log is copied into the file; closing does that.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace orvex::platform::sqlite {
 namespace {
@@ -34,6 +35,7 @@ class Tradutor {
     std::string conjuncao();
     std::string negacao();
     std::string comparacao();
+    std::string conjunto();
     std::string soma();
     std::string sinal();
     std::string primaria();
@@ -234,9 +236,30 @@ std::string Tradutor::comparacao() {
         leitor_.exige_palavra("NULL");
         return sql;
     }
+    if (leitor_.aceita_palavra("LIKE"))
+        return sql.insert(0, std::string(funcao_semelhante) + "(") + "," + soma() + ")";
+    if (leitor_.aceita_palavra("IN")) return sql + " IN " + conjunto();
     for (const std::string_view operador : {"=", "<>", "!=", "<", ">", "<=", ">="})
         if (leitor_.aceita_sinal(operador)) return sql + std::string(operador) + soma();
     return sql;
+}
+
+// Of values, or the rows of a query.
+std::string Tradutor::conjunto() {
+    leitor_.exige_sinal("(");
+    std::string sql;
+    if (leitor_.aceita_palavra("SELECT")) {
+        const auto colunas = std::exchange(colunas_, {});
+        const bool so_colunas = std::exchange(so_colunas_, true);
+        sql = consulta().instrucoes.front();
+        colunas_ = colunas;
+        so_colunas_ = so_colunas;
+        simples_ = false;
+    } else {
+        sql = lista([this] { return soma(); });
+    }
+    leitor_.exige_sinal(")");
+    return "(" + sql + ")";
 }
 
 std::string Tradutor::soma() {

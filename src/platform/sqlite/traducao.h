@@ -7,8 +7,9 @@
 //     CREATE TABLE t (columns, CONSTRAINT name PRIMARY KEY ...) with the server's storage options
 //     ALTER TABLE t ADD column, ...
 //
-// and in expressions: AND, OR, NOT, comparisons, IS [NOT] NULL, + and -, abs, count, max, min, sum,
-// convert(nvarchar(n), x, 120) and cast(x as nvarchar(n)). Anything else is a faulty statement, here as there
+// and in expressions: AND, OR, NOT, comparisons, IS [NOT] NULL, x IN (values) and x IN (SELECT ...), x LIKE
+// pattern (%, _ and one letter in brackets), + and -, abs, count, max, min, sum, convert(nvarchar(n), x, 120)
+// and cast(x as nvarchar(n)). Anything else is a faulty statement, here as there
 // or at least here: better refused than understood differently.
 #pragma once
 
@@ -28,6 +29,10 @@ struct Traducao {
 
 // Joins two values as the server's + does: registered with the engine under this name, with two arguments.
 inline constexpr const char* funcao_soma = "soma_servidor";
+
+// The server's LIKE, with the text and the pattern as its arguments: without case, accented letters too.
+inline constexpr const char* funcao_semelhante = "semelhante_servidor";
+bool semelhante(std::string_view texto, std::string_view padrao);
 
 // Where the rows of a table (a name in brackets) are added and deleted: Artigos is a view of the ERP's, whose
 // file is `erp`.

@@ -50,7 +50,8 @@ class Instrucoes : public EmpresaVazia<SessaoSQLite> {
 TEST_F(Instrucoes, OQueOServidorRecusariaOuNaoConhecemosEUmaInstrucaoErrada) {
     for (const std::string fim :
          {" limit 1", " where Nome='aberto", " where", "; delete Clientes", " -- x", " order by 1",
-          " where Nome like 'x%'", " where CODIGO=?", " where Nome='a' 'b'"})
+          " where Nome like 'x%' escape '!'", " where Nome between 'a' and 'b'",
+          " where CODIGO in (select CODIGO, Nome from Clientes)", " where CODIGO=?", " where Nome='a' 'b'"})
         EXPECT_EQ(numero_da_falha([&] { BD.Consulta("select * from Clientes" + fim); }),
                   numeros::instrucao_errada)
             << fim;

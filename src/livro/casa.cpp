@@ -1,18 +1,34 @@
-#include "casa.h"
+#include "livro/casa.h"
 
 #include "base/texto.h"
-#include "ponto.h"
 
 #include <algorithm>
 
-namespace orvex::auditoria {
+namespace orvex::livro {
 namespace {
 
 Numeracao numeracao(const startup::ParametroDocumento& documento) {
-    return {documento.TpDoc(), documento.Serie()};
+    return {documento.TpDoc(), documento.Serie(), documento.SerieEscrita()};
 }
 
 } // namespace
+
+std::string codigo_normal(std::string_view codigo) {
+    while (!codigo.empty() && codigo.back() == ' ')
+        codigo.remove_suffix(1);
+    return base::maiusculas(codigo);
+}
+
+// Most codes that are not the same differ in a letter that needs no table.
+bool mesmo_codigo(const std::string& a, const std::string& b) {
+    const auto simples = [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z'); };
+    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {
+        if (a[i] == b[i]) continue;
+        if (simples(a[i]) && simples(b[i])) return false;
+        return codigo_normal(a) == codigo_normal(b);
+    }
+    return a.size() == b.size() || codigo_normal(a) == codigo_normal(b);
+}
 
 bool Numeracao::e(const std::string& tipo, std::int64_t serie) const {
     return serie == Serie && mesmo_codigo(tipo, TpDoc);
@@ -31,10 +47,11 @@ Casa Casa::le(const startup::Parametros& parametros) {
               .facturas = {},
               .lugares = {startup::ParametroArmazem(lista("ARMAZEM")).Codigo(),
                           startup::ParametroArmazem(lista("ARMAZEMORVEX")).Codigo(),
-                          startup::ParametroCliente(lista("CLIENTEORVEX")).Codigo()}};
-    for (const auto& [TpDoc, SerieEscrita] :
-         startup::ParametroGrupos(parametros.lista_de_grupos("FACTURAS")).grupos())
-        casa.facturas.push_back({TpDoc, static_cast<std::int16_t>(*base::le_inteiro(SerieEscrita))});
+                          startup::ParametroCliente(lista("CLIENTEORVEX")).Codigo()},
+              .FACTURAS = parametros.lista_de_grupos("FACTURAS")};
+    for (const auto& [TpDoc, SerieEscrita] : casa.FACTURAS.grupos())
+        casa.facturas.push_back(
+            {TpDoc, static_cast<std::int16_t>(*base::le_inteiro(SerieEscrita)), SerieEscrita});
     return casa;
 }
 
@@ -49,4 +66,4 @@ const std::string& Casa::armazem(const std::string& detentor) const {
     return lugares.armazem(e_orvex(detentor) ? lugares.ClienteOrvex : detentor);
 }
 
-} // namespace orvex::auditoria
+} // namespace orvex::livro
