@@ -3,8 +3,10 @@
 #include "base/descricao.h"
 #include "base/falha.h"
 #include "livro/detentores.h"
+#include "livro/documentos.h"
 
 #include <optional>
+#include <utility>
 
 namespace orvex::adjust {
 
@@ -52,7 +54,11 @@ bool MovStocks::Anula(Confirmacao& confirmacao) {
     if (!resultado.sucesso) throw base::Falha(resultado.mensagem);
     confirmacao.Anota(chave);
     livro::apaga_movimento(BD, lRegisto);
+    std::string feito = "Anulado " + livro::documento_de(chave).linha("").documento() + ", " +
+                        registo->NumSerie + ", " + formato().peso_inteiro(registo->Quantidade.absoluta()) +
+                        " t";
     confirmacao.Confirma();
+    define_feito(std::move(feito));
     return true;
 }
 

@@ -4,9 +4,11 @@
 #include "base/texto.h"
 #include "livro/artigos.h"
 #include "livro/detentores.h"
+#include "livro/documentos.h"
 
 #include <exception>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace orvex::adjust {
@@ -17,12 +19,7 @@ using base::Moeda;
 using confirmacao::Confirmacao;
 using confirmacao::Fluxo;
 using confirmacao::Intencao;
-
-namespace {
-
-const Moeda limite_aviso = Moeda::de_decimos_milesimos(1'500); // 150 kg, in tonnes
-
-} // namespace
+using startup::ChaveDocumento;
 
 bool MovStocks::entrada_aceite() {
     common::Campo& quantidade = campo(campos::quantidade);
@@ -147,10 +144,23 @@ void MovStocks::Confirma(const Ajuste& ajuste, Confirmacao& confirmacao) {
     });
     const std::int32_t NumDoc = ValidaMovimento(ajuste, preco, Data, confirmacao);
     ActualizaMov(ajuste, NumDoc, Data);
+    std::string feito = Descreve(ajuste, NumDoc);
     confirmacao.Confirma();
+    define_feito(std::move(feito));
     Avisa("", "Foi gerado o Documento   :  " + std::to_string(NumDoc), aviso_informacao);
     confirmacao.AvisaPorAnular();
     RecomecaEcra();
+}
+
+std::string MovStocks::Descreve(const Ajuste& ajuste, std::int32_t NumDoc) const {
+    constexpr const char* nomes[] = {"", "Sobra", "Quebra", "Consumo"};
+    const auto nome_de = [](const ChaveDocumento& chave) {
+        return livro::documento_de(chave).linha("").documento();
+    };
+    const std::string novo = nome_de({Carregado.Documento.Ano, ajuste.TpDoc, ajuste.Serie, NumDoc});
+    return nomes[static_cast<int>(ajuste.Tipo)] + (" " + novo) +
+           (bCarregado ? " em vez de " + nome_de(Carregado.Documento) : "") + ", " +
+           campo(campos::artigo).Text + ", " + formato().peso_inteiro(ajuste.Qtd) + " t";
 }
 
 // All that the ERP and the ledger can be known to refuse is refused before the document that is replaced is
@@ -160,7 +170,7 @@ void MovStocks::ConfereSubstituicao(const Ajuste& ajuste) {
     const auto cabe = [this](const std::string& texto, const char* tabela, const char* coluna,
                              const char* nome) {
         const std::size_t maximo = BD.Comprimento(tabela, coluna);
-        if (maximo != 0 && base::comprimento(texto) > maximo)
+        if (maximo != 0 && base::excede(texto, maximo))
             throw FalhaGuarda(std::string(nome) + " não pode ter mais de " + std::to_string(maximo) +
                               " caracteres.");
     };

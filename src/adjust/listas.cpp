@@ -25,7 +25,8 @@ void MovStocks::EscolheAjuste() {
                           std::string("Números Doc.") + sufixos[static_cast<int>(tipo_do_modo())],
                           livro::lista_de_ajustes(documento.TpDoc(), documento.Serie()),
                           9500,
-                          {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}}});
+                          {{1, 0, true}, {2, 800}, {3, 1200}, {4, 1400}, {5, 4000}, {6, 600}},
+                          campo(campos::documento).Text});
     if (escolha.empty()) return;
 
     const std::vector<std::string> partes = base::divide(escolha, '*'); // the first is the date

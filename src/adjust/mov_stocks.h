@@ -29,6 +29,16 @@ class MovStocks : public common::Ecra {
     void Form_Load() override;
     bool por_gravar() const override;
 
+    // What the quantity typed comes to, for a window to show while it is typed: of a surplus or breakage that
+    // is not loaded its difference to the stock; and whether it is one that is asked about. Nothing while it
+    // is no number.
+    struct Diferenca {
+        base::Moeda Qtd; // tonnes
+        bool grande = false;
+        bool da_existencia = false;
+    };
+    std::optional<Diferenca> diferenca() const;
+
     // Controls
 
     common::Etiqueta Label1; // the screen's title
@@ -98,6 +108,8 @@ class MovStocks : public common::Ecra {
     bool Pergunta(const Ajuste& ajuste);
     void Confirma(const Ajuste& ajuste, confirmacao::Confirmacao& confirmacao);
     confirmacao::Intencao IntencaoDe(const Ajuste& ajuste) const;
+    // "Quebra QB/1/3, TA000004, 0,350 t"
+    std::string Descreve(const Ajuste& ajuste, std::int32_t NumDoc) const;
     // Guards, inside the transaction: each throws, with the reason.
     void ConfereSubstituicao(const Ajuste& ajuste);
     // `por_repor` is what the replaced one has not yet given back to the stock.
@@ -122,6 +134,7 @@ class MovStocks : public common::Ecra {
 
     // Members
 
+    static constexpr base::Moeda limite_aviso = base::Moeda::de_decimos_milesimos(1'500); // 150 kg
     static constexpr const char* consumo_invalido = "Valor Inválido para o Consumo!";
 
     std::int16_t Modo;

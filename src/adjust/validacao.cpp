@@ -69,6 +69,17 @@ MovStocks::ArtigoLido MovStocks::LeArtigo(const std::string& artigo) {
     return lido;
 }
 
+std::optional<MovStocks::Diferenca> MovStocks::diferenca() const {
+    const auto novo = formato().le(campo(campos::quantidade).Text);
+    const auto stock = formato().le(campo(campos::existencia).Text);
+    if (!novo || !stock || campo(campos::artigo).Text.empty()) return std::nullopt;
+    const bool consumo = tipo_do_modo() == TipoAjuste::consumo;
+    Diferenca diferenca{.Qtd = *novo, .da_existencia = !bCarregado && !consumo};
+    if (diferenca.da_existencia) diferenca.Qtd = *novo - *stock;
+    diferenca.grande = !consumo && diferenca.Qtd.absoluta() >= limite_aviso;
+    return diferenca;
+}
+
 bool MovStocks::ConsumoExcessivo() const {
     return valor(campos::quantidade) - cQtdCarregada > valor(campos::existencia);
 }

@@ -33,6 +33,7 @@ class DiarioOrvex {
 
     confirmacao::Observador& observador() { return diario_; }
     bool a_meio() const { return diario_.a_meio(); }
+    std::filesystem::path em_curso() const { return diario_.caminho(); }
 
   private:
     class Sessao;

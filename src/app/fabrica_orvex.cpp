@@ -2,6 +2,7 @@
 
 #include "app/fabrica_erp.h"
 #include "app/gaveta_da_empresa.h"
+#include "base/caminho.h"
 #include "base/descricao.h"
 #include "delivery/guias_remessa.h"
 #include "platform/odbc/sessao_odbc.h"
@@ -57,6 +58,8 @@ class EcraComJanela : public startup::EcraArranque {
         : ecra_(std::forward<Argumentos>(argumentos)...), janela_(ecra_, sessao, registo) {
         janela_.define_ao_fechar([this] { ecra_.Form_Terminate(); });
     }
+
+    TJanela& janela() { return janela_; }
 
     void Load() override { ecra_.Form_Load(); }
     void Show() override { janela_.abre(); }
@@ -131,6 +134,7 @@ void FabricaOrvex::recupera(startup::SessaoBD& BD, startup::SessaoERP& gERP) {
     if (const startup::ReferenciaERP empresa = gERP.Empresa())
         sessao_.empresa = empresa->obtem("Nome").valor.texto();
     if (registo_ == nullptr) return;
+    sessao_.pasta_do_registo = base::texto_de(platform::operacoes::pasta_do_registo());
     regista_empresa();
     diario_ = std::make_unique<DiarioOrvex>(
         DiarioOrvex::Meios{.BD = BD,
@@ -154,8 +158,12 @@ std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra
                                   observadores_};
     const auto Modo = static_cast<std::int16_t>(modo);
     switch (tipo) {
-    case startup::TipoEcra::GuiasRemessa:
-        return std::make_shared<EcraGuiasRemessa>(sessao_, registo_, servicos);
+    case startup::TipoEcra::GuiasRemessa: {
+        auto guias = std::make_shared<EcraGuiasRemessa>(sessao_, registo_, servicos);
+        if (diario_ != nullptr && !platform::operacoes::pasta_do_registo().empty())
+            guias->janela().define_rascunhos(abre_rascunhos());
+        return guias;
+    }
     case startup::TipoEcra::MovStocks:
         return std::make_shared<EcraMovStocks>(sessao_, registo_, servicos, Modo);
     case startup::TipoEcra::TrfBobines:
@@ -167,7 +175,27 @@ std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra
 void FabricaOrvex::regista_empresa() {
     observadores_.junta(*registo_);
     registo_->empresa(sessao_.empresa, sessao_.motor, definicoes_.controlador);
-    sessao_.aviso = [this] { return registo_->avariado() ? "SEM REGISTO DE OPERAÇÕES" : ""; };
+    sessao_.aviso = [this] { return aviso(); };
+}
+
+std::string FabricaOrvex::aviso() const {
+    if (registo_->avariado()) return "SEM REGISTO DE OPERAÇÕES";
+    return rascunhos_ != nullptr && rascunhos_->avariado() ? "GUIA POR ACABAR SEM CÓPIA" : "";
+}
+
+// After recovery, which tells of the notes that were being confirmed. Told of confirmations after the
+// journal.
+platform::diario::Rascunhos& FabricaOrvex::abre_rascunhos() {
+    auto diarios = gaveta_da_empresa(definicoes_);
+    const auto pasta = platform::operacoes::pasta_do_registo() / "rascunhos" / diarios.pasta().filename();
+    rascunhos_ = std::make_unique<platform::diario::Rascunhos>(platform::diario::Rascunhos::Meios{
+        .pasta = pasta,
+        .empresa = sessao_.empresa,
+        .diarios = std::move(diarios),
+        .em_curso = [this] { return diario_->em_curso(); },
+        .engole = [this](const std::string& texto) { registo_->engolida(texto); }});
+    observadores_.junta(*rascunhos_);
+    return *rascunhos_;
 }
 
 void FabricaOrvex::mostra_caixa(const std::string& texto, const std::string& titulo) {

@@ -3,6 +3,7 @@
 
 #include "app/diario_orvex.h"
 #include "common/janela.h"
+#include "platform/diario/rascunhos.h"
 #include "platform/operacoes/registo_operacoes.h"
 #include "platform/qt/pecas.h"
 #include "startup/arranque.h"
@@ -36,12 +37,15 @@ class FabricaOrvex : public startup::Fabrica {
 
   private:
     void regista_empresa();
+    platform::diario::Rascunhos& abre_rascunhos();
+    std::string aviso() const; // for the status line
 
     bool recusou_ = false;
     std::filesystem::path programa_;
     platform::operacoes::RegistoOperacoes* registo_;
     startup::DefinicoesBD definicoes_;
     std::unique_ptr<DiarioOrvex> diario_;
+    std::unique_ptr<platform::diario::Rascunhos> rascunhos_;
     confirmacao::Observadores observadores_;
     platform::qt::EstadoSessao sessao_;
 };

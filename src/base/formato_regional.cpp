@@ -64,6 +64,13 @@ std::string FormatoRegional::peso(Moeda valor) const {
     return (negativo ? "-" : "") + inteiros + decimal + fraccao;
 }
 
+std::string FormatoRegional::peso_inteiro(Moeda valor) const {
+    std::string texto = peso(valor);
+    const std::size_t sinal = texto.starts_with('-') ? 1 : 0;
+    if (texto[sinal] == decimal) texto.insert(sinal, 1, '0');
+    return texto;
+}
+
 std::optional<Moeda> FormatoRegional::le(std::string_view texto) const {
     const std::string escrito = com_um_so_branco(texto);
     texto = apara(escrito);

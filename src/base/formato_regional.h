@@ -18,6 +18,8 @@ struct FormatoRegional {
     std::string
     texto(const Variante& valor) const;  // numbers as above, dates dd-mm-yyyy, everything else as it is
     std::string peso(Moeda valor) const; // "###,###,###.000": 1234.5 is "1.234,500", 0.5 is ",500"
+    // The same with a zero where nothing stands before the sign: "0,500".
+    std::string peso_inteiro(Moeda valor) const;
 
     // A single sign of either kind is the decimal sign, never grouping ("1.234" is one and a bit); both
     // together are grouping and decimal sign, in that order. Blanks group too, of the kinds a spreadsheet

@@ -27,7 +27,7 @@ struct Botao;
 
 struct Controlo {
     std::string nome;    // "campo(0)": the name the rules use; also the widget's object name
-    std::string Legenda; // the label beside it; the accessible name when there is no label is the tool tip
+    std::string Legenda; // the label beside it, which is also its accessible name
     std::string ToolTip;
     bool Enabled = true;
     bool Visible = true;

@@ -93,7 +93,8 @@ void Ecra::RecomecaEcra() {
 
 double Ecra::PrecoMovimento(const std::string& chave) { return livro::preco_movimento(BD, chave); }
 
-void Ecra::preenche_da_lista(Campo& campo, const ListaPesquisa& lista) {
+void Ecra::preenche_da_lista(Campo& campo, ListaPesquisa lista) {
+    lista.inicial = campo.Text;
     const std::string escolha = escolhe_da_lista(lista);
     if (escolha.empty()) {
         SetFocus(campo);

@@ -32,6 +32,10 @@ class Ecra : protected Servicos, public Eventos {
     virtual bool por_gravar() const { return false; }
     const std::string& estado() const { return estado_; } // for the status line
 
+    // What was confirmed last, for the status line until the user's next key; empty for nothing.
+    const std::string& feito() const { return feito_; }
+    void esquece_feito() { feito_.clear(); }
+
     // Reads the parameters and empties the screen. Called once, before the window is shown.
     virtual void Form_Load() = 0;
     virtual void Form_Terminate() {} // the window is gone and the program ends
@@ -73,8 +77,9 @@ class Ecra : protected Servicos, public Eventos {
     // The empty screen, the cursor in its first field.
     void RecomecaEcra();
 
-    // Opens the list; on a choice puts it into the field, whose validation then runs as the focus moves on.
-    void preenche_da_lista(Campo& campo, const ListaPesquisa& lista);
+    // Opens the list where the field is; on a choice puts it into the field, whose validation then runs as
+    // the focus moves on.
+    void preenche_da_lista(Campo& campo, ListaPesquisa lista);
 
     // A confirmation, and the text of its last failure: ultimo_erro.cpp
 
@@ -98,6 +103,9 @@ class Ecra : protected Servicos, public Eventos {
     // What the status line says until the rules say otherwise; empty for nothing.
     void define_estado(std::string texto) { estado_ = std::move(texto); }
 
+    // Told once it is confirmed, of a text made before: nothing may fail between the commit and its box.
+    void define_feito(std::string texto) { feito_ = std::move(texto); }
+
     // The text kept last. What empties it is the screen's matter, so it may be of an earlier confirmation.
     std::string UltimoErro;
 
@@ -107,6 +115,7 @@ class Ecra : protected Servicos, public Eventos {
     std::string titulo_janela_;
     std::vector<Controlo*> controlos_;
     std::string estado_;
+    std::string feito_;
 };
 
 } // namespace orvex::common

@@ -31,13 +31,20 @@ class Eventos::EmCurso {
 };
 
 void Eventos::decorre(const std::function<void()>& evento) {
-    if (em_curso_ || a_fechar_) return;
+    const bool correu = sem_outros([&] {
+        evento();
+        resolve_foco();
+    });
+    if (correu && !a_fechar_) servicos_.janela().mostra();
+}
+
+bool Eventos::sem_outros(const std::function<void()>& trabalho) {
+    if (em_curso_ || a_fechar_) return false;
     EmCurso em_curso(*this);
     servicos_.janela().ocupado(true);
-    evento();
-    resolve_foco();
+    trabalho();
     em_curso.termina();
-    if (!a_fechar_) servicos_.janela().mostra();
+    return true;
 }
 
 bool Eventos::trata(const std::function<void()>& manipulador) {

@@ -28,6 +28,9 @@ class Eventos : private Foco::Ouvinte {
 
     void utilizador_abre();                       // the window was shown: the first control takes the focus
     void utilizador_fecha() { a_fechar_ = true; } // the window goes: no handler begins any more
+    // Runs what the window asks for itself, as an event runs: no other begins meanwhile. False where one is
+    // running or the window is closing. Shows nothing.
+    bool sem_outros(const std::function<void()>& trabalho);
     void utilizador_edita(Campo& campo, const std::string& texto);
     // A key of a field: Enter moves on, Esc moves back (the window sends Tab as utilizador_avanca).
     void utilizador_tecla(Campo& campo, int codigo);
@@ -56,6 +59,7 @@ class Eventos : private Foco::Ouvinte {
     // refused.
     bool utilizador_edita_celula(Grelha& grelha, const std::string& texto);
     void utilizador_apaga_linha(Grelha& grelha);
+    void utilizador_ordena(Grelha& grelha, int coluna); // the heading of a column
 
   protected:
     // Handlers a screen overrides; each does what its name says in the screens' own language.
@@ -75,15 +79,17 @@ class Eventos : private Foco::Ouvinte {
     void larga_o_digitado(); // nothing of it is validated when it is left
     void Unload();           // closes the window, and with it the program, once the handler has returned
 
+    // Runs an event that only this screen has, as every other runs.
+    void corre(const std::function<void()>& manipulador) {
+        decorre([&] { trata(manipulador); });
+    }
+
     bool bDigitado = false; // the user typed since the last validation
 
   private:
     class EmCurso;
 
-    void decorre(const std::function<void()>& evento); // unless one is running or the screen is closing
-    void corre(const std::function<void()>& manipulador) {
-        decorre([&] { trata(manipulador); });
-    }
+    void decorre(const std::function<void()>& evento);    // unless one is running or the screen is closing
     bool trata(const std::function<void()>& manipulador); // false when it failed
     void conta(const std::exception& falha);
     void resolve_foco();

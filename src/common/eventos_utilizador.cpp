@@ -170,4 +170,8 @@ void Eventos::utilizador_apaga_linha(Grelha& grelha) {
     });
 }
 
+void Eventos::utilizador_ordena(Grelha& grelha, int coluna) {
+    if (grelha.ordenavel && grelha.Enabled) corre([&] { grelha.ordena(coluna); });
+}
+
 } // namespace orvex::common

@@ -1,6 +1,7 @@
 #include "common/grelha.h"
 
 #include "base/falha.h"
+#include "base/ordem.h"
 
 #include <algorithm>
 
@@ -38,12 +39,44 @@ void Grelha::apaga_linha(int linha) {
     ++versao_;
 }
 
+void Grelha::ordena(int coluna) {
+    ordem_ = Ordem{coluna, ordem_ && ordem_->coluna == coluna && !ordem_->descendente};
+    reordena();
+}
+
+void Grelha::reordena() {
+    if (!ordem_) return;
+    struct Linha {
+        base::ChaveOrdem chave;
+        std::vector<base::Variante> valores;
+        bool em_branco;
+        bool actual;
+    };
+    std::vector<Linha> ordenadas;
+    for (auto& valores : valores_)
+        ordenadas.push_back({base::ChaveOrdem(valores[static_cast<std::size_t>(ordem_->coluna)]),
+                             std::move(valores), false,
+                             static_cast<int>(ordenadas.size()) == linha_actual - 1});
+    for (Linha& linha : ordenadas)
+        linha.em_branco = std::all_of(linha.valores.begin(), linha.valores.end(),
+                                      [](const base::Variante& valor) { return valor.nulo(); });
+    std::stable_sort(ordenadas.begin(), ordenadas.end(), [this](const Linha& a, const Linha& b) {
+        if (a.em_branco || b.em_branco) return !a.em_branco && b.em_branco;
+        return ordem_->descendente ? b.chave < a.chave : a.chave < b.chave;
+    });
+    for (std::size_t i = 0; i < ordenadas.size(); ++i) {
+        if (ordenadas[i].actual) linha_actual = static_cast<int>(i) + 1;
+        valores_[i] = std::move(ordenadas[i].valores);
+    }
+    ++versao_;
+}
+
 const base::Variante& Grelha::valor(int linha, int coluna) const {
     return valores_.at(static_cast<std::size_t>(linha)).at(static_cast<std::size_t>(coluna));
 }
 
-base::Moeda Grelha::moeda(int linha, std::string_view chave) const {
-    const base::Variante& celula = valor(linha, chave);
+base::Moeda Grelha::moeda(int linha, int coluna) const {
+    const base::Variante& celula = valor(linha, coluna);
     return celula.vazio() ? base::Moeda() : celula.moeda();
 }
 
@@ -55,7 +88,7 @@ void Grelha::define_valor(int linha, int coluna, base::Variante valor) {
 std::string Grelha::texto_mostrado(int linha, int coluna, const base::FormatoRegional& formato) const {
     const base::Variante& celula = valor(linha, coluna);
     if (celula.vazio()) return {};
-    if (colunas_[static_cast<std::size_t>(coluna)].formato_peso) return formato.peso(celula.moeda());
+    if (colunas_[static_cast<std::size_t>(coluna)].formato_peso) return formato.peso_inteiro(celula.moeda());
     return formato.texto(celula);
 }
 

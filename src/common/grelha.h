@@ -24,7 +24,7 @@ struct ColunaGrelha {
     bool so_leitura = true;
     bool oculta = false;
     bool recebe_foco = true;
-    bool formato_peso = false; // shown "###,###,###.000"
+    bool formato_peso = false; // shown "###,###,##0.000"
 };
 
 // Paints a whole row when a column of it has a value.
@@ -44,6 +44,7 @@ class Grelha : public Controlo {
     std::function<void(int& KeyCode, int Shift)> KeyDown;
     std::function<void(int Row, int Col, const base::Variante& OldValue, bool& Cancel)> BeforeColUpdate;
     std::function<void(bool& Cancel)> BeforeDelete;
+    std::function<bool()> PodeApagar; // of the current row, asked without saying anything; none for yes
     std::function<void()> AfterDelete;
 
     // What texto_editado is of a tick box.
@@ -51,6 +52,8 @@ class Grelha : public Controlo {
     static constexpr const char* sem_visto = "0";
 
     bool permite_apagar = false;
+    bool ordenavel = false;   // by the headings of its columns
+    bool com_procura = false; // characters find a row, by its article or what else it says, and edit nothing
     int linha_actual = 1;
     int coluna_actual = 0;
     bool redesenha = true;     // off while a rule fills many rows
@@ -65,13 +68,24 @@ class Grelha : public Controlo {
     int coluna(std::string_view chave) const; // throws Falha for an unknown key
     void garante_linha(int linha);            // grows the matrix by blank rows until it has this one
     void apaga_linha(int linha);
+    // Sorts the rows by this column, the other way round where they are so already; blank rows stay last, and
+    // the current row stays on its line.
+    void ordena(int coluna);
+    void reordena(); // rows that were filled anew, as they were sorted last
+
+    struct Ordem {
+        int coluna = 0;
+        bool descendente = false;
+    };
+    const std::optional<Ordem>& ordem() const { return ordem_; }
 
     const base::Variante& valor(int linha, int coluna) const;
     const base::Variante& valor(int linha, std::string_view chave) const {
         return valor(linha, coluna(chave));
     }
     std::string texto(int linha, std::string_view chave) const { return valor(linha, chave).texto(); }
-    base::Moeda moeda(int linha, std::string_view chave) const; // null and empty count as 0
+    base::Moeda moeda(int linha, int coluna) const; // null and empty count as 0
+    base::Moeda moeda(int linha, std::string_view chave) const { return moeda(linha, coluna(chave)); }
     void define_valor(int linha, int coluna, base::Variante valor);
     void define_valor(int linha, std::string_view chave, base::Variante valor) {
         define_valor(linha, coluna(chave), std::move(valor));
@@ -90,6 +104,7 @@ class Grelha : public Controlo {
   private:
     std::vector<ColunaGrelha> colunas_;
     std::vector<std::vector<base::Variante>> valores_;
+    std::optional<Ordem> ordem_;
     std::uint64_t versao_ = 0;
 };
 

@@ -31,6 +31,7 @@ struct ListaPesquisa {
     std::string sql;
     int largura = 8000;
     std::vector<ColunaLista> colunas;
+    std::string inicial{}; // what the field holds that the list is for: where the user is looking already
 };
 
 class Janela {

@@ -64,9 +64,13 @@ void GuiasRemessa::LimpaDadosCliente() {
 }
 
 void GuiasRemessa::ValidaCliente(bool& Cancel) {
+    if (LeCliente(Cancel)) CarregaFacturas(campo(campos::cliente).Text);
+}
+
+bool GuiasRemessa::LeCliente(bool& Cancel) {
     if (campo(campos::cliente).Text.empty()) {
         LimpaDadosCliente();
-        return;
+        return false;
     }
     std::string RegIva;
     {
@@ -76,7 +80,7 @@ void GuiasRemessa::ValidaCliente(bool& Cancel) {
         if (cliente->fim()) {
             Cancel = !recusa("Cliente não existente!", campo(campos::cliente));
             LimpaDadosCliente();
-            return;
+            return false;
         }
         campo(campos::cliente).Text =
             cliente->valor("CODIGO").texto(); // as the ERP writes it, whatever case was typed
@@ -88,7 +92,7 @@ void GuiasRemessa::ValidaCliente(bool& Cancel) {
     }
     if (!GuiaCarregada()) MudaEstado(EstadoGuia::a_fazer);
     LerIvas(RegIva);
-    CarregaFacturas(campo(campos::cliente).Text);
+    return true;
 }
 
 void GuiasRemessa::LerIvas(const std::string& Reg) {
@@ -113,6 +117,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
         return;
     }
 
+    PoeDeLado();
     if (Estado != EstadoGuia::vazia) MudaEstado(EstadoGuia::a_fazer); // the client stays, if there is one
     Act_Gr();
     Act_Detalhe();
@@ -132,6 +137,7 @@ void GuiasRemessa::ValidaNumero(bool& Cancel) {
     SSTab1.Tab = pagina_movimentos;
     SetFocus(SSTab1);
     NumGuia = lNumDoc;
+    ++Carregamentos;
     Ler({static_cast<std::int16_t>(DTPicker1.Value.ano), GUIASREMESSA.TpDoc(), GUIASREMESSA.Serie(),
          lNumDoc});
     bDigitado = false;
@@ -239,7 +245,8 @@ void GuiasRemessa::EscolheGuia() {
                           "Guias de Remessa",
                           sql,
                           8400,
-                          {{1, 0, true}, {2, 1200}, {3, 1000}, {4, 1200}, {5, 4500}}});
+                          {{1, 0, true}, {2, 1200}, {3, 1000}, {4, 1200}, {5, 4500}},
+                          campo(campos::numero).Text == "0" ? "" : campo(campos::numero).Text});
     if (escolha.empty()) return;
 
     const std::vector<std::string> partes = base::divide(escolha, '*');

@@ -184,6 +184,7 @@ void GuiasRemessa::regista_grelhas() {
     regista(Detalhe, "Detalhe");
     Detalhe.Legenda = Label2(rotulos::facturas).Caption;
     na_pagina(Detalhe, pagina_movimentos);
+    Detalhe.ordenavel = Detalhe.com_procura = true;
     Detalhe.DblClick = [this] { Detalhe_DblClick(); };
     Detalhe.GotFocus = [this] { Detalhe_GotFocus(); };
     Detalhe.LostFocus = [this] { Detalhe_LostFocus(); };
@@ -198,11 +199,13 @@ void GuiasRemessa::regista_grelhas() {
         Gr_BeforeColUpdate(Row, Col, OldValue, Cancel);
     };
     Gr.BeforeDelete = [this](bool& Cancel) { Gr_BeforeDelete(Cancel); };
+    Gr.PodeApagar = [this] { return Gr_PodeApagar(); };
     Gr.AfterDelete = [this] { Gr_AfterDelete(); };
 
     regista(Final, "Final");
-    Final.Legenda = "Devolução";
+    Final.Legenda = "Linhas da guia";
     Final.dentro_de = &Frame3;
+    Final.com_procura = true;
     Final.BeforeColUpdate = [this](int Row, int Col, const Variante&, bool& Cancel) {
         Final_BeforeColUpdate(Row, Col, Cancel);
     };

@@ -22,7 +22,7 @@ constexpr int linhas_em_branco = 10;
 
 void GuiasRemessa::btGV_Click(int Index) {
     if (Index == devolucoes::abrir) {
-        if (GuiaAindaNoEcra() && GuiaLidaPorInteiro()) AbreDevolucao();
+        if (ExigeGuiaNoEcra() && GuiaLidaPorInteiro()) AbreDevolucao();
         return;
     }
     if (Index == devolucoes::confirmar && !AceitaDatas({&DTPicker3})) return;

@@ -5,11 +5,18 @@
 
 #include <exception>
 #include <unordered_map>
+#include <utility>
 
 namespace orvex::delivery {
 
 using base::Moeda;
 using confirmacao::Confirmacao;
+
+namespace {
+
+std::string NomeDe(const livro::Documento& documento) { return documento.linha("").documento(); }
+
+} // namespace
 
 void GuiasRemessa::btConf_Click(int Index) {
     Confirmacao confirmacao(meios());
@@ -30,7 +37,7 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
         return SetFocus(campo(campos::contribuinte));
     }
     if (Index == confirmacoes::anular) {
-        if (!GuiaAindaNoEcra() || !GuiaLidaPorInteiro()) return;
+        if (!ExigeGuiaNoEcra() || !GuiaLidaPorInteiro()) return;
         if (Avisa("", "Vai proceder à anulação.\n\rPretende continuar?", aviso_ok_cancelar) !=
             common::resposta_ok)
             return RecomecaEcra();
@@ -49,17 +56,19 @@ void GuiasRemessa::Confirma(int Index, Confirmacao& confirmacao) {
 void GuiasRemessa::Recomeca() {
     LibertaDocumento();
     RecomecaEcra();
+    EsquecePassos();
 }
 
 bool GuiasRemessa::VerificaQuantidades() {
-    std::unordered_map<std::string, Moeda> disponivel; // of the first line with each key
-    for (int i = 0; i < Detalhe.linhas(); ++i) {
-        if (Detalhe.valor(i, "Artigo").vazio()) continue;
-        disponivel.try_emplace(ChaveLinhaAberta(i), Detalhe.moeda(i, "Quant"));
-    }
     std::unordered_map<std::string, Moeda> total;
     for (int i = 0; i < Gr.linhas(); ++i)
         if (!Gr.valor(i, "Artigo").vazio()) total[Gr.texto(i, "OutroDocMesmo")] += Gr.moeda(i, "Quant");
+    std::unordered_map<std::string, Moeda> disponivel; // of the first line with each key
+    for (int i = 0; i < Detalhe.linhas() && disponivel.size() < total.size(); ++i) {
+        if (Detalhe.valor(i, "Artigo").vazio()) continue;
+        const std::string chave = ChaveLinhaAberta(i);
+        if (total.contains(chave)) disponivel.try_emplace(chave, Detalhe.moeda(i, "Quant"));
+    }
 
     // The first row of a key sees the key's whole total, so later rows of it can add nothing new.
     for (int i = 0; i < Gr.linhas(); ++i) {
@@ -86,15 +95,15 @@ bool GuiasRemessa::VerificaContribuinte() {
 
 // What is cancelled is the note that was loaded: the ledger goes by what the screen shows, the ERP by the
 // document read, and the two must still be the same note.
-bool GuiasRemessa::GuiaAindaNoEcra() {
+bool GuiasRemessa::ExigeGuiaNoEcra() {
+    return GuiaAindaNoEcra() || recusa(outra_guia, campo(campos::numero));
+}
+
+bool GuiasRemessa::GuiaAindaNoEcra() const {
     const startup::ReferenciaERP Cab = DocActual ? DocActual->obtem("Cab").objecto : nullptr;
-    if (Cab && Cab->obtem("Ano").valor.inteiro() == DTPicker1.Value.ano &&
-        base::le_inteiro(campo(campos::numero).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
-        Cab->obtem("Terceiro").valor.texto() == campo(campos::cliente).Text)
-        return true;
-    return recusa(
-        "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.",
-        campo(campos::numero));
+    return Cab && Cab->obtem("Ano").valor.inteiro() == DTPicker1.Value.ano &&
+           base::le_inteiro(campo(campos::numero).Text) == Cab->obtem("NossoNoDocumento").valor.inteiro() &&
+           Cab->obtem("Terceiro").valor.texto() == campo(campos::cliente).Text;
 }
 
 // What was not read would be given back as nothing.
@@ -119,12 +128,19 @@ void GuiasRemessa::CriaERegista(const Guia& guia, Confirmacao& confirmacao) {
     const std::int32_t numero = confirmacao.Criado().NossoNoDocumento;
     devolucao ? ActualizaMovGV(guia, numero, NumGuia) : ActualizaMov(guia, numero);
     ExigeLinhasMostradas(confirmacao.Criado());
+    const std::string documento = NomeDe(guia.cab.documento(numero));
+    std::string feito = (devolucao ? "Devolvida " + NomeDe(DocumentoDaGuia(NumGuia)) + " em " + documento
+                                   : "Emitida " + documento) +
+                        ", " + guia.texto(formato());
     confirmacao.Confirma();
+    define_feito(std::move(feito));
     Avisa("", "Foi criado o documento Nº  " + std::to_string(numero), aviso_informacao);
 }
 
 void GuiasRemessa::Anula(Confirmacao& confirmacao) {
-    confirmacao.Inicia(GuiaNoEcra().intencao_de_anular(NumGuia));
+    const Guia guia = GuiaNoEcra();
+    std::string feito = "Anulada " + NomeDe(DocumentoDaGuia(NumGuia)) + ", " + guia.texto(formato());
+    confirmacao.Inicia(guia.intencao_de_anular(NumGuia));
     bool Boa = false;
     TestaDevolucao(Boa);
     if (Boa) return confirmacao.Desiste(ja_devolvida);
@@ -138,6 +154,7 @@ void GuiasRemessa::Anula(Confirmacao& confirmacao) {
         throw base::Falha(resultado.mensagem);
     }
     confirmacao.Confirma();
+    define_feito(std::move(feito));
 }
 
 } // namespace orvex::delivery

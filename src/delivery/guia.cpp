@@ -23,6 +23,18 @@ startup::ChaveDocumento chave(const CabecalhoGuia& cab, std::int32_t numero) {
 
 } // namespace
 
+std::string Guia::texto(const base::FormatoRegional& formato) const {
+    int com_artigo = 0;
+    base::Moeda total;
+    for (const LinhaGuia& linha : linhas) {
+        if (linha.Artigo.empty()) continue;
+        ++com_artigo;
+        total += linha.Quant;
+    }
+    return cab.Cliente + ", " + std::to_string(com_artigo) + (com_artigo == 1 ? " linha, " : " linhas, ") +
+           formato.peso_inteiro(total) + " t";
+}
+
 Intencao Guia::intencao() const {
     Intencao intencao = comum(*this, cab.devolucao ? Fluxo::devolve : Fluxo::emite_guia);
     intencao.cria = chave(cab, 0);

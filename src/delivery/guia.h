@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/datahora.h"
+#include "base/formato_regional.h"
 #include "base/moeda.h"
 #include "confirmacao/observador.h"
 #include "livro/chaves.h"
@@ -57,6 +58,8 @@ struct CabecalhoGuia {
 struct Guia {
     CabecalhoGuia cab{};
     std::vector<LinhaGuia> linhas{}; // text lines too, in the grid's order
+
+    std::string texto(const base::FormatoRegional& formato) const; // "C0013, 3 linhas, 4,685 t"
 
     // What is about to be confirmed: the creation of this note or return, or the cancellation of the note
     // with this number.

@@ -78,6 +78,7 @@ void GuiasRemessa::limparform() {
 void GuiasRemessa::MudaEstado(EstadoGuia novo) {
     Estado = novo;
     btConf(confirmacoes::emitir).Enabled = !GuiaCarregada();
+    if (GuiaCarregada()) EsquecePassos();
     btConf(confirmacoes::anular).Enabled = btGV(devolucoes::abrir).Enabled = Estado == EstadoGuia::carregada;
 }
 
@@ -148,7 +149,10 @@ void GuiasRemessa::DesInibe() {
 
 bool GuiasRemessa::por_gravar() const { return !GuiaCarregada() && !GuiaNoEcra().linhas.empty(); }
 
-void GuiasRemessa::btCancelar_Click() { RecomecaEcra(); }
+void GuiasRemessa::btCancelar_Click() {
+    LembraPorGravar();
+    RecomecaEcra();
+}
 
 void GuiasRemessa::btSair_Click() { Unload(); }
 

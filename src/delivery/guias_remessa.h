@@ -9,11 +9,14 @@
 #include "common/ecra.h"
 #include "delivery/guia.h"
 #include "delivery/indices.h"
+#include "delivery/rascunho.h"
+#include "delivery/resumo.h"
 #include "livro/chaves.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvex::delivery {
@@ -31,6 +34,31 @@ class GuiasRemessa : public common::Ecra {
     void Form_Load() override;
     void Form_Terminate() override;
     bool por_gravar() const override;
+
+    // For a window, which shows more of a loaded note than the rules read of it: which note is on the screen
+    // (the first loaded is 1, the next 2; 0 is none), and what became of it. Asks the database, in one
+    // request; throws what that throws, and Falha for a note that is not there or was not read whole.
+    int carregamento() const { return GuiaCarregada() ? Carregamentos : 0; }
+    ResumoGuia LeResumo();
+    // Number, date and client on the screen are those of the note that was loaded.
+    bool GuiaAindaNoEcra() const;
+    static constexpr const char* outra_guia =
+        "O número, a data ou o cliente já não são os da guia carregada.\r\nVolte a carregar a guia.";
+
+    // The note being made: rascunho.cpp
+
+    std::optional<Rascunho> rascunho() const; // nothing where it has no lines, or is loaded
+    bool pode_repor() const { return !por_gravar() && Estado != EstadoGuia::a_devolver; }
+    // Puts a draft on a screen where nothing is lost by it. Its weights are checked against what is open now,
+    // and what is missing is said. False when it was not put there: the screen is then empty.
+    bool utilizador_repoe(const Rascunho& rascunho);
+    // Takes back the last line picked or deleted, the last edit of a line or the last note given up.
+    void utilizador_desfaz();
+    // A note that was given up: what the next taking back on an empty screen puts there.
+    void lembra(const Rascunho& rascunho);
+    // The note that had to make room for another one since this was last asked, be that one there or not.
+    std::optional<Rascunho> retira_posta_de_lado() { return std::exchange(DeLado, std::nullopt); }
+    bool GuiaCarregada() const { return Estado >= EstadoGuia::carregada; }
 
     // Controls
 
@@ -62,6 +90,10 @@ class GuiasRemessa : public common::Ecra {
         std::string Artigo{};     // none for a text line
         base::Moeda Quantidade{}; // tonnes
         bool mostrada = false;
+    };
+    struct Passo {
+        Rascunho guia{};
+        bool abandonada = false; // whole, as it was given up: no step of the note that came after it
     };
     static constexpr std::int16_t submeter = 1; // TipoEnvio: also hand the document to the ERP
     static constexpr const char* ja_devolvida = "Esta GR já foi devolvida!";
@@ -103,7 +135,6 @@ class GuiasRemessa : public common::Ecra {
     common::Campo& primeiro_campo() override { return campo(campos::cliente); }
     // Which buttons can be pressed goes with it.
     void MudaEstado(EstadoGuia novo);
-    bool GuiaCarregada() const { return Estado >= EstadoGuia::carregada; }
     std::string ArmazemEscolhido() const; // of the warehouse choice
     std::int32_t NumeroNoEcra() const;    // in the number's field; throws when it is none
 
@@ -111,6 +142,7 @@ class GuiasRemessa : public common::Ecra {
 
     void campo_Validate(int Index, bool& Cancel) override;
     void ValidaCliente(bool& Cancel);
+    bool LeCliente(bool& Cancel); // the one whose code is on the screen; false where there is none
     void ValidaNumero(bool& Cancel);
     void MostraCabecalho();
     void ValidaVendedor(int Index, bool& Cancel);
@@ -125,6 +157,8 @@ class GuiasRemessa : public common::Ecra {
     void Act_Detalhe();
     // Lists the client's open lines, not invoices, and first repairs their gross weights in the ledger.
     void CarregaFacturas(const std::string& Cliente);
+    // The same without a word. Gives the lines shown; nothing where the user gave it up.
+    std::optional<int> ListaFacturas(const std::string& Cliente);
     // Gives the lines shown; nothing where the user gave it up.
     std::optional<int> PreencheDetalhe(const std::string& Cliente, const std::string& armazem);
     void ReparaPesos(const std::string& Cliente);
@@ -132,6 +166,9 @@ class GuiasRemessa : public common::Ecra {
     void cb1_Change(int anterior);
     void MostraLinhaActual();
     void Detalhe_DblClick();
+    base::Moeda JaEscolhido(const std::string& chave) const; // by the note, of an open line
+    void EscolheLinha(int r, base::Moeda quantidade);        // into a new row of the note
+    void DesmarcaLinha(int r);
     void Detalhe_GotFocus() { MostraLinhaActual(); }
     void Detalhe_LostFocus();
     void Detalhe_RowColChange(int LastRow, int LastCol);
@@ -143,12 +180,30 @@ class GuiasRemessa : public common::Ecra {
     void Gr_BeforeColUpdate(int Row, int Col, const base::Variante& OldValue, bool& Cancel);
     bool RecusaAlterarGuia();
     bool AceitaNome(int linha);
+    void LigaTexto(int linha); // a new line of text to the nearest article above it
     bool AceitaQuant(int linha);
     bool AceitaPesoBruto();
     void Gr_BeforeDelete(bool& Cancel);
+    bool Gr_PodeApagar() const;
     void Gr_AfterDelete();
     int ArtigoDaLinha(int linha) const; // the row of the article that a text line stands under
     bool TextoSemArtigo(int linha) const;
+
+    // Drafts: rascunho.cpp
+
+    Rascunho RascunhoNoEcra() const;
+    void Volta(const Passo& passo, std::vector<Passo> atras); // `atras` are the steps that then remain
+    void LembraPasso(const Rascunho& rascunho);
+    void Lembra(Passo passo);
+    void LembraPorGravar(); // what is about to go from the screen
+    void PoeDeLado();       // the same, and not because the user gave it up
+    void EsquecePassos();   // of the note that is not on the screen any more; the ones given up stay
+    bool Repoe(const Rascunho& rascunho);
+    bool RepoeCabecalho(const Rascunho& rascunho);
+    // Of the client whose lines are listed; with the weights they had, or those that are open now.
+    void RepoeLinhas(const std::vector<LinhaRascunho>& linhas, bool como_estavam);
+    bool RepoeLinha(int aberta, const LinhaRascunho& linha, bool como_estava, std::string& faltas);
+    void PoeTexto(const std::string& texto);
 
     // Issuing and cancelling: emissao.cpp
 
@@ -159,7 +214,7 @@ class GuiasRemessa : public common::Ecra {
     // The whole of one transaction: the ERP's document of a note or a return, and the ledger's rows of it.
     void CriaERegista(const Guia& guia, confirmacao::Confirmacao& confirmacao);
     void Anula(confirmacao::Confirmacao& confirmacao);
-    bool GuiaAindaNoEcra();
+    bool ExigeGuiaNoEcra();
     bool GuiaLidaPorInteiro();
     void Recomeca(); // lets go of the document too
 
@@ -242,7 +297,8 @@ class GuiasRemessa : public common::Ecra {
     startup::ParametroCliente CLIENTEORVEX; // the one that stands for ORVEX
 
     EstadoGuia Estado = EstadoGuia::vazia;
-    std::int32_t NumGuia = 0;         // number of the loaded note
+    std::int32_t NumGuia = 0; // number of the loaded note
+    int Carregamentos = 0;
     startup::ReferenciaERP DocActual; // the document being built or read
     std::int16_t MercadoCliente = 0;  // of the client's VAT regime
     // Per line of the note being built, text lines included; position 0 is never used.
@@ -252,7 +308,12 @@ class GuiasRemessa : public common::Ecra {
     std::string ArmazemGuia;
     std::int16_t UltimaLinha = -1; // matrix row of the last used row of Gr
     bool bDevolvido = false;       // outcome of the last TestaGR
-    std::string FalhaLeitura;      // why the loaded note's lines were not all read; empty when they were
+    std::string ClienteLinhas;     // whose open lines the note's are
+    std::vector<Passo> Passado;    // of the note being made, oldest first, after those given up before it
+    std::optional<Rascunho> DeLado;
+    // Whose open lines Detalhe shows, whole, and in which choice of warehouse.
+    std::optional<std::pair<std::string, int>> Abertas;
+    std::string FalhaLeitura; // why the loaded note's lines were not all read; empty when they were
 };
 
 } // namespace orvex::delivery

@@ -18,6 +18,7 @@ constexpr std::uint32_t cor_escolhida = 0xAEA55D; // RGB(174, 165, 93)
 } // namespace
 
 void GuiasRemessa::Act_Detalhe() {
+    Abertas.reset();
     const auto visivel = [](const char* chave, const char* legenda, TipoCelula tipo, int largura,
                             int comprimento) {
         return common::ColunaGrelha{.chave = chave,
@@ -43,15 +44,23 @@ void GuiasRemessa::Act_Detalhe() {
 
 void GuiasRemessa::ReparaPesos(const std::string& Cliente) { livro::repara_pesos(BD, Cliente, FACTURAS); }
 
-void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
+std::optional<int> GuiasRemessa::ListaFacturas(const std::string& Cliente) {
     Act_Detalhe();
     const std::string armazem = ArmazemEscolhido();
-    if (!prossegue("A listar")) return; // said before anything is asked: that is what takes long
+    if (!prossegue("A listar")) return {}; // said before anything is asked: that is what takes long
     ReparaPesos(Cliente);
 
     const std::optional<int> mostradas = PreencheDetalhe(Cliente, armazem);
-    if (!mostradas) return Act_Detalhe(); // of a list that is not whole nothing is to be picked
-    if (*mostradas == 0) Avisa("", "Não existe informação para as condições solicitadas!", aviso_informacao);
+    if (mostradas)
+        Abertas = {Cliente, cb1(combos::armazem).ListIndex};
+    else
+        Act_Detalhe(); // of a list that is not whole nothing is to be picked
+    return mostradas;
+}
+
+void GuiasRemessa::CarregaFacturas(const std::string& Cliente) {
+    if (ListaFacturas(Cliente) == 0)
+        Avisa("", "Não existe informação para as condições solicitadas!", aviso_informacao);
 }
 
 std::optional<int> GuiasRemessa::PreencheDetalhe(const std::string& Cliente, const std::string& armazem) {
@@ -86,6 +95,8 @@ std::optional<int> GuiasRemessa::PreencheDetalhe(const std::string& Cliente, con
     const bool inteira = livro::mostra_linhas_abertas(BD, Cliente, armazem, FACTURAS, mostra, [&] {
         return prossegue("A listar: " + std::to_string(contador) + " linhas");
     });
+    Detalhe.reordena();
+    Detalhe.linha_actual = 1;
     return inteira ? std::optional(contador) : std::nullopt;
 }
 
@@ -98,7 +109,6 @@ void GuiasRemessa::Detalhe_DblClick() {
     const int r = Detalhe.linha_actual - 1;
     if (GuiaCarregada() || Detalhe.texto(r, "Artigo").empty()) return;
     const std::string Data = Detalhe.texto(r, "Data");
-    const std::string Doc = livro::com_ano(Data, Detalhe.texto(r, "Doc"));
     const std::string chave = ChaveLinhaAberta(r);
     if (!livro::le_chave(chave)) {
         Avisa("",
@@ -111,28 +121,47 @@ void GuiasRemessa::Detalhe_DblClick() {
     }
 
     const Moeda Disponivel = Detalhe.moeda(r, "Quant");
-    Moeda JaEscolhido;
-    for (int i = 0; i < Gr.linhas(); ++i)
-        if (Gr.texto(i, "OutroDocMesmo") == chave) JaEscolhido += Gr.moeda(i, "Quant");
-    if (JaEscolhido >= Disponivel) {
+    const Moeda Escolhido = JaEscolhido(chave);
+    if (Escolhido >= Disponivel) {
         Avisa("", "Impossível seleção!\r\nLinha esgotada.", aviso_informacao);
         return;
     }
-    const Moeda quantidade = Disponivel - JaEscolhido;
-    if (JaEscolhido > Moeda() &&
+    const Moeda quantidade = Disponivel - Escolhido;
+    if (Escolhido > Moeda() &&
         Avisa("",
               "Vai esgotar a linha!\r\nSó pode selecionar a Quantidade " + formato().texto(quantidade) + " !",
               aviso_ok_cancelar) != common::resposta_ok)
         return;
 
+    LembraPasso(RascunhoNoEcra());
+    EscolheLinha(r, quantidade);
+    // The cell the user most often changes next.
+    Gr.linha_actual = UltimaLinha + 1;
+    Gr.coluna_actual = Gr.coluna("Quant");
+    SetFocus(Gr);
+}
+
+Moeda GuiasRemessa::JaEscolhido(const std::string& chave) const {
+    Moeda total;
+    for (int i = 0; i < Gr.linhas(); ++i)
+        if (Gr.texto(i, "OutroDocMesmo") == chave) total += Gr.moeda(i, "Quant");
+    return total;
+}
+
+void GuiasRemessa::DesmarcaLinha(int r) { Detalhe.define_valor(r, "Estilo", por_escolher); }
+
+void GuiasRemessa::EscolheLinha(int r, Moeda quantidade) {
+    const std::string Data = Detalhe.texto(r, "Data");
+    const std::string chave = ChaveLinhaAberta(r);
+    if (UltimaLinha < 0) ClienteLinhas = campo(campos::cliente).Text;
     const int n = ++UltimaLinha;
     Gr.garante_linha(n);
     Gr.define_valor(n, "Artigo", Detalhe.valor(r, "Artigo"));
     Gr.define_valor(n, "Nome", Detalhe.valor(r, "Nome"));
     Gr.define_valor(n, "Quant", quantidade);
     Gr.define_valor(n, "OutroDoc", livro::com_sufixo(chave, 0));
-    Gr.define_valor(n, "Doc", Doc);
-    Gr.define_valor(n, "QuantDet", Disponivel);
+    Gr.define_valor(n, "Doc", livro::com_ano(Data, Detalhe.texto(r, "Doc")));
+    Gr.define_valor(n, "QuantDet", Detalhe.moeda(r, "Quant"));
     Gr.define_valor(n, "Unidade", Detalhe.valor(r, "Unidade"));
     Gr.define_valor(n, "Data", Data);
     Gr.define_valor(n, "OutroDocMesmo", chave);
@@ -140,11 +169,6 @@ void GuiasRemessa::Detalhe_DblClick() {
     Gr.define_valor(n, "QtOrig", Detalhe.valor(r, "QuantO"));
     Gr.define_valor(n, "PBOrig", Detalhe.valor(r, "PesoBruto"));
     Detalhe.define_valor(r, "Estilo", escolhida);
-
-    // The cell the user most often changes next.
-    Gr.linha_actual = n + 1;
-    Gr.coluna_actual = Gr.coluna("Quant");
-    SetFocus(Gr);
 }
 
 void GuiasRemessa::cb1_Change(int anterior) {

@@ -51,6 +51,7 @@ void GuiasRemessa::Gr_KeyDown(int& KeyCode, int) {
 
 void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue, bool& Cancel) {
     const int linha = Row - 1;
+    const Rascunho antes = RascunhoNoEcra();
     bool aceite = true;
     if (GuiaCarregada())
         aceite = RecusaAlterarGuia();
@@ -63,6 +64,8 @@ void GuiasRemessa::Gr_BeforeColUpdate(int Row, int Col, const Variante& OldValue
     if (!aceite) {
         Cancel = true;
         Gr.texto_editado = formato().texto(OldValue);
+    } else {
+        LembraPasso(antes);
     }
     bDigitado = false;
 }
@@ -81,12 +84,15 @@ bool GuiasRemessa::AceitaNome(int linha) {
     }
     if (!Gr.texto(linha, "Doc").empty()) return true;
 
-    // A new text line belongs to the nearest article line above it.
+    LigaTexto(linha);
+    return true;
+}
+
+void GuiasRemessa::LigaTexto(int linha) {
     Gr.define_valor(linha, "Doc", Gr.valor(linha - 1, "Doc"));
     Gr.define_valor(linha, "OutroDoc",
                     livro::com_sufixo(Gr.texto(ArtigoDaLinha(linha), "OutroDocMesmo"), UltimaLinha + 1));
     ++UltimaLinha;
-    return true;
 }
 
 bool GuiasRemessa::AceitaQuant(int linha) {
@@ -116,7 +122,12 @@ void GuiasRemessa::Gr_BeforeDelete(bool& Cancel) {
         Avisa("", "Não é permitido retirar esta linha!", aviso_informacao);
         Cancel = true;
     }
-    if (GuiaCarregada() || Gr.linha_actual - 1 > UltimaLinha) Cancel = true;
+    if (!Gr_PodeApagar()) Cancel = true;
+    if (!Cancel) LembraPasso(RascunhoNoEcra());
+}
+
+bool GuiasRemessa::Gr_PodeApagar() const {
+    return !GuiaCarregada() && Gr.linha_actual > 1 && Gr.linha_actual - 1 <= UltimaLinha;
 }
 
 void GuiasRemessa::Gr_AfterDelete() {

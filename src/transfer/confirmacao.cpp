@@ -7,6 +7,7 @@
 #include "livro/linhas_abertas.h"
 
 #include <exception>
+#include <utility>
 #include <vector>
 
 namespace orvex::transfer {
@@ -39,7 +40,13 @@ void TrfBobines::btConf_Click() {
                 if (Modo == modos::para_cliente) ActArtigo();
             });
             if (Modo == modos::para_orvex) TransfereArmazem(confirmacao, Quantidade);
+            const std::string destino =
+                Modo == modos::para_orvex ? std::string("ORVEX") : campo(campos::destino).Text;
+            std::string feito = "Transferido " + campo(campos::artigo).Text + ", " +
+                                campo(campos::detentor).Text + " → " + destino + ", " +
+                                formato().peso_inteiro(Quantidade) + " t";
             confirmacao.Confirma();
+            define_feito(std::move(feito));
         },
         [this](const std::exception& falha) {
             completa_erro(falha);

@@ -149,7 +149,7 @@ Posto posto(const std::filesystem::path& empresa, diario::Gaveta& gaveta, Diario
 template <typename TEcra, typename TPrepara, typename... Modo>
 void Programa::abre(const Posto& posto, TPrepara como, Modo... modo) {
     const common::ServicosEcra servicos{
-        *BD_, *ERP_, startup::Parametros(posto.empresa), {}, [] { return relogio; }, diario_};
+        *BD_, *ERP_, startup::Parametros(posto.empresa), {}, [] { return relogio; }, observadores_};
     const auto ecra = std::make_shared<TEcra>(servicos, static_cast<std::int16_t>(modo)...);
     ecra->define_janela(janela);
     ecra->Form_Load();
@@ -164,6 +164,7 @@ Programa::Programa(const Posto& posto, Fluxo fluxo, const std::string& quantidad
                                                                            .abre_sessao = posto.abre_bd,
                                                                            .resolve = posto.resolve,
                                                                            .engole = [](auto&) {}}) {
+    observadores_.junta(diario_);
     liga(*ERP_, posto.empresa);
     abre_para(posto, fluxo, quantidade);
 }

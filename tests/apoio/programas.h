@@ -60,6 +60,7 @@ class Programa {
     startup::SessaoBD& BD() { return *BD_; }
     startup::SessaoERP& ERP() { return *ERP_; }
     platform::diario::Diario& diario() { return diario_; }
+    void junta(confirmacao::Observador& outro) { observadores_.junta(outro); } // told after the journal
 
     JanelaGuiao janela;
 
@@ -71,6 +72,7 @@ class Programa {
     std::unique_ptr<startup::SessaoBD> BD_;
     std::shared_ptr<startup::SessaoERP> ERP_;
     platform::diario::Diario diario_;
+    confirmacao::Observadores observadores_;
     common::Botao* ultimo_ = nullptr;
     std::function<common::Botao*()> prepara_;
     std::function<void()> prime_;

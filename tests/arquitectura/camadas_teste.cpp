@@ -31,8 +31,11 @@ const std::pair<const char*, const char*> permitidas[] = {
     {"delivery adjust transfer", "base startup livro confirmacao common"},
     {"platform/consola platform/espera", ""},
     {"platform/registos", "base startup"},
+    {"platform/saidas", "base startup livro"},
     {"platform/proteccao", "base"},
-    {"platform/operacoes platform/diario", "base startup livro confirmacao"},
+    {"platform/operacoes", "base startup livro confirmacao"},
+    // A draft is kept like a journal, and marked with the one of its confirmation.
+    {"platform/diario", "base startup livro confirmacao delivery/rascunho.h"},
     {"platform/automacao", "base startup platform/espera"},
     {"platform/sqlite platform/odbc", "base startup common platform/registos platform/espera"},
     // The emulation's file lies beside the ledger's and is opened and spoken to the same way.

@@ -26,6 +26,36 @@ TEST_F(Guias, UmaLinhaVoltaUmaVezEASuaGuiaJaNaoSeAnulaSemPrenderOsOutrosComACaix
     EXPECT_EQ(empresa.livro(), livro);
 }
 
+TEST_F(Guias, OResumoDizOQueFoiFeitoDaGuiaCarregada) {
+    const auto resumo = [this] {
+        const delivery::ResumoGuia r = ecra.LeResumo();
+        std::string linhas;
+        for (const auto& [numero, devolucao] : r.devolvidas)
+            linhas += " " + std::to_string(numero) + ":" + devolucao;
+        return r.NomeCliente + " " + texto(r.situacao) + linhas;
+    };
+    EXPECT_THROW(resumo(), base::Falha) << "there is no note";
+    carrega_uma({1, 3});
+    const int carregada = ecra.carregamento();
+    EXPECT_EQ(resumo(), "José O'Neill, Lda EMITIDA");
+    devolve({1});
+    EXPECT_EQ(ecra.carregamento(), 0);
+    carrega("1");
+    EXPECT_NE(ecra.carregamento(), carregada);
+    EXPECT_EQ(resumo(), "José O'Neill, Lda DEVOLVIDA EM PARTE 3:GV/1/1");
+    devolve({2});
+    carrega("1");
+    EXPECT_EQ(resumo(), "José O'Neill, Lda DEVOLVIDA 3:GV/1/1 6:GV/1/2");
+    EXPECT_EQ(delivery::totais(ecra.Gr, "Quant", "PesoBruto").texto({}),
+              "2 linhas   P.Liq. 5,500 t   Peso Bruto 2,600 t");
+    op.prime(ecra.btCancelar);
+    emite({2});
+    carrega("2");
+    anula();
+    carrega("2");
+    EXPECT_EQ(resumo(), "José O'Neill, Lda ANULADA");
+}
+
 TEST_F(Guias, OsTextosDeDevolverUmaLinhaDeUmaGuiaDoAnoPassado) {
     emite({1, 3});
     cliente("CL'1");

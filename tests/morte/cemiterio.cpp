@@ -89,10 +89,10 @@ Cemiterio::Pastas Cemiterio::mata(const Commit& commit) const {
     int commit_no = 0;
     const auto corre = [&](const fs::path& onde, int morre_no) {
         return em(onde, [&] {
-            Momentos momentos{.morre_no = morre_no};
+            Momentos momentos;
             DiscoContado disco(std::ref(momentos), !pelo_fio());
             Vida vida(GetParam(), diarios_de(onde), disco);
-            momentos.passados = 0;
+            momentos = {.morre_no = morre_no};
             momentos.conta(vida.gravacao);
             vida.programa->janela.com_a_caixa_aberta = std::ref(momentos);
             vida.gravacao.do_commit = commit.falha;
@@ -147,6 +147,7 @@ Cemiterio::Pastas Cemiterio::mata_recuperacao(const fs::path& morto) const {
         const Fim fim = em(outro, [&] {
             EmpresaTeste empresa(empresa_de(morto));
             fs::copy(diarios_de(morto), diarios_de(outro));
+            if (fs::exists(rascunhos_de(morto))) fs::copy(rascunhos_de(morto), rascunhos_de(outro));
             Momentos momentos;
             DiscoContado disco(std::ref(momentos), !pelo_fio());
             platform::diario::Gaveta gaveta(diarios_de(outro), {}, disco);

@@ -1,5 +1,5 @@
 // A program that dies, really, before anything it asks of database, ERP, journal or user, which is also after
-// whatever it asked last; a recovery that does; and a server that does.
+// whatever it asked last; a recovery that does; and a server that does. The draft of a note goes with them.
 #include "tests/morte/cemiterio.h"
 
 using namespace orvex::testes;

@@ -6,7 +6,18 @@ namespace orvex::testes {
 namespace {
 
 namespace fs = std::filesystem;
+namespace diario = platform::diario;
 using confirmacao::Fluxo;
+
+diario::Rascunhos::Meios rascunhos_em(const fs::path& pasta, const diario::Gaveta& gaveta,
+                                      diario::Disco& disco = diario::disco_do_sistema()) {
+    return {.pasta = pasta,
+            .empresa = "E",
+            .diarios = gaveta,
+            .em_curso = [] { return fs::path(); },
+            .engole = [](const std::string& texto) { ADD_FAILURE() << texto; },
+            .disco = disco};
+}
 
 bool tem(const std::string& caixas, const std::string& texto) {
     return caixas.find(texto) != std::string::npos;
@@ -39,6 +50,7 @@ fs::path empresa_de(const fs::path& morto) {
 }
 
 fs::path diarios_de(const fs::path& morto) { return morto / "diarios"; }
+fs::path rascunhos_de(const fs::path& morto) { return morto / "rascunhos"; }
 fs::path caixas_de(const fs::path& morto) { return morto / "caixas"; }
 fs::path janela_de(const fs::path& morto) { return morto / "janela"; }
 
@@ -49,6 +61,13 @@ Vida::Vida(Fluxo fluxo, const fs::path& diarios, platform::diario::Disco& disco)
     este.resolve = [this](auto& ficheiro) { return resolve(ficheiro); };
     programa.emplace(este, fluxo);
     if (!programa->prepara()) throw std::logic_error("the screen refused the flow");
+    if (fluxo != Fluxo::emite_guia) return;
+    auto meios =
+        rascunhos_em(rascunhos_de(diarios.empty() ? sem_nome.pasta() : diarios.parent_path()), gaveta, disco);
+    meios.em_curso = [this] { return programa->diario().caminho(); };
+    rascunhos.emplace(meios);
+    rascunhos->guarda(delivery::Rascunho{.Cliente = "CL'1", .linhas = {{.Artigo = "REEL'1"}}});
+    programa->junta(*rascunhos);
 }
 
 Perito::Perito(Fluxo fluxo) {
@@ -116,12 +135,29 @@ std::string Perito::julga(const fs::path& morto, bool aceita_tudo, bool& pergunt
         defeitos = com_sim(agora, conteudo_de(caixas_de(morto)) + primeiras + segundas);
     else
         exige(defeitos, "touched, without being told to", agora == ao_morrer);
+    defeitos += do_rascunho(morto, gaveta, agora);
     // What stays is listed again.
     const std::string achados = por_nomear(audita(empresa, gaveta), segundas, perguntou && !aceita_tudo);
     exige(defeitos, "audit: " + achados, achados.empty());
     if (defeitos.empty()) return "";
     return morto.filename().string() + (aceita_tudo ? " yes: " : " later: ") + defeitos + "\n  found " +
            nome_de(ao_morrer) + ", left " + nome_de(agora) + "\n  boxes " + primeiras + segundas + "\n";
+}
+
+// Offered when nothing was made of it, gone when all was, and held back while that is open.
+std::string Perito::do_rascunho(const fs::path& morto, const diario::Gaveta& gaveta,
+                                const Estado& agora) const {
+    if (!fs::exists(rascunhos_de(morto))) return "";
+    const PastaTemporaria copia;
+    fs::copy(rascunhos_de(morto), copia.pasta());
+    diario::Rascunhos rascunhos(rascunhos_em(copia.pasta(), gaveta));
+    const auto* oferta = rascunhos.oferta();
+    const bool livre = oferta != nullptr && oferta->estado == diario::Rascunhos::Estado::livre;
+    std::string defeitos;
+    exige(defeitos, "the draft of an issued note is there", agora != completo_ || oferta == nullptr);
+    exige(defeitos, "offered, and not known to be unmade", !livre || agora == antes_);
+    exige(defeitos, "the draft is lost", livre || agora != antes_ || !gaveta.por_acabar().empty());
+    return defeitos;
 }
 
 // ERP and ledger are as the user was told.

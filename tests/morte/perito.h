@@ -2,6 +2,7 @@
 // auditor finds nothing but what that user chose to leave.
 #pragma once
 
+#include "platform/diario/rascunhos.h"
 #include "tests/apoio/auditada.h"
 #include "tests/apoio/programas.h"
 
@@ -9,9 +10,10 @@
 
 namespace orvex::testes {
 
-// What a program that died had for a folder: its company and its journals.
+// What a program that died had for a folder: its company, its journals and the draft of its note.
 std::filesystem::path empresa_de(const std::filesystem::path& morto);
 std::filesystem::path diarios_de(const std::filesystem::path& morto);
+std::filesystem::path rascunhos_de(const std::filesystem::path& morto);
 std::filesystem::path caixas_de(const std::filesystem::path& morto); // that its user was shown
 // In which it died, as it was seen at once; nothing where nobody looked.
 std::filesystem::path janela_de(const std::filesystem::path& morto);
@@ -26,6 +28,7 @@ struct Vida {
     platform::diario::Gaveta gaveta;
     Diario gravacao;
     std::optional<Programa> programa;
+    std::optional<platform::diario::Rascunhos> rascunhos; // with the note that is to be issued
     std::function<platform::diario::Tratamento(platform::diario::FicheiroDiario&)> resolve = [](auto&) {
         return platform::diario::Tratamento();
     };
@@ -48,6 +51,8 @@ class Perito {
     std::string julga(const std::filesystem::path& morto, bool aceita_tudo, bool& perguntou);
     const auditoria::Relatorio& audita(EmpresaTeste& empresa, const platform::diario::Gaveta& gaveta);
     std::string com_sim(const Estado& agora, const std::string& caixas) const;
+    std::string do_rascunho(const std::filesystem::path& morto, const platform::diario::Gaveta& gaveta,
+                            const Estado& agora) const;
 
     std::map<std::string, auditoria::Relatorio> auditadas_; // by all that they hold
     Estado antes_, completo_, retirado_; // the last: of a replacement, the old document gone and no new one

@@ -101,13 +101,14 @@ void Diario::antes_de_confirmar() {
 void Diario::feita() noexcept {
     acaba_se([this] {
         const Passos passos = ficheiro_->passos();
-        return std::all_of(passos.intencao.anula.begin(), passos.intencao.anula.end(),
-                           [&](const auto& chave) {
-                               const Chamada* chamada = anulacao(passos, chave);
-                               const bool dita = chamada != nullptr && chamada->resposta &&
-                                                 chamada->resposta->desfecho == confirmacao::Desfecho::feito;
-                               return !dita || anulado(chave);
-                           });
+        const bool como_dito =
+            std::all_of(passos.intencao.anula.begin(), passos.intencao.anula.end(), [&](const auto& chave) {
+                const Chamada* chamada = anulacao(passos, chave);
+                const bool dita = chamada != nullptr && chamada->resposta &&
+                                  chamada->resposta->desfecho == confirmacao::Desfecho::feito;
+                return !dita || anulado(chave);
+            });
+        return como_dito ? std::optional(Resultado::feita) : std::nullopt;
     });
 }
 
@@ -115,21 +116,22 @@ void Diario::compensada(const Compensacao& fim) noexcept {
     acaba_se([&] { return assente(fim); });
 }
 
-// Whether nothing is left to be found out of a confirmation that failed: by what ERP and ledger hold,
-// whatever the ERP answered, and not counting what the user was told.
-bool Diario::assente(const Compensacao& fim) {
-    if (fim.por_saber || !fim.avisado || !fim.por_verificar.empty()) return false;
+// What became of a confirmation that failed, where nothing is left to be found out of it: by what ERP and
+// ledger hold, whatever the ERP answered, and not counting what the user was told.
+std::optional<Resultado> Diario::assente(const Compensacao& fim) {
+    if (fim.por_saber || !fim.avisado || !fim.por_verificar.empty()) return std::nullopt;
     if (!std::all_of(fim.anulados.begin(), fim.anulados.end(),
                      [this](const auto& chave) { return anulado(chave); }))
-        return false;
+        return std::nullopt;
     const Passos passos = ficheiro_->passos();
     const Decisao decisao = decide(passos, le_factos(sessao(), passos));
     for (const auto* documentos :
          {&decisao.a_anular, &decisao.a_completar, &decisao.a_procurar, &decisao.a_ver})
         for (const startup::ChaveDocumento& chave : *documentos)
             if (std::find(fim.por_anular.begin(), fim.por_anular.end(), chave) == fim.por_anular.end())
-                return false;
-    return true;
+                return std::nullopt;
+    if (decisao.desfecho == Desfecho::feita) return Resultado::feita;
+    return decisao.desfecho == Desfecho::por_decidir ? Resultado::por_ver : Resultado::desfeita;
 }
 
 bool Diario::anulado(const startup::ChaveDocumento& chave) {
@@ -137,10 +139,10 @@ bool Diario::anulado(const startup::ChaveDocumento& chave) {
 }
 
 // What cannot be told stays unfinished.
-void Diario::acaba_se(const std::function<bool()>& assente) noexcept {
+void Diario::acaba_se(const std::function<std::optional<Resultado>()>& assente) noexcept {
     if (ficheiro_ == nullptr) return;
     try {
-        if (assente()) return acaba();
+        if (const auto resultado = assente()) return acaba(*resultado);
     } catch (const std::exception& falha) {
         sessao_.reset();
         meios_.engole(base::descricao(falha));
@@ -149,9 +151,9 @@ void Diario::acaba_se(const std::function<bool()>& assente) noexcept {
 }
 
 // Left unfinished, the next start finds what it did in place and says so.
-void Diario::acaba() noexcept {
+void Diario::acaba(Resultado resultado) noexcept {
     try {
-        ficheiro_->acaba();
+        ficheiro_->acaba(resultado);
     } catch (const std::exception& falha) {
         meios_.engole(base::descricao(falha));
     }

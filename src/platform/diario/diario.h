@@ -36,6 +36,10 @@ class Diario : public confirmacao::Observador {
 
     // From the intention to the last box of a confirmation.
     bool a_meio() const { return ficheiro_ != nullptr; }
+    // The journal of the confirmation that is running.
+    std::filesystem::path caminho() const {
+        return a_meio() ? ficheiro_->caminho() : std::filesystem::path();
+    }
 
     void intencao(const confirmacao::Intencao& intencao) override;
     void antes_do_erp(const confirmacao::PedidoERP& pedido) override;
@@ -49,10 +53,10 @@ class Diario : public confirmacao::Observador {
     void resolve_pendentes();
     Cabecalho cabecalho(const confirmacao::Intencao& intencao);
     startup::SessaoBD& sessao();
-    bool assente(const confirmacao::Compensacao& fim);
+    std::optional<Resultado> assente(const confirmacao::Compensacao& fim);
     bool anulado(const startup::ChaveDocumento& chave); // read back from the ERP
-    void acaba_se(const std::function<bool()>& assente) noexcept;
-    void acaba() noexcept;
+    void acaba_se(const std::function<std::optional<Resultado>()>& assente) noexcept;
+    void acaba(Resultado resultado) noexcept;
 
     Gaveta& gaveta_;
     Meios meios_;

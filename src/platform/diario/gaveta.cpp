@@ -18,14 +18,6 @@ constexpr const char* por_fazer = ".novo";
 constexpr const char* aberto = ".diario";
 constexpr const char* acabado = ".fim";
 
-std::string novo_nome() {
-    const base::DataHora agora = base::DataHora::agora();
-    std::array<char, 48> nome{};
-    std::snprintf(nome.data(), nome.size(), "%04d%02d%02d-%02d%02d%02d-%08x", agora.ano, agora.mes, agora.dia,
-                  agora.hora, agora.minuto, agora.segundo, std::random_device()());
-    return nome.data();
-}
-
 [[noreturn]] void incompreensivel(const fs::path& ficheiro) {
     throw base::Falha("O diário «" + base::texto_de(ficheiro) +
                       "» está danificado, ou foi escrito por uma versão mais recente.");
@@ -34,6 +26,14 @@ std::string novo_nome() {
 fs::path com_fim(fs::path ficheiro, const char* fim) { return ficheiro.replace_extension(fim); }
 
 } // namespace
+
+std::string novo_nome() {
+    const base::DataHora agora = base::DataHora::agora();
+    std::array<char, 48> nome{};
+    std::snprintf(nome.data(), nome.size(), "%04d%02d%02d-%02d%02d%02d-%08x", agora.ano, agora.mes, agora.dia,
+                  agora.hora, agora.minuto, agora.segundo, std::random_device()());
+    return nome.data();
+}
 
 Passos FicheiroDiario::passos() {
     const auto leitura = le_passos(ficheiro_->le());
@@ -55,8 +55,8 @@ void FicheiroDiario::escreve(const std::string& linha, Descarga descarga) {
     if (descarga == Descarga::sim) ficheiro_->descarrega();
 }
 
-void FicheiroDiario::acaba() {
-    escreve(linha_do_fim(), Descarga::nao);
+void FicheiroDiario::acaba(Resultado resultado) {
+    escreve(linha_do_fim(resultado), Descarga::nao);
     const fs::path novo = com_fim(caminho_, acabado);
     ficheiro_->muda_nome(novo);
     caminho_ = novo;
@@ -69,20 +69,19 @@ void Gaveta::exige_raiz() const {
         throw base::Falha("A pasta dos diários, «" + base::texto_de(raiz_) + "», não está acessível.");
 }
 
-// Each level is on the disk before the next is made, and open to whom the one above it is.
-void Gaveta::faz_pasta(const fs::path& pasta) {
+void faz_pasta(const fs::path& pasta, Disco& disco) {
     std::error_code erro;
     if (fs::is_directory(pasta, erro)) return;
     const fs::path acima = pasta.parent_path();
-    if (acima != pasta) faz_pasta(acima);
+    if (acima != pasta) faz_pasta(acima, disco);
     if (fs::create_directory(pasta, erro)) fs::permissions(pasta, fs::status(acima).permissions(), erro);
     if (!fs::is_directory(pasta)) throw base::Falha(base::causa(pasta, erro));
-    disco_.descarrega_pasta(acima);
+    disco.descarrega_pasta(acima);
 }
 
 std::unique_ptr<FicheiroDiario> Gaveta::cria(const std::string& intencao) {
     exige_raiz();
-    faz_pasta(pasta_);
+    faz_pasta(pasta_, disco_);
     const fs::path novo = pasta_ / (novo_nome() + por_fazer);
     auto ficheiro = disco_.cria(novo);
     try {
@@ -131,6 +130,14 @@ Passos Gaveta::le(const fs::path& ficheiro) const {
     const auto leitura = le_passos(disco_.le(ficheiro));
     if (!leitura) incompreensivel(ficheiro);
     return leitura->passos;
+}
+
+// It may be given its other name in between, never the first one again.
+std::optional<Passos> Gaveta::le_acabado_ou_nao(const std::string& nome) const {
+    const fs::path ficheiro = pasta_ / base::caminho_de(nome);
+    for (const fs::path& este : {com_fim(ficheiro, aberto), com_fim(ficheiro, acabado)})
+        if (fs::exists(este)) return le(este);
+    return std::nullopt;
 }
 
 void Gaveta::arruma() noexcept {

@@ -18,7 +18,13 @@
 
 namespace orvex::platform::diario {
 
+// For a file that is made: no other has it, and they sort by when they were.
+std::string novo_nome();
+
 enum class Descarga { nao, sim };
+
+// Each level is on the disk before the next is made, and open to whom the one above it is.
+void faz_pasta(const std::filesystem::path& pasta, Disco& disco);
 
 class FicheiroDiario {
   public:
@@ -32,8 +38,8 @@ class FicheiroDiario {
     Passos passos();
     // Once a line could not be written whole, none is: what comes after a gap would say something else.
     void escreve(const std::string& linha, Descarga descarga);
-    // Settled: nobody looks at it again.
-    void acaba();
+    // Settled: nobody recovers it again.
+    void acaba(Resultado resultado);
 
   private:
     std::unique_ptr<FicheiroTrancado> ficheiro_;
@@ -63,13 +69,15 @@ class Gaveta {
     std::unique_ptr<FicheiroDiario> tranca(const std::filesystem::path& ficheiro);
     // Whoever holds it. Throws as FicheiroDiario::passos does.
     Passos le(const std::filesystem::path& ficheiro) const;
+    // The same of one in this folder that may be settled by now; nothing when it is not there, by either
+    // name.
+    std::optional<Passos> le_acabado_ou_nao(const std::string& nome) const;
 
     // Takes away what was settled long ago, and what was never whole. What cannot be taken away stays.
     void arruma() noexcept;
 
   private:
     void exige_raiz() const;
-    void faz_pasta(const std::filesystem::path& pasta);
 
     std::filesystem::path pasta_;
     std::filesystem::path raiz_;

@@ -61,6 +61,7 @@ ChaveDocumento chave_de(const Json& json) {
 
 constexpr const char* accoes[] = {"cria", "anula"};
 constexpr const char* desfechos[] = {"feito", "recusado", "sem_resposta"};
+constexpr const char* resultados[] = {"feita", "desfeita", "por_ver"};
 
 template <typename Enumeracao, std::size_t N>
 Enumeracao le_nome(const char* const (&nomes)[N], const Json& json) {
@@ -135,8 +136,11 @@ void toma(Passos& passos, const Json& json) {
         passos.encontrado = chave_de(json.at("chave"));
     else if (passo == "visto")
         passos.visto = std::chrono::sys_seconds(std::chrono::seconds(json.at("quando").get<std::int64_t>()));
-    else if (passo == "fim")
+    else if (passo == "fim") {
         passos.fim = true;
+        if (json.contains("resultado"))
+            passos.resultado = le_nome<Resultado>(resultados, json.at("resultado"));
+    }
 }
 
 } // namespace
@@ -185,7 +189,9 @@ std::string linha_do_visto(std::chrono::sys_seconds quando) {
     return linha({{"passo", "visto"}, {"quando", quando.time_since_epoch().count()}});
 }
 
-std::string linha_do_fim() { return linha({{"passo", "fim"}}); }
+std::string linha_do_fim(Resultado resultado) {
+    return linha({{"passo", "fim"}, {"resultado", resultados[static_cast<std::size_t>(resultado)]}});
+}
 
 const Chamada* criacao(const Passos& passos) {
     for (const Chamada& chamada : passos.chamadas)

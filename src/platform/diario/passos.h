@@ -7,7 +7,7 @@
 //     0c77b1e2 {"passo":"chamada","accao":"cria","chave":{"tipo":"GR","serie":1,"numero":0,"ano":2026}}
 //     a1b2c3d4 {"passo":"resposta","accao":"cria","desfecho":"feito","chave":{...,"numero":8},...}
 //     99e01f27 {"passo":"confirma"}
-//     4be2d1c0 {"passo":"fim"}
+//     4be2d1c0 {"passo":"fim","resultado":"feita"}
 #pragma once
 
 #include "confirmacao/observador.h"
@@ -36,6 +36,13 @@ struct Chamada {
     std::optional<confirmacao::RespostaERP> resposta{};
 };
 
+// What became of a confirmation that is settled.
+enum class Resultado {
+    feita,    // ERP and ledger have it whole
+    desfeita, // neither has anything of it
+    por_ver   // what is left of it was named to the user
+};
+
 struct Passos {
     Cabecalho cabecalho{};
     confirmacao::Intencao intencao{};
@@ -44,6 +51,7 @@ struct Passos {
     std::optional<startup::ChaveDocumento> encontrado{}; // by whoever settles it: the document that was made
     std::optional<std::chrono::sys_seconds> visto{};     // when it was first found with nothing to settle
     bool fim = false;
+    std::optional<Resultado> resultado{}; // of one that is settled; other versions do not say
 };
 
 std::string linha_da_intencao(const Cabecalho& cabecalho, const confirmacao::Intencao& intencao);
@@ -52,7 +60,7 @@ std::string linha_da_resposta(const confirmacao::PedidoERP& pedido, const confir
 std::string linha_de_confirmar();
 std::string linha_do_encontrado(const startup::ChaveDocumento& chave);
 std::string linha_do_visto(std::chrono::sys_seconds quando);
-std::string linha_do_fim();
+std::string linha_do_fim(Resultado resultado);
 
 // The call that was to create the document, and the last that was to cancel one; null when there was none.
 const Chamada* criacao(const Passos& passos);

@@ -114,10 +114,10 @@ Tratamento Recuperacao::trata(FicheiroDiario& ficheiro) {
                     descricao(passos) +
                     (decisao.feitos.empty() ? "" : "\r\nDocumento: " + nomes(decisao.feitos))))
                 return {false, true};
-            ficheiro.acaba();
+            ficheiro.acaba(Resultado::feita);
             return {true, true};
         case Desfecho::desfeita:
-            ficheiro.acaba();
+            ficheiro.acaba(Resultado::desfeita);
             return {true, dito};
         case Desfecho::nada:
             return {espera(ficheiro, passos), dito};
@@ -140,7 +140,7 @@ bool Recuperacao::espera(FicheiroDiario& ficheiro, const Passos& passos) {
         return false;
     }
     if (meios_.agora() - *passos.visto < segunda_vista) return false;
-    ficheiro.acaba();
+    ficheiro.acaba(Resultado::desfeita);
     return true;
 }
 

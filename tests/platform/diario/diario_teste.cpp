@@ -157,7 +157,7 @@ TEST_F(NoDiario, UmDiscoCheioNaoDeixaMeioFicheiroNemMeiaLinhaNemOutraDepoisDela)
     }
     faltam = 1; // in the middle of the line
     EXPECT_THROW(ficheiro->escreve(linha_de_confirmar(), Descarga::nao), base::Falha);
-    EXPECT_THROW(ficheiro->escreve(linha_do_fim(), Descarga::nao), base::Falha);
+    EXPECT_THROW(ficheiro->escreve(linha_do_fim(Resultado::feita), Descarga::nao), base::Falha);
     ficheiro.reset();
     EXPECT_EQ(testes::conteudo_de(unico()), primeira);
 }
@@ -174,7 +174,7 @@ TEST_F(NoDiario, UmaPastaQueNaoSeAlcancaNaoEUmaPastaVazia) {
 TEST_F(NoDiario, UmAcabadoQueFicouComONomeAntigoNaoSeVeOutraVez) {
     diario->intencao(intencao());
     diario.reset();
-    gaveta.tranca(unico())->escreve(linha_do_fim(), Descarga::nao);
+    gaveta.tranca(unico())->escreve(linha_do_fim(Resultado::feita), Descarga::nao);
     EXPECT_EQ(gaveta.tranca(unico()), nullptr);
     EXPECT_EQ(acabados(), 1);
 }
