@@ -1,5 +1,6 @@
 #include "base/falha.h"
 #include "base/formato_regional.h"
+#include "base/ordem.h"
 #include "base/pagina_codigo.h"
 #include "base/texto.h"
 #include "tests/apoio/falhas.h"
@@ -157,4 +158,15 @@ TEST(Variante, ConverteOQueEDoTipoPedidoEFalhaNoResto) {
     EXPECT_EQ(numero_da_falha([] { (void)Variante("1,5").real(); }), tipo_diferente);
     EXPECT_EQ(numero_da_falha([] { (void)Variante(DataHora{}).inteiro(); }), tipo_diferente);
     EXPECT_EQ(numero_da_falha([] { (void)Variante("1.5").inteiro(); }), tipo_diferente);
+}
+
+TEST(Ordem, NumerosEDatasContamPeloQueValemTambemDentroDosTextosEAcentosNaoContam) {
+    const std::vector<Variante> ordenados{
+        {},           9,        m("10.5"), "31-12-2023", DataHora{2024, 2, 1},
+        "02-02-2024", "A007B",  "a10b",    "AÇO 1",      "aço 02",
+        "Acre",       "FA/1/9", "FA/1/10", "FA/2/1"};
+    for (std::size_t i = 1; i < ordenados.size(); ++i) {
+        EXPECT_TRUE(ChaveOrdem(ordenados[i - 1]) < ChaveOrdem(ordenados[i])) << i;
+        EXPECT_FALSE(ChaveOrdem(ordenados[i]) < ChaveOrdem(ordenados[i - 1])) << i;
+    }
 }

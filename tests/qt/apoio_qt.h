@@ -19,8 +19,11 @@ class AmbienteQt : public ::testing::Environment {
   public:
     void SetUp() override {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("XDG_CACHE_HOME", pasta_.path().toUtf8());
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, pasta_.path());
         aplicacao_ = std::make_unique<QApplication>(argc_, argv_);
+        for (const char* classe : {static_cast<const char*>(nullptr), "QMenu"})
+            QApplication::setPalette(QPalette(Qt::black), classe); // a dark desktop
         platform::qt::prepara_aplicacao(*aplicacao_);
     }
     void TearDown() override { aplicacao_.reset(); }

@@ -228,6 +228,7 @@ TEST_F(Controlos, ARodaDoRatoEmPassagemNaoMudaAEscolhaEAsSetasMudam) {
                      Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&combo, &roda);
     EXPECT_EQ(ecra.combo.ListIndex, 0);
+    EXPECT_FALSE(roda.isAccepted()) << "what scrolls around it has it";
     combo.setFocus();
     tecla(Qt::Key_Down);
     EXPECT_EQ(ecra.combo.ListIndex, 1);

@@ -26,11 +26,10 @@ struct JanelaDasGuias : testing::Test, NaJanela<EcraGuias, JanelaGuiasRemessa> {
     }
 };
 
-TEST_F(JanelaDasGuias, TemUmWidgetComNomeParaCadaControloEDizSempreEmQueEmpresaEsta) {
+TEST_F(JanelaDasGuias, TemUmWidgetParaCadaControloEDizSempreEmQueEmpresaEsta) {
     for (const common::Controlo* controlo : ecra.controlos()) {
-        if (controlo->nome == "campo(11)") continue; // kept by the screen, shown nowhere
-        const bool anonimo = controlo->Legenda.empty() && controlo->ToolTip.empty();
-        EXPECT_EQ(em<QWidget>(controlo->nome.c_str()).accessibleName().isEmpty(), anonimo) << controlo->nome;
+        const bool guardado = controlo->nome == "campo(11)"; // by the screen, shown nowhere
+        EXPECT_EQ(qt.findChild<QWidget*>(controlo->nome.c_str()) == nullptr, guardado) << controlo->nome;
     }
     EXPECT_EQ(em<QLabel>("demonstracao").text(), "EMPRESA DE DEMONSTRAÇÃO");
     for (const char* parte : {"Bobines, Lda.", "SQLite", "demo", base::versao()})
@@ -60,6 +59,21 @@ TEST_F(JanelaDasGuias, CabeInteiraNumEcraPequenoENadaSaiDoLugarComNomesCompridos
         EXPECT_EQ(depois.at(nome), lugar) << nome;
 }
 
+TEST_F(JanelaDasGuias, A200PorCentoNumPortatilOsBotoesFicamAVistaEOTecladoTrazOResto) {
+    const QSize portatil(675, 345); // 1366 x 768, less the frame and the bar of the desktop
+    cabe_em(portatil);
+    qt.resize(portatil);
+    joga("«CL'1», Return, Alt+F, Return");
+    for (int tabs = 0; tabs < 25; ++tabs, tecla(Qt::Key_Tab)) {
+        const QWidget& este = *qt.focusWidget();
+        const QRect visto = este.visibleRegion().boundingRect();
+        const bool grelha = qobject_cast<const QTableView*>(&este) != nullptr;
+        EXPECT_EQ(visto.width(), este.width()) << com_teclado();
+        EXPECT_GE(visto.height(), grelha ? 80 : este.height()) << com_teclado();
+        EXPECT_EQ(em<QWidget>("btSair").visibleRegion().boundingRect(), em<QWidget>("btSair").rect());
+    }
+}
+
 TEST_F(JanelaDasGuias, EmiteEAnulaUmaGuiaSoComOTeclado) {
     joga("«CL'1», Return");
     EXPECT_EQ(em<QLabel>("Label2(1)").text(), "José O'Neill, Lda");
@@ -87,6 +101,39 @@ struct ComGuia : EcraGuias {
 struct JanelaDaDevolucao : testing::Test, NaJanela<ComGuia, JanelaGuiasRemessa> {
     bool marcada() { return ecra.Final.valor(0, "Transf").logico(); }
 };
+
+TEST_F(JanelaDaDevolucao, MostraOQueFoiFeitoDaGuiaOQueVoltaEQuantoPesa) {
+    const auto texto_de = [this](const char* nome) { return em<QLabel>(nome).text().toStdString(); };
+    const auto celula_de = [this](const char* grelha, int linha, int coluna) {
+        return em<QTableView>(grelha).model()->index(linha, coluna).data().toString().toStdString();
+    };
+    const int do_peso = 6, da_volta = 8; // the window's own, behind the six that are given
+    joga("Tab, «1», Tab");
+    EXPECT_EQ(texto_de("situacao"), "EMITIDA");
+    EXPECT_EQ(ecra.Label2(1).Caption + texto_de("Label2(1)"), "José O'Neill, Lda");
+    EXPECT_EQ(texto_de("totais_guia"), "2 linhas   P.Liq. 5,500 t   Peso Bruto 2,600 t");
+    EXPECT_EQ(celula_de("Gr", 0, 2) + celula_de("Gr", 2, 2), "2,500") << "a line of text weighs nothing";
+    for (const char* codigo : {"CL2", "CL'1"}) { // typed over what was loaded
+        ecra.campo(0).Text = codigo;
+        qt.mostra();
+        EXPECT_EQ(em<QLabel>("situacao").isVisible(), codigo == std::string("CL'1"));
+    }
+    joga("Alt+D, Space");
+    EXPECT_EQ(texto_de("totais_devolucao"),
+              "Volta: 1 linha   P.Liq. 2,500 t   Peso Bruto 2,600 t   para: Armazém ORVEX");
+    EXPECT_EQ(celula_de("Final", 0, do_peso) + celula_de("Final", 0, da_volta), "2,500");
+    tecla(Qt::Key_D, Qt::AltModifier, {para_ok, ok});
+    EXPECT_EQ(texto_de("ajuda"), "Devolvida GR/1/1 em GV/1/1, CL'1, 1 linha, 2,500 t");
+    joga("Tab, «1»");
+    EXPECT_THAT(texto_de("ajuda"), HasSubstr("Enter seguinte"));
+    joga("Tab, Alt+D");
+    EXPECT_EQ(texto_de("situacao") + celula_de("Final", 0, da_volta) + celula_de("Final", 1, da_volta),
+              "DEVOLVIDA EM PARTEdevolvida em GV/1/1");
+    diario.lanca_em("CONSULTA Select g.NVias", base::Falha("Sem rede."));
+    joga("Esc, Alt+N, Tab, «1», Tab");
+    EXPECT_THAT(texto_de("situacao"), HasSubstr("Não foi possível saber"));
+    EXPECT_EQ(em<QLabel>("situacao").toolTip(), "Sem rede.");
+}
 
 TEST_F(JanelaDaDevolucao, DevolveUmaLinhaDeUmaGuiaComOTecladoOuORato) {
     const auto& final = em<QTableView>("Final");
@@ -118,7 +165,8 @@ TEST_F(JanelaDaDevolucao, DevolveUmaLinhaDeUmaGuiaComOTecladoOuORato) {
 
 constexpr QSize a_200_por_cento{504, 350}; // 1024 x 768, less the frame and the bar of the desktop
 
-struct JanelaDosAjustes : testing::Test, NaJanela<EcraAjuste, platform::qt::JanelaMovStocks> {
+using JanelaDosAjustesAberta = NaJanela<EcraAjuste, platform::qt::JanelaMovStocks>;
+struct JanelaDosAjustes : testing::Test, JanelaDosAjustesAberta {
     JanelaDosAjustes() : NaJanela(1) {}
 };
 
@@ -136,21 +184,45 @@ TEST_F(JanelaDosAjustes, FazSubstituiEAnulaUmaSobraSoComOTeclado) {
     tecla(Qt::Key_F4, {}, {ok}); // the first item of the list
     EXPECT_EQ(em<QLabel>("Label2(1)").text(), "Bobina d'aço");
     EXPECT_EQ(com_teclado(), "campo(2)");
-    joga("Return, «6», Return");
+    joga("Return, «6»");
+    EXPECT_EQ(em<QLabel>("diferenca").text(), "+1000 kg");
+    EXPECT_EQ(em<QLabel>("diferenca").palette().color(QPalette::Window), platform::qt::cor_aviso);
+    joga("Return");
     EXPECT_EQ(tecla(Qt::Key_C, Qt::AltModifier, {para_ok, para_ok, ok}).back(),
               "Foi gerado o Documento   :  1");
 
-    tecla(Qt::Key_D, Qt::AltModifier, {ok}); // the first adjustment of the list
+    tecla(Qt::Key_O, Qt::AltModifier, {ok}); // the first adjustment of the list
     EXPECT_EQ(em<QLineEdit>("campo(3)").text(), "1");
     EXPECT_EQ(em<QLabel>("Label2(3)").text(), "Quantidade");
     EXPECT_EQ(em<QWidget>("campo(3)").accessibleName(), "Quantidade");
     EXPECT_TRUE(em<QWidget>("btAnular").isVisible());
     joga("Return, «0,1»");
     tecla(Qt::Key_C, Qt::AltModifier, {para_ok, ok});
-    tecla(Qt::Key_D, Qt::AltModifier, {ok});
+    tecla(Qt::Key_O, Qt::AltModifier, {ok});
+    EXPECT_EQ(em<QLabel>("diferenca").text(), "100 kg");
+    EXPECT_NE(em<QLabel>("diferenca").palette().color(QPalette::Window), platform::qt::cor_aviso);
     tecla(Qt::Key_A, Qt::AltModifier, {para_ok});
+    EXPECT_THAT(em<QLabel>("ajuda").text().toStdString(),
+                AllOf(StartsWith("Anulado SB/1/2, "), EndsWith(", 0,100 t")));
     EXPECT_EQ(documentos(), "SB|1|-1; SB|0.1|-1 / ");
     EXPECT_FALSE(em<QWidget>("btAnular").isVisible());
+}
+
+TEST_F(JanelaDosAjustes, APerguntaNaoTapaAQuantidadeEASegundaJanelaAbreAoLadoDaPrimeira) {
+    tecla(Qt::Key_F4, {}, {ok});
+    joga("Return, «6»");
+    Respostas respostas;
+    respostas.faz([&](QWidget& caixa) {
+        const auto& campo = em<QWidget>("campo(3)");
+        const QRect com_titulo = caixa.geometry().adjusted(0, -24, 0, 24); // wherever the desktop puts it
+        EXPECT_FALSE(com_titulo.intersects(QRect(campo.mapToGlobal(QPoint()), campo.size())));
+        testes::tecla(caixa, Qt::Key_Escape);
+    });
+    tecla(Qt::Key_C, Qt::AltModifier);
+    qt.descarrega();
+    QTRY_VERIFY(!qt.isVisible()); // and is remembered
+    JanelaDosAjustesAberta segunda(1);
+    EXPECT_NE(segunda.qt.pos(), qt.pos()) << "the first is still there";
 }
 
 TEST_F(JanelaDosAjustes, EnterNaoChegaASairESairComUmaExistenciaPorGravarPergunta) {
@@ -159,7 +231,12 @@ TEST_F(JanelaDosAjustes, EnterNaoChegaASairESairComUmaExistenciaPorGravarPergunt
     EXPECT_EQ(com_teclado(), "btConf");
     for (const bool pela_tecla : {true, false}) { // and then by the window's own close box
         Respostas respostas;
-        respostas.carrega(ok);
+        respostas.faz([](QWidget& caixa) {
+            testes::escreve(caixa, "NS1"); // as a reader does
+            testes::tecla(caixa, Qt::Key_Return);
+            EXPECT_TRUE(caixa.isVisible());
+            testes::tecla(caixa, Qt::Key_Escape);
+        });
         pela_tecla ? tecla(Qt::Key_S, Qt::AltModifier) : void(qt.close());
         EXPECT_THAT(respostas.textos, ElementsAre("Abandonar sem gravar?"));
         EXPECT_TRUE(qt.isVisible());
@@ -187,6 +264,7 @@ TEST(JanelaTrfBobines, AposUmaRecusaUmArtigoPassaParaOutroCliente) {
     EXPECT_EQ(aberta.lugar(aberta.em<QWidget>("campo(4)")), antes);
     aberta.tecla(Qt::Key_C, Qt::AltModifier);
     EXPECT_EQ(aberta.rasto(), "CL'1|CL2|-2.5; CL2|CL2|2.5");
+    EXPECT_EQ(aberta.em<QLabel>("ajuda").text(), "Transferido REEL'1, CL'1 → CL2, 2,500 t");
 }
 
 TEST(JanelaTrfBobines, SemClienteDestinoNaoHaLugarParaEleEEscNoClienteFecha) {

@@ -161,7 +161,7 @@ TEST_F(Listas, NumerosEDatasOrdenamSePeloValorEMostramSeNoFormatoRegionalEColuna
         return linhas;
     };
     modelo.ordena(0, Qt::AscendingOrder);
-    EXPECT_EQ(mostrado(0), "||9|10,5");
+    EXPECT_EQ(mostrado(0), "||9,000|10,500");
     modelo.ordena(1, Qt::AscendingOrder);
     EXPECT_EQ(mostrado(1), "||31-12-2023|01-02-2024");
     modelo.filtra("10,5");
@@ -182,6 +182,9 @@ TEST_F(Listas, UmaListaLongaMostraAsPrimeirasLinhasELeAsOutrasQuandoSaoPrecisas)
     auto procurado = modelo();
     EXPECT_LT(procurado.rowCount(), 2505);
     procurado.filtra("z12499");
+    EXPECT_EQ(procurado.rowCount(), 0) << "of those read so far";
+    while (procurado.le_mais()) {
+    }
     EXPECT_EQ(procurado.escolha(0), "Z12499");
     auto ordenado = modelo();
     ordenado.ordena(0, Qt::DescendingOrder);
@@ -193,6 +196,30 @@ TEST_F(Listas, UmaListaLongaMostraAsPrimeirasLinhasELeAsOutrasQuandoSaoPrecisas)
         testes::tecla(lista, Qt::Key_Return);
     });
     EXPECT_EQ(escolhido, "Z12499");
+    ecra.utilizador_foca(ecra.campo[0]); // which holds it: the list opens on it, however far down it is
+    EXPECT_EQ(escolhe([](QWidget& lista) { testes::tecla(lista, Qt::Key_Return); }), "Z12499");
+}
+
+TEST_F(Listas, ComecamNaLinhaDoCodigoDoCampoOuFiltradasPorEleOuInteirasEUmaDicaMostraOCortado) {
+    insere(empresa.outra(), "Clientes", {"CODIGO", "Nome"}, {{"ZULMIRA-ZULMIRA", "Z"}});
+    for (const auto& caso : tabela("cl2 => CL2 => 6 registos | IBER => CL2 => 1 de 6 registos | "
+                                   "nada => 9 => 6 registos | z => ZULMIRA-ZULMIRA => 6 registos")) {
+        SCOPED_TRACE(caso[0]);
+        ecra.utilizador_foca(ecra.campo[0]);
+        ecra.campo[0].Text = caso[0];
+        EXPECT_EQ(escolhe([&](QWidget& lista) {
+                      EXPECT_EQ(widget<QLabel>(lista, "contagem").text().toStdString(), caso[2]);
+                      auto& registos = widget<QTableView>(lista, "registos");
+                      registos.setColumnWidth(0, 60);
+                      const QPoint codigo =
+                          registos.visualRect(registos.currentIndex().siblingAtColumn(0)).center();
+                      QHelpEvent ajuda(QEvent::ToolTip, codigo, codigo);
+                      QCoreApplication::sendEvent(registos.viewport(), &ajuda);
+                      EXPECT_EQ(QToolTip::text().contains(caso[1].c_str()), caso[0] == "z");
+                      testes::tecla(lista, Qt::Key_Return);
+                  }),
+                  caso[1]);
+    }
 }
 
 TEST_F(Listas, UmRegistoSemChaveDizQueNaoPodeSerEscolhidoEAListaFica) {

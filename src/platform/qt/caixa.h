@@ -9,6 +9,10 @@ class QWidget;
 
 namespace orvex::platform::qt {
 
+// The property of the fields that questions may be about. Boxes stay clear of them and of what has the
+// keyboard.
+inline constexpr const char* marca_de_quantidade = "quantidade";
+
 // Gives resposta_ok, resposta_cancelar, resposta_sim or resposta_nao; Esc and the close box answer what does
 // nothing. A box that goes because the program is ending gives resposta_nenhuma, or what does nothing.
 int mostra_caixa(QWidget* pai, const std::string& texto, const std::string& titulo, common::Icone icone,

@@ -46,6 +46,7 @@ QWidget* DelegadoCelula::createEditor(QWidget* pai, const QStyleOptionViewItem&,
                                       const QModelIndex& indice) const {
     auto* editor = new QLineEdit(pai);
     editor->setObjectName("editor");
+    editor->setAccessibleName(indice.model()->headerData(indice.column(), Qt::Horizontal).toString());
     editor->setFrame(false);
     editor->setAutoFillBackground(true);
     editor->setAlignment(Qt::Alignment(indice.data(Qt::TextAlignmentRole).toInt()));

@@ -2,7 +2,7 @@
 // toolkit's: the keys of the editor are handed to it, and losing the keyboard (to a box, say) ends nothing.
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "platform/qt/dica_do_cortado.h"
 
 #include <functional>
 
@@ -11,12 +11,12 @@ class QLineEdit;
 
 namespace orvex::platform::qt {
 
-class DelegadoCelula : public QStyledItemDelegate {
+class DelegadoCelula : public DicaDoCortado {
   public:
     using Tecla = std::function<bool(QKeyEvent&)>; // true when the key was used up
 
     DelegadoCelula(QObject* pai, Tecla tecla_do_editor)
-        : QStyledItemDelegate(pai), tecla_do_editor_(std::move(tecla_do_editor)) {}
+        : DicaDoCortado(pai), tecla_do_editor_(std::move(tecla_do_editor)) {}
 
     void paint(QPainter* pintor, const QStyleOptionViewItem& opcao, const QModelIndex& indice) const override;
     QWidget* createEditor(QWidget* pai, const QStyleOptionViewItem& opcao,

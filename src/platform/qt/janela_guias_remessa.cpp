@@ -1,6 +1,7 @@
 #include "platform/qt/janela_guias_remessa.h"
 
 #include "platform/qt/aplicacao.h"
+#include "platform/qt/papel.h"
 #include "platform/qt/vista_grelha.h"
 
 #include <QFrame>
@@ -23,21 +24,56 @@ namespace devolucoes = delivery::devolucoes;
 
 const QColor cor_veu{0x20, 0x2C, 0x4A, 90};
 
+// A field that gives way, to half of its width, where the window has no room for all of it.
+QWidget* que_encolhe(QWidget* campo) {
+    campo->setMinimumWidth(campo->maximumWidth() / 2);
+    auto* lugar = new QWidget;
+    auto* disposicao = new QHBoxLayout(lugar);
+    disposicao->setContentsMargins(0, 0, 0, 0);
+    disposicao->addWidget(campo, 1);
+    disposicao->addStretch();
+    return lugar;
+}
+
 } // namespace
 
 JanelaGuiasRemessa::JanelaGuiasRemessa(delivery::GuiasRemessa& ecra, const EstadoSessao& sessao)
-    : JanelaQt(ecra, sessao) {
+    : JanelaQt(ecra, sessao), sessao_(sessao), resumo_(ecra), rascunho_(*this, ecra) {
     auto* disposicao = new QVBoxLayout(this);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
-    disposicao->addWidget(nova_faixa_titulo(vincula(ecra.Label1), sessao));
-    disposicao->addWidget(cabecalho(ecra));
-    disposicao->addWidget(corpo(ecra), 1);
+    QLabel* titulo = vincula(ecra.Label1);
+    disposicao->addWidget(nova_faixa_titulo(titulo, sessao));
+    rascunho_.poe_sobre(*titulo);
+    auto* miolo = new QWidget;
+    auto* de_cima_a_baixo = new QVBoxLayout(miolo);
+    de_cima_a_baixo->setContentsMargins(0, 0, 0, 0);
+    de_cima_a_baixo->setSpacing(0);
+    de_cima_a_baixo->addWidget(cabecalho(ecra));
+    de_cima_a_baixo->addWidget(corpo(ecra), 1);
+    disposicao->addWidget(new AreaQueCabe(miolo), 1);
     disposicao->addWidget(
         barra_botoes({&ecra.btConf(confirmacoes::emitir), &ecra.btGV(devolucoes::abrir), &ecra.btCancelar},
                      &ecra.btConf(confirmacoes::anular), ecra.btSair));
     disposicao->addWidget(&linha_estado());
     marca_fecho(ecra.campo(campos::cliente));
+}
+
+void JanelaGuiasRemessa::mostra() {
+    JanelaQt::mostra();
+    resumo_.mostra(!a_meio());
+    resumo_.mostra_nome(*nome_cliente_);
+}
+
+void JanelaGuiasRemessa::ocupado(bool sim) {
+    JanelaQt::ocupado(sim);
+    if (!sim) rascunho_.actualiza();
+}
+
+bool JanelaGuiasRemessa::eventFilter(QObject* alvo, QEvent* evento) {
+    if (evento->type() == QEvent::KeyPress && rascunho_.tecla(*alvo, static_cast<QKeyEvent&>(*evento)))
+        return true;
+    return JanelaQt::eventFilter(alvo, evento);
 }
 
 QWidget* JanelaGuiasRemessa::cabecalho(delivery::GuiasRemessa& ecra) {
@@ -46,13 +82,16 @@ QWidget* JanelaGuiasRemessa::cabecalho(delivery::GuiasRemessa& ecra) {
     pinta_fundo(*quadro, cor_etiquetas);
     auto* grelha = new QGridLayout(quadro);
     grelha->setContentsMargins(margem_janela, 10, margem_janela, 10);
-    grelha->setHorizontalSpacing(10);
+    grelha->setHorizontalSpacing(8);
 
     par(*grelha, 0, 0, ecra.campo(campos::cliente),
         vincula_com_lista(ecra.campo(campos::cliente), 15, ecra.btFx(campos::cliente)));
-    EtiquetaElidida* nome = vincula(ecra.Label2(rotulos::nome_cliente));
-    negrito(*nome);
-    grelha->addWidget(nome, 0, 2, 1, 5);
+    nome_cliente_ = vincula(ecra.Label2(rotulos::nome_cliente));
+    negrito(*nome_cliente_);
+    auto* de_quem = new QHBoxLayout; // the name gives way to the mark, which so never makes the window wider
+    de_quem->addWidget(nome_cliente_, 1);
+    de_quem->addWidget(&resumo_.marca());
+    grelha->addLayout(de_quem, 0, 2, 1, 5);
     par(*grelha, 1, 0, ecra.campo(campos::numero),
         vincula_com_lista(ecra.campo(campos::numero), 15, ecra.btFx(campos::numero)));
     par(*grelha, 1, 2, ecra.DTPicker1, vincula(ecra.DTPicker1));
@@ -85,13 +124,14 @@ QWidget* JanelaGuiasRemessa::movimentos(delivery::GuiasRemessa& ecra) {
     divisao->setHandleWidth(8);
     recorda(*divisao, "Movimentos");
 
-    const auto metade = [&](QHBoxLayout* titulo, common::Grelha& grelha) {
+    const auto metade = [&](QHBoxLayout* titulo, common::Grelha& grelha, QLabel& totais) {
         auto* parte = new QWidget;
         auto* disposicao = new QVBoxLayout(parte);
         disposicao->setContentsMargins(0, 0, 0, 0);
         disposicao->setSpacing(3);
         disposicao->addLayout(titulo);
         disposicao->addWidget(vincula(grelha), 1);
+        disposicao->addWidget(&totais);
         divisao->addWidget(parte);
     };
 
@@ -104,13 +144,16 @@ QWidget* JanelaGuiasRemessa::movimentos(delivery::GuiasRemessa& ecra) {
     de_cima->addWidget(facturas, 2);
     de_cima->addWidget(designacao, 5);
     de_cima->addWidget(quantidade, 1);
-    metade(de_cima, ecra.Detalhe);
+    metade(de_cima, ecra.Detalhe, resumo_.totais_abertas());
+    legenda_de(*facturas, ecra.Detalhe);
 
     EtiquetaElidida* guia = vincula(ecra.Label2(rotulos::guia));
     negrito(*guia);
     auto* de_baixo = new QHBoxLayout;
     de_baixo->addWidget(guia);
-    metade(de_baixo, ecra.Gr);
+    de_baixo->addWidget(new BotoesPapel(*this, ecra, sessao_, linha_estado()));
+    metade(de_baixo, ecra.Gr, resumo_.totais_guia());
+    legenda_de(*guia, ecra.Gr);
 
     auto* pagina = new QWidget;
     pinta_fundo(*pagina, cor_etiquetas);
@@ -136,16 +179,18 @@ QWidget* JanelaGuiasRemessa::diversos(delivery::GuiasRemessa& ecra) {
     par(*grelha, 3, 0, ecra.campo(campos::processo), vincula(ecra.campo(campos::processo), 20));
     par(*grelha, 4, 0, ecra.campo(campos::vosso_numero), vincula(ecra.campo(campos::vosso_numero), 20));
 
-    par(*grelha, 0, 3, ecra.campo(campos::transporte), vincula(ecra.campo(campos::transporte), 30));
-    par(*grelha, 1, 3, ecra.campo(campos::matricula), vincula(ecra.campo(campos::matricula), 30));
-    par(*grelha, 2, 3, ecra.campo(campos::local_carga), vincula(ecra.campo(campos::local_carga), 30));
-    par(*grelha, 3, 3, ecra.campo(campos::local_descarga), vincula(ecra.campo(campos::local_descarga), 30));
+    for (int linha = 0;
+         const int i : {campos::transporte, campos::matricula, campos::local_carga, campos::local_descarga}) {
+        QWidget* campo = que_encolhe(vincula(ecra.campo(i), 30));
+        grelha->addWidget(nova_legenda(ecra.campo(i).Legenda, campo), linha, 3);
+        grelha->addWidget(campo, linha++, 4, Qt::AlignVCenter);
+    }
     par(*grelha, 4, 3, ecra.DTPicker2(momentos::carga), vincula(ecra.DTPicker2(momentos::carga)));
     par(*grelha, 5, 3, ecra.DTPicker2(momentos::descarga), vincula(ecra.DTPicker2(momentos::descarga)));
 
     grelha->addWidget(vincula(ecra.Titulo), 6, 0, 1, 6);
-    grelha->setColumnMinimumWidth(2, 30);
-    grelha->setColumnStretch(5, 1);
+    grelha->setColumnMinimumWidth(2, 14);
+    grelha->setColumnStretch(4, 1);
     grelha->setRowStretch(7, 1);
 
     auto* pagina = new QScrollArea; // small screens with large letters
@@ -166,7 +211,13 @@ QWidget* JanelaGuiasRemessa::painel_devolucao(delivery::GuiasRemessa& ecra) {
     negrito(*titulo);
     titulo->setMargin(8);
     pinta_fundo(*titulo, cor_titulo, Qt::white);
-    auto* instrucoes = new QLabel("Marque as linhas que voltam, acerte a data e confirme.");
+    QLabel* linhas = nova_legenda(ecra.Final.Legenda);
+    auto* instrucoes = new EtiquetaElidida;
+    instrucoes->setText("Marque as linhas que voltam, acerte a data e confirme.");
+    auto* de_cima = new QHBoxLayout;
+    de_cima->setSpacing(margem_janela);
+    de_cima->addWidget(linhas);
+    de_cima->addWidget(instrucoes, 1);
 
     QWidget* data_devolucao = vincula(ecra.DTPicker3);
     auto* de_baixo = new QHBoxLayout;
@@ -181,8 +232,12 @@ QWidget* JanelaGuiasRemessa::painel_devolucao(delivery::GuiasRemessa& ecra) {
     auto* conteudo = new QVBoxLayout;
     conteudo->setContentsMargins(margem_janela, 8, margem_janela, 12);
     conteudo->setSpacing(8);
-    conteudo->addWidget(instrucoes);
-    conteudo->addWidget(vincula(ecra.Final), 1);
+    conteudo->addLayout(de_cima);
+    VistaGrelha* final = vincula(ecra.Final);
+    resumo_.junta_colunas(*final);
+    conteudo->addWidget(final, 1);
+    conteudo->addWidget(&resumo_.totais_devolucao());
+    legenda_de(*linhas, ecra.Final);
     conteudo->addLayout(de_baixo);
     auto* disposicao = new QVBoxLayout(folha);
     disposicao->setContentsMargins(1, 1, 1, 1);

@@ -2,6 +2,7 @@
 
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
+#include "platform/qt/dica_do_cortado.h"
 #include "platform/qt/limite_texto.h"
 #include "platform/qt/textos.h"
 
@@ -18,6 +19,7 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvex::platform::qt {
 namespace {
@@ -44,12 +46,9 @@ JanelaLista::JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base:
     setWindowTitle(qs(lista.titulo));
     constroi(lista);
     filtra({});
-    connect(&resto_, &QTimer::timeout, this, [this] {
-        le([this] {
-            if (!modelo_.le_mais()) resto_.stop();
-        });
-        conta();
-    });
+    inicial_ = qs(lista.inicial).trimmed();
+    comeca_do_campo();
+    connect(&resto_, &QTimer::timeout, this, [this] { le_mais(); });
     if (!modelo_.completo()) resto_.start();
 }
 
@@ -79,6 +78,7 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
     vista_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     vista_->horizontalHeader()->setSortIndicatorShown(true);
     vista_->setModel(&modelo_);
+    vista_->setItemDelegate(new DicaDoCortado(vista_));
     poe_larguras(lista);
 
     auto* ajuda = new QLabel("Enter escolhe   Esc abandona   Ctrl+1, Ctrl+2, ... ordena");
@@ -107,6 +107,7 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
         procurado_ = texto;
         if (texto.isEmpty()) filtra(texto); // the clear button is no typing
     });
+    connect(vista_, &QTableView::pressed, this, [this] { larga_o_procurado(); });
     connect(vista_, &QTableView::doubleClicked, this, [this] { accept(); });
     connect(vista_->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
             [this](int coluna, Qt::SortOrder ordem) { ordena_por(coluna, ordem); });
@@ -168,9 +169,55 @@ const std::string& JanelaLista::escolha() const {
 }
 
 void JanelaLista::filtra(const QString& texto) {
-    le([&] { modelo_.filtra(texto); });
-    if (modelo_.rowCount() > 0) vista_->selectRow(modelo_.linha_exacta());
+    inicial_.clear();
+    procurado_ = texto;
+    modelo_.filtra(texto);
+    if (modelo_.rowCount() > 0) vista_->selectRow(0);
+    vistas_ = 0;
+    por_achar_ = !texto.isEmpty();
+    poe_no_exacto();
     conta();
+}
+
+void JanelaLista::le_mais() {
+    le([this] {
+        if (!modelo_.le_mais()) resto_.stop();
+    });
+    if (!vista_->currentIndex().isValid() && modelo_.rowCount() > 0) vista_->selectRow(0);
+    poe_no_exacto();
+    comeca_do_campo();
+    conta();
+}
+
+void JanelaLista::poe_no_exacto() {
+    if (!por_achar_) return;
+    if (const auto linha = modelo_.linha_exacta(procurado_, vistas_)) {
+        por_achar_ = false;
+        vista_->selectRow(*linha);
+    }
+    vistas_ = modelo_.rowCount();
+}
+
+// The user has put the current row where he wants it.
+void JanelaLista::larga_o_procurado() {
+    inicial_.clear();
+    por_achar_ = false;
+}
+
+void JanelaLista::comeca_do_campo() {
+    if (inicial_.isEmpty()) return;
+    if (const auto linha = modelo_.linha_exacta(inicial_, vistas_)) {
+        inicial_.clear();
+        vista_->selectRow(*linha);
+        vista_->scrollTo(modelo_.index(*linha, 0), QAbstractItemView::PositionAtCenter);
+        return;
+    }
+    vistas_ = modelo_.rowCount();
+    if (!modelo_.completo()) return;
+    filtro_->setText(std::exchange(inicial_, {}));
+    filtra(filtro_->text());
+    filtro_->selectAll(); // what is typed takes its place
+    if (modelo_.rowCount() == 0) filtro_->clear();
 }
 
 void JanelaLista::conta() {
@@ -182,6 +229,7 @@ void JanelaLista::conta() {
 }
 
 void JanelaLista::ordena_por(int coluna, Qt::SortOrder ordem) {
+    larga_o_procurado();
     le([&] { modelo_.ordena(coluna, ordem); });
     if (modelo_.rowCount() > 0) vista_->selectRow(0);
 }
@@ -211,6 +259,7 @@ bool JanelaLista::eventFilter(QObject* alvo, QEvent* evento) {
     }
     const bool move = codigo == Qt::Key_Up || codigo == Qt::Key_Down || codigo == Qt::Key_PageUp ||
                       codigo == Qt::Key_PageDown;
+    if (move) larga_o_procurado();
     if (alvo == filtro_ && move) {
         QKeyEvent copia(QEvent::KeyPress, codigo, tecla.modifiers());
         vista_->removeEventFilter(this);
@@ -230,6 +279,9 @@ bool JanelaLista::eventFilter(QObject* alvo, QEvent* evento) {
 }
 
 void JanelaLista::accept() {
+    while (!modelo_.completo() && (por_achar_ || !inicial_.isEmpty()))
+        le_mais();
+    if (falha_ != nullptr) return;
     const QModelIndex actual = vista_->currentIndex();
     if (!actual.isValid()) return;
     escolha_ = modelo_.escolha(actual.row());

@@ -1,9 +1,12 @@
 #include "platform/qt/janela_mov_stocks.h"
 
 #include "platform/qt/aplicacao.h"
+#include "platform/qt/textos.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
 
 namespace orvex::platform::qt {
 namespace {
@@ -27,10 +30,19 @@ QGridLayout* nova_moldura(const char* nome) {
     return grelha;
 }
 
+// "+226 kg": a weight has four decimals in tonnes, and one in kg.
+std::string em_quilos(const adjust::MovStocks::Diferenca& diferenca, const base::FormatoRegional& formato) {
+    const std::int64_t decimos = diferenca.Qtd.absoluta().decimos_milesimos();
+    std::string texto = diferenca.Qtd < base::Moeda() ? "\u2212" : diferenca.da_existencia ? "+" : "";
+    texto += std::to_string(decimos / 10);
+    if (decimos % 10 != 0) texto += formato.decimal + std::to_string(decimos % 10);
+    return texto + " kg";
+}
+
 } // namespace
 
 JanelaMovStocks::JanelaMovStocks(adjust::MovStocks& ecra, const EstadoSessao& sessao)
-    : JanelaQt(ecra, sessao, {780, 370}) {
+    : JanelaQt(ecra, sessao, {780, 370}), ajuste_(ecra) {
     auto* disposicao = new QVBoxLayout(this);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(0);
@@ -59,7 +71,7 @@ QWidget* JanelaMovStocks::artigo(adjust::MovStocks& ecra) {
     par(*grelha, 1, 2, ecra.DTPicker1, vincula(ecra.DTPicker1));
     grelha->addWidget(vincula_com_lista(ecra.campo(campos::documento), 15, ecra.btFx(campos::documento)), 2,
                       1, Qt::AlignLeft | Qt::AlignVCenter);
-    grelha->addWidget(legenda_que_prime("Número &Doc.", ecra.btFx(campos::documento)), 2,
+    grelha->addWidget(legenda_da_lista(ecra.campo(campos::documento), ecra.btFx(campos::documento)), 2,
                       0); // the field takes no F4
     grelha->setColumnStretch(4, 1);
     return grelha->parentWidget();
@@ -68,8 +80,8 @@ QWidget* JanelaMovStocks::artigo(adjust::MovStocks& ecra) {
 QWidget* JanelaMovStocks::movimento(adjust::MovStocks& ecra) {
     QGridLayout* grelha = nova_moldura("Frame3");
     par(*grelha, 0, 0, ecra.campo(campos::processo), vincula(ecra.campo(campos::processo), 20));
+    grelha->addWidget(quantidade(), 1, 1);
     grelha->addWidget(legenda_quantidade(ecra), 1, 0);
-    grelha->addWidget(vincula(ecra.campo(campos::quantidade), 15), 1, 1, Qt::AlignLeft | Qt::AlignVCenter);
 
     QWidget* observacoes = vincula(ecra.campo(campos::observacoes), 25);
     observacoes->setMaximumWidth(QWIDGETSIZE_MAX);
@@ -80,6 +92,34 @@ QWidget* JanelaMovStocks::movimento(adjust::MovStocks& ecra) {
     return grelha->parentWidget();
 }
 
+void JanelaMovStocks::mostra() {
+    JanelaQt::mostra();
+    mostra_diferenca();
+}
+
+// The field, and beside it what is typed in it comes to.
+QWidget* JanelaMovStocks::quantidade() {
+    diferenca_ = new QLabel;
+    diferenca_->setObjectName("diferenca");
+    diferenca_->setContentsMargins(8, 2, 8, 2);
+    auto* par = new QWidget;
+    auto* disposicao = new QHBoxLayout(par);
+    disposicao->setContentsMargins(0, 0, 0, 0);
+    QWidget* campo = vincula(ajuste_.campo(campos::quantidade), 15);
+    disposicao->addWidget(campo);
+    disposicao->addWidget(diferenca_);
+    disposicao->addStretch();
+    connect(qobject_cast<QLineEdit*>(campo), &QLineEdit::textEdited, this, [this] { mostra_diferenca(); });
+    return par;
+}
+
+void JanelaMovStocks::mostra_diferenca() {
+    const auto diferenca = ajuste_.diferenca();
+    diferenca_->setText(diferenca ? qs(em_quilos(*diferenca, ajuste_.formato())) : QString());
+    const bool grande = diferenca && diferenca->grande;
+    pinta_fundo(*diferenca_, grande ? cor_aviso : cor_etiquetas, Qt::black);
+}
+
 // Its text changes with the mode and with what is loaded; the unit follows it.
 QWidget* JanelaMovStocks::legenda_quantidade(adjust::MovStocks& ecra) {
     auto* legenda = new QWidget;
@@ -88,6 +128,7 @@ QWidget* JanelaMovStocks::legenda_quantidade(adjust::MovStocks& ecra) {
     disposicao->setSpacing(0);
     EtiquetaElidida* nome = vincula(ecra.Label2(rotulos::quantidade));
     nome->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    legenda_de(*nome, ecra.campo(campos::quantidade));
     disposicao->addWidget(nome);
     disposicao->addWidget(nova_legenda(unidade));
     disposicao->addStretch();

@@ -4,7 +4,7 @@
 #include "platform/qt/caixa.h"
 #include "platform/qt/espera.h"
 #include "platform/qt/janela_lista.h"
-#include "platform/qt/memoria.h"
+#include "platform/qt/teclas.h"
 #include "platform/qt/textos.h"
 
 #include <QAbstractScrollArea>
@@ -12,7 +12,9 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QScrollArea>
 #include <QSplitter>
+#include <QTableView>
 
 #include <algorithm>
 #include <optional>
@@ -47,10 +49,12 @@ struct CursorNormal {
 } // namespace
 
 JanelaQt::JanelaQt(common::Ecra& ecra, const EstadoSessao& sessao, QSize tamanho_habitual)
-    : ecra_(ecra), tamanho_habitual_(tamanho_habitual), linha_estado_(new LinhaEstado(sessao)) {
+    : ecra_(ecra), tamanho_habitual_(tamanho_habitual), lugar_(qs(ecra.titulo_janela())), sessao_(sessao),
+      linha_estado_(new LinhaEstado(sessao)) {
     setObjectName("janela");
     setWindowTitle(qs(ecra.titulo_janela()));
     linha_estado_->setParent(this);
+    teclas_da_janela();
     ecra.define_janela(*this);
 }
 
@@ -60,7 +64,7 @@ JanelaQt::~JanelaQt() {
 
 void JanelaQt::abre() {
     mostra();
-    repoe_janela(*this, qs(ecra_.titulo_janela()), tamanho_habitual_);
+    lugar_.repoe(*this, tamanho_habitual_);
     for (const auto& [divisao, nome] : divisoes_)
         repoe_divisao(*divisao, nome);
     show();
@@ -76,6 +80,7 @@ void JanelaQt::mostra() {
         for (const auto& vinculo : vinculos_)
             vinculo->mostra();
         linha_estado_->mostra_estado(qs(ecra_.estado()));
+        linha_estado_->mostra_feito(qs(ecra_.feito()));
     }
     poe_foco();
 }
@@ -85,6 +90,26 @@ void JanelaQt::da_foco(common::Controlo& controlo) {
     if (Vinculo* vinculo = vinculo_de(&controlo)) vinculo->recebeu_foco();
 }
 
+namespace {
+
+void poe_a_vista(QScrollArea& area, const QWidget& alvo, const QRect& parte) {
+    const QPoint meio = alvo.mapTo(area.widget(), parte.center());
+    area.ensureVisible(meio.x(), meio.y(), parte.width() / 2 + 4, parte.height() / 2 + 4);
+}
+
+// Scrolls what lies around the widget that has the keyboard; of a grid the current cell is what counts.
+void poe_a_vista(QWidget& alvo) {
+    for (QWidget* em_volta = alvo.parentWidget(); em_volta != nullptr; em_volta = em_volta->parentWidget()) {
+        auto* area = qobject_cast<QScrollArea*>(em_volta);
+        if (area == nullptr) continue;
+        poe_a_vista(*area, alvo, alvo.rect());
+        if (const auto* grelha = qobject_cast<QTableView*>(&alvo))
+            poe_a_vista(*area, *grelha->viewport(), grelha->visualRect(grelha->currentIndex()));
+    }
+}
+
+} // namespace
+
 void JanelaQt::poe_foco() {
     Vinculo* vinculo = vinculo_de(ecra_.foco().actual());
     if (vinculo == nullptr) return;
@@ -92,6 +117,7 @@ void JanelaQt::poe_foco() {
     const QWidget* com_foco = focusWidget();
     if (com_foco == nullptr || (com_foco != &alvo && !alvo.isAncestorOf(com_foco)))
         alvo.setFocus(Qt::OtherFocusReason);
+    poe_a_vista(alvo);
     if (ultimo_foco_ == &vinculo->controlo()) return;
     ultimo_foco_ = &vinculo->controlo();
     vinculo->recebeu_foco();
@@ -164,7 +190,7 @@ void JanelaQt::closeEvent(QCloseEvent* evento) {
         return;
     }
     if (!pode_sair()) return evento->ignore();
-    guarda_janela(*this, qs(ecra_.titulo_janela()));
+    lugar_.guarda(*this);
     for (const auto& [divisao, nome] : divisoes_)
         guarda_divisao(*divisao, nome);
     for (const auto& vinculo : vinculos_)
@@ -200,14 +226,21 @@ bool JanelaQt::entra(Vinculo& destino) {
 }
 
 bool JanelaQt::tecla(Vinculo& vinculo, QKeyEvent& evento) {
+    if (!so_modificador(evento)) {
+        diz({});
+        if (!evento.isAutoRepeat()) { // that confirmed, and is still held down
+            ecra_.esquece_feito();
+            linha_estado_->mostra_feito({});
+        }
+    }
     if (evento.key() == Qt::Key_Tab || evento.key() == Qt::Key_Backtab) {
         const bool recua = evento.key() == Qt::Key_Backtab || evento.modifiers().testFlag(Qt::ShiftModifier);
-        ecra_.utilizador_avanca(recua ? -1 : +1);
+        if (!passa_a_pagina(recua ? -1 : +1)) ecra_.utilizador_avanca(recua ? -1 : +1);
         return true;
     }
     if (evento.key() == Qt::Key_Escape) {
         esc_gasto_ = esc_gasto_ && evento.isAutoRepeat();
-        if (esc_gasto_ || ecra_.utilizador_esc(vinculo.controlo())) return true;
+        if (esc_gasto_ || vinculo.larga_procura() || ecra_.utilizador_esc(vinculo.controlo())) return true;
     }
     return vinculo.tecla(evento);
 }
@@ -218,6 +251,7 @@ bool JanelaQt::eventFilter(QObject* alvo, QEvent* evento) {
     switch (evento->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
+        diz({});
         caixas_antes_ = caixas_;
         if (!vinculo->entra_ao_premir()) return false;
         return !entra(*vinculo) || vinculo->rato(*evento);
@@ -229,7 +263,10 @@ bool JanelaQt::eventFilter(QObject* alvo, QEvent* evento) {
         return vinculo->atalho();
     case QEvent::Wheel:
         // The wheel turns what has the keyboard, and pages of grids; nothing changes in passing.
-        return qobject_cast<QAbstractScrollArea*>(alvo->parent()) == nullptr && !vinculo->widget().hasFocus();
+        if (qobject_cast<QAbstractScrollArea*>(alvo->parent()) != nullptr || vinculo->widget().hasFocus())
+            return false;
+        evento->ignore(); // it goes on to what scrolls around it
+        return true;
     default:
         return QWidget::eventFilter(alvo, evento);
     }

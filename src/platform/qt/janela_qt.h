@@ -6,6 +6,7 @@
 #pragma once
 
 #include "common/janela.h"
+#include "platform/qt/memoria.h"
 #include "platform/qt/pecas.h"
 #include "platform/qt/vinculo.h"
 
@@ -47,8 +48,12 @@ class JanelaQt : public QWidget, public common::Janela {
     // Stores an open cell edit, wherever it is. False when it was refused.
     bool termina_edicao();
     void larga_edicao(); // of an open cell, unstored
+    // In the status line, until the next key.
+    void diz(const QString& texto) { linha_estado_->mostra_aviso(texto); }
     // True where nothing would be lost, or the user says that it may be.
     bool pode_sair();
+    // Brings the keyboard to a control, as a click does, be it on another page.
+    void vai_para(Vinculo& destino);
     // A modal box was shown while the event being passed on was handled.
     bool caixa_neste_evento() const { return caixas_ != caixas_antes_; }
 
@@ -67,8 +72,10 @@ class JanelaQt : public QWidget, public common::Janela {
     void vincula(common::Quadro& quadro, QWidget& painel);
     // A field with the small list button at its side; the button is no stop of the Tab key.
     QWidget* vincula_com_lista(common::Campo& campo, int largura_em_letras, common::Botao& botao);
-    // A label whose access key presses the button, for one that the Tab key does not reach.
-    QLabel* legenda_que_prime(const QString& texto, common::Botao& botao);
+    // The label of a field that is only filled by its list: its access key presses the list's button.
+    QLabel* legenda_da_lista(const common::Campo& campo, common::Botao& botao);
+    // Makes the label of a grid known as such.
+    void legenda_de(QLabel& legenda, const common::Controlo& controlo);
     // The foot of a window: the confirming button first, the one that undoes a document (if any) away from
     // the others, leaving last.
     QWidget* barra_botoes(std::initializer_list<common::Botao*> primeiros, common::Botao* desfaz,
@@ -78,6 +85,7 @@ class JanelaQt : public QWidget, public common::Janela {
     void recorda(QSplitter& divisao, const QString& nome);
 
     LinhaEstado& linha_estado() { return *linha_estado_; }
+    bool a_meio() const { return ocupado_; } // of a handler
 
   private:
     template <typename Tipo, typename Modelo, typename Widget>
@@ -86,10 +94,19 @@ class JanelaQt : public QWidget, public common::Janela {
     Vinculo* vinculo_de(const common::Controlo* controlo) const;
     bool entra(Vinculo& destino);
     bool tecla(Vinculo& vinculo, QKeyEvent& evento);
+    void teclas_da_janela();
+    void mostra_ajuda();
+    QString texto_das_teclas() const;
+    VinculoSeparadores* separadores() const; // none where there are no pages
+    void vira_pagina(int passos);
+    void muda_de_pagina(int pagina);
+    bool passa_a_pagina(int passos); // where Tab leaves the last control of one
     void poe_foco();
 
     common::Ecra& ecra_;
     QSize tamanho_habitual_; // until the user gives it another
+    LugarDaJanela lugar_;
+    EstadoSessao sessao_;
     LinhaEstado* linha_estado_;
     std::vector<std::unique_ptr<Vinculo>> vinculos_;
     QHash<const QObject*, Vinculo*> por_alvo_;

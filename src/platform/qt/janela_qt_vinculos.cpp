@@ -95,18 +95,20 @@ QWidget* JanelaQt::vincula_com_lista(common::Campo& campo, int largura_em_letras
     auto* lista = static_cast<QPushButton*>(vincula(botao));
     lista->setMinimumWidth(0);
     lista->setFixedWidth(28);
+    lista->setAccessibleName("lista de " + qs(campo.Legenda));
     disposicao->addWidget(lista);
     disposicao->addStretch();
     return par;
 }
 
-QLabel* JanelaQt::legenda_que_prime(const QString& texto, common::Botao& botao) {
+QLabel* JanelaQt::legenda_da_lista(const common::Campo& campo, common::Botao& botao) {
     Vinculo& vinculo = *vinculo_de(&botao);
-    auto* legenda = new QLabel(texto);
-    legenda->setToolTip(qs(botao.ToolTip));
-    legenda->setBuddy(&vinculo.widget());
-    observa(*legenda, vinculo);
-    return legenda;
+    vinculo.define_acesso(campo.Legenda);
+    return nova_legenda(campo.Legenda, &vinculo.widget());
+}
+
+void JanelaQt::legenda_de(QLabel& legenda, const common::Controlo& controlo) {
+    legenda.setBuddy(&vinculo_de(&controlo)->widget());
 }
 
 QWidget* JanelaQt::barra_botoes(std::initializer_list<common::Botao*> primeiros, common::Botao* desfaz,

@@ -1,8 +1,11 @@
 #include "platform/qt/memoria.h"
 
+#include <QDir>
+#include <QLockFile>
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QStandardPaths>
 #include <QWidget>
 
 namespace orvex::platform::qt {
@@ -21,15 +24,38 @@ int le_largura(const QString& chave, int habitual) {
 
 void guarda_largura(const QString& chave, int largura) { Memoria().setValue("Colunas/" + chave, largura); }
 
-void repoe_janela(QWidget& janela, const QString& chave, QSize habitual) {
-    if (janela.restoreGeometry(Memoria().value("Janelas/" + chave).toByteArray())) return;
+LugarDaJanela::LugarDaJanela(QString chave) : chave_(std::move(chave)) {}
+
+LugarDaJanela::~LugarDaJanela() = default;
+
+void LugarDaJanela::repoe(QWidget& janela, QSize habitual) {
+    constexpr int janelas = 8;
+    constexpr int degrau = 32; // a title bar, or so
+    // On this computer: the configuration may follow the user to others.
+    const QDir pasta(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + "/ORVEX");
+    pasta.mkpath(".");
+    for (ordem_ = 0; ordem_ < janelas; ++ordem_) {
+        tranca_ =
+            std::make_unique<QLockFile>(pasta.filePath(QString("%1.%2.aberta").arg(chave_).arg(ordem_)));
+        tranca_->setStaleLockTime(0); // it holds for as long as its program runs
+        if (tranca_->tryLock() || tranca_->error() != QLockFile::LockFailedError) break;
+    }
     // Room is left for the frame that the desktop puts around the window.
     const QSize ecra = janela.screen()->availableSize() - QSize(8, 34);
-    janela.resize(habitual.boundedTo(ecra).expandedTo(janela.minimumSizeHint()));
+    if (!janela.restoreGeometry(Memoria().value("Janelas/" + chave_).toByteArray()))
+        return janela.resize(habitual.boundedTo(ecra).expandedTo(janela.minimumSizeHint()));
+    if (ordem_ == 0) return;
+    janela.setWindowState(janela.windowState() & ~Qt::WindowMaximized);
+    const QRect livre = janela.screen()->availableGeometry();
+    const QPoint fim = livre.bottomRight() - QPoint(janela.width() + 8, janela.height() + 34);
+    const QPoint lugar = janela.pos() + ordem_ * QPoint(degrau, degrau);
+    // Where there is no room beside it, it goes back to the corner.
+    janela.move(lugar.x() > fim.x() || lugar.y() > fim.y() ? livre.topLeft() + ordem_ * QPoint(degrau, 0)
+                                                           : lugar);
 }
 
-void guarda_janela(const QWidget& janela, const QString& chave) {
-    Memoria().setValue("Janelas/" + chave, janela.saveGeometry());
+void LugarDaJanela::guarda(const QWidget& janela) const {
+    if (ordem_ == 0) Memoria().setValue("Janelas/" + chave_, janela.saveGeometry());
 }
 
 void repoe_divisao(QSplitter& divisao, const QString& chave) {

@@ -5,8 +5,11 @@
 #include <QSize>
 #include <QString>
 
-class QWidget;
+#include <memory>
+
+class QLockFile;
 class QSplitter;
+class QWidget;
 
 namespace orvex::platform::qt {
 
@@ -14,9 +17,21 @@ int le_largura(const QString& chave, int habitual); // pixels
 void guarda_largura(const QString& chave, int largura);
 
 // Size and place of a window. When none is kept, or its screen has gone, it gets `habitual` as far as the
-// screen allows.
-void repoe_janela(QWidget& janela, const QString& chave, QSize habitual);
-void guarda_janela(const QWidget& janela, const QString& chave);
+// screen allows. While one of the same name is open, in this program or another, the next one opens beside it
+// and its place is not kept.
+class LugarDaJanela {
+  public:
+    explicit LugarDaJanela(QString chave);
+    ~LugarDaJanela();
+
+    void repoe(QWidget& janela, QSize habitual);
+    void guarda(const QWidget& janela) const;
+
+  private:
+    QString chave_;
+    std::unique_ptr<QLockFile> tranca_; // held while the window is open
+    int ordem_ = 0;                     // of the windows of this name
+};
 
 void repoe_divisao(QSplitter& divisao, const QString& chave);
 void guarda_divisao(const QSplitter& divisao, const QString& chave);

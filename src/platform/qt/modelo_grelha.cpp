@@ -5,6 +5,8 @@
 #include <QBrush>
 #include <QColor>
 
+#include <algorithm>
+
 namespace orvex::platform::qt {
 namespace {
 
@@ -28,7 +30,20 @@ std::vector<std::string> chaves_de(const common::Grelha& grelha) {
     return chaves;
 }
 
+// A line of text has no weight, whatever the ERP keeps for it.
+bool sem_peso(const common::Grelha& grelha, int linha, const common::ColunaGrelha& coluna) {
+    if (!coluna.formato_peso) return false;
+    return std::any_of(grelha.colunas().begin(), grelha.colunas().end(), [&](const common::ColunaGrelha& c) {
+        return c.chave == "Artigo" && grelha.valor(linha, c.chave).vazio();
+    });
+}
+
 } // namespace
+
+std::string ModeloGrelha::texto(int linha, int c) const {
+    if (da_janela(c)) return juntas_[static_cast<std::size_t>(c) - chaves_.size()].texto(linha);
+    return sem_peso(grelha_, linha, coluna(c)) ? "" : grelha_.texto_mostrado(linha, c, formato_);
+}
 
 bool ModeloGrelha::actualiza() {
     if (!grelha_.redesenha || versao_ == grelha_.versao()) return false;
@@ -65,11 +80,8 @@ QVariant ModeloGrelha::data(const QModelIndex& indice, int papel) const {
     const common::ColunaGrelha& desta = coluna(indice.column());
     switch (papel) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole: {
         if (desta.tipo == common::TipoCelula::logico) return {};
-        const QString texto = qs(grelha_.texto_mostrado(indice.row(), indice.column(), formato_));
-        return papel == Qt::ToolTipRole && texto.isEmpty() ? QVariant() : texto;
-    }
+        return qs(texto(indice.row(), indice.column()));
     case Qt::TextAlignmentRole:
         return alinhamento(desta.tipo);
     case Qt::CheckStateRole:
@@ -93,7 +105,10 @@ QVariant ModeloGrelha::headerData(int seccao, Qt::Orientation orientacao, int pa
     const common::ColunaGrelha& desta = coluna(seccao);
     if (papel == Qt::TextAlignmentRole) return alinhamento(desta.tipo);
     if (papel != Qt::DisplayRole) return {};
-    return qs(desta.legenda) + (desta.formato_peso ? " (t)" : "");
+    QString legenda = qs(desta.legenda);
+    for (const auto& [chave, palavra] : palavras_)
+        if (chave == desta.chave) legenda += " " + qs(palavra);
+    return legenda + (desta.formato_peso ? " (t)" : "");
 }
 
 Qt::ItemFlags ModeloGrelha::flags(const QModelIndex& indice) const {

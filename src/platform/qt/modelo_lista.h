@@ -3,8 +3,8 @@
 // The first rows are there at once; the others are read as the window finds time, or when they are needed,
 // so that a long list opens as fast as a short one and still lets go of its query soon.
 //
-// Values are kept as they were read; the text to search in is folded (no case, no accents) once, at the first
-// letter typed. The view sees an order of row numbers, so that neither filtering nor sorting moves a value.
+// Values are kept as they were read, and beside them the text to search in, folded (no case, no accents). The
+// view sees an order of row numbers, so that neither filtering nor sorting moves a value.
 #pragma once
 
 #include "base/formato_regional.h"
@@ -13,14 +13,12 @@
 #include <QAbstractTableModel>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvex::platform::qt {
-
-// Lower case without accents, for the letters of western European languages.
-std::string dobrado(std::string_view texto);
 
 class ModeloLista : public QAbstractTableModel {
   public:
@@ -34,13 +32,13 @@ class ModeloLista : public QAbstractTableModel {
     bool completo() const { return registos_ == nullptr; }
 
     int total() const { return static_cast<int>(total_); } // rows read
-    // Keeps the rows that contain every word of the text in some visible column. A text, and a sort, read
-    // the rest of the rows first.
+    // Keeps the rows that contain every word of the text in some visible column, of those read so far and of
+    // those still to come.
     void filtra(const QString& texto);
-    // The first row with a cell that is the text filtered by, to the letter; 0 when there is none.
-    int linha_exacta() const { return exacta_; }
-    void ordena(int coluna, Qt::SortOrder ordem);
-    std::string escolha(int linha) const; // first column, as it was read
+    // The first row from this one on with a cell that is the text, but for case and accents.
+    std::optional<int> linha_exacta(const QString& texto, int desde = 0) const;
+    void ordena(int coluna, Qt::SortOrder ordem); // reads the rest of the rows first
+    std::string escolha(int linha) const;         // first column, as it was read
 
     int rowCount(const QModelIndex& pai = {}) const override;
     int columnCount(const QModelIndex& pai = {}) const override;
@@ -52,25 +50,29 @@ class ModeloLista : public QAbstractTableModel {
     const base::Variante& valor(std::size_t linha, std::size_t coluna) const {
         return valores_[linha * nomes_.size() + coluna];
     }
-    bool numerica(std::size_t coluna) const;
-    void le_linhas(std::size_t ate);
-    void le_tudo();
-    void dobra();
-    void aplica_filtro();
+    // A document's number, or a weight in tonnes: what a column holds shows in its first value.
+    enum class Genero { por_saber, texto, inteiro, peso };
+    static Genero genero_de(const base::Variante& valor);
+    bool numerica(std::size_t coluna) const { return generos_[coluna] >= Genero::inteiro; }
+    std::string mostrado(const base::Variante& valor) const;
+    void le_linhas(std::size_t quantas);
+    void dobra_a_lida(); // the last one
+    std::string_view dobrada(int linha) const;
+    bool passa(int linha) const;
 
     base::FormatoRegional formato_;
     std::unique_ptr<startup::ConjuntoRegistos> registos_; // until its last row has been read
     std::vector<std::string> nomes_;
     std::vector<bool> ocultas_;
+    std::vector<Genero> generos_;
     std::vector<base::Variante> valores_; // row by row
     std::size_t total_ = 0;
     std::vector<int> ordem_;    // every row, as sorted
     std::vector<int> visiveis_; // those that pass the filter
-    std::string dobrados_;      // the folded rows end to end; row i ends at fins_[i]
+    std::string dobrados_;      // the folded rows end to end, "\na\nb\n"; row i ends at fins_[i]
     std::vector<std::size_t> fins_;
     std::vector<std::string> palavras_;
     std::string procurado_; // the text filtered by, folded
-    int exacta_ = 0;
 };
 
 } // namespace orvex::platform::qt

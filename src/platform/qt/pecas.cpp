@@ -1,6 +1,7 @@
 #include "platform/qt/pecas.h"
 
 #include "base/versao.h"
+#include "platform/qt/acesso.h"
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/textos.h"
 
@@ -8,7 +9,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QPainter>
+#include <QScrollBar>
 #include <QToolTip>
 
 namespace orvex::platform::qt {
@@ -36,8 +39,10 @@ QSize EtiquetaElidida::minimumSizeHint() const { return {20, QLabel::minimumSize
 void EtiquetaElidida::paintEvent(QPaintEvent*) {
     QPainter pintor(this);
     const QRect area = contentsRect();
-    pintor.drawText(area, int(alignment()) | Qt::TextSingleLine,
-                    fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
+    const int marca = buddy() != nullptr ? Qt::TextShowMnemonic : 0;
+    const QString todo = marca != 0 ? com_letra_de_acesso(text()) : text();
+    pintor.drawText(area, int(alignment()) | Qt::TextSingleLine | marca,
+                    fontMetrics().elidedText(todo, Qt::ElideRight, area.width(), marca));
 }
 
 bool EtiquetaElidida::event(QEvent* evento) {
@@ -48,6 +53,21 @@ bool EtiquetaElidida::event(QEvent* evento) {
     return true;
 }
 
+AreaQueCabe::AreaQueCabe(QWidget* conteudo) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidget(conteudo);
+}
+
+QSize AreaQueCabe::sizeHint() const { return widget()->sizeHint(); }
+
+QSize AreaQueCabe::minimumSizeHint() const {
+    constexpr int altura = 150; // a grid and its heading
+    return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(), altura};
+}
+
 void negrito(QLabel& texto) {
     QFont letra = texto.font();
     letra.setBold(true);
@@ -55,9 +75,11 @@ void negrito(QLabel& texto) {
 }
 
 QLabel* nova_legenda(const std::string& texto, QWidget* campo) {
-    auto* legenda = new QLabel(qs(texto));
-    legenda->setTextFormat(Qt::PlainText);
-    if (campo != nullptr) legenda->setToolTip(campo->toolTip());
+    auto* legenda = new Legenda(qs(texto));
+    if (campo == nullptr) return legenda;
+    legenda->setToolTip(campo->toolTip());
+    auto* linha = campo->findChild<QLineEdit*>(); // beside its list button
+    legenda->setBuddy(linha != nullptr ? linha : campo);
     return legenda;
 }
 
@@ -91,9 +113,11 @@ LinhaEstado::LinhaEstado(const EstadoSessao& sessao)
     auto* disposicao = new QHBoxLayout(this);
     disposicao->setContentsMargins(margem_janela, 3, margem_janela, 4);
     disposicao->setSpacing(18);
-    disposicao->addWidget(texto_, 1);
-    // A long company name must not make the window wider than the screen.
-    quem_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    disposicao->addWidget(texto_);
+    disposicao->addStretch(1);
+    // A long company name must not make the window wider than the screen; neither pushes the other out.
+    for (QLabel* parte : {texto_, quem_})
+        parte->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     quem_->setObjectName("sessao");
     disposicao->addWidget(quem_);
     mostra();
@@ -105,7 +129,20 @@ void LinhaEstado::mostra_ajuda(const QString& texto) {
 }
 
 void LinhaEstado::mostra_estado(const QString& texto) {
+    if (!texto.isEmpty() && texto != estado_) aviso_.clear();
     estado_ = texto;
+    mostra();
+}
+
+void LinhaEstado::mostra_feito(const QString& texto) {
+    if (!texto.isEmpty() && texto != feito_) aviso_.clear();
+    feito_ = texto;
+    mostra();
+}
+
+void LinhaEstado::mostra_aviso(const QString& texto) {
+    if (aviso_ == texto) return;
+    aviso_ = texto;
     mostra();
 }
 
@@ -117,7 +154,11 @@ void LinhaEstado::mostra_espera(std::optional<espera::Motivo> motivo) {
 void LinhaEstado::define_progresso(const QString& texto) { progresso_ = texto; }
 
 QString LinhaEstado::texto() const {
-    if (!espera_) return !estado_.isEmpty() ? estado_ : ajuda_;
+    if (!espera_)
+        return !aviso_.isEmpty()    ? aviso_
+               : !estado_.isEmpty() ? estado_
+               : !feito_.isEmpty()  ? feito_
+                                    : ajuda_;
     switch (*espera_) {
     case espera::Motivo::posto:
         return "À espera de outro posto…";

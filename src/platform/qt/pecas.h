@@ -5,6 +5,7 @@
 #include "platform/espera/espera.h"
 
 #include <QLabel>
+#include <QScrollArea>
 
 #include <functional>
 #include <optional>
@@ -21,7 +22,8 @@ struct EstadoSessao {
     std::string utilizador;
     bool demonstracao = false; // a training company, shown so that nobody takes it for the real one
     std::function<std::string()>
-        aviso{}; // what is to be said beside it from some moment on; asked again and again
+        aviso{};                    // what is to be said beside it from some moment on; asked again and again
+    std::string pasta_do_registo{}; // of the operation log
 };
 
 // A label that never asks for more room than it is given: what does not fit is elided, with the whole as tool
@@ -36,11 +38,20 @@ class EtiquetaElidida : public QLabel {
     bool event(QEvent* evento) override;
 };
 
+// What a screen that is too low shows a part of: it scrolls then, and title and buttons stay. It is never
+// narrower than its content.
+class AreaQueCabe : public QScrollArea {
+  public:
+    explicit AreaQueCabe(QWidget* conteudo);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+};
+
 inline constexpr int margem_janela = 14; // left and right of everything in a window
 
 void negrito(QLabel& texto);
 
-// The label beside a field.
+// The label beside a field, which is its buddy.
 QLabel* nova_legenda(const std::string& texto, QWidget* campo = nullptr);
 
 // A label and its field in two neighbouring cells. Gives the label.
@@ -56,7 +67,11 @@ class LinhaEstado : public QWidget {
     explicit LinhaEstado(const EstadoSessao& sessao);
     void mostra_ajuda(const QString& texto);
     void mostra_estado(const QString& texto); // empty for nothing
-    // In the place of both what is waited for, or how far the handler is that waits; none for nothing.
+    void mostra_feito(const QString& texto);  // what was confirmed last; empty for nothing
+    // In the place of all these what came of a key, until the next one, a press of the mouse or something new
+    // of them; empty for nothing.
+    void mostra_aviso(const QString& texto);
+    // In the place of all what is waited for, or how far the handler is that waits; none for nothing.
     void mostra_espera(std::optional<espera::Motivo> motivo);
     void define_progresso(const QString& texto); // of the handler that runs, for when it is waited for
 
@@ -69,6 +84,8 @@ class LinhaEstado : public QWidget {
     QLabel* quem_;
     QString ajuda_;
     QString estado_;
+    QString feito_;
+    QString aviso_;
     QString progresso_;
     std::optional<espera::Motivo> espera_;
 };

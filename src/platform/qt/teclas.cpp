@@ -1,5 +1,7 @@
 #include "platform/qt/teclas.h"
 
+#include <QApplication>
+
 namespace orvex::platform::qt {
 
 bool so_modificador(const QKeyEvent& evento) {
@@ -38,6 +40,35 @@ int estado_shift(const QKeyEvent& evento) {
     const Qt::KeyboardModifiers m = evento.modifiers();
     return (m.testFlag(Qt::ShiftModifier) ? 1 : 0) | (m.testFlag(Qt::ControlModifier) ? 2 : 0) |
            (m.testFlag(Qt::AltModifier) ? 4 : 0);
+}
+
+bool e_enter(const QKeyEvent& evento) {
+    return evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter;
+}
+
+QString escrito(const QKeyEvent& evento) {
+    const QString texto = evento.text();
+    const bool escreve = !texto.isEmpty() && texto.front().isPrint() &&
+                         !(evento.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    return escreve ? texto : QString();
+}
+
+SoTeclasDePessoa::SoTeclasDePessoa(bool depois_de_um_codigo) {
+    if (depois_de_um_codigo) desde_a_ultima_.start();
+    qApp->installEventFilter(this);
+}
+
+bool SoTeclasDePessoa::eventFilter(QObject*, QEvent* evento) {
+    if (evento->type() != QEvent::KeyPress) return false;
+    const auto& tecla = static_cast<const QKeyEvent&>(*evento);
+    if (e_enter(tecla) || tecla.key() == Qt::Key_Space) {
+        const bool de_leitor = desde_a_ultima_.isValid() && desde_a_ultima_.elapsed() < pausa_de_leitor_ms;
+        if (de_leitor) QApplication::beep();
+        return de_leitor;
+    }
+    if (escrito(tecla).isEmpty()) return false;
+    desde_a_ultima_.start();
+    return true;
 }
 
 } // namespace orvex::platform::qt

@@ -1,25 +1,22 @@
 #include "platform/qt/textos_portugueses.h"
 
+#include "platform/qt/textos_de_papel.h"
+
 #include <array>
 #include <cstring>
 
 namespace orvex::platform::qt {
 namespace {
 
-struct Palavra {
-    const char* original;
-    const char* portugues;
-};
-
 constexpr Palavra palavras[] = {
-    {"OK", "OK"},
+    {"OK", "&OK"},
     {"&OK", "&OK"},
-    {"Cancel", "Cancelar"},
+    {"Cancel", "&Cancelar"},
     {"&Cancel", "&Cancelar"},
     {"&Yes", "&Sim"},
-    {"Yes", "Sim"},
+    {"Yes", "&Sim"},
     {"&No", "&Não"},
-    {"No", "Não"},
+    {"No", "&Não"},
     {"Close", "Fechar"},
     {"&Close", "&Fechar"},
     {"Save", "Guardar"},
@@ -62,16 +59,26 @@ constexpr Palavra palavras[] = {
     {"Scroll Right", "Separadores seguintes"},
 };
 
-constexpr std::array contextos = {"QPlatformTheme",   "QDialogButtonBox", "QMessageBox", "QLineEdit",
-                                  "QAbstractSpinBox", "QScrollBar",       "QTabBar"};
+constexpr std::array contextos = {"QPlatformTheme", "QDialogButtonBox", "QMessageBox", "QLineEdit",
+                                  "QAbstractSpinBox", "QScrollBar", "QTabBar",
+                                  // of choosing a file and of printing
+                                  "QFileDialog", "QFileSystemModel", "QSidebar", "QAbstractPrintDialog",
+                                  "QPrintDialog", "QPrintWidget", "QPrintPropertiesWidget",
+                                  "QPageSetupWidget", "QPrintPropertiesDialog", "QPrintSettingsOutput"};
+
+const char* procura(const auto& tabela, const char* texto) {
+    for (const Palavra& palavra : tabela)
+        if (std::strcmp(palavra.original, texto) == 0) return palavra.portugues;
+    return nullptr;
+}
 
 } // namespace
 
 QString TextosPortugueses::translate(const char* contexto, const char* texto, const char*, int) const {
     for (const char* nosso : contextos) {
         if (std::strcmp(nosso, contexto) != 0) continue;
-        for (const Palavra& palavra : palavras)
-            if (std::strcmp(palavra.original, texto) == 0) return QString::fromUtf8(palavra.portugues);
+        const char* comum = procura(palavras, texto);
+        return QString::fromUtf8(comum != nullptr ? comum : procura(palavras_de_papel, texto));
     }
     return {};
 }

@@ -6,6 +6,11 @@
 
 namespace orvex::platform::qt {
 
+struct Palavra {
+    const char* original;
+    const char* portugues;
+};
+
 class TextosPortugueses : public QTranslator {
   public:
     using QTranslator::QTranslator;

@@ -1,5 +1,7 @@
 #include "platform/qt/vinculo.h"
 
+#include "platform/qt/aplicacao.h"
+#include "platform/qt/caixa.h"
 #include "platform/qt/janela_qt.h"
 #include "platform/qt/limite_texto.h"
 #include "platform/qt/teclas.h"
@@ -16,13 +18,6 @@
 #include <QTabWidget>
 
 namespace orvex::platform::qt {
-namespace {
-
-bool e_enter(const QKeyEvent& evento) {
-    return evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter;
-}
-
-} // namespace
 
 Vinculo::Vinculo(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
     : janela_(janela), controlo_(controlo), widget_(widget) {
@@ -40,11 +35,12 @@ Vinculo::Vinculo(JanelaQt& janela, common::Controlo& controlo, QWidget& widget)
 common::Ecra& Vinculo::ecra() const { return janela_.ecra(); }
 
 void Vinculo::mostra() {
-    const QString nome = qs(controlo_.Legenda.empty() ? controlo_.ToolTip : controlo_.Legenda);
-    if (widget_.accessibleName() != nome) widget_.setAccessibleName(nome);
+    if (const QString nome = qs(controlo_.Legenda); !nome.isEmpty() && widget_.accessibleName() != nome)
+        widget_.setAccessibleName(nome);
     if (widget_.isEnabledTo(widget_.parentWidget()) != controlo_.Enabled)
         widget_.setEnabled(controlo_.Enabled);
     if (widget_.isHidden() == controlo_.Visible) widget_.setVisible(controlo_.Visible);
+    mostra_acesso();
 }
 
 // Entry field
@@ -54,6 +50,7 @@ VinculoCampo::VinculoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& li
     linha.setValidator(new LimiteTexto(
         &linha, [&campo] { return campo.MaxLength; }, [&campo] { return qs(campo.Text); }));
     if (campo.numerico) linha.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    linha.setProperty(marca_de_quantidade, campo.numerico);
     // What is closed to typing is there to be read.
     QPalette cores = linha.palette();
     cores.setColor(QPalette::Disabled, QPalette::Text, cores.color(QPalette::Active, QPalette::Text));
@@ -64,7 +61,12 @@ VinculoCampo::VinculoCampo(JanelaQt& janela, common::Campo& campo, QLineEdit& li
 
 void VinculoCampo::mostra() {
     Vinculo::mostra();
-    linha_.setReadOnly(campo_.so_leitura);
+    if (linha_.isReadOnly() != campo_.so_leitura) {
+        linha_.setReadOnly(campo_.so_leitura);
+        QPalette cores = linha_.palette();
+        cores.setColor(QPalette::Base, campo_.so_leitura ? cor_leitura : cores_do_programa().base().color());
+        linha_.setPalette(cores);
+    }
     if (const QString texto = qs(campo_.Text); texto != linha_.text()) {
         linha_.setText(texto);
         if (linha_.hasFocus())
@@ -110,6 +112,8 @@ void VinculoBotao::mostra() {
 }
 
 void VinculoBotao::prime() {
+    janela_.diz({});
+    ecra().esquece_feito();
     if (botao_.papel == common::Botao::Papel::sai && !janela_.pode_sair()) return;
     if (botao_.papel != common::Botao::Papel::faz)
         janela_.larga_edicao();
@@ -142,6 +146,14 @@ bool VinculoBotao::rato(QEvent&) {
     if (!janela_.caixa_neste_evento()) return false;
     prime();
     return true;
+}
+
+QString VinculoBotao::nome() const {
+    return legenda().empty() ? qs(botao_.Caption).remove('&') : tecla_.accessibleName();
+}
+
+QKeySequence VinculoBotao::tecla_do_nome() const {
+    return legenda().empty() ? QKeySequence::mnemonic(qs(botao_.Caption)) : acesso();
 }
 
 QString VinculoBotao::ajuda() const {
@@ -190,6 +202,7 @@ bool VinculoCombo::tecla(QKeyEvent& evento) {
 VinculoSeparadores::VinculoSeparadores(JanelaQt& janela, common::Separadores& separadores,
                                        QTabWidget& paginas)
     : Vinculo(janela, separadores, paginas), separadores_(separadores), paginas_(paginas) {
+    paginas.setFocusPolicy(Qt::NoFocus);
     paginas.tabBar()->setFocusPolicy(Qt::TabFocus);
     paginas.tabBar()->setAccessibleName("Páginas");
 }
@@ -205,9 +218,15 @@ void VinculoSeparadores::mostra() {
     if (paginas_.currentIndex() != separadores_.Tab) paginas_.setCurrentIndex(separadores_.Tab);
 }
 
-void VinculoSeparadores::muda(int pagina) {
-    if (pagina < 0 || pagina >= paginas_.count()) return;
+bool VinculoSeparadores::muda(int pagina) {
+    if (!separadores_.recebe_foco() || pagina < 0 || pagina >= paginas_.count()) return false;
     if (janela_.termina_edicao()) ecra().utilizador_pagina(separadores_, pagina);
+    return separadores_.Tab == pagina;
+}
+
+bool VinculoSeparadores::vira(int passos) {
+    const int paginas = paginas_.count();
+    return muda((separadores_.Tab + passos + paginas) % paginas);
 }
 
 bool VinculoSeparadores::tecla(QKeyEvent& evento) {
@@ -256,7 +275,10 @@ void VinculoEtiqueta::mostra() {
 
 VinculoGrelha::VinculoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrelha& vista)
     : Vinculo(janela, grelha, vista), vista_(vista) {
-    vista.define_avanco([this](int passos) { ecra().utilizador_avanca(passos); });
+    vista.define_janela(
+        {[this](int passos) { ecra().utilizador_avanca(passos); },
+         [this] { return janela_.termina_edicao() && ecra().utilizador_foca(this->controlo()); },
+         [this](const QString& texto) { janela_.diz(texto); }});
 }
 
 void VinculoGrelha::mostra() {
@@ -266,6 +288,7 @@ void VinculoGrelha::mostra() {
 
 bool VinculoGrelha::tecla(QKeyEvent& evento) { return vista_.tecla(evento); }
 bool VinculoGrelha::termina_edicao() { return vista_.termina_edicao(); }
+bool VinculoGrelha::larga_procura() { return vista_.larga_procura(); }
 void VinculoGrelha::larga_edicao() { vista_.fecha_editor(); }
 void VinculoGrelha::guarda() const { vista_.guarda_larguras(); }
 QString VinculoGrelha::ajuda() const { return vista_.ajuda(); }

@@ -5,6 +5,9 @@
 
 #include "common/ecra.h"
 
+#include "platform/qt/textos.h"
+
+#include <QKeySequence>
 #include <QString>
 
 class QAbstractButton;
@@ -13,6 +16,7 @@ class QEvent;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
+class QShortcut;
 class QTabWidget;
 class QWidget;
 
@@ -36,20 +40,34 @@ class Vinculo {
     // Each is true when the event was used up. Tab, and leaving another control, the window sees to.
     virtual bool tecla(QKeyEvent&) { return false; }
     virtual bool rato(QEvent&) { return false; }          // a press, after the keyboard came to this control
-    virtual bool atalho() { return false; }               // the access key
+    virtual bool atalho();                                // the access key
     virtual bool entra_ao_premir() const { return true; } // the keyboard comes with the mouse's press
     virtual bool termina_edicao() { return true; }
     virtual void larga_edicao() {}
-    virtual QString ajuda() const { return {}; } // which keys work here
-    virtual void guarda() const {}               // what the user changed in its looks, for the next time
+    virtual bool larga_procura() { return false; } // true where there was one, which Esc then leaves
+    virtual QString ajuda() const { return {}; }   // which keys work here
+    virtual void guarda() const {}                 // what the user changed in its looks, for the next time
+
+    // The label whose access key comes here; the control's own, if no other is given.
+    void define_acesso(const std::string& legenda) { legenda_ = legenda; }
+    QKeySequence acesso() const;
+    // As the help names them.
+    virtual QString nome() const { return qs(legenda()); }
+    virtual QKeySequence tecla_do_nome() const { return acesso(); }
+    bool alcancavel() const; // be it by turning to its page
 
   protected:
+    const std::string& legenda() const { return legenda_.empty() ? controlo_.Legenda : legenda_; }
     common::Ecra& ecra() const;
     JanelaQt& janela_;
 
   private:
+    void mostra_acesso();
+
     common::Controlo& controlo_;
     QWidget& widget_;
+    std::string legenda_;
+    QShortcut* acesso_ = nullptr; // the window's
 };
 
 class VinculoCampo : public Vinculo {
@@ -95,6 +113,8 @@ class VinculoBotao : public Vinculo {
     bool tecla(QKeyEvent& evento) override;
     bool rato(QEvent& evento) override;
     bool atalho() override;
+    QString nome() const override;
+    QKeySequence tecla_do_nome() const override;
     bool entra_ao_premir() const override { return botao_.papel == common::Botao::Papel::faz; }
     QString ajuda() const override;
 
@@ -124,10 +144,15 @@ class VinculoSeparadores : public Vinculo {
     void mostra() override;
     bool tecla(QKeyEvent& evento) override;
     bool rato(QEvent& evento) override;
-    QString ajuda() const override { return "Setas mudam de página   Tab seguinte"; }
+    QString ajuda() const override {
+        return "Setas mudam de página   Ctrl+Tab em qualquer lado   Tab seguinte";
+    }
+    // Turns to a page, where the control that is left lets it.
+    bool muda(int pagina);
+    QString nome() const override { return "Páginas"; }
+    bool vira(int passos); // and from the last one to the first
 
   private:
-    void muda(int pagina);
     common::Separadores& separadores_;
     QTabWidget& paginas_;
 };
@@ -149,6 +174,7 @@ class VinculoGrelha : public Vinculo {
     bool tecla(QKeyEvent& evento) override;
     bool termina_edicao() override;
     void larga_edicao() override;
+    bool larga_procura() override;
     QString ajuda() const override;
     void guarda() const override;
 

@@ -7,6 +7,7 @@
 #include "platform/qt/teclas.h"
 #include "platform/qt/textos.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -19,7 +20,7 @@ namespace orvex::platform::qt {
 using common::TipoCelula;
 
 VistaGrelha::VistaGrelha(common::Ecra& ecra, common::Grelha& grelha)
-    : ecra_(ecra), grelha_(grelha), modelo_(grelha, ecra.formato()) {
+    : ecra_(ecra), grelha_(grelha), modelo_(grelha, ecra.formato()), procura_(grelha, para_procura()) {
     setFont(QFont("Verdana", 8));
     setModel(&modelo_);
     setItemDelegate(new DelegadoCelula(this, [this](QKeyEvent& evento) { return tecla_edicao(evento); }));
@@ -38,6 +39,7 @@ VistaGrelha::VistaGrelha(common::Ecra& ecra, common::Grelha& grelha)
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(40);
     horizontalHeader()->setFixedHeight(fontMetrics().height() + 12);
+    prepara_ordenacao();
     QPalette cores = palette();
     cores.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xC3, 0xD0, 0xE8));
     cores.setColor(QPalette::Inactive, QPalette::HighlightedText, QColor(0x1A, 0x1F, 0x2B));
@@ -53,6 +55,7 @@ void VistaGrelha::mostra() {
         dispoe_colunas();
     }
     sincroniza_actual();
+    mostra_ordem();
 }
 
 void VistaGrelha::sincroniza_actual() {
@@ -97,12 +100,14 @@ QString VistaGrelha::ajuda() const {
         (coluna.tipo == TipoCelula::logico ? marca : escreve) = true;
     }
     QString texto = "Tab seguinte";
+    if (grelha_.ordenavel) texto = "Ctrl+1, Ctrl+2, ... ordena   " + texto;
+    if (grelha_.com_procura) texto = "Letras procuram   " + texto;
     if (grelha_.DblClick) texto = "Enter ou duplo clique escolhe   " + texto;
     if (marca) texto = "Espaço marca   " + texto;
     if (escreve)
         texto = QString("F2 edita   ") +
                 (grelha_.cancela() != nullptr ? "Esc cancela   " : "Esc desiste   ") + texto;
-    if (grelha_.permite_apagar) texto += "   Ctrl+Del apaga a linha";
+    if (grelha_.permite_apagar) texto += "   Ctrl+Del apaga a linha   Ctrl+Z desfaz";
     return texto;
 }
 
@@ -123,6 +128,7 @@ int VistaGrelha::coluna_com_foco(int coluna) const {
 void VistaGrelha::currentChanged(const QModelIndex& actual, const QModelIndex& anterior) {
     QTableView::currentChanged(actual, anterior);
     if (a_sincronizar_ || !actual.isValid()) return;
+    procura_.larga();
     ecra_.utilizador_celula(grelha_, actual.row() + 1, coluna_com_foco(actual.column()));
     mostra(); // the rules have the last word on where the current cell is
 }
@@ -134,6 +140,11 @@ QModelIndex VistaGrelha::moveCursor(CursorAction accao, Qt::KeyboardModifiers mo
     if (accao == MoveHome || accao == MoveEnd)
         return destino.siblingAtColumn(coluna_com_foco(destino.column()));
     return destino.row() == partida.row() ? partida : destino.siblingAtColumn(partida.column());
+}
+
+void VistaGrelha::focusOutEvent(QFocusEvent* evento) {
+    procura_.larga();
+    QTableView::focusOutEvent(evento);
 }
 
 void VistaGrelha::mousePressEvent(QMouseEvent* evento) {
@@ -164,6 +175,7 @@ void VistaGrelha::mouseDoubleClickEvent(QMouseEvent* evento) {
 
 bool VistaGrelha::tecla(QKeyEvent& evento) {
     if (so_modificador(evento)) return false;
+    if (procura_.tecla(evento) || ordena_pelo_teclado(evento)) return true;
     if (ecra_.utilizador_tecla(grelha_, codigo_tecla(evento), estado_shift(evento))) return true;
     return tecla_de_accao(evento);
 }
@@ -172,13 +184,17 @@ bool VistaGrelha::tecla_de_accao(QKeyEvent& evento) {
     switch (evento.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!celula_seguinte()) avanca_(+1);
+        if (!celula_seguinte()) janela_.avanca(+1);
         return true;
     case Qt::Key_Escape:
-        avanca_(-1);
+        janela_.avanca(-1);
         return true;
     case Qt::Key_F2:
         edita(nullptr);
+        return true;
+    case Qt::Key_F10:
+        if (evento.modifiers() != Qt::ShiftModifier) break;
+        abre_menu(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
         return true;
     case Qt::Key_Delete:
         if (evento.modifiers() == Qt::ControlModifier) {
@@ -268,7 +284,7 @@ bool VistaGrelha::tecla_edicao(QKeyEvent& evento) {
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-        if (termina_edicao()) avanca_(evento.key() == Qt::Key_Tab ? +1 : -1);
+        if (termina_edicao()) QCoreApplication::sendEvent(this, &evento); // where the window sees to it
         return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
@@ -285,22 +301,6 @@ bool VistaGrelha::tecla_edicao(QKeyEvent& evento) {
     default:
         return false;
     }
-}
-
-// Turns the tick box of a row over; false when the row has none.
-bool VistaGrelha::alterna(int linha) {
-    for (int c = 0; c < modelo_.columnCount(); ++c) {
-        const common::ColunaGrelha& coluna = modelo_.coluna(c);
-        if (coluna.tipo != TipoCelula::logico || coluna.oculta || coluna.so_leitura || !grelha_.Enabled)
-            continue;
-        const base::Variante& valor = grelha_.valor(linha, c);
-        if (valor.vazio()) return false; // a blank row
-        ecra_.utilizador_celula(grelha_, linha + 1, c);
-        ecra_.utilizador_edita_celula(grelha_,
-                                      valor.logico() ? common::Grelha::sem_visto : common::Grelha::com_visto);
-        return true;
-    }
-    return false;
 }
 
 } // namespace orvex::platform::qt
