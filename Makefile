@@ -3,7 +3,7 @@
 CONSTRUCAO := build
 PASTA_DEMO := demo
 PACOTES := g++ cmake ninja-build qt6-base-dev libsqlite3-dev libsqlitecpp-dev unixodbc-dev tdsodbc zlib1g-dev \
-	nlohmann-json3-dev fonts-dejavu-core
+	nlohmann-json3-dev libxlsxwriter-dev fonts-dejavu-core cmark-gfm
 PACOTES_TESTE := libgtest-dev libgmock-dev clang-format
 EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 	dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done)
@@ -16,7 +16,7 @@ PACOTES_MINGW := g++-mingw-w64-$(if $(filter 32,$(BITS)),i686,x86-64)-posix libz
 	icoutils librsvg2-bin
 # A Wine for programs of that size; its driver manager is the machine's own, of the same size.
 PACOTES_WINE := wine wine64 $(if $(filter 32,$(BITS)),wine32:i386 libodbc2:i386 tdsodbc:i386)
-PACOTES_WINDOWS := $(PACOTES_MINGW) qt6-base-dev-tools nsis
+PACOTES_WINDOWS := $(PACOTES_MINGW) qt6-base-dev-tools nsis cmark-gfm
 PRESET_WINDOWS := $(if $(filter 64,$(BITS)),windows,windows-$(BITS))
 PRESET_TESTES_WINDOWS := windows-testes$(if $(filter 32,$(BITS)),-32)
 PASTA_WINDOWS := $(or $(XDG_CACHE_HOME),$(HOME)/.cache)/orvex-windows
@@ -31,7 +31,7 @@ LIDOS ?= 'src/*.cpp' 'tools/*.cpp' 'bench/*.cpp' 'bench/*.c' 'tests/apoio/*.cpp'
 
 PREFIX ?= /usr/local
 
-.PHONY: all run test test-rapido test-windows test-servidor bench format lint install pacote windows clean pacotes \
+.PHONY: all run imagens test test-rapido test-windows test-servidor bench format lint install pacote windows clean pacotes \
 	pacotes-teste
 
 all: pacotes
@@ -48,6 +48,13 @@ run: all
 	else \
 		QT_QPA_PLATFORM=offscreen $(CONSTRUCAO)/bin/orvex-sessao-guiada $(PASTA_DEMO) $(PASTA_DEMO)/sessao; \
 	fi
+
+# The manual's pictures, taken anew: the guided session leaves one for each that the manual shows.
+imagens: all
+	@rm -rf $(PASTA_DEMO)
+	$(CONSTRUCAO)/bin/orvex-empresa $(PASTA_DEMO)
+	QT_QPA_PLATFORM=offscreen $(CONSTRUCAO)/bin/orvex-sessao-guiada $(PASTA_DEMO) $(PASTA_DEMO)/sessao
+	@mkdir -p docs/manual/imagens && rm -f docs/manual/imagens/*.png && cp $(PASTA_DEMO)/sessao/*.png docs/manual/imagens
 
 test: pacotes-teste
 	cmake --preset ci
@@ -91,6 +98,7 @@ bench: pacotes-teste
 	cmake --preset medicao
 	cmake --build --preset medicao
 	build/medicao/bin/orvex-medicoes
+	build/medicao/bin/orvex-medicoes-consultas
 
 format: pacotes-teste
 	git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format -i

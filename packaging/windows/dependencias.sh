@@ -3,9 +3,9 @@
 #
 #     dependencias.sh 64|32 PASTA [base|qt ...]      both parts, unless some are named
 #
-# base is SQLite, SQLiteCpp, GoogleTest and the headers of the JSON library: a minute or two, and all that the tests
-# need. qt is Core, Gui and Widgets: half an hour. What was built by the same compiler from the same versions and in the
-# same way stays as it is.
+# base is SQLite, SQLiteCpp, the library of workbooks, GoogleTest and the headers of the JSON library: a minute or two,
+# and all that the tests need. qt is Core, Gui, Widgets and PrintSupport: half an hour. What was built by the same
+# compiler from the same versions and in the same way stays as it is.
 set -euo pipefail
 
 readonly BITS=$1 PASTA=$(mkdir -p "$2" && realpath "$2")
@@ -71,6 +71,12 @@ constroi_sqlitecpp() {
         -DSQLITECPP_USE_STACK_PROTECTION=OFF
 }
 
+constroi_libxlsxwriter() {
+    fonte libxlsxwriter "$1"
+    licenca libxlsxwriter
+    com_cmake . construcao -DBUILD_SHARED_LIBS=OFF
+}
+
 # The packages of these two are sources themselves.
 constroi_googletest() {
     cd "$OBRA"
@@ -87,14 +93,16 @@ constroi_nlohmann-json3-dev() {
 constroi_qt6-base() {
     fonte qt6-base "$1"
     licenca qt6-base
-    # Two places of its plugin for Windows take for there what was left out.
+    # Three places of what is Windows' own take for there what was left out.
     cd src/plugins/platforms/windows
     sed -i '/^static inline bool isSoftwareGl/,/^}/s/^#if QT_CONFIG(dynamicgl)/#if QT_CONFIG(opengl) \&\& QT_CONFIG(dynamicgl)/' \
         qwindowswindow.cpp
     sed -i 's/^#if QT_CONFIG(directwrite3)/#if QT_CONFIG(direct2d) \&\& QT_CONFIG(directwrite3)/' qwindowsintegration.cpp
     cd "$OLDPWD"
+    sed -i 's/^#if QT_CONFIG(directwrite)/#if QT_CONFIG(direct2d) \&\& QT_CONFIG(directwrite)/' \
+        src/printsupport/platform/windows/qprintengine_win.cpp
     com_cmake . construcao -DBUILD_SHARED_LIBS=ON -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF \
-        -DFEATURE_{sql,network,dbus,opengl,vulkan,direct2d,printsupport,testlib,xml,concurrent,pkg_config}=OFF \
+        -DFEATURE_{sql,network,dbus,opengl,vulkan,direct2d,testlib,xml,concurrent,pkg_config}=OFF \
         -DFEATURE_{tabletevent,icu,gif,jpeg}=OFF
 }
 
@@ -128,6 +136,7 @@ for parte; do
     base)
         constroi sqlite3 "$(versao_da_fonte sqlite3)"
         constroi sqlitecpp "$(versao_da_fonte sqlitecpp)"
+        constroi libxlsxwriter "$(versao_da_fonte libxlsxwriter)"
         constroi googletest "$(instalada googletest)"
         constroi nlohmann-json3-dev "$(instalada nlohmann-json3-dev)"
         ;;

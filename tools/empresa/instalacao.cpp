@@ -77,12 +77,14 @@ void escreve_ficheiros(const std::filesystem::path& pasta) {
 
 bool copia_programa(const std::filesystem::path& de, const std::filesystem::path& para) {
     bool encontrado = false;
-    for (const std::string programa : {"orvex", "orvex-auditoria", "orvex-diagnostico"})
+    for (const std::string programa : {"orvex", "orvex-auditoria", "orvex-consulta", "orvex-diagnostico"})
         for (const char* fim : {"", ".exe"})
             if (startup::defeito_do_ficheiro(de / (programa + fim)).empty()) {
                 copia(de / (programa + fim), para);
                 encontrado = encontrado || programa == "orvex";
             }
+    if (startup::defeito_da_pasta(de / "manual").empty())
+        std::filesystem::copy(de / "manual", para / "manual", std::filesystem::copy_options::recursive);
     if (startup::defeito_do_ficheiro(para / "orvex.exe").empty()) {
         copia_bibliotecas(de, para);
         escreve_arranques(para);

@@ -2,6 +2,10 @@
 
 #include "base/caminho.h"
 #include "base/falha.h"
+#include "delivery/folha_guia.h"
+#include "delivery/guias_remessa.h"
+#include "platform/qt/folha.h"
+#include "platform/qt/janela_qt.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -37,13 +41,42 @@ Roteiro& Roteiro::escreve(const char* texto) {
     });
 }
 
+Roteiro& Roteiro::clica(const char* controlo) {
+    return faz(
+        [this, controlo] { QTest::mouseClick(janela_.findChild<QWidget*>(controlo), Qt::LeftButton); });
+}
+
 Roteiro& Roteiro::retrata(const char* nome) {
-    return faz([this, nome] {
-        const QString ficheiro = QString("%1-%2.png").arg(++retratos_, 2, 10, QChar('0')).arg(nome);
-        const std::string nome_completo = base::texto_de(pasta_ / base::caminho_de(ficheiro.toStdString()));
-        if (!imagem().save(QString::fromStdString(nome_completo)))
-            throw base::Falha("Não foi possível gravar a imagem «" + nome_completo + "».");
+    return faz([this, nome] { guarda(imagem(), nome); });
+}
+
+Roteiro& Roteiro::retrata_folha(const char* nome, const std::string& empresa) {
+    return faz([this, nome, empresa] {
+        constexpr double pontos_por_polegada = 96, metros_por_polegada = 0.0254;
+        constexpr QSize a4(794, 1123);
+        constexpr int margem = 50;
+        QImage papel(a4, QImage::Format_RGB888);
+        papel.setDotsPerMeterX(static_cast<int>(pontos_por_polegada / metros_por_polegada));
+        papel.setDotsPerMeterY(papel.dotsPerMeterX());
+        papel.fill(Qt::white);
+        auto& ecra =
+            dynamic_cast<delivery::GuiasRemessa&>(dynamic_cast<platform::qt::JanelaQt&>(janela_).ecra());
+        const platform::qt::Folha folha(delivery::folha_da_guia(ecra, empresa), papel,
+                                        a4 - QSize(2 * margem, 2 * margem));
+        QPainter pintor(&papel);
+        pintor.translate(margem, margem);
+        folha.pinta(pintor, 0);
+        pintor.end();
+        guarda(papel, nome);
     });
+}
+
+void Roteiro::guarda(const QImage& imagem, const char* nome) const {
+    const std::string nome_completo = base::texto_de(pasta_ / base::caminho_de(nome + std::string(".png")));
+    constexpr int a_mais_pequena = 0; // of the ways to pack the same pixels
+    if (!imagem.convertToFormat(QImage::Format_RGB888)
+             .save(QString::fromStdString(nome_completo), "PNG", a_mais_pequena))
+        throw base::Falha("Não foi possível gravar a imagem «" + nome_completo + "».");
 }
 
 // A modal box stays in its own event loop until a later step answers it, so the next step is due before this
@@ -52,7 +85,8 @@ void Roteiro::proximo() {
     if (seguinte_ == passos_.size()) return QCoreApplication::quit();
     QTimer::singleShot(pausa_ms, &janela_, [this] { proximo(); });
     // Without a window manager nobody hands the keyboard back when a modal window closes.
-    if (QApplication::activeModalWidget() == nullptr) janela_.activateWindow();
+    if (QApplication::activeModalWidget() == nullptr && !janela_.isActiveWindow())
+        return janela_.activateWindow();
     passos_[seguinte_++]();
 }
 
@@ -68,14 +102,16 @@ QWidget& Roteiro::com_teclado() const {
 }
 
 QImage Roteiro::imagem() const {
-    QImage imagem = janela_.grab().toImage();
-    const QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr) return imagem;
+    auto* modal = QApplication::activeModalWidget();
+    if (modal == nullptr) return janela_.grab().toImage();
+    const QRect toda(QPoint(), janela_.size().expandedTo(modal->size() + QSize(1, 1)));
+    const auto ao_meio = [&toda](const QWidget& janela) { return toda.center() - janela.rect().center(); };
+    QImage imagem(toda.size(), QImage::Format_RGB888);
+    imagem.fill(janela_.palette().color(QPalette::Window));
     QPainter pintor(&imagem);
-    const QImage caixa = const_cast<QWidget*>(modal)->grab().toImage();
-    const QPoint onde((janela_.width() - modal->width()) / 2, (janela_.height() - modal->height()) / 2);
-    pintor.drawImage(onde, caixa);
-    pintor.drawRect(QRect(onde, modal->size()));
+    pintor.drawPixmap(ao_meio(janela_), janela_.grab());
+    pintor.drawPixmap(ao_meio(*modal), modal->grab());
+    pintor.drawRect(QRect(ao_meio(*modal), modal->size()));
     return imagem;
 }
 

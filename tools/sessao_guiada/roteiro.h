@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <vector>
 
 class QWidget;
@@ -14,12 +15,14 @@ namespace orvex::demo {
 
 class Roteiro {
   public:
-    // Pictures go to the folder, numbered in the order they are taken.
+    // Pictures go to the folder, by their names.
     Roteiro(QWidget& janela, std::filesystem::path pasta);
 
     Roteiro& tecla(Qt::Key codigo, Qt::KeyboardModifiers modificadores = {}, int vezes = 1);
     Roteiro& escreve(const char* texto);
+    Roteiro& clica(const char* controlo); // of the screen's window
     Roteiro& retrata(const char* nome);
+    Roteiro& retrata_folha(const char* nome, const std::string& empresa); // of the note on the screen
     Roteiro& faz(std::function<void()> accao);
 
     // Plays the steps and returns when the last has run.
@@ -27,6 +30,7 @@ class Roteiro {
 
   private:
     void proximo();
+    void guarda(const QImage& imagem, const char* nome) const;
     QWidget& com_teclado() const;
     QImage imagem() const;
 
@@ -34,7 +38,6 @@ class Roteiro {
     std::filesystem::path pasta_;
     std::vector<std::function<void()>> passos_;
     std::size_t seguinte_ = 0;
-    int retratos_ = 0;
 };
 
 } // namespace orvex::demo
