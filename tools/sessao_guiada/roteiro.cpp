@@ -104,14 +104,15 @@ QWidget& Roteiro::com_teclado() const {
 QImage Roteiro::imagem() const {
     auto* modal = QApplication::activeModalWidget();
     if (modal == nullptr) return janela_.grab().toImage();
-    const QRect toda(QPoint(), janela_.size().expandedTo(modal->size() + QSize(1, 1)));
-    const auto ao_meio = [&toda](const QWidget& janela) { return toda.center() - janela.rect().center(); };
+    const QRect onde(modal->pos() - janela_.pos(), modal->size() + QSize(1, 1));
+    const QRect toda = janela_.rect() | onde;
     QImage imagem(toda.size(), QImage::Format_RGB888);
     imagem.fill(janela_.palette().color(QPalette::Window));
     QPainter pintor(&imagem);
-    pintor.drawPixmap(ao_meio(janela_), janela_.grab());
-    pintor.drawPixmap(ao_meio(*modal), modal->grab());
-    pintor.drawRect(QRect(ao_meio(*modal), modal->size()));
+    pintor.translate(-toda.topLeft());
+    pintor.drawPixmap(0, 0, janela_.grab());
+    pintor.drawPixmap(onde.topLeft(), modal->grab());
+    pintor.drawRect(QRect(onde.topLeft(), modal->size()));
     return imagem;
 }
 
