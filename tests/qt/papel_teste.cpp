@@ -5,6 +5,9 @@
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace orvex::testes {
 namespace {
 
@@ -75,8 +78,17 @@ TEST_F(PapelDaGuia, SoVaiParaOFicheiroPorInteiroEDizPorqueNaoFoi) {
     QFile ficheiro(pasta.filePath("Guia.pdf"));
     ASSERT_TRUE(ficheiro.open(QIODevice::ReadOnly));
     EXPECT_TRUE(ficheiro.readAll().startsWith("%PDF"));
-    EXPECT_THAT(guarda_em("/sys/Guia.pdf", true), // where nobody makes a file
-                ElementsAre(testing::StartsWith("Não foi possível gravar o ficheiro «/sys/Guia.pdf»: ")));
+
+    rlimit normal{};
+    getrlimit(RLIMIT_FSIZE, &normal);
+    const rlimit pouco{1000, normal.rlim_max};
+    const auto antes = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &pouco);
+    const auto ditos = guarda_em(pasta.filePath("Outra"), true);
+    setrlimit(RLIMIT_FSIZE, &normal);
+    std::signal(SIGXFSZ, antes);
+    EXPECT_THAT(ditos, ElementsAre(testing::StartsWith("Não foi possível gravar o ficheiro «")));
+    EXPECT_FALSE(QFile::exists(pasta.filePath("Outra.pdf")));
     EXPECT_EQ(com_teclado(), com_teclado_antes);
 }
 
