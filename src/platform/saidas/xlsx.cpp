@@ -91,9 +91,10 @@ struct Xlsx::Livro {
         // Codes and names are many, and each once: in the rows, they need no table kept in memory.
         lxw_workbook_options opcoes{};
         opcoes.constant_memory = LXW_TRUE;
-        // On the same disk, which is the one that is looked at.
-        std::string temporarios = so_o_nome ? "." : base::texto_de(ficheiro.parent_path());
-        opcoes.tmpdir = temporarios.data(); // copied
+        // Rows wait on the same disk; on Windows in the system's own place, since files of theirs would
+        // stay behind on this one.
+        std::string temporarios = base::texto_de(ficheiro.parent_path());
+        if (!so_o_nome) opcoes.tmpdir = temporarios.data(); // copied
         livro = workbook_new_opt(base::texto_de(so_o_nome ? parte.filename() : parte).c_str(), &opcoes);
         exige(livro != nullptr, nao_chegam);
         titulo = formato(nullptr, true);
