@@ -2,7 +2,7 @@
 
 #include "app/fabrica_orvex.h"
 #include "platform/qt/aplicacao.h"
-#include "platform/qt/janela_lista.h"
+#include "platform/qt/listas/janela_lista.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "startup/instalacao.h"
 #include "tests/fio/servidor_tds.h"

@@ -13,9 +13,9 @@
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
 #include "platform/qt/espera.h"
-#include "platform/qt/janela_guias_remessa.h"
-#include "platform/qt/janela_mov_stocks.h"
-#include "platform/qt/janela_trf_bobines.h"
+#include "platform/qt/janelas/janela_guias_remessa.h"
+#include "platform/qt/janelas/janela_mov_stocks.h"
+#include "platform/qt/janelas/janela_trf_bobines.h"
 #include "platform/sqlite/sessao_sqlite.h"
 
 #include <QApplication>

@@ -1,9 +1,9 @@
 // Every window for those who use no mouse, or no eyes: access keys, the help, menus, and what a screen reader
 // finds.
 #include "platform/qt/acesso.h"
-#include "platform/qt/janela_guias_remessa.h"
-#include "platform/qt/janela_mov_stocks.h"
-#include "platform/qt/janela_trf_bobines.h"
+#include "platform/qt/janelas/janela_guias_remessa.h"
+#include "platform/qt/janelas/janela_mov_stocks.h"
+#include "platform/qt/janelas/janela_trf_bobines.h"
 #include "platform/qt/textos.h"
 #include "tests/adjust/ecra_ajuste.h"
 #include "tests/delivery/ecra_guias.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/qt/aplicacao.h"
-#include "platform/qt/janela_qt.h"
+#include "platform/qt/janelas/janela_qt.h"
 
 #include <QtTest>
 #include <QtWidgets>

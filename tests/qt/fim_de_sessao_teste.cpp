@@ -1,6 +1,6 @@
 // A session of the desktop that ends while a confirmation or one of its boxes is open is held back.
 #include "app/diario_orvex.h"
-#include "platform/qt/janela_mov_stocks.h"
+#include "platform/qt/janelas/janela_mov_stocks.h"
 #include "tests/adjust/ecra_ajuste.h"
 #include "tests/qt/na_janela.h"
 

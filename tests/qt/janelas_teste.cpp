@@ -1,8 +1,8 @@
 // The windows of the screens: their layout, and the work of each by keyboard and mouse.
 #include "base/versao.h"
-#include "platform/qt/janela_guias_remessa.h"
-#include "platform/qt/janela_mov_stocks.h"
-#include "platform/qt/janela_trf_bobines.h"
+#include "platform/qt/janelas/janela_guias_remessa.h"
+#include "platform/qt/janelas/janela_mov_stocks.h"
+#include "platform/qt/janelas/janela_trf_bobines.h"
 #include "tests/adjust/ecra_ajuste.h"
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"

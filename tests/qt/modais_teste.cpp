@@ -1,6 +1,6 @@
 // Modal windows: boxes and search lists.
 #include "platform/qt/caixa.h"
-#include "platform/qt/modelo_lista.h"
+#include "platform/qt/listas/modelo_lista.h"
 #include "tests/qt/na_janela.h"
 
 namespace orvex::testes {

@@ -1,7 +1,7 @@
 // A screen at work on the small company, in its window. The keyboard starts in its first field.
 #pragma once
 
-#include "platform/qt/vista_grelha.h"
+#include "platform/qt/grelhas/vista_grelha.h"
 #include "tests/common/ecra_ensaio.h"
 #include "tests/qt/apoio_qt.h"
 

@@ -1,7 +1,7 @@
 // The note on paper: what the sheet says, how it fills its pages, and where the PDF goes.
 #include "platform/qt/aplicacao.h"
-#include "platform/qt/folha.h"
-#include "platform/qt/janela_guias_remessa.h"
+#include "platform/qt/janelas/janela_guias_remessa.h"
+#include "platform/qt/papel/folha.h"
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"
 

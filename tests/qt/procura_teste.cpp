@@ -1,5 +1,5 @@
 // Lines sorted by a heading, found by typing, and picked as a barcode reader does it.
-#include "platform/qt/janela_guias_remessa.h"
+#include "platform/qt/janelas/janela_guias_remessa.h"
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"
 

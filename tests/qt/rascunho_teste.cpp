@@ -1,6 +1,6 @@
 // The offer of a note left unfinished, and Ctrl+Z, on the window of the delivery notes.
 #include "platform/diario/rascunhos.h"
-#include "platform/qt/janela_guias_remessa.h"
+#include "platform/qt/janelas/janela_guias_remessa.h"
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"
 

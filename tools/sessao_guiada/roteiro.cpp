@@ -4,8 +4,8 @@
 #include "base/falha.h"
 #include "delivery/folha_guia.h"
 #include "delivery/guias_remessa.h"
-#include "platform/qt/folha.h"
-#include "platform/qt/janela_qt.h"
+#include "platform/qt/janelas/janela_qt.h"
+#include "platform/qt/papel/folha.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #include "platform/qt/textos_portugueses.h"
 
-#include "platform/qt/textos_de_papel.h"
+#include "platform/qt/papel/textos_de_papel.h"
 
 #include <array>
 #include <cstring>
