@@ -32,6 +32,8 @@ struct EcraAjuste : Bancada<adjust::MovStocks> {
         BD_.ConfirmaTransaccao();
         abre();
     }
+    // On a company that has items of its own.
+    EcraAjuste(EmpresaTeste& partilhada, std::int16_t modo) : Bancada(&partilhada, modo) { abre(); }
 
     void item(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
     void quantidade(const std::string& texto) { op.preenche(ecra.campo(3), texto); }

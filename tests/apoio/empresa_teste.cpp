@@ -4,7 +4,6 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/esquema_livro.h"
-#include "tests/servidor/empresa_no_servidor.h"
 
 namespace orvex::testes {
 namespace {

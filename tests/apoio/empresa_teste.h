@@ -30,7 +30,8 @@
 
 namespace orvex::testes {
 
-using testing::ElementsAre, testing::EndsWith, testing::HasSubstr, testing::StartsWith;
+using testing::AllOf, testing::ElementsAre, testing::EndsWith, testing::HasSubstr, testing::Not,
+    testing::StartsWith;
 
 inline constexpr base::DataHora relogio{2019, 3, 15, 10, 20, 30};
 

@@ -3,7 +3,6 @@
 #include "base/caminho.h"
 #include "platform/sqlite/sessao_sqlite.h"
 #include "startup/construtor_ligacao.h"
-#include "tests/servidor/empresa_no_servidor.h"
 #include "tools/ensaio/base_ensaio.h"
 
 #include <cstdlib>

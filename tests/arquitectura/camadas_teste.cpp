@@ -41,8 +41,8 @@ const std::pair<const char*, const char*> permitidas[] = {
     // The emulation's file lies beside the ledger's and is opened and spoken to the same way.
     {"platform/erp",
      "base startup common platform/espera platform/sqlite/empresa.h platform/sqlite/guardadas.h"},
-    // The windows lay out the screens' controls, and show who waits.
-    {"platform/qt", "base startup common delivery adjust transfer platform/espera"}};
+    // The windows lay out the screens' controls and the answers of the ledger, and show who waits.
+    {"platform/qt", "base startup livro common delivery adjust transfer platform/espera platform/saidas"}};
 
 bool um_de(const std::string& qual, const std::string& nomes) {
     const auto todos = orvex::testes::partes(nomes + " ", " ");

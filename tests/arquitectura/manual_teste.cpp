@@ -1,21 +1,16 @@
 // The manual has each text of a box of the rules, the journal and the windows, and shows no picture that
 // there is not.
 
+#include "tests/apoio/pasta_temporaria.h"
+
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <regex>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string texto_de(const fs::path& ficheiro) {
-    std::ifstream texto(ficheiro);
-    return {std::istreambuf_iterator<char>(texto), {}};
-}
+using orvex::testes::conteudo_de;
 
 // What a person reads: line breaks of a literal are blanks, and blanks at the ends and side by side nothing.
 std::string lido(const std::string& texto) {
@@ -26,7 +21,7 @@ std::string lido(const std::string& texto) {
 } // namespace
 
 TEST(Manual, TemOTextoDeCadaCaixa) {
-    const std::string mensagens = lido(texto_de(ORVEX_FONTES "/../docs/manual/mensagens.md"));
+    const std::string mensagens = lido(conteudo_de(ORVEX_FONTES "/../docs/manual/mensagens.md"));
     const std::regex texto_de_caixa(
         R"re((?:Avisa\("", ?|recusa\w*\(|Mensagem\(|Falha\w* ?\w*\(|diz\(|\.aceita\(|avisa\w*\(|mostra_\w+\(\w+, )\s*)re"
         R"re("((?:[^"\\]|\\.|"\s+")+)"|"([A-Z](?:[^"\\]|\\.|"\s+")+[!?])")re");
@@ -36,7 +31,7 @@ TEST(Manual, TemOTextoDeCadaCaixa) {
         for (const auto& entrada : fs::recursive_directory_iterator(fs::path(ORVEX_FONTES) / pasta)) {
             if (!entrada.is_regular_file()) continue;
             if (entrada.path().filename().string().starts_with("textos_")) continue; // the toolkit's words
-            const std::string fonte = texto_de(entrada.path());
+            const std::string fonte = conteudo_de(entrada.path());
             for (std::sregex_iterator i(fonte.begin(), fonte.end(), texto_de_caixa), fim; i != fim; ++i) {
                 const std::string texto = lido((*i)[1].matched ? (*i)[1].str() : (*i)[2].str());
                 if (texto.find(' ') == std::string::npos || texto.find("&S") != std::string::npos) continue;
@@ -52,7 +47,7 @@ TEST(Manual, CadaImagemECadaPaginaQueNomeiaExiste) {
     const std::regex ligacao(R"(\]\(([^)#]+))");
     for (const auto& entrada : fs::directory_iterator(manual)) {
         if (entrada.path().extension() != ".md") continue;
-        const std::string pagina = texto_de(entrada.path());
+        const std::string pagina = conteudo_de(entrada.path());
         for (std::sregex_iterator i(pagina.begin(), pagina.end(), ligacao), fim; i != fim; ++i)
             EXPECT_TRUE(fs::exists(manual / (*i)[1].str())) << entrada.path() << ": " << (*i)[1];
     }

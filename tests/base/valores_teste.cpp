@@ -1,4 +1,3 @@
-#include "base/falha.h"
 #include "base/formato_regional.h"
 #include "base/ordem.h"
 #include "base/pagina_codigo.h"

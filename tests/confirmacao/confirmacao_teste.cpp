@@ -2,8 +2,6 @@
 
 #include "tests/adjust/ecra_ajuste.h"
 
-#include <gmock/gmock.h>
-
 #include <set>
 
 using namespace orvex;

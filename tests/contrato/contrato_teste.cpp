@@ -1,5 +1,4 @@
 // What every session does, whatever engine is behind it.
-#include "tests/apoio/tabela.h"
 #include "tests/contrato/empresa_vazia.h"
 
 namespace orvex::testes {

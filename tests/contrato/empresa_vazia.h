@@ -6,8 +6,6 @@
 #include "tests/apoio/empresa_teste.h"
 #include "tests/apoio/falhas.h"
 
-#include <gmock/gmock.h>
-
 #include <map>
 
 namespace orvex::testes {
@@ -17,7 +15,6 @@ using base::Falha;
 using base::Moeda;
 using base::Variante;
 using startup::ConjuntoRegistos;
-using testing::HasSubstr;
 namespace numeros = startup::numeros_bd;
 
 template <typename TSessao>

@@ -1,14 +1,9 @@
 #include "livro/artigos.h"
 #include "livro/chaves.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
-
-#include <gmock/gmock.h>
 
 using namespace orvex;
 using namespace orvex::testes;
-using testing::AllOf;
-using testing::HasSubstr;
 
 TEST(ChaveDeLinha, LeSeComOuSemSufixoFicaComoFoiEscritaEOutraERecusada) {
     for (const auto& caso :

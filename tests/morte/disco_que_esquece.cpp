@@ -1,6 +1,5 @@
 #include "tests/morte/disco_que_esquece.h"
 
-#include "tests/apoio/pasta_temporaria.h"
 #include "tests/morte/perito.h"
 
 #include <sqlite3.h>

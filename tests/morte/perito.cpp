@@ -1,7 +1,5 @@
 #include "tests/morte/perito.h"
 
-#include "tests/apoio/tabela.h"
-
 namespace orvex::testes {
 namespace {
 

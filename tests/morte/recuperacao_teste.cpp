@@ -6,15 +6,10 @@
 #include "tests/ordem/erp_teimoso.h"
 #include "tools/ensaio/base_ensaio.h"
 
-#include <gmock/gmock.h>
-
 using namespace orvex;
 using namespace orvex::testes;
 using confirmacao::AccaoERP;
 using confirmacao::Fluxo;
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 

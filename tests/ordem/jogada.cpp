@@ -2,7 +2,6 @@
 
 #include "platform/operacoes/sessao_bd_ouvida.h"
 #include "platform/operacoes/sessao_erp_ouvida.h"
-#include "tests/apoio/tabela.h"
 
 #include <map>
 

@@ -111,30 +111,13 @@ Visto joga(Linha linha, const Fluxos& fluxos, const Ordem& ordem) {
     return visto;
 }
 
-// Drops changes of program as long as what is left still fails.
-Ordem encurta(Linha linha, const Fluxos& fluxos, Ordem ordem) {
-    for (std::size_t n = 0; n < ordem.size();) {
-        Ordem menos = ordem;
-        menos.erase(menos.begin() + static_cast<std::ptrdiff_t>(n));
-        if (joga(linha, fluxos, menos).defeito.empty()) {
-            ++n;
-        } else {
-            ordem = menos;
-            n = 0;
-        }
-    }
-    return ordem;
-}
-
 // True when nothing is wrong.
 bool confere(Linha linha, const Fluxos& fluxos, const Ordem& ordem, int* passos = nullptr) {
     const Visto visto = joga(linha, fluxos, ordem);
     if (passos != nullptr) *passos = visto.passos;
     if (visto.defeito.empty()) return true;
-    const Ordem curta = encurta(linha, fluxos, ordem);
     ADD_FAILURE() << nomes(fluxos) << (linha == Linha::aberta ? ", line open" : ", line closed")
-                  << ", order \"" << texto(curta) << "\" (found as \"" << texto(ordem)
-                  << "\"): " << joga(linha, fluxos, curta).defeito;
+                  << ", order \"" << texto(ordem) << "\": " << visto.defeito;
     return false;
 }
 

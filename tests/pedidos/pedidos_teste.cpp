@@ -120,22 +120,6 @@ PedidosDaGuia pedidos_da_guia(int linhas) {
     return feitos;
 }
 
-// Each line after the first is read again once the one before it is written.
-int pedidos_da_guia_de_uma_factura() {
-    EmpresaTeste empresa(com_linhas().pasta());
-    EcraGuias guias(empresa);
-    guias.cliente("CL2");
-    for (int linha = 1; linha <= linhas_da_guia; ++linha) {
-        guias.escolhe(1);
-        guias.edita(linha, "Quant", "0,05");
-    }
-    guias.caixas();
-    const int feitos = pedidos(guias.BD, [&] { guias.confirma(); });
-    EXPECT_THAT(guias.caixas(), StartsWith("Foi criado o documento"));
-    EXPECT_EQ(empresa.linhas("select Qtd from xel_ORVEX_Mov where TpDoc='FA' and Qtd<>2.5"), "1");
-    return feitos;
-}
-
 // The program's start with one of its screens.
 template <typename TEcra>
 struct Abertura : startup::Fabrica, startup::EcraArranque {
@@ -204,9 +188,6 @@ TEST(Pedidos, UmaGuiaNaoOsFazPorLinha) {
     cabe("loaded", sessenta.carregar, trinta.carregar);
     cabe("cancelled", sessenta.anular, trinta.anular);
     cabe("60 lines returned", sessenta.devolver, trinta.devolver + por_parametros);
-    constexpr int por_releitura = 2; // of the line written just before: to write it, and to read it again
-    cabe("a note of 30 lines of one source line issued", pedidos_da_guia_de_uma_factura(),
-         trinta.emitir + por_releitura * (linhas_da_guia - 1));
 }
 
 // Each line after the first is read again once the one before it is written.

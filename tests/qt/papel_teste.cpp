@@ -2,11 +2,9 @@
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/janelas/janela_guias_remessa.h"
 #include "platform/qt/papel/folha.h"
+#include "tests/apoio/sem_espaco.h"
 #include "tests/delivery/ecra_guias.h"
 #include "tests/qt/na_janela.h"
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace orvex::testes {
 namespace {
@@ -79,15 +77,9 @@ TEST_F(PapelDaGuia, SoVaiParaOFicheiroPorInteiroEDizPorqueNaoFoi) {
     ASSERT_TRUE(ficheiro.open(QIODevice::ReadOnly));
     EXPECT_TRUE(ficheiro.readAll().startsWith("%PDF"));
 
-    rlimit normal{};
-    getrlimit(RLIMIT_FSIZE, &normal);
-    const rlimit pouco{1000, normal.rlim_max};
-    const auto antes = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &pouco);
-    const auto ditos = guarda_em(pasta.filePath("Outra"), true);
-    setrlimit(RLIMIT_FSIZE, &normal);
-    std::signal(SIGXFSZ, antes);
-    EXPECT_THAT(ditos, ElementsAre(testing::StartsWith("Não foi possível gravar o ficheiro «")));
+    const SemEspaco cheio(1000);
+    EXPECT_THAT(guarda_em(pasta.filePath("Outra"), true),
+                ElementsAre(testing::StartsWith("Não foi possível gravar o ficheiro «")));
     EXPECT_FALSE(QFile::exists(pasta.filePath("Outra.pdf")));
     EXPECT_EQ(com_teclado(), com_teclado_antes);
 }

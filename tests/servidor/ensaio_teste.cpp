@@ -2,8 +2,6 @@
 #include "tests/apoio/empresa_teste.h"
 #include "tests/tools/comando.h"
 
-#include <gmock/gmock.h>
-
 namespace orvex::testes {
 namespace {
 

@@ -4,9 +4,6 @@
 #include "startup/esquema_livro.h"
 #include "tests/apoio/empresa_teste.h"
 #include "tests/apoio/falhas.h"
-#include "tests/apoio/tabela.h"
-
-#include <gmock/gmock.h>
 
 #include <atomic>
 #include <latch>
@@ -16,7 +13,6 @@ using namespace orvex;
 using namespace orvex::startup;
 using namespace orvex::testes;
 using testing::Contains;
-using testing::HasSubstr;
 
 namespace {
 

@@ -1,4 +1,3 @@
-#include "base/falha.h"
 #include "base/texto.h"
 #include "startup/construtor_ligacao.h"
 #include "startup/definicoes.h"
@@ -11,13 +10,15 @@
 #include <gmock/gmock.h>
 
 #include <regex>
+#ifndef _WIN32
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 using namespace orvex::startup;
 using namespace orvex::testes;
 using orvex::base::Falha;
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace testing;
 
 TEST(Parametros, APrimeiraLinhaComAChaveEOSinalDaOValorTalComoEsta) {
     const PastaTemporaria pasta;
@@ -127,6 +128,28 @@ TEST(Ficheiro, OQueNaoEUmFicheiroDeTextoNossoERecusadoLogoEDizPorque) {
     EXPECT_EQ(PastasInstalacao({em("utf16"), em("a")}).ficheiro_definicoes(), em("a") / "OrvexEXE.xel");
 }
 
+#ifndef _WIN32 // files that only a POSIX system has
+TEST(Ficheiro, UmCanoUmaLigacaoEmVoltaEOQueNaoSePodeLerDizemSeComoTais) {
+    const PastaTemporaria pasta;
+    const auto em = [&](const std::string& nome) { return pasta.pasta() / nome; };
+    const auto recusa = [&](const std::string& nome) { return falha([&] { DefinicoesBD::le(em(nome)); }); };
+    mkfifo(em("cano").c_str(), 0600);
+    std::filesystem::create_symlink("volta", em("volta"));
+    for (const auto& caso : tabela("cano => não é um ficheiro comum | /dev/zero => não é um ficheiro comum | "
+                                   "volta => volta a si mesma"))
+        EXPECT_THAT(recusa(caso[0]), HasSubstr(caso[1]));
+    EXPECT_THAT(recusa(std::string(300, 'x')), HasSubstr("demasiado longo"));
+    // A common folder that cannot be asked for is not the program's own.
+    const PastasInstalacao em_volta{em("volta"), em(".")};
+    EXPECT_THAT(falha([&] { em_volta.ficheiro_definicoes(); }), HasSubstr("volta a si mesma"));
+    pasta.escreve("fechado", "x");
+    if (geteuid() == 0 && seteuid(65534) == 0) {
+        EXPECT_THAT(recusa("fechado"), HasSubstr("não há permissão"));
+        ASSERT_EQ(seteuid(0), 0);
+    }
+}
+#endif
+
 TEST(Instalacao, OQueEstaJuntoDoProgramaVemAntesDoQueEDaMaquina) {
     // The environment is written here in the code page alone, which has not all letters.
     const PastaTemporaria programa, dados(std::filesystem::current_path());
@@ -166,6 +189,10 @@ TEST(Instalacao, OProgramaDe32BitsTrabalhaPeloOutroQuandoAsDefinicoesOEscolhemPa
     EXPECT_EQ(programa_de_32_bits(escolhidos, programa, 32), std::nullopt);
     for (const char* este : {"Servidor=srv", "Servidor=srv; Bits=64", "Servidor=sqlite; Bits=32"})
         EXPECT_EQ(programa_de_32_bits(erp(este), programa, 64), std::nullopt) << este;
+    EXPECT_THAT(falha([&] { programa_a_par(outro, "orvex-consulta"); }), HasSubstr("orvex-consulta.exe»"));
+    const auto consulta = pasta.escreve("orvex-consulta.exe", "");
+    for (const auto& de : {programa, outro})
+        EXPECT_EQ(programa_a_par(de, "orvex-consulta"), consulta);
     EXPECT_THAT(falha([&] { erp("Bits=16"); }), AllOf(HasSubstr("[ERP]"), HasSubstr("32 ou 64, e não «16»")));
 }
 

@@ -3,8 +3,6 @@
 #include "tests/tools/empresa_percorrida.h"
 #include "tools/auditoria/aceites.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdlib>
 
 namespace orvex::testes {

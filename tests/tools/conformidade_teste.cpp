@@ -1,13 +1,10 @@
 // orvex-conformidade: on an ERP that does what it says, on others that do not, and as it is called.
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
 #include "tests/ordem/erp_teimoso.h"
 #include "tests/tools/comando.h"
 #include "tools/conformidade/ensaio.h"
 #include "tools/empresa/empresa_demo.h"
-
-#include <gmock/gmock.h>
 
 #include <sstream>
 

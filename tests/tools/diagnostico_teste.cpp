@@ -5,13 +5,10 @@
 #include "base/texto.h"
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
 #include "tools/diagnostico/base_de_dados.h"
 #include "tools/diagnostico/codigos.h"
 #include "tools/diagnostico/parametros.h"
 #include "tools/diagnostico/tabelas_usadas.h"
-
-#include <gmock/gmock.h>
 
 #include <regex>
 #include <set>

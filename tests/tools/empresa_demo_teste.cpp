@@ -2,14 +2,11 @@
 #include "platform/sqlite/empresa.h"
 #include "startup/definicoes.h"
 #include "tests/apoio/empresa_teste.h"
-#include "tests/apoio/tabela.h"
+#include "tests/apoio/sem_espaco.h"
 #include "tools/empresa/empresa_demo.h"
 #include "tools/empresa/linha_comando.h"
 
 #include <gtest/gtest.h>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace orvex::testes {
 namespace {
@@ -120,14 +117,8 @@ TEST(EmpresaDemo, NaoTocaNoQueJaExisteESemEspacoParaAcabarNaoDeixaRestos) {
 
     const auto nova = pasta.pasta() / "nova";
     fs::create_directory(nova);
-    rlimit normal{};
-    getrlimit(RLIMIT_FSIZE, &normal);
-    const rlimit pouco{100'000, normal.rlim_max};
-    const auto antes = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &pouco);
+    const SemEspaco cheio(100'000);
     EXPECT_THROW(demo::faz_empresa(opcoes(nova)), base::Falha);
-    setrlimit(RLIMIT_FSIZE, &normal);
-    std::signal(SIGXFSZ, antes);
     EXPECT_TRUE(fs::is_empty(nova));
 }
 

@@ -1,11 +1,11 @@
 // A company that every flow has worked on, to be damaged in one way or another.
 #pragma once
 
-#include "adjust/mov_stocks.h"
 #include "platform/sqlite/empresa.h"
+#include "tests/adjust/ecra_ajuste.h"
 #include "tests/apoio/auditada.h"
 #include "tests/delivery/ecra_guias.h"
-#include "transfer/trf_bobines.h"
+#include "tests/transfer/ecra_trf.h"
 
 #include <regex>
 
@@ -35,24 +35,17 @@ inline void emite(EmpresaTeste& empresa, const std::vector<std::string>& pesos) 
 }
 
 inline void ajusta(EmpresaTeste& empresa, std::int16_t modo, const char* novo, const char* numero = nullptr) {
-    Bancada<adjust::MovStocks> ajustes(&empresa, modo);
-    ajustes.abre();
-    if (numero != nullptr) {
-        ajustes.janela.escolhe_a_primeira_com("No.Doc.", numero);
-        ajustes.op.prime(ajustes.ecra.btFx(5));
-    } else {
-        ajustes.op.preenche(ajustes.ecra.campo(0), "R5");
-    }
+    EcraAjuste ajustes(empresa, modo);
+    numero != nullptr ? ajustes.carrega(numero) : ajustes.item("R5");
     ajustes.op.escreve(ajustes.ecra.campo(3), novo);
-    ajustes.op.prime(ajustes.ecra.btConf);
+    ajustes.confirma();
 }
 
 inline void transfere(EmpresaTeste& empresa, std::int16_t modo, const char* artigo, const char* destino) {
-    Bancada<transfer::TrfBobines> trf(&empresa, modo);
-    trf.abre();
-    trf.op.preenche(trf.ecra.campo(0), artigo);
-    if (modo == 2) trf.op.preenche(trf.ecra.campo(2), destino);
-    trf.op.prime(trf.ecra.btConf);
+    EcraTrf trf(empresa, modo);
+    trf.item(artigo);
+    if (modo == 2) trf.destino(destino);
+    trf.confirma();
 }
 
 // Made once, and copied: every flow was confirmed in it. Its holder rows are

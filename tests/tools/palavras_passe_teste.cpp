@@ -2,7 +2,6 @@
 // system makes of it.
 #include "tools/diagnostico/palavras_passe.h"
 
-#include "base/falha.h"
 #include "platform/proteccao/proteccao.h"
 #include "tests/apoio/falhas.h"
 #include "tests/apoio/pasta_temporaria.h"

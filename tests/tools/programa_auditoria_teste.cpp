@@ -5,8 +5,6 @@
 #include "tools/auditoria/ordenados.h"
 #include "tools/empresa/empresa_demo.h"
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <random>
 

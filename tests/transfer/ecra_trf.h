@@ -35,6 +35,8 @@ struct EcraTrf : Bancada<transfer::TrfBobines> {
         BD_.ConfirmaTransaccao();
         abre();
     }
+    // On a company that has items of its own.
+    EcraTrf(EmpresaTeste& partilhada, std::int16_t modo) : Bancada(&partilhada, modo) { abre(); }
 
     void item(const std::string& codigo) { op.preenche(ecra.campo(0), codigo); }
     void destino(const std::string& codigo) { op.preenche(ecra.campo(2), codigo); }

@@ -1,13 +1,10 @@
 // Values between the program and the automation.
-#include "base/falha.h"
 #include "platform/automacao/assinaturas.h"
 #include "platform/automacao/chaves.h"
 #include "platform/automacao/datas.h"
 #include "tests/apoio/falhas.h"
 #include "tests/apoio/tabela.h"
 #include "tests/windows/componente_duplo.h"
-
-#include <gmock/gmock.h>
 
 #include <limits>
 

@@ -5,8 +5,6 @@
 #include "platform/sqlite/empresa.h"
 #include "tests/apoio/empresa_teste.h"
 
-#include <gmock/gmock.h>
-
 namespace orvex::testes {
 namespace {
 

@@ -6,8 +6,6 @@
 #include "tests/windows/morte.h"
 #include "tools/componente/sessao.h"
 
-#include <gmock/gmock.h>
-
 #include <chrono>
 #include <thread>
 #include <tlhelp32.h>
@@ -16,7 +14,6 @@ namespace orvex::testes {
 namespace {
 
 using componente::Modo;
-using testing::HasSubstr;
 
 std::wstring ao_lado(const wchar_t* nome) {
     std::wstring este(MAX_PATH, L'\0');

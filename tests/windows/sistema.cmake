@@ -9,7 +9,7 @@ foreach(nome teste_contrato teste_adjust teste_delivery teste_transfer)
   set_tests_properties(fio.${nome} PROPERTIES ENVIRONMENT "ORVEX_TESTE_MOTOR=fio;ODBCSYSINI=${pasta_odbc}")
 endforeach()
 
-orvex_teste(teste_odbc SOURCES ../platform/odbc/falhas_teste.cpp ../platform/odbc/texto_ligacao_teste.cpp LINKS orvex_apoio)
+orvex_teste(teste_odbc SOURCES ../platform/odbc/falhas_teste.cpp LINKS orvex_apoio)
 set_tests_properties(teste_odbc.1 PROPERTIES ENVIRONMENT ODBCSYSINI=${pasta_odbc})
 
 orvex_teste(teste_diagnostico SOURCES ../tools/componente_teste.cpp ../tools/palavras_passe_teste.cpp LINKS orvex_apoio

@@ -3,7 +3,6 @@
 #include "tests/apoio/empresa_teste.h"
 #include "tests/morte/disco_contado.h"
 
-#include <gmock/gmock.h>
 #include <zlib.h>
 
 namespace fs = std::filesystem;

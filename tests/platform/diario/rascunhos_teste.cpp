@@ -1,8 +1,6 @@
 #include "platform/diario/rascunhos.h"
 #include "tests/apoio/empresa_teste.h"
 
-#include <gmock/gmock.h>
-
 namespace fs = std::filesystem;
 using namespace orvex;
 using namespace orvex::platform::diario;

@@ -4,9 +4,6 @@
 #include "startup/definicoes.h"
 #include "tests/apoio/empresa_teste.h"
 #include "tests/apoio/falhas.h"
-#include "tests/apoio/tabela.h"
-
-#include <gmock/gmock.h>
 
 namespace orvex::testes {
 namespace {
@@ -14,7 +11,6 @@ namespace {
 using platform::erp::SessaoERPEmbebida;
 using startup::DefinicoesERP;
 using startup::ReferenciaERP;
-using testing::HasSubstr;
 
 // One line of a document; without an article it is a text line.
 struct Linha {

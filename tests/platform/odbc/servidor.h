@@ -5,17 +5,12 @@
 #include "tests/apoio/empresa_teste.h"
 #include "tests/apoio/falhas.h"
 
-#include <gmock/gmock.h>
-
 #include <memory>
 
 namespace orvex::testes {
 
 using base::Falha;
 using platform::odbc::SessaoODBC;
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 using C = startup::ConstrutorLigacao;
 using Efeito = Avaria::Efeito;
 namespace numeros = startup::numeros_bd;

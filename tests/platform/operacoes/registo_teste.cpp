@@ -4,8 +4,6 @@
 #include "startup/construtor_ligacao.h"
 #include "tests/apoio/empresa_teste.h"
 
-#include <gmock/gmock.h>
-
 #include <regex>
 #include <set>
 #include <thread>

@@ -9,11 +9,10 @@
 #include <gmock/gmock.h>
 #include <zlib.h>
 
-#include <csignal>
 #include <sstream>
 
 #ifndef _WIN32
-#include <sys/resource.h>
+#include "tests/apoio/sem_espaco.h"
 #endif
 
 using namespace orvex;
@@ -159,11 +158,7 @@ TEST(Xlsx, TemNumerosDatasETextosESoLaFicaInteiro) {
 #ifndef _WIN32
 TEST(Xlsx, SemEspacoParaAsLinhasNaoFicaCortado) {
     const testes::PastaTemporaria pasta;
-    rlimit normal{};
-    getrlimit(RLIMIT_FSIZE, &normal);
-    const rlimit pouco{50'000, normal.rlim_max};
-    const auto antes = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &pouco);
+    const testes::SemEspaco cheio(50'000);
     EXPECT_THROW(
         {
             platform::saidas::Xlsx folhas(pasta.pasta() / "x.xlsx");
@@ -173,8 +168,6 @@ TEST(Xlsx, SemEspacoParaAsLinhasNaoFicaCortado) {
             folhas.acaba();
         },
         base::Falha);
-    setrlimit(RLIMIT_FSIZE, &normal);
-    std::signal(SIGXFSZ, antes);
     EXPECT_TRUE(std::filesystem::is_empty(pasta.pasta()));
 }
 #endif

@@ -1,7 +1,6 @@
 // What is the embedded engine's own: its language, its statements, its locks, its files.
 #include "platform/sqlite/falhas.h"
 #include "platform/sqlite/sessao_sqlite.h"
-#include "tests/apoio/tabela.h"
 #include "tests/contrato/empresa_vazia.h"
 
 #include <fstream>
