@@ -3,6 +3,7 @@
 #include "base/caminho.h"
 #include "base/falha.h"
 #include "base/texto.h"
+#include "tools/comum/valor_da_opcao.h"
 
 namespace orvex::auditoria {
 
@@ -26,11 +27,7 @@ Opcoes le_argumentos(std::span<const std::string> argumentos) {
     Opcoes opcoes;
     for (std::size_t i = 0; i < argumentos.size(); ++i) {
         const std::string& argumento = argumentos[i];
-        const auto valor = [&]() -> const std::string& {
-            if (i + 1 == argumentos.size() || argumentos[i + 1].empty())
-                throw base::Falha("A opção " + argumento + " precisa de um valor.");
-            return argumentos[++i];
-        };
+        const auto valor = [&] { return valor_da_opcao(argumentos, i); };
         if (argumento == "--json") {
             opcoes.json = true;
         } else if (argumento == "--help" || argumento == "--ajuda") {

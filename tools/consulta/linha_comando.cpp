@@ -3,6 +3,7 @@
 #include "base/caminho.h"
 #include "base/falha.h"
 #include "base/texto.h"
+#include "tools/comum/valor_da_opcao.h"
 
 #include <algorithm>
 
@@ -15,6 +16,8 @@ struct Escritos { // the options of enquiries
     std::vector<std::string> palavras;
     std::optional<base::DataHora> data;
     std::string cliente, artigo, especie, documento;
+
+    bool operator==(const Escritos&) const = default;
 };
 
 base::DataHora data(const std::string& texto) {
@@ -62,7 +65,7 @@ void exige_so(const Escritos& e, const std::string& aceites) {
                               e.palavras[0] + "».");
 }
 
-void prepara(Opcoes& opcoes, const Escritos& e) {
+Pedido pedido(const Escritos& e) {
     const auto& p = e.palavras;
     const auto e_a = [&](const char* qual, std::size_t com, const char* aceites) {
         if (p[0] != qual) return false;
@@ -73,39 +76,25 @@ void prepara(Opcoes& opcoes, const Escritos& e) {
         exige_so(e, aceites);
         return true;
     };
-    opcoes.nada = p.size() > 1 ? "«" + p[1] + "»" : "";
-    if (e_a("artigo", 1, "")) {
-        opcoes.consulta = [qual = p[1]](const Meios& m, Destino& d) { return artigo(m, qual, d); };
-        opcoes.nada = "Nem o livro nem o ERP têm o artigo " + opcoes.nada + ".";
-    } else if (e_a("cliente", 1, "--data")) {
-        opcoes.consulta = [pedido = PedidoCliente{.codigo = p[1], .data = e.data}](
-                              const Meios& m, Destino& d) { return cliente(m, pedido, d); };
-        opcoes.nada = "Nem o livro nem o ERP têm o cliente " + opcoes.nada + ".";
-    } else if (e_a("documento", 1, "")) {
-        opcoes.consulta = [qual = p[1]](const Meios& m, Destino& d) { return documento(m, qual, d); };
-        opcoes.nada = "Nem o livro nem o ERP têm o documento " + opcoes.nada + ".";
-    } else if (e_a("parados", 1, "--data --cliente")) {
-        opcoes.consulta = [pedido = PedidoParados{dias(p[1]), e.cliente, e.data}](
-                              const Meios& m, Destino& d) { return parados(m, pedido, d); };
-        opcoes.nada = "Nem o livro nem o ERP têm o cliente «" + e.cliente + "».";
-    } else if (e_a("movimentos", 2, "--cliente --artigo --documento --tipo")) {
-        const PedidoMovimentos pedido{data(p[1]), data(p[2]), e.especie, e.artigo, e.cliente, e.documento};
-        if (pedido.ate < pedido.de) throw base::Falha("O período acaba antes de começar.");
-        opcoes.consulta = [pedido](const Meios& m, Destino& d) { return movimentos(m, pedido, d); };
-        opcoes.nada = "«" + e.documento + "» não é um documento.";
-    } else if (e_a("procura", 1, "")) {
-        opcoes.consulta = [texto = p[1]](const Meios& m, Destino& d) { return procura(m, texto, d); };
-        opcoes.nada = "Nada foi encontrado com " + opcoes.nada + ".";
-    } else {
-        throw base::Falha("«" + p[0] + "» não é uma consulta.\n\n" + uso());
+    if (e_a("artigo", 1, "")) return PedidoArtigo{p[1]};
+    if (e_a("cliente", 1, "--data")) return PedidoCliente{.codigo = p[1], .data = e.data};
+    if (e_a("documento", 1, "")) return PedidoDocumento{p[1]};
+    if (e_a("parados", 1, "--data --cliente")) return PedidoParados{dias(p[1]), e.cliente, e.data};
+    if (e_a("movimentos", 2, "--cliente --artigo --documento --tipo")) {
+        PedidoMovimentos este{data(p[1]), data(p[2]), e.especie, e.artigo, e.cliente, e.documento};
+        if (este.ate < este.de) throw base::Falha("O período acaba antes de começar.");
+        return este;
     }
+    if (e_a("procura", 1, "")) return PedidoProcura{p[1]};
+    throw base::Falha("«" + p[0] + "» não é uma consulta.\n\n" + uso());
 }
 
 } // namespace
 
 std::string uso() {
-    return "Uso: orvex-consulta CONSULTA [opções]\n"
-           "Responde pelo livro da instalação, sem nada alterar. As consultas são:\n\n"
+    return "Uso: orvex-consulta [CONSULTA] [opções]\n"
+           "Responde pelo livro da instalação, sem nada alterar; sem consulta, abre a janela. As consultas "
+           "são:\n\n"
            "  artigo CÓDIGO               quem o tem, desde quando, e toda a sua vida\n"
            "  cliente CÓDIGO              o que tem em seu poder, há quanto tempo, e o que está em aberto\n"
            "  documento GR/5/12           as linhas, a origem de cada uma, e o que voltou\n"
@@ -119,6 +108,7 @@ std::string uso() {
            "  --tipo TIPO                 só guia, devolução, sobra, quebra, consumo, transferência ou "
            "outro\n"
            "                              (movimentos)\n"
+           "  --janela                    na janela, em vez de aqui\n"
            "  --csv                       para folhas de cálculo, em texto\n"
            "  --xlsx FICHEIRO             para folhas de cálculo, num livro delas\n"
            "  --json                      para outros programas\n"
@@ -132,11 +122,7 @@ Opcoes le_argumentos(std::span<const std::string> argumentos) {
     int formatos = 0;
     for (std::size_t i = 0; i < argumentos.size(); ++i) {
         const std::string& argumento = argumentos[i];
-        const auto valor = [&]() -> const std::string& {
-            if (i + 1 == argumentos.size() || argumentos[i + 1].empty())
-                throw base::Falha("A opção " + argumento + " precisa de um valor.");
-            return argumentos[++i];
-        };
+        const auto valor = [&] { return valor_da_opcao(argumentos, i); };
         const auto formato = [&](Formato qual) {
             opcoes.formato = qual;
             if (++formatos > 1) throw base::Falha("Indique um só formato.");
@@ -150,6 +136,8 @@ Opcoes le_argumentos(std::span<const std::string> argumentos) {
             formato(Formato::json);
         else if (argumento == "--help" || argumento == "--ajuda")
             opcoes.ajuda = true;
+        else if (argumento == "--janela")
+            opcoes.janela = true;
         else if (argumento == "--data")
             escritos.data = data(valor());
         else if (argumento == "--cliente")
@@ -168,8 +156,11 @@ Opcoes le_argumentos(std::span<const std::string> argumentos) {
             throw base::Falha("Argumento desconhecido: «" + argumento + "».");
     }
     if (opcoes.ajuda) return opcoes;
-    if (escritos.palavras.empty()) throw base::Falha("Falta a consulta.\n\n" + uso());
-    prepara(opcoes, escritos);
+    if (!escritos.palavras.empty()) opcoes.pedido = pedido(escritos);
+    const bool sem_consulta = escritos == Escritos() && formatos == 0;
+    if (!opcoes.pedido && !sem_consulta) throw base::Falha("Falta a consulta.\n\n" + uso());
+    if (opcoes.janela && formatos > 0) throw base::Falha("A opção --janela não escreve em formato nenhum.");
+    opcoes.janela = opcoes.janela || sem_consulta;
     return opcoes;
 }
 

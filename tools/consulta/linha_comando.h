@@ -1,10 +1,10 @@
 // What was asked for on the command line, as an enquiry.
 #pragma once
 
-#include "livro/consultas/consultas.h"
+#include "livro/consultas/pedido.h"
 
 #include <filesystem>
-#include <functional>
+#include <optional>
 #include <span>
 
 namespace orvex::consulta {
@@ -16,9 +16,8 @@ struct Opcoes {
     bool ajuda = false;
     Formato formato = Formato::texto;
     std::filesystem::path ficheiro{}; // of the xlsx
-    // The enquiry; false where what is asked for does not exist, which `nada` then says.
-    std::function<bool(const livro::consultas::Meios&, livro::consultas::Destino&)> consulta{};
-    std::string nada{};
+    bool janela = false;              // on the enquiry, if there is one; else it is answered here
+    std::optional<livro::consultas::Pedido> pedido{};
 };
 
 std::string uso();

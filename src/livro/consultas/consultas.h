@@ -31,6 +31,7 @@ struct PedidoCliente {
     std::string codigo;
     std::optional<base::DataHora> data{}; // nothing: as the ledger stands
     std::optional<base::DataHora> de{};   // notes and returns from this day on; nothing: of a year
+    friend bool operator==(const PedidoCliente&, const PedidoCliente&) = default;
 };
 // What the client holds, its age, what is open, notes and returns until the date, and the last 24 months.
 bool cliente(const Meios& meios, const PedidoCliente& pedido, Destino& destino);
@@ -42,6 +43,7 @@ struct PedidoParados {
     int dias = 0;        // out for longer than so many
     std::string cliente; // empty: any
     std::optional<base::DataHora> data{};
+    friend bool operator==(const PedidoParados&, const PedidoParados&) = default;
 };
 // Oldest first.
 bool parados(const Meios& meios, const PedidoParados& pedido, Destino& destino);
@@ -49,6 +51,7 @@ bool parados(const Meios& meios, const PedidoParados& pedido, Destino& destino);
 struct PedidoMovimentos {
     base::DataHora de, ate;                                  // days, both included
     std::string especie{}, artigo{}, cliente{}, documento{}; // empty: any; `especie` is one of `especies()`
+    friend bool operator==(const PedidoMovimentos&, const PedidoMovimentos&) = default;
 };
 // Oldest first, with a total for each kind.
 bool movimentos(const Meios& meios, const PedidoMovimentos& pedido, Destino& destino);

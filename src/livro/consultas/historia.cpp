@@ -13,8 +13,6 @@ using base::DataHora;
 using base::Moeda;
 using base::Variante;
 
-constexpr const char* sem_inicio = "O livro não tem o início deste artigo: veio por outra via";
-
 namespace coluna {
 enum Coluna : std::size_t {
     NumSerie,
@@ -82,8 +80,8 @@ class Percurso {
     void anda(const Registo& r) {
         posse.da_linha.clear();
         posse.ha ? continua(r) : comeca(r);
-        if (!r.Quantidade) ressalva("Há um movimento sem peso");
-        if (!r.Data) ressalva("Há um movimento sem data");
+        if (!r.Quantidade) ressalva(movimento_sem_peso);
+        if (!r.Data) ressalva(movimento_sem_data);
         if (!anterior_ || !mesmo_codigo(r.Cliente, posse.detentor)) posse.desde = r.Data;
         posse.detentor = r.Cliente;
         posse.na_orvex = r.da_orvex;

@@ -73,6 +73,10 @@ struct Resumo {
 };
 std::optional<Resumo> resumo_da_posse(const std::vector<Registo>& registos, int ate_ao_dia);
 
+// Some of the reservations, for who must know them.
+inline constexpr const char* sem_inicio = "O livro não tem o início deste artigo: veio por outra via";
+inline constexpr const char* movimento_sem_peso = "Há um movimento sem peso";
+inline constexpr const char* movimento_sem_data = "Há um movimento sem data";
 void junta_ressalva(std::string& ressalvas, const std::string& esta);
 
 } // namespace orvex::livro::consultas

@@ -17,6 +17,11 @@ std::unique_ptr<livro::consultas::Destino> texto(std::ostream& saida);
 // something else (a code of digits, a text that begins like a formula) is written as the text it is.
 std::unique_ptr<livro::consultas::Destino> csv(std::ostream& saida);
 
+// For the clipboard, without totals too: cells with tabs between, and tables in which texts are said to be
+// texts and numbers numbers, whole once it is destroyed. What would begin another cell or row is a blank.
+std::unique_ptr<livro::consultas::Destino> tabulado(std::ostream& saida);
+std::unique_ptr<livro::consultas::Destino> html(std::ostream& saida);
+
 // {"vista", "titulo", "filtros", "quadros": [{"quadro", "titulo", "colunas", "linhas", "totais"}]}; rows are
 // objects by the columns' keys, dates yyyy-mm-dd, weights numbers in tonnes. Whole once it is destroyed.
 std::unique_ptr<livro::consultas::Destino> json(std::ostream& saida);
