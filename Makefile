@@ -3,8 +3,8 @@
 CONSTRUCAO := build
 PASTA_DEMO := demo
 PACOTES := g++ cmake ninja-build qt6-base-dev libsqlite3-dev libsqlitecpp-dev unixodbc-dev tdsodbc zlib1g-dev \
-	nlohmann-json3-dev libxlsxwriter-dev fonts-dejavu-core cmark-gfm
-PACOTES_TESTE := libgtest-dev libgmock-dev clang-format
+	nlohmann-json3-dev libxlsxwriter-dev libzint-dev fonts-dejavu-core cmark-gfm
+PACOTES_TESTE := libgtest-dev libgmock-dev libzbar-dev clang-format
 EM_FALTA = $(shell for p in $(PACOTES) $(1); do \
 	dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done)
 

@@ -3,8 +3,8 @@
 #
 #     dependencias.sh 64|32 PASTA [base|qt ...]      both parts, unless some are named
 #
-# base is SQLite, SQLiteCpp, the library of workbooks, GoogleTest and the headers of the JSON library: a minute or two,
-# and all that the tests need. qt is Core, Gui, Widgets and PrintSupport: half an hour. What was built by the same
+# base is SQLite, SQLiteCpp, the libraries of workbooks and of barcodes, GoogleTest and the headers of the JSON library:
+# a minute or two, and all that the tests need. qt is Core, Gui, Widgets and PrintSupport: half an hour. What was built by the same
 # compiler from the same versions and in the same way stays as it is.
 set -euo pipefail
 
@@ -77,6 +77,17 @@ constroi_libxlsxwriter() {
     com_cmake . construcao -DBUILD_SHARED_LIBS=OFF
 }
 
+# The library alone, without pictures in PNG: there is no option against the program and the shared library.
+constroi_zint() {
+    fonte zint "$1"
+    licenca zint
+    cmake -G Ninja -S . -B construcao -DCMAKE_TOOLCHAIN_FILE="$CADEIA" -DORVEX_BITS="$BITS" \
+        -DCMAKE_BUILD_TYPE=Release -DZINT_STATIC=ON -DZINT_USE_{PNG,QT}=OFF
+    cmake --build construcao --target zint-static
+    install -Dm 644 construcao/backend/libzint-static.a "$PASTA/lib/libzint.a"
+    install -Dm 644 backend/zint.h "$PASTA/include/zint.h"
+}
+
 # The packages of these two are sources themselves.
 constroi_googletest() {
     cd "$OBRA"
@@ -137,6 +148,7 @@ for parte; do
         constroi sqlite3 "$(versao_da_fonte sqlite3)"
         constroi sqlitecpp "$(versao_da_fonte sqlitecpp)"
         constroi libxlsxwriter "$(versao_da_fonte libxlsxwriter)"
+        constroi zint "$(versao_da_fonte zint)"
         constroi googletest "$(instalada googletest)"
         constroi nlohmann-json3-dev "$(instalada nlohmann-json3-dev)"
         ;;

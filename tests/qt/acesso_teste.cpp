@@ -152,13 +152,13 @@ TEST_F(NasGuias, TabPassaDaGrelhaDaGuiaAosCamposDoTransporteCtrlTabViraAPaginaEO
 TEST_F(NasGuias, OMenuDasGrelhasOfereceOQueSePodeECopiaComOsTitulos) {
     joga("«CL'1», Return, Alt+F, Shift+F10");
     ASSERT_NE(menu(), nullptr);
-    EXPECT_EQ(accoes(), "&Copiar a|Copiar &todas|Escolher|");
+    EXPECT_EQ(accoes(), "&Copiar a|Copiar &todas|Consultar o|Escolher|");
     QTest::keyClicks(menu(), "EA9");
     EXPECT_EQ(com_teclado(), "Detalhe") << "what a reader sends";
     carrega_na_ultima();
     EXPECT_EQ(com_teclado(), "Gr");
     joga("Shift+F10");
-    EXPECT_EQ(accoes(), "&Copiar a|Copiar &todas|") << "the first line stays";
+    EXPECT_EQ(accoes(), "&Copiar a|Copiar &todas|Consultar o|") << "the first line stays";
     QTest::keyClick(menu(), Qt::Key_T);
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString().substr(0, 6), "Artigo");
     EXPECT_EQ(QGuiApplication::clipboard()->text().count('\n'), 2);
@@ -168,7 +168,7 @@ TEST_F(NasGuias, OMenuDasGrelhasOfereceOQueSePodeECopiaComOsTitulos) {
     QContextMenuEvent pedido(QContextMenuEvent::Mouse, segunda,
                              em<QTableView>("Gr").viewport()->mapToGlobal(segunda));
     QCoreApplication::sendEvent(em<QTableView>("Gr").viewport(), &pedido);
-    EXPECT_EQ(accoes(), "&Copiar a|Copiar &todas|Apagar a|");
+    EXPECT_EQ(accoes(), "&Copiar a|Copiar &todas|Consultar o|Apagar a|");
     carrega_na_ultima();
     EXPECT_TRUE(ecra.Gr.texto(1, "Artigo").empty());
 
@@ -191,7 +191,7 @@ TEST_F(NasGuias, F1MostraTeclasESessaoParaCopiarEAbreOGuia) {
             QTest::keyClick(&ajuda, Qt::Key_C, Qt::AltModifier);
             QTRY_VERIFY(QGuiApplication::clipboard()->text().contains("Utilizador\tdemo"));
             for (const char* linha : {"Alt+L\tCliente: F4 lista", "Alt+C\tConfirmar", "Alt+Q\tLocal Carga",
-                                      "Ctrl+Tab", "Ctrl+P\tImprimir a guia"})
+                                      "Ctrl+Tab", "Ctrl+I\tAbrir na consulta", "Ctrl+P\tImprimir a guia"})
                 EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(linha)) << linha;
             QTest::keyClick(&ajuda, Qt::Key_Escape);
         });

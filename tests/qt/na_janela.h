@@ -14,6 +14,11 @@ template <typename TBancada, typename TJanela>
 struct NaJanela : TBancada {
     explicit NaJanela(auto... argumentos)
         : TBancada(argumentos...), qt(this->ecra, {"Bobines, Lda.", "SQLite", "demo", true}) {
+        qt.define_consulta([this](const common::CodigoEscrito& codigo) {
+            consultas +=
+                (codigo.de == common::CodigoDe::artigo ? "artigo " : "cliente ") + codigo.codigo + "|";
+            return impedimento;
+        });
         qt.abre();
         activa();
     }
@@ -74,6 +79,8 @@ struct NaJanela : TBancada {
         return {w.mapTo(&qt, QPoint()), w.size()};
     }
 
+    std::string consultas;   // what was to be opened there, each with a bar behind
+    std::string impedimento; // what keeps it from that
     TJanela qt;
 };
 

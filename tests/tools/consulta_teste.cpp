@@ -48,10 +48,10 @@ TEST_F(Consulta, RespondeEmCadaFormatoENadaAlteraNemCria) {
                             "procura '%'", "parados 1 --cliente NADA"})
         EXPECT_EQ(corre(sem).first, 2) << sem;
     for (const char* errada :
-         {"", "artigo", "artigo A B", "nada X", "parados x", "movimentos 2026-01-01",
+         {"artigo", "artigo A B", "nada X", "parados x", "movimentos 2026-01-01",
           "movimentos 2026-01-02 2026-01-01", "artigo A --data ontem", "artigo A --data 2026-01-01",
           "cliente C0013 --data 31-10-26", "movimentos 2026-01-01 9999-12-31", "artigo A --csv --json",
-          "movimentos 2026-01-01 2026-01-02 --tipo nada", "--xpto"})
+          "--csv", "--janela --json artigo A", "movimentos 2026-01-01 2026-01-02 --tipo nada", "--xpto"})
         EXPECT_THAT(corre(errada), Pair(1, HasSubstr("Nada foi consultado."))) << errada;
     EXPECT_EQ(ficheiros(), antes);
 }

@@ -1,9 +1,9 @@
 // orvex-consulta: asks the ledger, and changes nothing.
-#include "linha_comando.h"
+#include "janela.h"
 #include "platform/saidas/saidas.h"
 #include "platform/saidas/xlsx.h"
-#include "tools/comum/empresa_para_ler.h"
 #include "tools/comum/exame_da_instalacao.h"
+#include "tools/consulta/fonte.h"
 
 #include <sstream>
 
@@ -27,25 +27,21 @@ std::unique_ptr<livro::consultas::Destino> saida(const Opcoes& opcoes, std::ostr
 int consulta_instalacao(const Opcoes& opcoes, const startup::PastasInstalacao& pastas) {
     constexpr int espera_da_instrucao = 300;
     const livro::Casa casa = livro::Casa::le(startup::Parametros(pastas.programa));
-    const EmpresaParaLer empresa = empresa_para_ler(pastas, espera_da_instrucao);
     std::ostringstream texto;
     std::unique_ptr<platform::saidas::Xlsx> folhas;
     bool ha = false;
-    const bool inteira = le_em_repouso(empresa.aspecto, [&] {
-        const auto BD = empresa.abre();
-        const Meios meios{*BD, casa, base::DataHora::agora()};
+    le_da_empresa(empresa_para_ler(pastas, espera_da_instrucao), casa, [&](const Meios& meios) {
         folhas.reset();
         texto.str({});
         if (opcoes.formato == Formato::xlsx) {
             folhas = std::make_unique<platform::saidas::Xlsx>(opcoes.ficheiro);
-            ha = opcoes.consulta(meios, *folhas);
+            ha = responde(meios, *opcoes.pedido, *folhas);
         } else {
-            ha = opcoes.consulta(meios, *saida(opcoes, texto));
+            ha = responde(meios, *opcoes.pedido, *saida(opcoes, texto));
         }
     });
-    if (!inteira) throw base::Falha("A empresa foi aberta e fechada por outros durante a leitura.");
     if (!ha) {
-        std::cerr << opcoes.nada << "\n";
+        std::cerr << nada(*opcoes.pedido) << "\n";
         return ha_defeitos;
     }
     if (folhas) folhas->acaba();
@@ -54,8 +50,21 @@ int consulta_instalacao(const Opcoes& opcoes, const startup::PastasInstalacao& p
     return tudo_certo;
 }
 
+// A command line that is wrong is said at the prompt.
+std::optional<Opcoes> pede_janela(std::span<const std::string> argumentos) {
+    try {
+        Opcoes opcoes = le_argumentos(argumentos);
+        if (opcoes.janela && !opcoes.ajuda) return opcoes;
+    } catch (const base::Falha&) {
+    }
+    return {};
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    const auto linha = base::linha_de_comando(argc, argv);
+    if (const auto opcoes = pede_janela(std::span(linha).subspan(1)))
+        return corre_janela(argc, argv, *opcoes);
     return exame_da_instalacao(argc, argv, le_argumentos, uso(), consulta_instalacao, "Nada foi consultado.");
 }

@@ -24,6 +24,12 @@ int le_largura(const QString& chave, int habitual) {
 
 void guarda_largura(const QString& chave, int largura) { Memoria().setValue("Colunas/" + chave, largura); }
 
+QString le_escolha(const QString& chave) { return Memoria().value("Escolhas/" + chave).toString(); }
+
+void guarda_escolha(const QString& chave, const QString& valor) {
+    Memoria().setValue("Escolhas/" + chave, valor);
+}
+
 LugarDaJanela::LugarDaJanela(QString chave) : chave_(std::move(chave)) {}
 
 LugarDaJanela::~LugarDaJanela() = default;

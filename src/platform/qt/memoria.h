@@ -16,6 +16,9 @@ namespace orvex::platform::qt {
 int le_largura(const QString& chave, int habitual); // pixels
 void guarda_largura(const QString& chave, int largura);
 
+QString le_escolha(const QString& chave); // as it was kept; empty where none was
+void guarda_escolha(const QString& chave, const QString& valor);
+
 // Size and place of a window. When none is kept, or its screen has gone, it gets `habitual` as far as the
 // screen allows. While one of the same name is open, in this program or another, the next one opens beside it
 // and its place is not kept.

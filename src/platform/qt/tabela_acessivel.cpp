@@ -31,6 +31,8 @@ class Celula : public QAccessibleInterface, public QAccessibleTableCellInterface
     void setText(QAccessible::Text, const QString&) override {}
 
     QString text(QAccessible::Text qual) const override {
+        if (isValid() && !titulo_ && qual == QAccessible::Description)
+            return indice_.data(Qt::AccessibleDescriptionRole).toString();
         if (!isValid() || (qual != QAccessible::Name && qual != QAccessible::Value)) return {};
         if (titulo_) return vista_->model()->headerData(coluna_, Qt::Horizontal).toString();
         if (const QVariant marca = indice_.data(Qt::CheckStateRole); marca.isValid())
@@ -141,10 +143,16 @@ class Tabela : public QAccessibleWidget, public QAccessibleTableInterface {
     }
     QString rowDescription(int) const override { return {}; }
 
-    // Rows are chosen whole, one at a time.
+    // Rows are chosen whole; one at a time, where a table does not let several be marked.
     QList<int> selectedRows() const override {
         const QModelIndex actual = vista_->currentIndex();
-        return actual.isValid() ? QList<int>{actual.row()} : QList<int>{};
+        if (vista_->selectionMode() != QAbstractItemView::ExtendedSelection)
+            return actual.isValid() ? QList<int>{actual.row()} : QList<int>{};
+        QList<int> linhas;
+        for (const QItemSelectionRange& parte : vista_->selectionModel()->selection())
+            for (int linha = parte.top(); linha <= parte.bottom(); ++linha)
+                linhas << linha;
+        return linhas;
     }
     int selectedRowCount() const override { return int(selectedRows().size()); }
     bool isRowSelected(int linha) const override { return selectedRows().contains(linha); }

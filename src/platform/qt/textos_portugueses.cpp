@@ -60,7 +60,7 @@ constexpr Palavra palavras[] = {
 };
 
 constexpr std::array contextos = {"QPlatformTheme", "QDialogButtonBox", "QMessageBox", "QLineEdit",
-                                  "QAbstractSpinBox", "QScrollBar", "QTabBar",
+                                  "QAbstractSpinBox", "QScrollBar", "QTabBar", "QWidgetTextControl",
                                   // of choosing a file and of printing
                                   "QFileDialog", "QFileSystemModel", "QSidebar", "QAbstractPrintDialog",
                                   "QPrintDialog", "QPrintWidget", "QPrintPropertiesWidget",

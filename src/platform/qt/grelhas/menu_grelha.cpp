@@ -75,6 +75,7 @@ void VistaGrelha::abre_menu(QPoint lugar) {
     QMenu* menu = novo_menu(*this);
     menu->addSeparator();
     const bool com_algo = currentIndex().isValid() && !em_branco(*this, currentIndex().row());
+    if (ecra_.codigo_actual()) menu->addAction("Consultar o artigo", this, [this] { janela_.consulta(); });
     if (grelha_.DblClick && com_algo)
         menu->addAction("Escolher", this, [this] { ecra_.utilizador_duplo_clique(grelha_); });
     if (grelha_.permite_apagar && grelha_.Enabled && (!grelha_.PodeApagar || grelha_.PodeApagar()))

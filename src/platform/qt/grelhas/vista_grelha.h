@@ -38,6 +38,7 @@ class VistaGrelha : public QTableView {
         std::function<void(int passos)> avanca = [](int) {};
         std::function<bool()> entra = [] { return true; }; // the keyboard, as by a click; false when refused
         std::function<void(const QString& texto)> diz = [](const QString&) {}; // in the status line
+        std::function<void()> consulta = [] {};                                // the current row's article
     };
     void define_janela(Janela janela) { janela_ = std::move(janela); }
     bool larga_procura() { return procura_.larga(); } // false when nothing was searched for

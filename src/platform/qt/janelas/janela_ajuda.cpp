@@ -55,7 +55,7 @@ JanelaAjuda::JanelaAjuda(QWidget& pai, const QString& teclas, const EstadoSessao
     texto->setAccessibleName("Ajuda");
     texto->setReadOnly(true);
     texto->setTabChangesFocus(true);
-    texto->setTabStopDistance(texto->fontMetrics().horizontalAdvance("Utilizador    "));
+    texto->setTabStopDistance(texto->fontMetrics().horizontalAdvance("Ctrl+Shift+Tab   "));
     texto->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     auto* botoes = new QHBoxLayout;

@@ -138,7 +138,8 @@ std::string JanelaQt::escolhe(const common::ListaPesquisa& lista) {
         std::optional<JanelaLista> janela;
         {
             const CursorEspera espera;
-            janela.emplace(this, lista, ecra_.formato());
+            janela.emplace(this, lista, ecra_.formato(),
+                           [this](const auto& codigo) { return consulta(codigo); });
         }
         janela->exec();
         return janela->escolha();

@@ -17,6 +17,8 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 class QSplitter;
@@ -33,6 +35,10 @@ class JanelaQt : public QWidget, public common::Janela {
     common::Ecra& ecra() const { return ecra_; }
     // Called once, when the window has closed.
     void define_ao_fechar(std::function<void()> ao_fechar) { ao_fechar_ = std::move(ao_fechar); }
+    // Opens an item or client in the program of the enquiries. Gives what kept it from that, for the user;
+    // nothing once that program was started.
+    using AbreConsulta = std::function<std::string(const common::CodigoEscrito& codigo)>;
+    void define_consulta(AbreConsulta abre) { abre_consulta_ = std::move(abre); }
     // Shows the window as it was left the last time, and starts the screen.
     void abre();
 
@@ -50,6 +56,7 @@ class JanelaQt : public QWidget, public common::Janela {
     void larga_edicao(); // of an open cell, unstored
     // In the status line, until the next key.
     void diz(const QString& texto) { linha_estado_->mostra_aviso(texto); }
+    void consulta_o_actual(); // what the keyboard is on; everything stays as it is
     // True where nothing would be lost, or the user says that it may be.
     bool pode_sair();
     // Brings the keyboard to a control, as a click does, be it on another page.
@@ -96,6 +103,7 @@ class JanelaQt : public QWidget, public common::Janela {
     bool tecla(Vinculo& vinculo, QKeyEvent& evento);
     void teclas_da_janela();
     void mostra_ajuda();
+    QString consulta(const std::optional<common::CodigoEscrito>& codigo) const; // what came of it
     QString texto_das_teclas() const;
     VinculoSeparadores* separadores() const; // none where there are no pages
     void vira_pagina(int passos);
@@ -112,6 +120,7 @@ class JanelaQt : public QWidget, public common::Janela {
     QHash<const QObject*, Vinculo*> por_alvo_;
     std::vector<std::pair<QSplitter*, QString>> divisoes_;
     std::function<void()> ao_fechar_;
+    AbreConsulta abre_consulta_ = [](const auto&) { return "A consulta não está instalada."; };
     const common::Controlo* ultimo_foco_ = nullptr;
     int caixas_ = 0;
     int caixas_antes_ = 0;

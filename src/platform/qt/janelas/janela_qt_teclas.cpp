@@ -1,6 +1,7 @@
 // The keys that a window has wherever the keyboard is in it.
 #include "platform/qt/janelas/janela_ajuda.h"
 #include "platform/qt/janelas/janela_qt.h"
+#include "platform/qt/textos.h"
 
 #include <QLayout>
 #include <QShortcut>
@@ -16,6 +17,10 @@ void JanelaQt::teclas_da_janela() {
         connect(atalho, &QShortcut::activated, this, accao);
     };
     tecla("F1", [this] { mostra_ajuda(); });
+    auto* consulta = new QShortcut(QKeySequence("Ctrl+I"), this);
+    consulta->setWhatsThis("Abrir na consulta o artigo ou o cliente em que está");
+    consulta->setAutoRepeat(false); // each opens a window
+    connect(consulta, &QShortcut::activated, this, [this] { consulta_o_actual(); });
     auto* botao = new QToolButton; // for the mouse, and to be found
     botao->setObjectName("botao_ajuda");
     botao->setText("?");
@@ -95,6 +100,19 @@ QString JanelaQt::texto_das_teclas() const {
 void JanelaQt::mostra_ajuda() {
     if (ocupado_) return;
     JanelaAjuda(*this, texto_das_teclas(), sessao_).exec();
+}
+
+void JanelaQt::consulta_o_actual() {
+    if (!ocupado_) diz(consulta(ecra_.codigo_actual()));
+}
+
+QString JanelaQt::consulta(const std::optional<common::CodigoEscrito>& codigo) const {
+    if (!codigo) return "Aqui não há artigo nem cliente para consultar.";
+    const std::string impedimento = abre_consulta_(*codigo);
+    if (!impedimento.empty()) return qs(impedimento);
+    return (codigo->de == common::CodigoDe::artigo ? "A abrir na consulta o artigo "
+                                                   : "A abrir na consulta o cliente ") +
+           qs(codigo->codigo) + "...";
 }
 
 } // namespace orvex::platform::qt

@@ -3,13 +3,12 @@
 #include "platform/qt/aplicacao.h"
 #include "platform/qt/caixa.h"
 #include "platform/qt/dica_do_cortado.h"
+#include "platform/qt/pecas.h"
 #include "platform/qt/textos.h"
 #include "platform/qt/vinculos/limite_texto.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -40,11 +39,13 @@ std::vector<bool> colunas_ocultas(const common::ListaPesquisa& lista) {
 
 } // namespace
 
-JanelaLista::JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato)
+JanelaLista::JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato,
+                         const Consulta& consulta)
     : QDialog(pai), modelo_(lista.ligacao.Consulta(lista.sql), formato, colunas_ocultas(lista)) {
     setObjectName("ListaPesquisa");
     setWindowTitle(qs(lista.titulo));
     constroi(lista);
+    if (lista.codigo_de != common::CodigoDe::nada) prepara_consulta(lista.codigo_de, consulta);
     filtra({});
     inicial_ = qs(lista.inicial).trimmed();
     comeca_do_campo();
@@ -81,7 +82,12 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
     vista_->setItemDelegate(new DicaDoCortado(vista_));
     poe_larguras(lista);
 
-    auto* ajuda = new QLabel("Enter escolhe   Esc abandona   Ctrl+1, Ctrl+2, ... ordena");
+    teclas_ = "Enter escolhe   Esc abandona   Ctrl+1, Ctrl+2, ... ordena";
+    if (lista.codigo_de != common::CodigoDe::nada) teclas_ += "   Ctrl+I consulta";
+    ajuda_ = new EtiquetaElidida;
+    ajuda_->setObjectName("teclas");
+    ajuda_->setText(teclas_);
+    ajuda_->setMinimumWidth(ajuda_->sizeHint().width());
     contagem_ = new QLabel;
     contagem_->setObjectName("contagem");
     auto* escolher = new QPushButton("&Escolher");
@@ -97,7 +103,7 @@ void JanelaLista::constroi(const common::ListaPesquisa& lista) {
     auto* disposicao = new QVBoxLayout(this);
     disposicao->addWidget(filtro_);
     disposicao->addWidget(vista_, 1);
-    disposicao->addWidget(ajuda);
+    disposicao->addWidget(ajuda_);
     disposicao->addLayout(rodape);
 
     filtro_->installEventFilter(this);
@@ -232,50 +238,6 @@ void JanelaLista::ordena_por(int coluna, Qt::SortOrder ordem) {
     larga_o_procurado();
     le([&] { modelo_.ordena(coluna, ordem); });
     if (modelo_.rowCount() > 0) vista_->selectRow(0);
-}
-
-void JanelaLista::ordena_pelo_teclado(int posicao) {
-    QHeaderView* titulos = vista_->horizontalHeader();
-    for (int c = 0; c < modelo_.columnCount(); ++c) {
-        if (vista_->isColumnHidden(c) || --posicao > 0) continue;
-        const bool ascendente =
-            titulos->sortIndicatorSection() == c && titulos->sortIndicatorOrder() == Qt::AscendingOrder;
-        titulos->setSortIndicator(c, ascendente ? Qt::DescendingOrder : Qt::AscendingOrder);
-        return;
-    }
-}
-
-bool JanelaLista::eventFilter(QObject* alvo, QEvent* evento) {
-    if (evento->type() != QEvent::KeyPress) return QDialog::eventFilter(alvo, evento);
-    const auto& tecla = static_cast<QKeyEvent&>(*evento);
-    const int codigo = tecla.key();
-    if (codigo == Qt::Key_Return || codigo == Qt::Key_Enter) {
-        accept();
-        return true;
-    }
-    if (tecla.modifiers().testFlag(Qt::ControlModifier) && codigo >= Qt::Key_1 && codigo <= Qt::Key_9) {
-        ordena_pelo_teclado(codigo - Qt::Key_0);
-        return true;
-    }
-    const bool move = codigo == Qt::Key_Up || codigo == Qt::Key_Down || codigo == Qt::Key_PageUp ||
-                      codigo == Qt::Key_PageDown;
-    if (move) larga_o_procurado();
-    if (alvo == filtro_ && move) {
-        QKeyEvent copia(QEvent::KeyPress, codigo, tecla.modifiers());
-        vista_->removeEventFilter(this);
-        QCoreApplication::sendEvent(vista_, &copia);
-        vista_->installEventFilter(this);
-        return true;
-    }
-    // Letters typed over the rows go on with the search.
-    if (alvo == vista_ && !tecla.matches(QKeySequence::Copy) && !tecla.text().isEmpty() &&
-        tecla.text().front().isPrint()) {
-        filtro_->setFocus();
-        QKeyEvent copia(QEvent::KeyPress, codigo, tecla.modifiers(), tecla.text());
-        QCoreApplication::sendEvent(filtro_, &copia);
-        return true;
-    }
-    return QDialog::eventFilter(alvo, evento);
 }
 
 void JanelaLista::accept() {

@@ -25,8 +25,11 @@ inline constexpr int twips_por_pixel = 15;
 
 class JanelaLista : public QDialog {
   public:
+    // Looks a code up, or none, and gives what came of it.
+    using Consulta = std::function<QString(const std::optional<common::CodigoEscrito>& codigo)>;
     // Runs the query at once and reads the first rows; throws what the session throws.
-    JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato);
+    JanelaLista(QWidget* pai, const common::ListaPesquisa& lista, base::FormatoRegional formato,
+                const Consulta& consulta);
 
     // Empty when no row was chosen. A failure that ended the list while its rows were read is thrown here.
     const std::string& escolha() const;
@@ -38,6 +41,7 @@ class JanelaLista : public QDialog {
 
   private:
     void constroi(const common::ListaPesquisa& lista);
+    void prepara_consulta(common::CodigoDe codigo_de, const Consulta& consulta);
     void poe_larguras(const common::ListaPesquisa& lista);
     int largura_pedida(int coluna) const;
     void filtra(const QString& texto);
@@ -54,6 +58,8 @@ class JanelaLista : public QDialog {
     ModeloLista modelo_;
     QLineEdit* filtro_;
     QTableView* vista_;
+    QLabel* ajuda_; // which keys work here or, until the next one, what came of a key
+    QString teclas_;
     QLabel* contagem_;
     QTimer resto_;           // reads what is left, a little at a time, while nothing else is to do
     QString procurado_;      // as it stands in the filter

@@ -1,8 +1,6 @@
 #include "platform/qt/listas/modelo_lista.h"
 
-#include "base/dobrado.h"
 #include "base/ordem.h"
-#include "base/texto.h"
 #include "platform/qt/textos.h"
 
 #include <algorithm>
@@ -50,7 +48,7 @@ bool ModeloLista::le_mais() {
     le_linhas(linhas_de_uma_vez);
     std::vector<int> novas;
     std::copy_if(ordem_.begin() + antes, ordem_.end(), std::back_inserter(novas),
-                 [this](int linha) { return passa(linha); });
+                 [this](int linha) { return dobradas_.passa(linha); });
     if (!novas.empty()) {
         beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(novas.size()) - 1);
         visiveis_.insert(visiveis_.end(), novas.begin(), novas.end());
@@ -60,48 +58,29 @@ bool ModeloLista::le_mais() {
 }
 
 void ModeloLista::dobra_a_lida() {
-    dobrados_ += '\n';
-    for (std::size_t c = 0; c < nomes_.size(); ++c) {
-        if (ocultas_[c]) continue;
-        const base::Variante& celula = valor(total_ - 1, c);
-        if (const auto* texto = std::get_if<std::string>(&celula.valor()))
-            base::dobra_em(*texto, dobrados_);
-        else
-            dobrados_ += mostrado(celula);
-        dobrados_ += '\n'; // no word reaches over two columns
-    }
-    fins_.push_back(dobrados_.size());
-}
-
-std::string_view ModeloLista::dobrada(int linha) const {
-    const auto i = static_cast<std::size_t>(linha);
-    const std::size_t inicio = i == 0 ? 0 : fins_[i - 1];
-    return std::string_view(dobrados_).substr(inicio, fins_[i] - inicio);
-}
-
-bool ModeloLista::passa(int linha) const {
-    return std::all_of(palavras_.begin(), palavras_.end(),
-                       [texto = dobrada(linha)](const std::string& palavra) {
-                           return texto.find(palavra) != std::string_view::npos;
-                       });
+    dobradas_.comeca();
+    for (std::size_t c = 0; c < nomes_.size(); ++c)
+        if (!ocultas_[c]) dobradas_.celula(mostrado(valor(total_ - 1, c)));
+    dobradas_.acaba();
 }
 
 void ModeloLista::filtra(const QString& texto) {
-    const std::string antes = std::exchange(procurado_, base::dobrado(texto.toStdString()));
-    palavras_ = base::divide(procurado_, ' ');
-    std::erase(palavras_, "");
+    const bool mais = dobradas_.procura(texto);
     beginResetModel();
-    // What did not pass with less of the text does not pass with more.
-    if (antes.empty() || !procurado_.starts_with(antes)) visiveis_ = ordem_;
-    if (!palavras_.empty()) std::erase_if(visiveis_, [this](int linha) { return !passa(linha); });
+    if (mais) visiveis_ = ordem_;
+    esconde_as_que_nao_passam();
     endResetModel();
 }
 
+void ModeloLista::esconde_as_que_nao_passam() {
+    if (!dobradas_.passam_todas())
+        std::erase_if(visiveis_, [this](int linha) { return !dobradas_.passa(linha); });
+}
+
 std::optional<int> ModeloLista::linha_exacta(const QString& texto, int desde) const {
-    const std::string celula = "\n" + base::dobrado(texto.trimmed().toStdString()) + "\n";
+    const std::string celula = LinhasDobradas::como_celula(texto);
     for (int linha = desde; linha < rowCount(); ++linha)
-        if (dobrada(visiveis_[static_cast<std::size_t>(linha)]).find(celula) != std::string_view::npos)
-            return linha;
+        if (dobradas_.tem(visiveis_[static_cast<std::size_t>(linha)], celula)) return linha;
     return {};
 }
 
@@ -120,7 +99,7 @@ void ModeloLista::ordena(int coluna, Qt::SortOrder ordem) {
     std::iota(ordem_.begin(), ordem_.end(), 0);
     std::stable_sort(ordem_.begin(), ordem_.end(), menor);
     visiveis_ = ordem_;
-    std::erase_if(visiveis_, [this](int linha) { return !passa(linha); });
+    esconde_as_que_nao_passam();
     endResetModel();
 }
 

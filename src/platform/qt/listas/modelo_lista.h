@@ -3,11 +3,12 @@
 // The first rows are there at once; the others are read as the window finds time, or when they are needed,
 // so that a long list opens as fast as a short one and still lets go of its query soon.
 //
-// Values are kept as they were read, and beside them the text to search in, folded (no case, no accents). The
-// view sees an order of row numbers, so that neither filtering nor sorting moves a value.
+// Values are kept as they were read, and beside them the text to search in. The view sees an order of row
+// numbers, so that neither filtering nor sorting moves a value.
 #pragma once
 
 #include "base/formato_regional.h"
+#include "platform/qt/listas/linhas_dobradas.h"
 #include "startup/sessao_bd.h"
 
 #include <QAbstractTableModel>
@@ -15,7 +16,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace orvex::platform::qt {
@@ -57,8 +57,7 @@ class ModeloLista : public QAbstractTableModel {
     std::string mostrado(const base::Variante& valor) const;
     void le_linhas(std::size_t quantas);
     void dobra_a_lida(); // the last one
-    std::string_view dobrada(int linha) const;
-    bool passa(int linha) const;
+    void esconde_as_que_nao_passam();
 
     base::FormatoRegional formato_;
     std::unique_ptr<startup::ConjuntoRegistos> registos_; // until its last row has been read
@@ -69,10 +68,7 @@ class ModeloLista : public QAbstractTableModel {
     std::size_t total_ = 0;
     std::vector<int> ordem_;    // every row, as sorted
     std::vector<int> visiveis_; // those that pass the filter
-    std::string dobrados_;      // the folded rows end to end, "\na\nb\n"; row i ends at fins_[i]
-    std::vector<std::size_t> fins_;
-    std::vector<std::string> palavras_;
-    std::string procurado_; // the text filtered by, folded
+    LinhasDobradas dobradas_;
 };
 
 } // namespace orvex::platform::qt

@@ -5,68 +5,33 @@
 #include "delivery/guias_remessa.h"
 #include "platform/qt/janelas/janela_qt.h"
 #include "platform/qt/papel/folha.h"
+#include "platform/qt/papel/impressao.h"
 #include "platform/qt/textos.h"
 
-#include <QDir>
-#include <QFileDialog>
 #include <QHBoxLayout>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QPrintDialog>
-#include <QPrinter>
-#include <QPrinterInfo>
-#include <QSaveFile>
+#include <QPagedPaintDevice>
 #include <QShortcut>
-#include <QStandardPaths>
 #include <QToolButton>
 
 namespace orvex::platform::qt {
 namespace {
 
-const QPageLayout folha_a4(QPageSize(QPageSize::A4), QPageLayout::Portrait, {15, 12, 15, 12},
-                           QPageLayout::Millimeter);
-
-QString nome_de(const delivery::FolhaGuia& folha) {
-    return "Guia " + (folha.numero.empty() ? QString("por confirmar") : qs(folha.numero));
-}
-
-QString pasta_dos_documentos() {
-    const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QDir(documentos).exists() ? documentos : QDir::homePath();
-}
-
-const char* causa(QFileDevice::FileError erro) {
-    switch (erro) {
-    case QFileDevice::OpenError:
-    case QFileDevice::PermissionsError:
-    case QFileDevice::RenameError:
-        return "não se pode escrever nesta pasta, ou o ficheiro está aberto noutro programa.";
-    default:
-        return "não há espaço no disco, ou o disco falhou.";
-    }
-}
-
-// Whole or not at all: what was there under this name stays until the new one is.
-QFileDevice::FileError escreve_pdf(const delivery::FolhaGuia& folha, const QString& caminho) {
-    QSaveFile ficheiro(caminho);
-    if (!ficheiro.open(QIODevice::WriteOnly)) return ficheiro.error();
-    {
-        QPdfWriter papel(&ficheiro);
-        papel.setPageLayout(folha_a4);
-        papel.setResolution(600);
-        papel.setTitle(nome_de(folha));
-        QPainter pintor;
-        if (!imprime(folha, papel, pintor)) return QFileDevice::WriteError;
-    }
-    return ficheiro.commit() ? QFileDevice::NoError : ficheiro.error();
+// The note as something to be printed; it must outlive it.
+Impresso impresso(const delivery::FolhaGuia& guia) {
+    return {.o_que = "a guia",
+            .nome = "Guia " + (guia.numero.empty() ? QString("por confirmar") : qs(guia.numero)),
+            .folha = folha_a4(),
+            .teclas_do_pdf = "Ctrl+Shift+P",
+            .dispoe = [&guia](QPagedPaintDevice& papel) {
+                return std::make_unique<Folha>(guia, papel, espaco_de(papel));
+            }};
 }
 
 } // namespace
 
 BotoesPapel::BotoesPapel(JanelaQt& janela, delivery::GuiasRemessa& ecra, const EstadoSessao& sessao,
                          LinhaEstado& linha)
-    : janela_(janela), ecra_(ecra), linha_(linha),
-      empresa_(sessao.empresa + (sessao.demonstracao ? "   EMPRESA DE DEMONSTRAÇÃO" : "")) {
+    : janela_(janela), ecra_(ecra), linha_(linha), empresa_(empresa_no_papel(sessao)) {
     auto* disposicao = new QHBoxLayout(this);
     disposicao->setContentsMargins(0, 0, 0, 0);
     disposicao->setSpacing(2);
@@ -122,42 +87,24 @@ std::optional<delivery::FolhaGuia> BotoesPapel::folha() {
 }
 
 void BotoesPapel::imprime_guia() {
-    const auto guia = folha();
-    if (!guia) return;
-    if (QPrinterInfo::availablePrinterNames().isEmpty())
-        return diz(
-            "Não há impressora neste computador. Guarde a guia em PDF (Ctrl+Shift+P) e imprima-a noutro.");
-    QPrinter impressora(QPrinter::HighResolution);
-    impressora.setPageLayout(folha_a4);
-    impressora.setDocName(nome_de(*guia));
-    QPrintDialog dialogo(&impressora, &janela_);
-    dialogo.setWindowTitle("Imprimir a guia");
-    dialogo.setOptions(QAbstractPrintDialog::PrintShowPageSize | QAbstractPrintDialog::PrintPageRange |
-                       QAbstractPrintDialog::PrintCollateCopies);
-    dialogo.setMinMax(1, folha_em(*guia, impressora).paginas());
-    if (dialogo.exec() != QDialog::Accepted) return;
-    QPainter pintor;
-    if (imprime(*guia, impressora, pintor)) return;
-    impressora.abort(); // before the painter ends, which would send the pages that were taken
-    pintor.end();
-    diz("A guia não foi impressa: a impressora «" + impressora.printerName().toStdString() +
-        "» não a recebeu.");
+    leva([this](const Impresso& guia) { imprime(janela_, guia); });
 }
 
 void BotoesPapel::guarda_pdf() {
+    leva([this](const Impresso& guia) {
+        const QString caminho = qt::guarda_pdf(janela_, guia);
+        if (!caminho.isEmpty()) linha_.mostra_feito("Guia guardada em " + entre_aspas(caminho));
+    });
+}
+
+void BotoesPapel::leva(const std::function<void(const Impresso&)>& faz) {
     const auto guia = folha();
     if (!guia) return;
-    QFileDialog dialogo(&janela_, "Guardar a guia em PDF", pasta_dos_documentos(), "PDF (*.pdf)");
-    dialogo.setAcceptMode(QFileDialog::AcceptSave);
-    dialogo.setDefaultSuffix("pdf");
-    dialogo.selectFile(nome_de(*guia) + ".pdf");
-    if (dialogo.exec() != QDialog::Accepted) return;
-    const QString caminho = dialogo.selectedFiles().constFirst();
-    const std::string nome = "«" + QDir::toNativeSeparators(caminho).toStdString() + "»";
-    const auto erro = escreve_pdf(*guia, caminho);
-    if (erro != QFileDevice::NoError)
-        return diz("Não foi possível gravar o ficheiro " + nome + ": " + causa(erro));
-    linha_.mostra_feito(qs("Guia guardada em " + nome));
+    try {
+        faz(impresso(*guia));
+    } catch (const std::exception& falha) {
+        diz(base::descricao(falha));
+    }
 }
 
 } // namespace orvex::platform::qt

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 namespace orvex::delivery {
@@ -15,6 +16,7 @@ struct FolhaGuia;
 namespace orvex::platform::qt {
 
 class JanelaQt;
+struct Impresso;
 
 // Two small buttons, which also work by their keys from anywhere in the window. The keyboard stays where it
 // is.
@@ -31,6 +33,7 @@ class BotoesPapel : public QWidget {
     std::optional<delivery::FolhaGuia> folha(); // none where there is nothing to put on it, which is said
     void imprime_guia();
     void guarda_pdf();
+    void leva(const std::function<void(const Impresso&)>& faz); // what fails is said
     void diz(const std::string& texto);
 
     JanelaQt& janela_;

@@ -278,7 +278,7 @@ VinculoGrelha::VinculoGrelha(JanelaQt& janela, common::Grelha& grelha, VistaGrel
     vista.define_janela(
         {[this](int passos) { ecra().utilizador_avanca(passos); },
          [this] { return janela_.termina_edicao() && ecra().utilizador_foca(this->controlo()); },
-         [this](const QString& texto) { janela_.diz(texto); }});
+         [this](const QString& texto) { janela_.diz(texto); }, [this] { janela_.consulta_o_actual(); }});
 }
 
 void VinculoGrelha::mostra() {
