@@ -21,6 +21,7 @@ void MovStocks::regista_controlos() {
                     {campos::quantidade, "Nova Existência/Quantidade.", ""},
                     {campos::observacoes, "Observações", "Observações"},
                     {campos::documento, "No. Documento.", "Número Doc."}});
+    campo(campos::artigo).codigo_de = common::CodigoDe::artigo;
     campo(campos::existencia).numerico = campo(campos::quantidade).numerico = true;
     campo(campos::documento).Enabled = false;
     regista_selector(DTPicker1, "DTPicker1", "Data.", "Data");

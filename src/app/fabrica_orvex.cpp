@@ -1,5 +1,6 @@
 #include "app/fabrica_orvex.h"
 
+#include "app/abre_consulta.h"
 #include "app/fabrica_erp.h"
 #include "app/gaveta_da_empresa.h"
 #include "base/caminho.h"
@@ -11,16 +12,12 @@
 #include "platform/operacoes/sistema.h"
 #include "platform/proteccao/proteccao.h"
 #include "platform/qt/aplicacao.h"
-#include "platform/qt/caixa.h"
 #include "platform/qt/espera.h"
 #include "platform/qt/janelas/janela_guias_remessa.h"
 #include "platform/qt/janelas/janela_mov_stocks.h"
 #include "platform/qt/janelas/janela_trf_bobines.h"
+#include "platform/qt/programa.h"
 #include "platform/sqlite/sessao_sqlite.h"
-
-#include <QApplication>
-
-#include <iostream>
 
 namespace orvex::app {
 namespace {
@@ -54,8 +51,9 @@ class EcraComJanela : public startup::EcraArranque {
   public:
     template <typename... Argumentos>
     explicit EcraComJanela(const platform::qt::EstadoSessao& sessao, RegistoOperacoes* registo,
-                           Argumentos&&... argumentos)
+                           platform::qt::JanelaQt::AbreConsulta abre_consulta, Argumentos&&... argumentos)
         : ecra_(std::forward<Argumentos>(argumentos)...), janela_(ecra_, sessao, registo) {
+        janela_.define_consulta(std::move(abre_consulta));
         janela_.define_ao_fechar([this] { ecra_.Form_Terminate(); });
     }
 
@@ -89,23 +87,7 @@ std::unique_ptr<startup::SessaoBD> abre_outra(const startup::DefinicoesBD& defin
     return sessao;
 }
 
-bool alguem_ve() {
-    if (QCoreApplication::startingUp() ||
-        qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
-        return false;
-    const QString sistema = QGuiApplication::platformName();
-    return sistema != "offscreen" && sistema != "minimal";
-}
-
 } // namespace
-
-void diz(const std::string& texto, const std::string& titulo, common::Icone icone) {
-    if (alguem_ve()) {
-        platform::qt::mostra_caixa(nullptr, texto, titulo, icone, common::Botoes::ok);
-    } else {
-        std::cerr << titulo << ": " << texto << '\n';
-    }
-}
 
 std::string FabricaOrvex::abre_protegida(const std::string& protegida) {
     return platform::proteccao::abre(protegida);
@@ -156,18 +138,21 @@ std::shared_ptr<startup::EcraArranque> FabricaOrvex::cria_ecra(startup::TipoEcra
                                   platform::qt::formato_do_sistema(),
                                   base::DataHora::agora,
                                   observadores_};
+    const auto consulta = [instalacao = programa_](const common::CodigoEscrito& codigo) {
+        return abre_consulta(codigo, instalacao);
+    };
     const auto Modo = static_cast<std::int16_t>(modo);
     switch (tipo) {
     case startup::TipoEcra::GuiasRemessa: {
-        auto guias = std::make_shared<EcraGuiasRemessa>(sessao_, registo_, servicos);
+        auto guias = std::make_shared<EcraGuiasRemessa>(sessao_, registo_, consulta, servicos);
         if (diario_ != nullptr && !platform::operacoes::pasta_do_registo().empty())
             guias->janela().define_rascunhos(abre_rascunhos());
         return guias;
     }
     case startup::TipoEcra::MovStocks:
-        return std::make_shared<EcraMovStocks>(sessao_, registo_, servicos, Modo);
+        return std::make_shared<EcraMovStocks>(sessao_, registo_, consulta, servicos, Modo);
     case startup::TipoEcra::TrfBobines:
-        return std::make_shared<EcraTrfBobines>(sessao_, registo_, servicos, Modo);
+        return std::make_shared<EcraTrfBobines>(sessao_, registo_, consulta, servicos, Modo);
     }
     throw base::Falha("Ecrã desconhecido.");
 }
@@ -201,7 +186,7 @@ platform::diario::Rascunhos& FabricaOrvex::abre_rascunhos() {
 void FabricaOrvex::mostra_caixa(const std::string& texto, const std::string& titulo) {
     recusou_ = true;
     if (registo_ != nullptr) registo_->falha(texto);
-    diz(texto, titulo, common::Icone::nenhum);
+    platform::qt::diz(texto, titulo, common::Icone::nenhum);
 }
 
 } // namespace orvex::app

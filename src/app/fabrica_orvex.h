@@ -12,10 +12,6 @@
 
 namespace orvex::app {
 
-// A box, or a line on the error output where nobody sees a box: without a window system, or on a pretended
-// one.
-void diz(const std::string& texto, const std::string& titulo, common::Icone icone);
-
 class FabricaOrvex : public startup::Fabrica {
   public:
     // `programa` is the folder of the executable, where the parameters file is. With a log, which must

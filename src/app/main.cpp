@@ -7,9 +7,7 @@
 #include "platform/consola/consola.h"
 #include "platform/operacoes/registo_operacoes.h"
 #include "platform/operacoes/sistema.h"
-#include "platform/qt/aplicacao.h"
-
-#include <QApplication>
+#include "platform/qt/programa.h"
 
 #include <cstdlib>
 #include <exception>
@@ -29,34 +27,8 @@ platform::operacoes::RegistoOperacoes& registo() {
 void diz_falha(const std::string& texto) {
     registo().falha(texto);
     registo().fim("falha");
-    app::diz(texto, startup::titulo_programa, common::Icone::critico);
+    platform::qt::diz(texto, startup::titulo_programa, common::Icone::critico);
 }
-
-// A failure inside an event ends the event loop and is reported by main; it must not pass through the
-// toolkit.
-class Aplicacao : public QApplication {
-  public:
-    using QApplication::QApplication;
-
-    bool notify(QObject* alvo, QEvent* evento) override {
-        try {
-            return QApplication::notify(alvo, evento);
-        } catch (...) {
-            if (!falha_) falha_ = std::current_exception();
-            exit(1);
-            return true;
-        }
-    }
-
-    int corre() {
-        const int resultado = falha_ ? 1 : exec();
-        if (falha_) std::rethrow_exception(falha_);
-        return resultado;
-    }
-
-  private:
-    std::exception_ptr falha_;
-};
 
 // The argument is the whole command line after the program's name.
 std::string argumento_de(const std::vector<std::string>& linha_de_comando) {
@@ -66,14 +38,6 @@ std::string argumento_de(const std::vector<std::string>& linha_de_comando) {
     return argumento;
 }
 
-// The toolkit ends the process itself where there is no window system to show anything on.
-void sem_sistema_de_janelas(QtMsgType gravidade, const QMessageLogContext&, const QString& texto) {
-    if (gravidade != QtFatalMsg) return;
-    diz_falha("Não foi possível abrir a janela: o programa precisa de um ecrã. (" +
-              texto.simplified().toStdString() + ")");
-    std::_Exit(EXIT_FAILURE);
-}
-
 struct Inicio {
     std::string argumento;
     startup::PastasInstalacao pastas;
@@ -81,7 +45,7 @@ struct Inicio {
 };
 
 // `aplicacao` runs the screen, if the argument names one.
-int corre(const Inicio& inicio, Aplicacao* aplicacao) {
+int corre(const Inicio& inicio, platform::qt::Programa* aplicacao) {
     try {
         if (inicio.defeito) std::rethrow_exception(inicio.defeito);
         app::FabricaOrvex fabrica(inicio.pastas.programa, &registo());
@@ -117,9 +81,6 @@ int main(int argc, char* argv[]) {
         const QCoreApplication nucleo(argc, argv);
         return corre(inicio, nullptr);
     }
-    qInstallMessageHandler(sem_sistema_de_janelas);
-    Aplicacao aplicacao(argc, argv);
-    qInstallMessageHandler(nullptr);
-    platform::qt::prepara_aplicacao(aplicacao);
-    return corre(inicio, &aplicacao);
+    const auto aplicacao = platform::qt::Programa::novo(argc, argv, diz_falha);
+    return corre(inicio, aplicacao.get());
 }

@@ -25,6 +25,14 @@ inline constexpr std::uint32_t cor_fundo = 0xD5DEF2;
 struct Separadores;
 struct Botao;
 
+// What a text is the code of, where it is one that can be looked up.
+enum class CodigoDe { nada, artigo, cliente };
+
+struct CodigoEscrito {
+    CodigoDe de = CodigoDe::nada;
+    std::string codigo;
+};
+
 struct Controlo {
     std::string nome;    // "campo(0)": the name the rules use; also the widget's object name
     std::string Legenda; // the label beside it, which is also its accessible name
@@ -55,6 +63,7 @@ struct Campo : Controlo {
     int MaxLength = 0; // UTF-16 units the user may type; 0 is no limit; never cuts what the program sets
     bool so_leitura = false;
     bool numerico = false; // shown aligned to the right
+    CodigoDe codigo_de = CodigoDe::nada;
 
     void selecciona_tudo();
 };

@@ -1,5 +1,6 @@
 #include "common/ecra.h"
 
+#include "base/texto.h"
 #include "livro/artigos.h"
 
 #include <utility>
@@ -57,6 +58,22 @@ Controlo& Ecra::controlo(std::string_view nome) {
     falta_o_controlo(nome);
 }
 
+std::optional<CodigoEscrito> Ecra::codigo_actual() {
+    CodigoDe de = CodigoDe::nada;
+    std::string escrito;
+    if (const auto* campo = dynamic_cast<const Campo*>(foco().actual())) {
+        de = campo->codigo_de;
+        escrito = campo->Text;
+    } else if (const auto* grelha = dynamic_cast<const Grelha*>(foco().actual());
+               grelha != nullptr && grelha->linha_actual <= grelha->linhas()) {
+        de = CodigoDe::artigo;
+        escrito = grelha->texto(grelha->linha_actual - 1, "Artigo");
+    }
+    std::string codigo(base::apara(escrito));
+    if (de == CodigoDe::nada || codigo.empty()) return std::nullopt;
+    return CodigoEscrito{de, std::move(codigo)};
+}
+
 bool Ecra::AceitaDatas(std::initializer_list<SelectorData*> selectores) {
     for (SelectorData* selector : selectores) {
         if (!selector->do_utilizador() || !selector->Value.a_mais_de_um_ano(agora())) continue;
@@ -95,6 +112,7 @@ double Ecra::PrecoMovimento(const std::string& chave) { return livro::preco_movi
 
 void Ecra::preenche_da_lista(Campo& campo, ListaPesquisa lista) {
     lista.inicial = campo.Text;
+    lista.codigo_de = campo.codigo_de;
     const std::string escolha = escolhe_da_lista(lista);
     if (escolha.empty()) {
         SetFocus(campo);

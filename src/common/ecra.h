@@ -11,6 +11,7 @@
 #include <exception>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,6 +36,10 @@ class Ecra : protected Servicos, public Eventos {
     // What was confirmed last, for the status line until the user's next key; empty for nothing.
     const std::string& feito() const { return feito_; }
     void esquece_feito() { feito_.clear(); }
+
+    // The item or client that the keyboard is on: of a field the code as it stands there, be it half typed,
+    // of a grid the current row's article. None where there is nothing to look up. Runs no rule.
+    std::optional<CodigoEscrito> codigo_actual();
 
     // Reads the parameters and empties the screen. Called once, before the window is shown.
     virtual void Form_Load() = 0;

@@ -32,6 +32,7 @@ struct ListaPesquisa {
     int largura = 8000;
     std::vector<ColunaLista> colunas;
     std::string inicial{}; // what the field holds that the list is for: where the user is looking already
+    CodigoDe codigo_de = CodigoDe::nada; // the first column's texts
 };
 
 class Janela {

@@ -82,6 +82,7 @@ void GuiasRemessa::regista_campos() {
                     {campos::local_descarga, "Local de Descarga.", "Local Descarga"}});
     for (auto& [indice, campo_] : campo)
         if (indice != campos::cliente && indice != campos::numero) na_pagina(campo_, pagina_diversos);
+    campo(campos::cliente).codigo_de = common::CodigoDe::cliente;
     campo(campos::numero).MaxLength = algarismos_numero;
     campo(campos::maquina).Visible = false;
 

@@ -87,6 +87,17 @@ std::optional<std::filesystem::path> programa_de_32_bits(const DefinicoesERP& de
     return outro;
 }
 
+std::filesystem::path programa_a_par(const std::filesystem::path& programa, const std::string& nome) {
+    const auto pasta = programa.parent_path();
+    const auto ficheiro = base::caminho_de(nome + base::texto_de(programa.extension()));
+    const std::string defeito = defeito_do_ficheiro(pasta / ficheiro);
+    if (defeito.empty()) return pasta / ficheiro;
+    if (const auto acima = pasta.parent_path() / ficheiro;
+        pasta.filename() == pasta_de_32_bits && defeito_do_ficheiro(acima).empty())
+        return acima;
+    throw base::Falha("«" + base::texto_de(pasta / ficheiro) + "» " + defeito + ".");
+}
+
 std::string texto_ligacao(const DefinicoesBD& definicoes) {
     return ConstrutorLigacao{.opcao = definicoes.utilizador_do_sistema ? ConstrutorLigacao::do_sistema
                                                                        : ConstrutorLigacao::com_palavra_passe,

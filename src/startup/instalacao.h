@@ -48,6 +48,10 @@ std::optional<std::filesystem::path> programa_de_32_bits(const DefinicoesERP& de
                                                          const std::filesystem::path& programa,
                                                          int bits = bits_do_programa);
 
+// The program of this name that goes with `programa`, for what loads no component: beside it or, from the
+// folder `32`, above it. Throws Falha where there is none.
+std::filesystem::path programa_a_par(const std::filesystem::path& programa, const std::string& nome);
+
 // The connection text that SessaoBD::Abre takes.
 std::string texto_ligacao(const DefinicoesBD& definicoes);
 

@@ -31,6 +31,8 @@ void TrfBobines::regista_controlos() {
                     {campos::sem_uso, "Cliente destino.", ""},
                     {campos::obs_entrada, "Observações", "Obs (Entrada)"},
                     {campos::obs_saida, "Observações", "Obs (Saída)"}});
+    campo(campos::artigo).codigo_de = common::CodigoDe::artigo;
+    campo(campos::detentor).codigo_de = campo(campos::destino).codigo_de = common::CodigoDe::cliente;
     // Set by the program alone. It takes the focus, so that Esc in it closes.
     campo(campos::detentor).so_leitura = true;
     campo(campos::sem_uso).Visible = false;
