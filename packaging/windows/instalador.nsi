@@ -121,6 +121,7 @@ mão (documentos\windows.md)." /SD IDOK
 !macro TiraEntrada nome argumento
   Delete "$SMPROGRAMS\ORVEX\${nome}.lnk"
 !macroend
+!define CONSULTAS "$SMPROGRAMS\ORVEX\Consultas.lnk"
 !define VERIFICAR "$SMPROGRAMS\ORVEX\Verificar a instalação.lnk"
 
 Section
@@ -154,6 +155,7 @@ alterado." /SD IDOK
 
   CreateDirectory "$SMPROGRAMS\ORVEX"
   !insertmacro Entradas FazEntrada
+  CreateShortCut "${CONSULTAS}" "$INSTDIR\orvex-consulta.exe"
   CreateShortCut "${VERIFICAR}" "$SYSDIR\cmd.exe" '/k ""$INSTDIR\orvex-diagnostico.exe""' "$INSTDIR\orvex.exe"
 
   WriteRegStr HKLM Software\ORVEX Pasta "$INSTDIR"
@@ -178,6 +180,7 @@ Section Uninstall
   Delete "$INSTDIR\desinstalar.exe"
   RMDir "$INSTDIR"
   !insertmacro Entradas TiraEntrada
+  Delete "${CONSULTAS}"
   Delete "${VERIFICAR}"
   RMDir "$SMPROGRAMS\ORVEX"
   DeleteRegKey HKLM "${NO_REGISTO}"

@@ -53,6 +53,7 @@ void escreve_arranques(const std::filesystem::path& pasta) {
           Arranque{"Transferência para outro cliente", "6"}})
         escreve(pasta / base::caminho_de(std::string(um.nome) + ".cmd"),
                 {std::string("@start \"\" \"%~dp0orvex.exe\" ") + um.argumento});
+    escreve(pasta / "Consultas.cmd", {"@start \"\" \"%~dp0orvex-consulta.exe\""});
     escreve(pasta / base::caminho_de("Verificar a instalação.cmd"),
             {"@\"%~dp0orvex-diagnostico.exe\"", "@pause"});
 }
@@ -78,7 +79,7 @@ void escreve_ficheiros(const std::filesystem::path& pasta) {
 bool copia_programa(const std::filesystem::path& de, const std::filesystem::path& para) {
     bool encontrado = false;
     for (const std::string programa : {"orvex", "orvex-auditoria", "orvex-consulta", "orvex-diagnostico"})
-        for (const char* fim : {"", ".exe"})
+        for (const char* fim : {"", ".exe", ".com"})
             if (startup::defeito_do_ficheiro(de / (programa + fim)).empty()) {
                 copia(de / (programa + fim), para);
                 encontrado = encontrado || programa == "orvex";
