@@ -66,6 +66,7 @@ int corre(QApplication& aplicacao, const fs::path& instalacao, const fs::path& s
           Tarefa{"4", ajustes, demo::joga_consumo}, Tarefa{"5", transferencias, demo::joga_para_orvex},
           Tarefa{"6", transferencias, demo::joga_para_cliente}})
         corre(instalacao, saida, tarefa);
+    demo::joga_consultas(instalacao, saida);
 
     std::ofstream(saida / "resumo.txt") << resumo.texto();
     std::cout << resumo.texto() << "\nImagens e resumo em " << base::texto_de(saida) << "\n";

@@ -50,8 +50,8 @@ Roteiro& Roteiro::retrata(const char* nome) {
     return faz([this, nome] { guarda(imagem(), nome); });
 }
 
-Roteiro& Roteiro::retrata_folha(const char* nome, const std::string& empresa) {
-    return faz([this, nome, empresa] {
+Roteiro& Roteiro::retrata_papel(const char* nome, NoPapel paginas) {
+    return faz([this, nome, paginas = std::move(paginas)] {
         constexpr double pontos_por_polegada = 96, metros_por_polegada = 0.0254;
         constexpr QSize a4(794, 1123);
         constexpr int margem = 50;
@@ -59,15 +59,29 @@ Roteiro& Roteiro::retrata_folha(const char* nome, const std::string& empresa) {
         papel.setDotsPerMeterX(static_cast<int>(pontos_por_polegada / metros_por_polegada));
         papel.setDotsPerMeterY(papel.dotsPerMeterX());
         papel.fill(Qt::white);
-        auto& ecra =
-            dynamic_cast<delivery::GuiasRemessa&>(dynamic_cast<platform::qt::JanelaQt&>(janela_).ecra());
-        const platform::qt::Folha folha(delivery::folha_da_guia(ecra, empresa), papel,
-                                        a4 - QSize(2 * margem, 2 * margem));
+        const auto folha = paginas(papel, a4 - QSize(2 * margem, 2 * margem));
         QPainter pintor(&papel);
         pintor.translate(margem, margem);
-        folha.pinta(pintor, 0);
+        folha->pinta(pintor, 0);
         pintor.end();
         guarda(papel, nome);
+    });
+}
+
+Roteiro& Roteiro::retrata_folha(const char* nome, const std::string& empresa) {
+    return retrata_papel(nome, [this, empresa](QPaintDevice& papel, QSizeF espaco) {
+        auto& ecra =
+            dynamic_cast<delivery::GuiasRemessa&>(dynamic_cast<platform::qt::JanelaQt&>(janela_).ecra());
+        return std::make_unique<platform::qt::Folha>(delivery::folha_da_guia(ecra, empresa), papel, espaco);
+    });
+}
+
+Roteiro& Roteiro::espera(std::function<bool()> pronto) {
+    return faz([this, pronto = std::move(pronto), vezes = 0]() mutable {
+        constexpr int maximo = 1000;
+        if (pronto()) return;
+        if (++vezes == maximo) throw base::Falha("A consulta não respondeu.");
+        --seguinte_; // this step comes again
     });
 }
 

@@ -6,10 +6,17 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+class QPaintDevice;
+class QSizeF;
 class QWidget;
+
+namespace orvex::platform::qt {
+class Paginas;
+} // namespace orvex::platform::qt
 
 namespace orvex::demo {
 
@@ -23,7 +30,12 @@ class Roteiro {
     Roteiro& clica(const char* controlo); // of the screen's window
     Roteiro& retrata(const char* nome);
     Roteiro& retrata_folha(const char* nome, const std::string& empresa); // of the note on the screen
+    // The first of the pages that `paginas` lays out.
+    using NoPapel = std::function<std::unique_ptr<platform::qt::Paginas>(QPaintDevice&, QSizeF)>;
+    Roteiro& retrata_papel(const char* nome, NoPapel paginas);
     Roteiro& faz(std::function<void()> accao);
+    // For what is answered in the background.
+    Roteiro& espera(std::function<bool()> pronto);
 
     // Plays the steps and returns when the last has run.
     void corre();

@@ -16,4 +16,7 @@ void joga_consumo(Roteiro& roteiro); // and the same movement again, to be repla
 void joga_para_orvex(Roteiro& roteiro);
 void joga_para_cliente(Roteiro& roteiro);
 
+// The enquiries on what the others wrote: their window, each view, labels and the client's statement.
+void joga_consultas(const std::filesystem::path& instalacao, const std::filesystem::path& saida);
+
 } // namespace orvex::demo
