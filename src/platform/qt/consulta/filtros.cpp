@@ -126,7 +126,7 @@ void Filtros::texto(const char* nome, const QString& legenda, std::string& onde)
     auto* campo = new QLineEdit(qs(onde));
     campo->setMaxLength(maior_codigo);
     campo->setPlaceholderText("todos");
-    campo->setFixedWidth(fontMetrics().horizontalAdvance("0000/XXX/00/000000") + 16);
+    campo->setFixedWidth(fontMetrics().horizontalAdvance("0000/WWW/00/000000") + 16);
     junta(nome, legenda, campo);
     leituras_.emplace_back([campo, &onde] {
         onde = campo->text().trimmed().toStdString();

@@ -31,7 +31,7 @@ QTreeWidget* nova_lista() {
     lista->setUniformRowHeights(true);
     lista->setAllColumnsShowFocus(true);
     lista->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lista->setColumnWidth(0, lista->fontMetrics().horizontalAdvance("0000/XXX/00/00000000000"));
+    lista->setColumnWidth(0, lista->fontMetrics().horizontalAdvance("0000/WWW/00/00000000000"));
     lista->header()->setStretchLastSection(true);
     return lista;
 }
