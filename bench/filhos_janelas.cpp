@@ -71,7 +71,7 @@ int mede_lista(const std::filesystem::path& instalacao, const char* titulo, cons
 
     QElapsedTimer relogio;
     relogio.start();
-    platform::qt::JanelaLista lista(nullptr, {BD, titulo, sql, 8000, {{1, 1500}, {2, 5000}}}, {});
+    platform::qt::JanelaLista lista(nullptr, {BD, titulo, sql, 8000, {{1, 1500}, {2, 5000}}}, {}, {});
     const auto decorrido = [&] { return static_cast<double>(relogio.nsecsElapsed()) / 1e6; };
     const AoPintar mostrada([&](QWidget&) {
         const double mostrar = decorrido();
