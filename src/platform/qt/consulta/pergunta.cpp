@@ -175,7 +175,7 @@ Pergunta::~Pergunta() {
 
 bool Pergunta::a_meio() const { return actual_ && actual_->relogio != nullptr; }
 
-// A thread each: one that hangs on a server keeps nobody else waiting. It ends when the enquiry does, be it
+// A thread each: one that hangs on a server does not hold up the window. It ends when the enquiry does, be it
 // after the window; it changes nothing that anybody would miss.
 void Pergunta::pergunta(Consulta consulta) {
     if (actual_) actual_->larga();
